@@ -1,0 +1,13 @@
+# Flags that every target of the tree is built with.
+add_compile_options(-Wall -Wextra -Wpedantic -Wshadow -Wnon-virtual-dtor -Woverloaded-virtual)
+if(DOVA_WERROR)
+  add_compile_options(-Werror)
+endif()
+if(DOVA_SANITIZE)
+  add_compile_options(-fsanitize=${DOVA_SANITIZE} -fno-sanitize-recover=all -fno-omit-frame-pointer)
+  add_link_options(-fsanitize=${DOVA_SANITIZE})
+endif()
+if(NOT DOVA_SANITIZE)
+  # A missing symbol of a shared library is an error of its own link, not of its user's start.
+  add_link_options(-Wl,--no-undefined)
+endif()
