@@ -1,0 +1,33 @@
+#pragma once
+
+#include <vector>
+
+#include "wiro/Emission.h"
+
+namespace WIRO::detail {
+
+/// A new list, of `size` entries yet to be filled.
+ConnectionList* allocateList(unsigned size);
+
+/// Lists that were replaced and connections that were unlinked.
+struct Retired {
+    std::vector<const ConnectionList*> lists;
+    std::vector<Connection*> connections;
+
+    bool empty() const { return lists.empty() && connections.empty(); }
+};
+
+/// Deletes each of these as soon as no emission uses it, at the latest when the outermost emission
+/// of the thread that uses it ends. To be called without the global connection lock: a closure may
+/// do anything while it is destroyed.
+void retire(const Retired& retired);
+/// The same for whoever holds the global connection lock: deletes lists and leaves every connection
+/// to the next call of retire().
+void retireLists(const Retired& retired);
+
+/// Returns when no other thread runs a handler through one of these connections, or through any
+/// connection to this listener.
+void waitForHandlers(const std::vector<Connection*>& connections);
+void waitForHandlers(const Listener* listener);
+
+}  // namespace WIRO::detail

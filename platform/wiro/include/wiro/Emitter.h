@@ -1,0 +1,40 @@
+#pragma once
+
+#include <type_traits>
+#include <utility>
+
+#include "wiro/ConnectionX.h"
+#include "wiro/Emission.h"
+#include "wiro/EmitterBase.h"
+
+namespace WIRO {
+
+template <class Signature>
+class Emitter;
+
+/// An emitter of one call. With a void result it is an event: every connection receives it. With
+/// another result it is a request: the first connection answers, and without one the answer is a
+/// default value.
+template <class R, class... Args>
+class Emitter<R(Args...)> : public EmitterBase {
+public:
+    using ConnectionType = ConnectionX<R, Args...>;
+
+    /// Calls the receivers on this thread. An exception from a receiver ends the emission and
+    /// reaches the caller.
+    R emit(Args... args) const {
+        detail::Emission emission(*this);
+        if constexpr (std::is_void_v<R>) {
+            while (Connection* connection = emission.next()) {
+                static_cast<ConnectionType*>(connection)->send(args...);
+            }
+        } else {
+            Connection* connection = emission.next();
+            return connection ? static_cast<ConnectionType*>(connection)->send(
+                                    std::forward<Args>(args)...)
+                              : R{};
+        }
+    }
+};
+
+}  // namespace WIRO

@@ -1,0 +1,23 @@
+#pragma once
+
+namespace WIRO {
+
+class Payload;
+
+/// A payload on its way to the connections of one emitter. Does not own the payload, which must
+/// live until sendPacket returns.
+class Packet {
+public:
+    explicit Packet(Payload& payload) : m_payload(payload) {}
+
+    Payload& payload() const { return m_payload; }
+
+private:
+    Payload& m_payload;
+};
+
+/// How a packet travels. Both are delivered on the calling thread before sendPacket returns;
+/// the difference is for signal libraries that also queue.
+enum class SendMode { Ordinary = 0, Synchronous = 1 };
+
+}  // namespace WIRO

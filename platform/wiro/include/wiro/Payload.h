@@ -1,0 +1,21 @@
+#pragma once
+
+#include "wiro/Export.h"
+
+namespace WIRO {
+
+class Connection;
+
+/// What a packet carries: something that can deliver itself through a connection.
+class DOVA_PLATFORM_EXPORT Payload {
+public:
+    virtual ~Payload();
+    /// Calls the receiver behind `connection`, which is open and of the emitter's own type.
+    virtual void performDeliver(Connection* connection) = 0;
+};
+
+/// What may be dropped when deliveries pile up. Deliveries never pile up here, because every packet
+/// is delivered before sendPacket returns.
+enum class PacketDropMode { Never = 0 };
+
+}  // namespace WIRO

@@ -1,0 +1,58 @@
+#pragma once
+
+#include <atomic>
+#include <shared_mutex>
+#include <thread>
+
+#include "wiro/Export.h"
+
+namespace DOVA {
+
+/// Many readers or one writer. The writer may lock again, for writing or reading, as often as it
+/// likes, so that code that runs under the lock can call operations that take it themselves, and
+/// gives them back in any order. A reader must not lock again, for reading or writing: a writer that
+/// waits in between would never come to an end. Any thread.
+class DOVA_PLATFORM_EXPORT ReadWriteLock {
+public:
+    ReadWriteLock() = default;
+    ReadWriteLock(const ReadWriteLock&) = delete;
+    ReadWriteLock& operator=(const ReadWriteLock&) = delete;
+
+    void lockForRead();
+    void unlockForRead();
+    void lockForWrite();
+    void unlockForWrite();
+
+    /// Holds the lock for reading while it lives.
+    class ReadGuard {
+    public:
+        explicit ReadGuard(ReadWriteLock& lock) : m_lock(lock) { m_lock.lockForRead(); }
+        ~ReadGuard() { m_lock.unlockForRead(); }
+        ReadGuard(const ReadGuard&) = delete;
+        ReadGuard& operator=(const ReadGuard&) = delete;
+
+    private:
+        ReadWriteLock& m_lock;
+    };
+
+    /// Holds the lock for writing while it lives.
+    class WriteGuard {
+    public:
+        explicit WriteGuard(ReadWriteLock& lock) : m_lock(lock) { m_lock.lockForWrite(); }
+        ~WriteGuard() { m_lock.unlockForWrite(); }
+        WriteGuard(const WriteGuard&) = delete;
+        WriteGuard& operator=(const WriteGuard&) = delete;
+
+    private:
+        ReadWriteLock& m_lock;
+    };
+
+private:
+    bool writtenByThisThread() const;
+
+    std::shared_mutex m_mutex;
+    std::atomic<std::thread::id> m_writer{};
+    unsigned m_depth = 0;  // locks that the writer holds beyond its first
+};
+
+}  // namespace DOVA
