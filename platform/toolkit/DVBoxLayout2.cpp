@@ -1,0 +1,20 @@
+#include "toolkit/DVBoxLayout2.h"
+
+#include "toolkit/DVFactory2.h"
+
+namespace DOVA {
+
+DVBoxLayout2::DVBoxLayout2(DVObject* parent, Direction direction)
+    : DVLayout2(std::make_unique<DVBoxLayout2Emitters>()) {
+    if (factory()) {
+        factory()->createBoxLayout2.emit(this, emitters(), parent, direction);
+    }
+}
+
+DVBoxLayout2::~DVBoxLayout2() = default;
+
+void DVBoxLayout2::addWidget(DVObject* widget, int stretch, Alignment alignment) {
+    emitters()->boxAddWidget.emit(widget, stretch, alignment);
+}
+
+}  // namespace DOVA

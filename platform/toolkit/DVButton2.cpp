@@ -1,0 +1,34 @@
+#include "toolkit/DVButton2.h"
+
+#include "toolkit/DVFactory2.h"
+
+namespace DOVA {
+
+DVButton2::DVButton2(DVObject* parent, const std::u16string& label)
+    : DVAbstractButton2(std::make_unique<DVButton2Emitters>()) {
+    if (factory()) {
+        factory()->createButton2.emit(this, emitters(), parent);
+    }
+    if (parent) {
+        setParent(parent);
+    }
+    if (!label.empty()) {
+        setLabel(label);
+    }
+    // The backend tells a push button's switch and leaves the state to the front object.
+    onToggle([this](const DVButtonToggleEvent2& event) { setChecked(event.checked()); });
+}
+
+DVButton2::~DVButton2() {
+    dismantle();
+}
+
+void DVButton2::setDefault(bool isDefault) {
+    emitters()->setDefault.emit(isDefault);
+}
+
+bool DVButton2::isDefault() const {
+    return emitters()->isDefault.emit();
+}
+
+}  // namespace DOVA

@@ -1,0 +1,24 @@
+#include "toolkit/DVCheckBox2.h"
+
+#include "toolkit/DVFactory2.h"
+
+namespace DOVA {
+
+DVCheckBox2::DVCheckBox2(DVObject* parent, const std::u16string& label)
+    : DVAbstractButton2(std::make_unique<DVCheckBox2Emitters>()) {
+    if (factory()) {
+        factory()->createCheckBox2.emit(this, emitters(), parent);
+    }
+    if (parent) {
+        setParent(parent);
+    }
+    if (!label.empty()) {
+        setLabel(label);
+    }
+}
+
+DVCheckBox2::~DVCheckBox2() {
+    dismantle();
+}
+
+}  // namespace DOVA

@@ -1,0 +1,36 @@
+#include "toolkit/DVEdit2.h"
+
+#include "toolkit/DVFactory2.h"
+
+namespace DOVA {
+
+DVEdit2::DVEdit2(DVObject* parent, const std::u16string& text)
+    : DVWidget2(std::make_unique<DVEdit2Emitters>()) {
+    if (factory()) {
+        factory()->createEdit2.emit(this, emitters(), parent);
+    }
+    if (parent) {
+        setParent(parent);
+    }
+    if (!text.empty()) {
+        setText(text);
+    }
+    // The backend tells what was typed and leaves the text to the front object. These come first,
+    // so that the program's handlers find the new text already.
+    onEdit([this](const DVEditEvent2& event) { setText(event.text()); });
+    onEditFinish([this](const DVEditEvent2& event) { setText(event.text()); });
+}
+
+DVEdit2::~DVEdit2() {
+    dismantle();
+}
+
+void DVEdit2::setText(const std::u16string& text) {
+    emitters()->setTextU.emit(text);
+}
+
+std::u16string DVEdit2::text() const {
+    return emitters()->getTextU.emit(false);
+}
+
+}  // namespace DOVA

@@ -1,0 +1,31 @@
+#pragma once
+
+#include "toolkit/DVContainer2Emitters.h"
+#include "toolkit/DVFlags.h"
+#include "toolkit/Enumerations.h"
+#include "toolkit/Icon.h"
+
+namespace DOVA {
+
+struct DVAbstractWindow2Emitters : DVContainer2Emitters {
+    WIRO::Emitter<void()> showNormal;
+    WIRO::Emitter<void()> showMinimized;
+    WIRO::Emitter<void()> showMaximized;
+    WIRO::Emitter<bool()> isMinimized;
+    WIRO::Emitter<bool()> isMaximized;
+    WIRO::Emitter<void(const std::u16string&)> setTitle;
+    WIRO::Emitter<std::u16string()> getTitle;
+    WIRO::Emitter<void(diagram::RectTemplate<int>, bool)> setFrameGeometry;
+    WIRO::Emitter<diagram::RectTemplate<int>()> getFrameGeometry;
+    WIRO::Emitter<void(diagram::RectTemplate<int>)> setGeometry;
+    WIRO::Emitter<diagram::RectTemplate<int>()> getGeometry;
+    WIRO::Emitter<diagram::RectTemplate<int>()> getFrameOffset;
+    WIRO::Emitter<void(const std::u16string&)> setIconWithPath;
+    WIRO::Emitter<void(Icon)> setIcon;
+    WIRO::Emitter<void(DVFlags<WindowState>)> setWindowState;
+    WIRO::Emitter<DVFlags<WindowState>()> getWindowState;
+    WIRO::Emitter<void(diagram::PointTemplate<int>)> move;
+    WIRO::Emitter<void()> init;
+};
+
+}  // namespace DOVA

@@ -1,0 +1,23 @@
+#pragma once
+
+#include "toolkit/DVAbstractButton2.h"
+#include "toolkit/DVButton2Emitters.h"
+
+namespace DOVA {
+
+/// A push button.
+class DOVA_PLATFORM_EXPORT DVButton2 : public DVAbstractButton2 {
+public:
+    explicit DVButton2(DVObject* parent = nullptr, const std::u16string& label = {});
+    ~DVButton2() override;
+
+    /// The default button is pressed by Enter.
+    void setDefault(bool isDefault);
+    bool isDefault() const;
+
+    DVButton2Emitters* emitters() const {
+        return static_cast<DVButton2Emitters*>(DVObject2::emitters());
+    }
+};
+
+}  // namespace DOVA

@@ -1,0 +1,30 @@
+#pragma once
+
+#include "toolkit/DVContainer2Emitters.h"
+#include "toolkit/DVWidget2.h"
+
+namespace DOVA {
+
+class DVLayout2;
+
+/// A widget that holds other widgets, arranged by one layout.
+class DOVA_PLATFORM_EXPORT DVContainer2 : public DVWidget2 {
+public:
+    ~DVContainer2() override;
+
+    /// Puts the layout, which must not be null and stays the caller's, into this container.
+    void setLayout(DVLayout2* layout);
+    /// The layout last set, null if there is none or it was destroyed.
+    DVLayout2* layout() const;
+    /// Column hints for the display; `values` holds `count` integers.
+    void setLayoutGrid(int* values, int count);
+
+    DVContainer2Emitters* emitters() const {
+        return static_cast<DVContainer2Emitters*>(DVObject2::emitters());
+    }
+
+protected:
+    using DVWidget2::DVWidget2;
+};
+
+}  // namespace DOVA

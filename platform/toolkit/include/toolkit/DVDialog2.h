@@ -1,0 +1,53 @@
+#pragma once
+
+#include "toolkit/DVAbstractWindow2.h"
+#include "toolkit/DVDialog2Emitters.h"
+#include "toolkit/DVKeyEvent2.h"
+#include "toolkit/DVResizeEvent2.h"
+
+namespace DOVA {
+
+/// A dialog.
+class DOVA_PLATFORM_EXPORT DVDialog2 : public DVAbstractWindow2 {
+public:
+    using DVDialogAccel = DOVA::DVDialogAccel;
+
+    explicit DVDialog2(DVObject* parent = nullptr, DVFlags<DialogFlag> flags = {});
+    ~DVDialog2() override;
+
+    /// A transient dialog stays above its parent.
+    void setTransient(bool transient);
+    bool isTransient() const;
+    /// A modal dialog keeps the user from the windows below it.
+    void setModal(bool modal);
+    bool isModal() const;
+    /// Takes effect with the next full description of the dialog.
+    void setScrollable(bool scrollable);
+    /// Resize notices come whether asked for or not; kept for programs that ask.
+    void monitorResize(bool monitor);
+    /// Acts as if the user had pressed a shortcut of the dialog.
+    void sendAccKey(DVDialogAccel accelerator);
+
+    /// A key that the dialog handles as a whole: zoom and Escape.
+    template <class Callable>
+    WIRO::Subscription onKey(Callable&& callable) {
+        return WIRO::connect(m_key, std::forward<Callable>(callable));
+    }
+    /// The user changed the size; geometry() answers the new one.
+    template <class Callable>
+    WIRO::Subscription onResize(Callable&& callable) {
+        return WIRO::connect(m_resize, std::forward<Callable>(callable));
+    }
+
+    WIRO::Emitter<void(const DVKeyEvent2&)>& keyEmitter() { return m_key; }
+    WIRO::Emitter<void(const DVResizeEvent2&)>& resizeEmitter() { return m_resize; }
+    DVDialog2Emitters* emitters() const {
+        return static_cast<DVDialog2Emitters*>(DVObject2::emitters());
+    }
+
+private:
+    WIRO::Emitter<void(const DVKeyEvent2&)> m_key;
+    WIRO::Emitter<void(const DVResizeEvent2&)> m_resize;
+};
+
+}  // namespace DOVA

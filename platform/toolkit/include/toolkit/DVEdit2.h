@@ -1,0 +1,42 @@
+#pragma once
+
+#include "toolkit/DVEdit2Emitters.h"
+#include "toolkit/DVEditEvent2.h"
+#include "toolkit/DVWidget2.h"
+#include "wiro/CallableConnection.h"
+
+namespace DOVA {
+
+/// A field for one line of text.
+class DOVA_PLATFORM_EXPORT DVEdit2 : public DVWidget2 {
+public:
+    explicit DVEdit2(DVObject* parent = nullptr, const std::u16string& text = {});
+    ~DVEdit2() override;
+
+    void setText(const std::u16string& text);
+    /// Follows what the user types.
+    std::u16string text() const;
+
+    /// The user changed the text; text() answers the new one already.
+    template <class Callable>
+    WIRO::Subscription onEdit(Callable&& callable) {
+        return WIRO::connect(m_edit, std::forward<Callable>(callable));
+    }
+    /// The user finished: pressed Enter, or left the field after a change.
+    template <class Callable>
+    WIRO::Subscription onEditFinish(Callable&& callable) {
+        return WIRO::connect(m_editFinished, std::forward<Callable>(callable));
+    }
+
+    WIRO::Emitter<void(const DVEditEvent2&)>& editEmitter() { return m_edit; }
+    WIRO::Emitter<void(const DVEditEvent2&)>& editFinishedEmitter() { return m_editFinished; }
+    DVEdit2Emitters* emitters() const {
+        return static_cast<DVEdit2Emitters*>(DVObject2::emitters());
+    }
+
+private:
+    WIRO::Emitter<void(const DVEditEvent2&)> m_edit;
+    WIRO::Emitter<void(const DVEditEvent2&)> m_editFinished;
+};
+
+}  // namespace DOVA

@@ -1,0 +1,73 @@
+#pragma once
+
+#include "toolkit/DVObject.h"
+#include "toolkit/Enumerations.h"
+#include "toolkit/StringID.h"
+#include "wiro/Emitter.h"
+#include "wiro/Export.h"
+
+namespace DOVA {
+
+class DVBridge;
+class DVBoxLayout2;
+class DVButton2;
+class DVCheckBox2;
+class DVDialog2;
+class DVEdit2;
+class DVGridLayout2;
+class DVPanel2;
+class DVText2;
+struct DVBoxLayout2Emitters;
+struct DVButton2Emitters;
+struct DVCheckBox2Emitters;
+struct DVDialog2Emitters;
+struct DVEdit2Emitters;
+struct DVGridLayout2Emitters;
+struct DVPanel2Emitters;
+struct DVText2Emitters;
+
+/// Asks a backend for the implementations of front objects: the backend binds the emitters of one
+/// factory and registers it under its key. May be destroyed before the front objects that it
+/// served. Main thread.
+class DOVA_PLATFORM_EXPORT DVFactory2 {
+public:
+    /// `bridge`: the backend's native event system, null if it has none; not owned.
+    explicit DVFactory2(DVBridge* bridge);
+    ~DVFactory2();
+    DVFactory2(const DVFactory2&) = delete;
+    DVFactory2& operator=(const DVFactory2&) = delete;
+
+    DVBridge* bridge() const { return m_bridge; }
+
+    /// Makes a factory known under its backend's key; a later one replaces it. Not owned. Null
+    /// takes the entry out.
+    static void registerFactory(const StringID& backend, DVFactory2* factory);
+    /// The factory of a backend, null if there is none.
+    static DVFactory2* getFactory(const StringID& backend);
+    /// From now on front objects are implemented by this backend. "web" unless told otherwise.
+    static void chooseBackend(const StringID& backend);
+    /// The factory of the chosen backend, null while it is not registered.
+    static DVFactory2* current();
+
+    /// Destroys the implementation of the front object with this identifier.
+    WIRO::Emitter<void(unsigned)> destroy;
+    WIRO::Emitter<void(DVDialog2*, DVDialog2Emitters*, DVObject*, unsigned)> createDialog2;
+    WIRO::Emitter<void(DVCheckBox2*, DVCheckBox2Emitters*, DVObject*)> createCheckBox2;
+    WIRO::Emitter<void(DVBoxLayout2*, DVBoxLayout2Emitters*, DVObject*, Direction)>
+        createBoxLayout2;
+    WIRO::Emitter<void(DVGridLayout2*, DVGridLayout2Emitters*, DVObject*)> createGridLayout2;
+    WIRO::Emitter<void(DVPanel2*, DVPanel2Emitters*, DVObject*, bool)> createPanel2;
+    WIRO::Emitter<void(DVText2*, DVText2Emitters*, DVObject*)> createText2;
+    WIRO::Emitter<void(DVButton2*, DVButton2Emitters*, DVObject*)> createButton2;
+    WIRO::Emitter<void(DVEdit2*, DVEdit2Emitters*, DVObject*)> createEdit2;
+
+private:
+    friend class DVObject2;
+
+    /// False once `factory` is destroyed. Does not touch what it points to.
+    static bool isLiving(DVFactory2* factory);
+
+    DVBridge* m_bridge;
+};
+
+}  // namespace DOVA

@@ -1,0 +1,34 @@
+#pragma once
+
+#include "toolkit/DVLayout2Emitters.h"
+#include "toolkit/DVObject2.h"
+
+namespace DOVA {
+
+/// Arranges widgets in a container. Widgets appear in the order in which they were added.
+class DOVA_PLATFORM_EXPORT DVLayout2 : public DVObject2 {
+public:
+    ~DVLayout2() override;
+
+    /// Moves the widget or layout into this one; not owned. Null is ignored.
+    void addWidget(DVObject* widget, Alignment alignment = Alignment::None);
+    /// Takes the widget out of the tree. Null is ignored.
+    void removeWidget(DVObject* widget);
+    /// Has the arrangement computed anew.
+    void invalidate();
+    void refresh();
+    void setEnabled(bool enabled);
+    bool isEnabled() const;
+    /// The room between widgets in pixels.
+    void setSpacing(int spacing);
+    int spacing() const;
+
+    DVLayout2Emitters* emitters() const {
+        return static_cast<DVLayout2Emitters*>(DVObject2::emitters());
+    }
+
+protected:
+    using DVObject2::DVObject2;
+};
+
+}  // namespace DOVA

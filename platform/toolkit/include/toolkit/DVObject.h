@@ -1,0 +1,45 @@
+#pragma once
+
+#include <cstdint>
+
+#include "toolkit/Mutex.h"
+#include "wiro/Export.h"
+
+namespace DOVA {
+
+/// The root of every front object: something with an identifier that the toolkit can tell alive
+/// from dead.
+class DOVA_PLATFORM_EXPORT DVObject {
+public:
+    using Identifier = std::uint32_t;
+
+    DVObject(const DVObject&) = delete;
+    DVObject& operator=(const DVObject&) = delete;
+    virtual ~DVObject();
+
+    /// Unique among the living objects; neither 0 nor 0xFFFFFFFF.
+    Identifier identifier() const { return m_identifier; }
+
+    /// True if `object` is a living object with this identifier. Does not touch what `object`
+    /// points to. Any thread; the answer holds as long as the caller holds m_lock.
+    static bool isObjectValid(const DVObject* object, Identifier identifier);
+
+    /// Held while an event is emitted to a front object from outside, and while a front object
+    /// leaves the living. Recursive.
+    static Mutex m_lock;
+
+protected:
+    /// Takes the next free identifier.
+    DVObject();
+    /// Takes a given identifier, which may be in use already: then the other object stays the
+    /// valid one.
+    explicit DVObject(Identifier identifier);
+    /// From here on the object is not valid any more. Destructors of derived classes call it first,
+    /// so that no thread starts to use an object that is half destroyed. May be repeated.
+    void leaveTheLiving();
+
+private:
+    const Identifier m_identifier;
+};
+
+}  // namespace DOVA

@@ -1,0 +1,69 @@
+#pragma once
+
+#include <memory>
+#include <utility>
+#include <vector>
+
+#include "toolkit/DVObject.h"
+#include "toolkit/DVObject2Emitters.h"
+
+namespace DOVA {
+
+class DVFactory2;
+
+/// A front object: the program's handle on something that a backend shows. It draws nothing itself;
+/// its emitters carry every request to the implementation that the chosen backend made for it. An
+/// object without implementation (no backend registered, or close() was called) takes every call,
+/// does nothing and answers default values.
+///
+/// Parents and lifetimes: a parent given at construction or by setParent() says where the object
+/// appears. When a parent is destroyed, its children lose their implementations with it, but stay
+/// valid objects for their owners to destroy, before or after it. Children made with make() belong
+/// to their parent and are deleted with it. Main thread.
+class DOVA_PLATFORM_EXPORT DVObject2 : public DVObject {
+public:
+    ~DVObject2() override;
+
+    /// Moves the object below `parent`, to the end of its children; null takes it out of the tree.
+    /// A parent that is its own descendant changes nothing.
+    void setParent(DVObject* parent);
+    /// The widget or window that the object is in, null if none; layouts in between are passed
+    /// over.
+    DVObject* parent() const;
+    /// The objects below this one in their order; with `recursive` each is followed by its own.
+    std::vector<DVObject*> children(bool recursive = false) const;
+
+    /// Makes a child that this object owns. It may still be deleted earlier.
+    template <class Child, class... Args>
+    Child& make(Args&&... args) {
+        auto* child = new Child(this, std::forward<Args>(args)...);
+        own(child);
+        return *child;
+    }
+
+    /// The requests to the implementation.
+    DVObject2Emitters* emitters() const { return m_emitters.get(); }
+
+protected:
+    explicit DVObject2(std::unique_ptr<DVObject2Emitters> emitters);
+    /// With a given identifier; see DVObject.
+    DVObject2(std::unique_ptr<DVObject2Emitters> emitters, Identifier identifier);
+
+    /// The factory that this object's implementation comes from, null if there is none.
+    DVFactory2* factory() const { return m_factory; }
+    /// Leaves the living, deletes the owned children and has the implementation destroyed. The
+    /// first thing in the destructor of every class that adds members which handlers use.
+    void dismantle();
+    /// Has the implementation destroyed, and with it those of everything below the object.
+    void destroyImplementation();
+
+private:
+    void own(DVObject2* child);
+
+    std::unique_ptr<DVObject2Emitters> m_emitters;
+    DVFactory2* m_factory;
+    DVObject2* m_owner = nullptr;
+    std::vector<DVObject2*> m_owned;
+};
+
+}  // namespace DOVA

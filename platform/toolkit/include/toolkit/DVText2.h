@@ -1,0 +1,26 @@
+#pragma once
+
+#include "toolkit/DVText2Emitters.h"
+#include "toolkit/DVWidget2.h"
+
+namespace DOVA {
+
+/// A text that the user reads.
+class DOVA_PLATFORM_EXPORT DVText2 : public DVWidget2 {
+public:
+    explicit DVText2(DVObject* parent = nullptr, const std::u16string& text = {});
+    ~DVText2() override;
+
+    void setText(const std::u16string& text);
+    std::u16string text() const;
+    /// Makes the text the label of another widget, which must not be null.
+    void setBuddy(DVObject* buddy);
+    /// The widget that the text is the label of, null if none or destroyed.
+    DVObject* buddy() const;
+
+    DVText2Emitters* emitters() const {
+        return static_cast<DVText2Emitters*>(DVObject2::emitters());
+    }
+};
+
+}  // namespace DOVA
