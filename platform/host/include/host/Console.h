@@ -1,0 +1,23 @@
+#pragma once
+
+#include <functional>
+#include <string_view>
+
+#include "wiro/Export.h"
+
+/// Prints on the host's console, as `printf` formats it. Gives the number of bytes, or a negative
+/// number when the format cannot be carried out; then nothing is printed. Any thread; the texts of
+/// two calls do not mix.
+DOVA_PLATFORM_EXPORT int utPrintf(const char* format, ...) __attribute__((format(printf, 1, 2)));
+
+namespace host {
+
+/// Receives each printed text, which is valid during the call only. May itself print.
+using ConsoleSink = std::function<void(std::string_view text)>;
+
+/// Sends what is printed from now on to `sink`; an empty one means standard output again, which is
+/// where it goes at first. Gives the previous sink, empty for standard output. Any thread; a text
+/// that another thread is just printing may still go the old way.
+DOVA_PLATFORM_EXPORT ConsoleSink redirectConsole(ConsoleSink sink);
+
+}  // namespace host

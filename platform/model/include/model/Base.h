@@ -1,0 +1,114 @@
+#pragma once
+
+#include <string>
+#include <string_view>
+
+#include "model/Model.h"
+#include "model/ModelElement.h"
+#include "model/Ref.h"
+#include "model/Uuid.h"
+#include "wiro/Export.h"
+
+namespace tdom {
+
+/// A handle to an element of the model document: one pointer, cheap to copy. Handles share the
+/// element, which lives until the last of them goes and then leaves its model. An empty handle has
+/// no element; only `operator bool`, comparison and `as` may be asked of it.
+///
+/// Every kind of element is a pair: the handle (`Button`) and what it points to (`Button::Impl`),
+/// in parallel hierarchies. A handle converts to the handles of its bases; `as` goes the other way.
+class DOVA_PLATFORM_EXPORT Base {
+public:
+    class Impl;
+
+    Base() noexcept = default;
+
+    explicit operator bool() const noexcept { return static_cast<bool>(m_impl); }
+
+    /// REQUIRES: not empty.
+    Impl* operator->() const noexcept { return m_impl.get(); }
+
+    friend bool operator==(const Base& left, const Base& right) noexcept {
+        return left.m_impl == right.m_impl;
+    }
+    friend bool operator!=(const Base& left, const Base& right) noexcept {
+        return !(left == right);
+    }
+
+protected:
+    explicit Base(Impl* impl) noexcept;
+    Impl* impl() const noexcept { return m_impl.get(); }
+
+    /// A new element in `model`; an empty handle when the model is empty or the UUID is taken.
+    template <class Handle>
+    static Handle createIn(const pf::zero::Ref<pf::zero::Model>& model, const pf::zero::Uuid& uuid);
+
+private:
+    template <class Handle>
+    friend Handle as(const Base& handle) noexcept;
+
+    template <class Handle>
+    Handle castTo() const noexcept;
+
+    pf::zero::Ref<Impl> m_impl;
+};
+
+/// The element behind every handle. Setters record a change only when the value differs.
+class DOVA_PLATFORM_EXPORT Base::Impl : public pf::zero::ModelElement {
+public:
+    /// The dynamic type of an element: its name, and the type that it extends (null for `Base`).
+    struct Type {
+        std::string_view name;
+        const Type* base;
+    };
+    static const Type s_type;
+
+    /// A text that the program gives the element, by which others may address it; empty at first.
+    void setTag(std::u16string_view tag);
+    const std::u16string& getTag() const noexcept { return m_tag; }
+
+    /// The tag when there is one, else the UUID's text. The client addresses elements by it.
+    std::u16string getId() const;
+
+    /// "Button", "CheckBox", "Edit", "Text" ...
+    std::string getTypeName() const { return std::string(m_type.name); }
+    std::string_view typeName() const noexcept override { return m_type.name; }
+
+    /// Whether the element is of that type or extends it.
+    bool isA(const Type& type) const noexcept;
+
+    void visitProperties(const PropertyVisitor& visitor) const override;
+
+protected:
+    Impl(const Type& type, const pf::zero::Uuid& uuid) noexcept
+        : ModelElement(uuid), m_type(type) {}
+
+private:
+    const Type& m_type;
+    std::u16string m_tag;
+};
+
+inline Base::Base(Impl* impl) noexcept : m_impl(impl) {}
+
+template <class Handle>
+Handle Base::createIn(const pf::zero::Ref<pf::zero::Model>& model, const pf::zero::Uuid& uuid) {
+    if (!model) {
+        return {};
+    }
+    const Handle handle(new typename Handle::Impl(uuid));
+    return model->insert(*handle.operator->()) ? handle : Handle();
+}
+
+template <class Handle>
+Handle Base::castTo() const noexcept {
+    const bool fits = m_impl && m_impl->isA(Handle::Impl::s_type);
+    return fits ? Handle(static_cast<typename Handle::Impl*>(m_impl.get())) : Handle();
+}
+
+/// The same element as a `Handle`; empty when `handle` is empty or its element is of another type.
+template <class Handle>
+Handle as(const Base& handle) noexcept {
+    return handle.castTo<Handle>();
+}
+
+}  // namespace tdom
