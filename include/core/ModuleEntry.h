@@ -1,0 +1,20 @@
+#pragma once
+
+#include "core/WebExport.h"
+
+/// The module's entry points, looked up by these names. Called by the host on its main thread. Each
+/// runs once in a process: there is no way back from terminated to initialised.
+extern "C" {
+
+/// Makes the web backend available: object service, factory under the backend key "web". Starts the
+/// desktop module first if there is a display. Subscribes nothing yet, prints nothing.
+DOVA_WEB_EXPORT void initialize_dova2_web();
+/// Shuts the desktop bridge down if there was a display at start-up, destroys the object service
+/// with every window connection, and ends the subscription of the root channel. Web objects and the
+/// factory stay.
+DOVA_WEB_EXPORT void terminate_dova2_web();
+
+/// The same two for the host's loader.
+DOVA_WEB_EXPORT void KVInitialize_dova2_web();
+DOVA_WEB_EXPORT void KVTerminate_dova2_web();
+}

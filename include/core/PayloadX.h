@@ -1,0 +1,34 @@
+#pragma once
+
+#include <utility>
+
+#include "wiro/ConnectionX.h"
+#include "wiro/Emitter.h"
+#include "wiro/Packet.h"
+#include "wiro/Payload.h"
+
+namespace WIRO {
+
+/// An event on its way: keeps a copy and hands it to each connection of the emitter it is sent on.
+template <class R, PacketDropMode dropMode, class Event>
+class PayloadX final : public Payload {
+public:
+    explicit PayloadX(Event event) : m_event(std::move(event)) {}
+
+    void performDeliver(Connection* connection) override {
+        static_cast<ConnectionX<R, const Event&>*>(connection)->send(m_event);
+    }
+
+private:
+    const Event m_event;
+};
+
+/// Sends an event to every connection of the emitter, on this thread.
+template <class Event>
+void sendEvent(Emitter<void(const Event&)>& emitter, Event event,
+               SendMode mode = SendMode::Ordinary) {
+    PayloadX<void, PacketDropMode::Never, Event> payload(std::move(event));
+    emitter.sendPacket(Packet(payload), mode, false);
+}
+
+}  // namespace WIRO

@@ -1,0 +1,49 @@
+#pragma once
+
+#include <cstdint>
+
+#include "core/WebExport.h"
+#include "model/Model.h"
+#include "model/Ref.h"
+#include "toolkit/DVFactory2.h"
+#include "toolkit/Enumerations.h"
+#include "wiro/Listener.h"
+
+namespace DOVA {
+
+/// Answers the toolkit's creation requests with web objects. One for the process; lives until it
+/// ends. Main thread.
+class DOVA_WEB_EXPORT WebFactory2 : public WIRO::Listener {
+public:
+    virtual ~WebFactory2();
+
+    /// Binds the web factory to the toolkit's factory; a second call does nothing.
+    static void createFactory(DVFactory2* factory);
+    /// The model document that the widgets' elements live in, made on the first call.
+    static pf::zero::Ref<pf::zero::Model> getModel();
+
+    /// Each of these makes the web object behind a front object. It registers itself, and is
+    /// deleted through destroyObject.
+    void createDialog2(DVDialog2* front, DVDialog2Emitters* emitters, DVObject* parent,
+                       unsigned int flags);  // flags: the client gets them by the setters only
+    void createCheckBox2(DVCheckBox2* front, DVCheckBox2Emitters* emitters, DVObject* parent);
+    void createBoxLayout2(DVBoxLayout2* front, DVBoxLayout2Emitters* emitters, DVObject* parent,
+                          Direction direction);  // direction: the client lays out by itself
+    void createGridLayout2(DVGridLayout2* front, DVGridLayout2Emitters* emitters,
+                           DVObject* parent);
+    void createPanel2(DVPanel2* front, DVPanel2Emitters* emitters, DVObject* parent,
+                      bool framed);  // framed: the client draws no frames
+    void createText2(DVText2* front, DVText2Emitters* emitters, DVObject* parent);
+    void createButton2(DVButton2* front, DVButton2Emitters* emitters, DVObject* parent);
+    void createEdit2(DVEdit2* front, DVEdit2Emitters* emitters, DVObject* parent);
+
+    /// Deletes the web object with this identifier; an unknown one is ignored.
+    void destroyObject(unsigned int id);
+
+private:
+    explicit WebFactory2(DVFactory2* factory);
+
+    static WebFactory2* s_factory;
+};
+
+}  // namespace DOVA

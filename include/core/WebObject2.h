@@ -1,0 +1,193 @@
+#pragma once
+
+#include <QJsonArray>
+#include <QJsonObject>
+#include <QJsonValue>
+#include <QString>
+#include <cstdint>
+#include <mutex>
+#include <string>
+#include <utility>
+#include <vector>
+
+#include "core/ConnectionImplX.h"
+#include "core/PayloadX.h"
+#include "core/WebExport.h"
+#include "model/Base.h"
+#include "toolkit/DVObject2.h"
+#include "wiro/Listener.h"
+
+namespace DOVA {
+
+class WebObjectService2;
+
+/// The base of every web object: the implementation behind one front object, with the widget's
+/// state as named JSON properties. Made by WebFactory2; deleted by destroyObject, doDestory, with
+/// its parent, or with the front object. Toolkit calls come on the main thread, client messages on
+/// the message service's delivery thread, which the host makes the same.
+///
+/// Where this says that something is *sent*, it goes at once, as one message, on every window
+/// channel that serves the object; without one nothing is even built. What is only *stored* travels
+/// with the next description of the window.
+class DOVA_WEB_EXPORT WebObject2 : public WIRO::Listener {
+public:
+    using Identifier = std::uint32_t;
+
+    WebObject2(const WebObject2&) = delete;
+    WebObject2& operator=(const WebObject2&) = delete;
+    /// Destroys the children that are still registered, then leaves the service.
+    virtual ~WebObject2();
+
+    /// The front object. It may be gone: ask isDVObjectValid() first.
+    virtual DVObject2* getHandle() const;
+
+    /// Each of these stores `value` under `name` and, with `notify`, sends it. A value equal to the
+    /// stored one is neither stored nor sent.
+    virtual void setProperty(const std::u16string& name, bool value, bool notify);
+    virtual void setProperty(const std::u16string& name, int value, bool notify);
+    virtual void setProperty(const std::u16string& name, double value, bool notify);
+    /// A null `value` counts as empty text.
+    virtual void setProperty(const std::u16string& name, const char16_t* value, bool notify);
+    virtual void setProperty(const std::u16string& name, const std::u16string& value, bool notify);
+    /// Arrays are stored and never sent, whatever `notify` says: clients expect them in
+    /// descriptions only. A null pointer or a negative count makes an empty array.
+    virtual void setProperty(const std::u16string& name, int* values, int count, bool notify);
+    virtual void setProperty(const std::u16string& name, std::vector<std::u16string> values,
+                             bool notify);
+
+    /// Edits a stored array of texts, unsent; an absent or other property counts as empty. An index
+    /// outside the array inserts at its end and removes nothing.
+    virtual void insertToArrayProperty(const std::u16string& name, int index,
+                                       const std::u16string& value, bool notify);
+    virtual void addToArrayProperty(const std::u16string& name, const std::u16string& value,
+                                    bool notify);
+    virtual void removeFromArrayProperty(const std::u16string& name, int index, bool notify);
+
+    /// The stored value; undefined if there is none.
+    virtual QJsonValue getProperty(const std::u16string& name) const;
+    /// The text at `index` of a stored array; empty if there is none.
+    virtual std::u16string getFromArrayProperty(const std::u16string& name, int index) const;
+    /// Puts one text attribute into a property that is an object (made if absent) and sends the
+    /// property. `notify` is not consulted: attributes are always sent.
+    virtual void addAttributeToProperty(const std::u16string& name, const std::u16string& attribute,
+                                        const std::u16string& value, bool notify);
+    virtual int getArrayPropertySize(const std::u16string& name) const;
+    /// The first position of `value` in a stored array, as a number or as its decimal text; -1 if
+    /// it is not there.
+    virtual int getArrayPropertyIndex(const std::u16string& name, unsigned int value) const;
+
+    /// Null takes the object out of the tree; an object that is not valid any more, or is below
+    /// this one, changes nothing.
+    virtual void doSetParent(DVObject* parent);
+    /// The front object of the parent, layouts passed over; null if there is none.
+    virtual DVObject* doGetParent();
+    /// The front objects of the children in order; with `recursive` each is followed by its own.
+    virtual std::vector<DVObject*> doGetChildren(bool recursive);
+
+    virtual bool isWindow() const;
+    virtual bool isLayout() const;
+
+    /// The object's own description, without its children.
+    virtual QJsonObject getJSonObject() const;
+    /// The user wants the object gone. Nothing to do but for windows.
+    virtual void onDestroyRequested();
+    /// One message of the client for this object. Whatever does not fit is ignored. Its handlers
+    /// may destroy anything, this object too.
+    virtual void handleJSONMessage(const QJsonObject& message) = 0;
+    /// The object's kind in messages: that of the model element, or the class name without one.
+    virtual std::string getTypeName() const;
+
+    /// What every scalar setProperty ends in.
+    void setProperty(const std::u16string& name, const QJsonValue& value, bool notify);
+    /// Sends a property without storing it.
+    void updateProperty(const QString& name, const QJsonValue& value);
+
+    /// The service this object is registered with; null once the service is gone.
+    WebObjectService2* getService() const { return m_service; }
+    Identifier identifier() const { return m_identifier; }
+    /// True while the front object is alive.
+    bool isDVObjectValid() const;
+    /// Deletes this object.
+    void doDestory();  // this spelling is what the toolkit's callers bind to
+
+protected:
+    /// A property that the client owns, and the kind of value that is taken from it.
+    struct ClientOwned {
+        enum class Kind { Bool, Text, NumbersObject };
+        const std::u16string& name;
+        Kind kind;
+    };
+
+    /// Registers the object under the front object's identifier and binds the requests of
+    /// `emitters` that every object answers. Neither may be null.
+    WebObject2(DVObject2* front, DVObject2Emitters* emitters);
+
+    /// Binds one emitter to one operation of this object.
+    template <class Self, class R, class... Args>
+    void bind(WIRO::Emitter<R(Args...)>& emitter, R (Self::*operation)(Args...)) {
+        WIRO::bind(emitter, static_cast<Self*>(this), operation);
+    }
+    template <class Self, class R, class... Args>
+    void bind(WIRO::Emitter<R(Args...)>& emitter, R (Self::*operation)(Args...) const) {
+        WIRO::bind(emitter, static_cast<Self*>(this), operation);
+    }
+
+    /// Stores and sends a property whose every write must reach the client, changed or not: it
+    /// forgets the stored value first, so that setProperty sees a change.
+    template <class Value>
+    void sendProperty(const std::u16string& name, const Value& value) {
+        forgetProperty(name);
+        setProperty(name, value, true);
+    }
+
+    /// Emits an event to the front object: under the toolkit's object lock, if the front object is
+    /// alive and somebody listens. The event is made from the front object and `args`. Nothing of
+    /// this object may be used afterwards, since a handler may have deleted it.
+    template <class Event, class Front, class... Args>
+    void emitToFront(WIRO::Emitter<void(const Event&)>& (Front::*emitter)(), WIRO::SendMode mode,
+                     Args&&... args) {
+        std::lock_guard guard(DVObject::m_lock);
+        if (isDVObjectValid()) {
+            emitUnlocked<Event>(emitter, mode, std::forward<Args>(args)...);
+        }
+    }
+    /// The same without lock and life check, for the kinds whose events are emitted so.
+    template <class Event, class Front, class... Args>
+    void emitUnlocked(WIRO::Emitter<void(const Event&)>& (Front::*emitter)(), WIRO::SendMode mode,
+                      Args&&... args) {
+        auto* front = dynamic_cast<Front*>(getHandle());
+        if (front && (front->*emitter)().numberOfConnections() > 0) {
+            WIRO::sendEvent<Event>((front->*emitter)(), Event(front, std::forward<Args>(args)...),
+                                   mode);
+        }
+    }
+
+    /// Names what `dispatch` may store from client messages; `table` must outlive the object.
+    void declareClientOwned(const std::vector<ClientOwned>& table) { m_clientOwned = &table; }
+
+    /// The identifier as decimal text, as it stands in messages.
+    QString identifierText() const { return m_identifierText; }
+    const tdom::Base& element() const { return m_element; }
+    /// Makes `element` the object's own, tagged with the identifier.
+    void setElement(tdom::Base element);
+    const QJsonObject& state() const { return m_state; }
+
+private:
+    friend class WebObjectService2;
+
+    void storeClientOwned(const QJsonObject& message);
+    void forgetProperty(const std::u16string& name);
+    void sendMessage(const QString& name, const QJsonValue& value);
+    void destroyChildren();
+    QJsonArray takeArray(const std::u16string& name);
+
+    tdom::Base m_element;  // empty for kinds without one
+    DVObject2* const m_front;
+    const Identifier m_identifier;
+    QJsonObject m_state;
+    WebObjectService2* m_service;
+    const QString m_identifierText;
+    const std::vector<ClientOwned>* m_clientOwned = nullptr;
+};
+
+}  // namespace DOVA

@@ -1,0 +1,76 @@
+#pragma once
+
+#include <string>
+
+#include "toolkit/DVAbstractWindow2.h"
+#include "toolkit/DVFlags.h"
+#include "windows/WebContainer2.h"
+
+namespace DOVA {
+
+/// The web side of DVAbstractWindow2: a top-level window at the client.
+///
+/// The first show hands the window over: it gets a channel of its own and its whole description is
+/// published. Without a client at that moment it stays unconnected for good. From then on each write
+/// goes to the client as it happens. The client in turn owns "geometry", "frameGeometry",
+/// "maximized", "minimized" and "title": what it reports under these names replaces what is stored,
+/// and the getters answer it. Its end tells the client to close the window.
+class DOVA_WEB_EXPORT WebAbstractWindow2 : public WebContainer2 {
+public:
+    bool isWindow() const override;
+    /// Emits the front window's destroy request if the front window is alive and somebody listens;
+    /// else the window stays.
+    void onDestroyRequested() override;
+    std::string getTypeName() const override;
+    /// Shows the window the first time; later calls do nothing.
+    void doShow() override;
+
+    /// Writes the triggers "showNormal" (or "showMaximized"), "activateWindow" and "raise", then
+    /// shows the window if it was not shown yet.
+    virtual void doShowNormal();
+    /// Only the trigger: a window that is only ever minimised is never handed to the client.
+    virtual void doShowMinimized();
+    virtual void doShowMaximized();
+    /// What the client reported; false before.
+    virtual bool doIsMinimized() const;
+    virtual bool doIsMaximized() const;
+    virtual void doSetTitle(const std::u16string& title);
+    virtual std::u16string doGetTitle() const;
+    /// Written as the text "[x,y,width,height]"; the client reports an object. The bool is not used.
+    virtual void doSetFrameGeometry(diagram::RectTemplate<int> geometry, bool);
+    /// What the client reported, truncated to whole pixels; zeros before.
+    virtual diagram::RectTemplate<int> doGetFrameGeometry() const;
+    virtual void doSetGeometry(diagram::RectTemplate<int> geometry);
+    virtual diagram::RectTemplate<int> doGetGeometry() const;
+    /// Geometry less frame geometry, member by member, truncated after the subtraction.
+    virtual diagram::RectTemplate<int> doGetFrameOffset() const;
+    /// A path that does not hold the application root gets it put in front; "\" becomes "/".
+    /// Without an application context or root nothing happens.
+    virtual void doSetIconWithPath(const std::u16string& path);
+    virtual void doSetIcon(Icon icon);                              // no effect
+    virtual void doSetWindowState(DVFlags<WindowState> state);      // no effect
+    virtual DVFlags<WindowState> doGetWindowState() const;          // always empty
+    /// Written as "[x, y]".
+    virtual void doMove(diagram::PointTemplate<int> position);
+    virtual void init();  // no effect
+
+    void showFirstTime();
+    /// Tells the client to close the window.
+    void sendWindowDestroyMessage();
+
+protected:
+    WebAbstractWindow2(DVAbstractWindow2* front, DVAbstractWindow2Emitters* emitters);
+    ~WebAbstractWindow2() override;
+
+private:
+    void bindShowing(DVAbstractWindow2Emitters* emitters);
+    void bindGeometry(DVAbstractWindow2Emitters* emitters);
+    void showInFront(const std::u16string& trigger);
+    void leaveClient();
+    QJsonObject rectangleProperty(const std::u16string& name) const;
+
+    bool m_shown = false;
+    std::u16string m_iconPath;
+};
+
+}  // namespace DOVA

@@ -1,0 +1,73 @@
+#include "core/ModuleEntry.h"
+
+#include <memory>
+
+#include "BaseConnection.h"
+#include "core/WebFactory2.h"
+#include "core/WebObjectService2.h"
+#include "host/Display.h"
+#include "toolkit/DVBridge.h"
+#include "toolkit/DVFactory2.h"
+#include "toolkit/DesktopModule.h"
+#include "toolkit/StringID.h"
+
+using namespace DOVA;
+
+namespace {
+
+bool s_initialised = false;
+bool s_terminated = false;
+bool s_hasDisplay = false;
+
+void startDesktopModule() {
+    s_hasDisplay = svGraphicsHasDisplay();
+    if (s_hasDisplay) {
+        initialize_dova2_qt();
+    }
+}
+
+void stopDesktopModule() {
+    if (!s_hasDisplay) {
+        return;
+    }
+    if (DVBridge* bridge = DVBridge::getBridge(StringID::setStringID("qt"))) {
+        bridge->shutDown();
+    }
+    terminate_dova2_qt();
+}
+
+}  // namespace
+
+void initialize_dova2_web() {
+    if (s_initialised) {
+        return;
+    }
+    s_initialised = true;
+    startDesktopModule();
+    WebObjectService2::install(std::make_unique<WebObjectService2>());
+    // Kept until the process ends, like the web factory bound to it: front objects ask for their
+    // factory whenever they die.
+    static auto* factory = new DVFactory2(nullptr);
+    WebFactory2::createFactory(factory);
+    DVFactory2::registerFactory(StringID::setStringID("web"), factory);
+    // The host's script namespaces are added here, after everything that their functions use.
+}
+
+void terminate_dova2_web() {
+    if (s_terminated) {
+        return;
+    }
+    s_terminated = true;
+    // The host's script namespaces are detached here, before anything that their functions use.
+    stopDesktopModule();
+    WebObjectService2::install(nullptr);
+    BaseConnection::releaseInstance();
+}
+
+void KVInitialize_dova2_web() {
+    initialize_dova2_web();
+}
+
+void KVTerminate_dova2_web() {
+    terminate_dova2_web();
+}

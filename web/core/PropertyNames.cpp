@@ -1,0 +1,95 @@
+#include "PropertyNames.h"
+
+namespace DOVA::keys {
+
+const QString contents = QStringLiteral("contents");
+const QString id = QStringLiteral("id");
+const QString type = QStringLiteral("type");
+const QString tag = QStringLiteral("tag");
+const QString tooltip = QStringLiteral("tooltip");
+const QString enable = QStringLiteral("enable");
+const QString visible = QStringLiteral("visible");
+const QString text = QStringLiteral("text");
+const QString buddy = QStringLiteral("buddy");
+const QString placeholder = QStringLiteral("placeholder");
+const QString label = QStringLiteral("label");
+const QString icon = QStringLiteral("icon");
+const QString checkable = QStringLiteral("checkable");
+const QString checked = QStringLiteral("checked");
+const QString defaultbutton = QStringLiteral("defaultbutton");
+const QString editable = QStringLiteral("editable");
+const QString currentindex = QStringLiteral("currentindex");
+const QString entries = QStringLiteral("entries");
+const QString style = QStringLiteral("style");
+const QString msgType = QStringLiteral("msgType");
+const QString parentId = QStringLiteral("parentId");
+const QString level = QStringLiteral("level");
+const QString title = QStringLiteral("title");
+const QString body = QStringLiteral("body");
+const QString modal = QStringLiteral("modal");
+const QString x = QStringLiteral("x");
+const QString y = QStringLiteral("y");
+const QString width = QStringLiteral("width");
+const QString height = QStringLiteral("height");
+const QString event = QStringLiteral("event");
+const QString value = QStringLiteral("value");
+const QString onClick = QStringLiteral("onClick");
+const QString onToggle = QStringLiteral("onToggle");
+const QString onEdit = QStringLiteral("onEdit");
+const QString onEditFinish = QStringLiteral("onEditFinish");
+const QString increaseFontSize = QStringLiteral("increaseFontSize");
+const QString decreaseFontSize = QStringLiteral("decreaseFontSize");
+const QString resize = QStringLiteral("resize");
+
+}  // namespace DOVA::keys
+
+namespace DOVA::names {
+
+const std::u16string type = u"type";
+const std::u16string version = u"version";
+const std::u16string command = u"command";
+const std::u16string close = u"close";
+const std::u16string meta = u"meta";
+const std::u16string style = u"style";
+const std::u16string backgroundColor = u"backgroundColor";
+const std::u16string color = u"color";
+const std::u16string visible = u"visible";
+const std::u16string enable = u"enable";
+const std::u16string tooltip = u"tooltip";
+const std::u16string raise = u"raise";
+const std::u16string update = u"update";
+const std::u16string refresh = u"refresh";
+const std::u16string setFocus = u"setFocus";
+const std::u16string adjustsize = u"adjustsize";
+const std::u16string updateEnabled = u"updateEnabled";
+const std::u16string rowSpan = u"rowSpan";
+const std::u16string colSpan = u"colSpan";
+const std::u16string objectName = u"objectName";
+const std::u16string saveGeometry = u"saveGeometry";
+const std::u16string moveTo = u"moveTo";
+const std::u16string geometry = u"geometry";
+const std::u16string resize = u"resize";
+const std::u16string setPreferredSize = u"setPreferredSize";
+const std::u16string setMinimumWidth = u"setMinimumWidth";
+const std::u16string setMinimumHeight = u"setMinimumHeight";
+const std::u16string setMaximumWidth = u"setMaximumWidth";
+const std::u16string setMaximumHeight = u"setMaximumHeight";
+const std::u16string title = u"title";
+const std::u16string windowicon = u"windowicon";
+const std::u16string showMinimized = u"showMinimized";
+const std::u16string showNormal = u"showNormal";
+const std::u16string showMaximized = u"showMaximized";
+const std::u16string activateWindow = u"activateWindow";
+const std::u16string frameGeometry = u"frameGeometry";
+const std::u16string move = u"move";
+const std::u16string maximized = u"maximized";
+const std::u16string minimized = u"minimized";
+const std::u16string transient = u"transient";
+const std::u16string modal = u"modal";
+const std::u16string scrollable = u"scrollable";
+const std::u16string layoutGrid = u"layoutGrid";
+const std::u16string invalidate = u"invalidate";
+const std::u16string spacing = u"spacing";
+const std::u16string enabled = u"enabled";
+
+}  // namespace DOVA::names

@@ -1,0 +1,106 @@
+#pragma once
+
+#include <QString>
+#include <string>
+
+/// Every name that stands in a message, once. The ones in `keys` are used with QJsonObject, the ones
+/// in `names` with the typed property operations.
+namespace DOVA::keys {
+
+extern const QString contents;
+extern const QString id;
+extern const QString type;
+extern const QString tag;
+extern const QString tooltip;
+extern const QString enable;
+extern const QString visible;
+extern const QString text;
+extern const QString buddy;
+extern const QString placeholder;
+extern const QString label;
+extern const QString icon;
+extern const QString checkable;
+extern const QString checked;
+extern const QString defaultbutton;
+extern const QString editable;
+extern const QString currentindex;
+extern const QString entries;
+
+extern const QString style;
+extern const QString msgType;
+extern const QString parentId;
+extern const QString level;
+extern const QString title;
+extern const QString body;
+extern const QString modal;
+extern const QString x;
+extern const QString y;
+extern const QString width;
+extern const QString height;
+
+// What a client sends.
+extern const QString event;
+extern const QString value;
+extern const QString onClick;
+extern const QString onToggle;
+extern const QString onEdit;
+extern const QString onEditFinish;
+extern const QString increaseFontSize;
+extern const QString decreaseFontSize;
+extern const QString resize;
+
+}  // namespace DOVA::keys
+
+namespace DOVA::names {
+
+extern const std::u16string type;
+extern const std::u16string version;
+extern const std::u16string command;
+extern const std::u16string close;
+extern const std::u16string meta;
+extern const std::u16string style;
+extern const std::u16string backgroundColor;
+extern const std::u16string color;
+
+extern const std::u16string visible;
+extern const std::u16string enable;
+extern const std::u16string tooltip;
+extern const std::u16string raise;
+extern const std::u16string update;
+extern const std::u16string refresh;
+extern const std::u16string setFocus;
+extern const std::u16string adjustsize;
+extern const std::u16string updateEnabled;
+extern const std::u16string rowSpan;
+extern const std::u16string colSpan;
+extern const std::u16string objectName;
+extern const std::u16string saveGeometry;
+extern const std::u16string moveTo;
+extern const std::u16string geometry;
+extern const std::u16string resize;
+extern const std::u16string setPreferredSize;
+extern const std::u16string setMinimumWidth;
+extern const std::u16string setMinimumHeight;
+extern const std::u16string setMaximumWidth;
+extern const std::u16string setMaximumHeight;
+
+extern const std::u16string title;
+extern const std::u16string windowicon;
+extern const std::u16string showMinimized;
+extern const std::u16string showNormal;
+extern const std::u16string showMaximized;
+extern const std::u16string activateWindow;
+extern const std::u16string frameGeometry;
+extern const std::u16string move;
+extern const std::u16string maximized;
+extern const std::u16string minimized;
+extern const std::u16string transient;
+extern const std::u16string modal;
+extern const std::u16string scrollable;
+
+extern const std::u16string layoutGrid;
+extern const std::u16string invalidate;
+extern const std::u16string spacing;
+extern const std::u16string enabled;
+
+}  // namespace DOVA::names

@@ -1,0 +1,42 @@
+#include "TextConversions.h"
+
+#include <QJsonValue>
+#include <cmath>
+#include <limits>
+
+namespace DOVA {
+
+namespace {
+
+constexpr std::uint64_t s_maximum = std::numeric_limits<std::uint32_t>::max();
+
+std::uint32_t parseDecimal(const QString& text) {
+    std::uint64_t number = 0;
+    for (const QChar character : text) {
+        if (character < QLatin1Char('0') || character > QLatin1Char('9')) {
+            return 0;
+        }
+        number = number * 10 + (character.unicode() - u'0');
+        if (number > s_maximum) {
+            return 0;
+        }
+    }
+    return static_cast<std::uint32_t>(number);
+}
+
+}  // namespace
+
+std::u16string decimal(int value) {
+    return toU16(QString::number(value));
+}
+
+std::uint32_t parseIdentifier(const QJsonValue& value) {
+    if (value.isString()) {
+        return parseDecimal(value.toString());
+    }
+    const double number = value.toDouble(0);
+    const bool fits = number >= 0 && number <= s_maximum && number == std::floor(number);
+    return fits ? static_cast<std::uint32_t>(number) : 0;
+}
+
+}  // namespace DOVA

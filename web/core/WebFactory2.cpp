@@ -1,0 +1,90 @@
+#include "core/WebFactory2.h"
+
+#include "core/ConnectionImplX.h"
+#include "core/WebObject2.h"
+#include "core/WebObjectService2.h"
+#include "widgets/WebButton2.h"
+#include "widgets/WebCheckBox2.h"
+#include "widgets/WebEdit2.h"
+#include "widgets/WebText2.h"
+#include "windows/WebBoxLayout2.h"
+#include "windows/WebDialog2.h"
+#include "windows/WebGridLayout2.h"
+#include "windows/WebPanel2.h"
+
+namespace DOVA {
+
+WebFactory2* WebFactory2::s_factory = nullptr;
+
+WebFactory2::WebFactory2(DVFactory2* factory) {
+    WIRO::bind(factory->destroy, this, &WebFactory2::destroyObject);
+    WIRO::bind(factory->createDialog2, this, &WebFactory2::createDialog2);
+    WIRO::bind(factory->createCheckBox2, this, &WebFactory2::createCheckBox2);
+    WIRO::bind(factory->createBoxLayout2, this, &WebFactory2::createBoxLayout2);
+    WIRO::bind(factory->createGridLayout2, this, &WebFactory2::createGridLayout2);
+    WIRO::bind(factory->createPanel2, this, &WebFactory2::createPanel2);
+    WIRO::bind(factory->createText2, this, &WebFactory2::createText2);
+    WIRO::bind(factory->createButton2, this, &WebFactory2::createButton2);
+    WIRO::bind(factory->createEdit2, this, &WebFactory2::createEdit2);
+}
+
+WebFactory2::~WebFactory2() = default;
+
+void WebFactory2::createFactory(DVFactory2* factory) {
+    if (!s_factory) {
+        s_factory = new WebFactory2(factory);
+    }
+}
+
+pf::zero::Ref<pf::zero::Model> WebFactory2::getModel() {
+    static const auto model = pf::zero::Model::create(pf::zero::ModelConstellation());
+    return model;
+}
+
+// Each new object is reached through the service and deleted through destroyObject.
+
+void WebFactory2::createDialog2(DVDialog2* front, DVDialog2Emitters* emitters, DVObject* parent,
+                                unsigned int) {
+    new WebDialog2(front, emitters, parent);
+}
+
+void WebFactory2::createCheckBox2(DVCheckBox2* front, DVCheckBox2Emitters* emitters,
+                                  DVObject* parent) {
+    new WebCheckBox2(front, emitters, parent);
+}
+
+void WebFactory2::createBoxLayout2(DVBoxLayout2* front, DVBoxLayout2Emitters* emitters,
+                                   DVObject* parent, Direction) {
+    new WebBoxLayout2(front, emitters, parent);
+}
+
+void WebFactory2::createGridLayout2(DVGridLayout2* front, DVGridLayout2Emitters* emitters,
+                                    DVObject* parent) {
+    new WebGridLayout2(front, emitters, parent);
+}
+
+void WebFactory2::createPanel2(DVPanel2* front, DVPanel2Emitters* emitters, DVObject* parent,
+                               bool) {
+    new WebPanel2(front, emitters, parent);
+}
+
+void WebFactory2::createText2(DVText2* front, DVText2Emitters* emitters, DVObject* parent) {
+    new WebText2(front, emitters, parent);
+}
+
+void WebFactory2::createButton2(DVButton2* front, DVButton2Emitters* emitters, DVObject* parent) {
+    new WebButton2(front, emitters, parent);
+}
+
+void WebFactory2::createEdit2(DVEdit2* front, DVEdit2Emitters* emitters, DVObject* parent) {
+    new WebEdit2(front, emitters, parent);
+}
+
+void WebFactory2::destroyObject(unsigned int id) {
+    WebObjectService2* service = WebObjectService2::instance();
+    if (WebObject2* object = service ? service->getObject(id) : nullptr) {
+        object->doDestory();
+    }
+}
+
+}  // namespace DOVA

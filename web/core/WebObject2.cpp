@@ -1,0 +1,295 @@
+#include "core/WebObject2.h"
+
+#include <QJsonArray>
+#include <QJsonDocument>
+#include <boost/core/demangle.hpp>
+#include <typeinfo>
+
+#include "PropertyNames.h"
+#include "TextConversions.h"
+#include "core/WebObjectService2.h"
+
+namespace DOVA {
+
+namespace {
+
+QJsonArray toArray(const std::vector<std::u16string>& values) {
+    QJsonArray array;
+    for (const std::u16string& value : values) {
+        array.append(toQString(value));
+    }
+    return array;
+}
+
+bool isNumbersObject(const QJsonValue& value) {
+    const QJsonObject object = value.toObject();
+    bool numbers = value.isObject();
+    for (const QJsonValue member : object) {
+        numbers = numbers && member.isDouble();
+    }
+    return numbers;
+}
+
+}  // namespace
+
+WebObject2::WebObject2(DVObject2* front, DVObject2Emitters* emitters)
+    : m_front(front),
+      m_identifier(front->identifier()),
+      m_service(WebObjectService2::instance()),
+      m_identifierText(QString::number(m_identifier)) {
+    bind(emitters->setParent, &WebObject2::doSetParent);
+    bind(emitters->getParent, &WebObject2::doGetParent);
+    bind(emitters->getChildren, &WebObject2::doGetChildren);
+    bind(emitters->destroy, &WebObject2::doDestory);
+    if (m_service) {
+        m_service->addObject(this);
+    }
+    m_state.insert(keys::id, m_identifierText);
+}
+
+WebObject2::~WebObject2() {
+    disconnectAll();
+    if (m_service) {
+        destroyChildren();
+    }
+    if (m_service) {
+        m_service->removeObject(this);
+    }
+}
+
+void WebObject2::destroyChildren() {
+    for (const Identifier child : m_service->getChildIds(m_identifier)) {
+        WebObject2* object = m_service ? m_service->getObject(child) : nullptr;
+        if (object) {
+            object->doDestory();
+        }
+    }
+}
+
+void WebObject2::doDestory() {
+    delete this;
+}
+
+DVObject2* WebObject2::getHandle() const {
+    return m_front;
+}
+
+bool WebObject2::isDVObjectValid() const {
+    return DVObject::isObjectValid(m_front, m_identifier);
+}
+
+void WebObject2::setProperty(const std::u16string& name, const QJsonValue& value, bool notify) {
+    const QStringView key = toView(name);
+    if (m_state.value(key) == value && m_state.contains(key)) {
+        return;
+    }
+    m_state.insert(key, value);
+    if (notify) {
+        sendMessage(toQString(name), value);
+    }
+}
+
+void WebObject2::updateProperty(const QString& name, const QJsonValue& value) {
+    sendMessage(name, value);
+}
+
+void WebObject2::sendMessage(const QString& name, const QJsonValue& value) {
+    if (!m_service) {
+        return;
+    }
+    const auto numbers = m_service->getConnectionNumbers(m_identifier);
+    if (numbers.empty()) {
+        return;
+    }
+    QJsonObject message;
+    message.insert(keys::id, m_identifierText);
+    message.insert(keys::type, QString::fromStdString(getTypeName()));
+    message.insert(name, value);
+    m_service->send(numbers, QJsonDocument(QJsonArray{message}));
+}
+
+void WebObject2::setProperty(const std::u16string& name, bool value, bool notify) {
+    setProperty(name, QJsonValue(value), notify);
+}
+
+void WebObject2::setProperty(const std::u16string& name, int value, bool notify) {
+    setProperty(name, QJsonValue(value), notify);
+}
+
+void WebObject2::setProperty(const std::u16string& name, double value, bool notify) {
+    setProperty(name, QJsonValue(value), notify);
+}
+
+void WebObject2::setProperty(const std::u16string& name, const char16_t* value, bool notify) {
+    const std::size_t length = value ? std::char_traits<char16_t>::length(value) : 0;
+    setProperty(name, QJsonValue(toQString(value, length)), notify);
+}
+
+void WebObject2::setProperty(const std::u16string& name, const std::u16string& value,
+                             bool notify) {
+    setProperty(name, QJsonValue(toQString(value)), notify);
+}
+
+void WebObject2::setProperty(const std::u16string& name, int* values, int count, bool) {
+    QJsonArray array;
+    for (int i = 0; values && i < count; ++i) {
+        array.append(values[i]);
+    }
+    m_state.insert(toView(name), array);
+}
+
+void WebObject2::setProperty(const std::u16string& name, std::vector<std::u16string> values,
+                             bool) {
+    m_state.insert(toView(name), toArray(values));
+}
+
+// The array leaves the state while it is edited: with a second handle on it, each edit would copy
+// the whole of it.
+QJsonArray WebObject2::takeArray(const std::u16string& name) {
+    return m_state.take(toView(name)).toArray();
+}
+
+void WebObject2::insertToArrayProperty(const std::u16string& name, int index,
+                                       const std::u16string& value, bool) {
+    QJsonArray array = takeArray(name);
+    const bool inside = index >= 0 && index < array.size();
+    array.insert(inside ? index : array.size(), toQString(value));
+    m_state.insert(toView(name), array);
+}
+
+void WebObject2::addToArrayProperty(const std::u16string& name, const std::u16string& value,
+                                    bool) {
+    QJsonArray array = takeArray(name);
+    array.append(toQString(value));
+    m_state.insert(toView(name), array);
+}
+
+void WebObject2::removeFromArrayProperty(const std::u16string& name, int index, bool) {
+    QJsonArray array = takeArray(name);
+    if (index >= 0 && index < array.size()) {
+        array.removeAt(index);
+    }
+    m_state.insert(toView(name), array);
+}
+
+QJsonValue WebObject2::getProperty(const std::u16string& name) const {
+    return m_state.value(toView(name));
+}
+
+std::u16string WebObject2::getFromArrayProperty(const std::u16string& name, int index) const {
+    return toU16(getProperty(name).toArray().at(index).toString());
+}
+
+int WebObject2::getArrayPropertySize(const std::u16string& name) const {
+    return getProperty(name).toArray().size();
+}
+
+int WebObject2::getArrayPropertyIndex(const std::u16string& name, unsigned int value) const {
+    const QJsonArray array = getProperty(name).toArray();
+    const QString text = QString::number(value);
+    for (int i = 0; i < array.size(); ++i) {
+        const QJsonValue entry = array.at(i);
+        if (entry == QJsonValue(static_cast<double>(value)) || entry == QJsonValue(text)) {
+            return i;
+        }
+    }
+    return -1;
+}
+
+void WebObject2::addAttributeToProperty(const std::u16string& name,
+                                        const std::u16string& attribute,
+                                        const std::u16string& value, bool) {
+    QJsonObject object = m_state.take(toView(name)).toObject();
+    object.insert(toView(attribute), toQString(value));
+    setProperty(name, QJsonValue(object), true);
+}
+
+void WebObject2::forgetProperty(const std::u16string& name) {
+    m_state.remove(toView(name));
+}
+
+void WebObject2::storeClientOwned(const QJsonObject& message) {
+    if (!m_clientOwned) {
+        return;
+    }
+    for (const ClientOwned& property : *m_clientOwned) {
+        const QJsonValue value = message.value(toView(property.name));
+        const bool fits = property.kind == ClientOwned::Kind::Bool   ? value.isBool()
+                          : property.kind == ClientOwned::Kind::Text ? value.isString()
+                                                                     : isNumbersObject(value);
+        if (fits) {
+            m_state.insert(toView(property.name), value);
+        }
+    }
+}
+
+void WebObject2::doSetParent(DVObject* parent) {
+    if (!m_service) {
+        return;
+    }
+    if (!parent) {
+        m_service->setParent(m_identifier, 0);
+    } else if (DVObject::isObjectValid(parent, parent->identifier())) {
+        m_service->setParent(m_identifier, parent->identifier());
+    }
+}
+
+DVObject* WebObject2::doGetParent() {
+    WebObject2* parent =
+        m_service ? m_service->getObject(m_service->getParentId(m_identifier)) : nullptr;
+    if (!parent) {
+        return nullptr;
+    }
+    return parent->isLayout() ? parent->doGetParent() : parent->getHandle();
+}
+
+std::vector<DVObject*> WebObject2::doGetChildren(bool recursive) {
+    std::vector<DVObject*> children;
+    if (!m_service) {
+        return children;
+    }
+    for (const Identifier id : m_service->getChildIds(m_identifier)) {
+        WebObject2* child = m_service->getObject(id);
+        if (!child) {
+            continue;
+        }
+        children.push_back(child->getHandle());
+        if (recursive) {
+            const std::vector<DVObject*> below = child->doGetChildren(true);
+            children.insert(children.end(), below.begin(), below.end());
+        }
+    }
+    return children;
+}
+
+bool WebObject2::isWindow() const {
+    return false;
+}
+
+bool WebObject2::isLayout() const {
+    return false;
+}
+
+QJsonObject WebObject2::getJSonObject() const {
+    return m_state;
+}
+
+void WebObject2::onDestroyRequested() {}
+
+std::string WebObject2::getTypeName() const {
+    if (m_element) {
+        return m_element->getTypeName();
+    }
+    const std::string name = boost::core::demangle(typeid(*this).name());
+    const std::size_t scope = name.rfind(':');
+    return scope == std::string::npos ? name : name.substr(scope + 1);
+}
+
+void WebObject2::setElement(tdom::Base element) {
+    m_element = std::move(element);
+    if (m_element) {
+        m_element->setTag(toU16(m_identifierText));
+    }
+}
+
+}  // namespace DOVA

@@ -1,0 +1,226 @@
+#include "core/WebObjectService2.h"
+
+#include <QJsonArray>
+#include <algorithm>
+
+#include "MessageService.h"
+#include "ObjectConnection.h"
+#include "PropertyNames.h"
+#include "TextConversions.h"
+#include "core/WebObject2.h"
+
+namespace DOVA {
+
+namespace {
+
+std::unique_ptr<WebObjectService2>& singleton() {
+    static std::unique_ptr<WebObjectService2> service;
+    return service;
+}
+
+}  // namespace
+
+WebObjectService2::WebObjectService2() = default;
+
+WebObjectService2::~WebObjectService2() noexcept {
+    for (const auto& entry : m_objects) {
+        entry.second->m_service = nullptr;
+    }
+}
+
+WebObjectService2* WebObjectService2::instance() {
+    return singleton().get();
+}
+
+void WebObjectService2::install(std::unique_ptr<WebObjectService2> service) noexcept {
+    // The previous one is destroyed when it is no longer reached: whatever its end sets off finds
+    // the new one, or none.
+    singleton().swap(service);
+}
+
+void WebObjectService2::addObject(WebObject2* object) {
+    m_objects.emplace(object->identifier(), object);
+}
+
+WebObject2* WebObjectService2::getObject(Identifier id) const {
+    const auto found = m_objects.find(id);
+    return found == m_objects.end() ? nullptr : found->second;
+}
+
+void WebObjectService2::removeObject(WebObject2* object) {
+    const Identifier id = object->identifier();
+    if (getObject(id) != object) {
+        return;
+    }
+    m_objects.erase(id);
+    m_parents.get<ByChild>().erase(id);
+    m_served.get<ByObject>().erase(id);
+}
+
+void WebObjectService2::setParent(Identifier child, Identifier parent) {
+    if (getParentId(child) == parent || isBelow(parent, child)) {
+        return;
+    }
+    auto& links = m_parents.get<ByChild>();
+    links.erase(child);
+    if (parent != 0) {
+        links.insert({child, parent});
+    }
+}
+
+bool WebObjectService2::isBelow(Identifier id, Identifier ancestor) const {
+    while (id != 0 && id != ancestor) {
+        id = getParentId(id);
+    }
+    return id != 0;
+}
+
+WebObjectService2::Identifier WebObjectService2::getParentId(Identifier id) const {
+    const auto& links = m_parents.get<ByChild>();
+    const auto found = links.find(id);
+    return found == links.end() ? 0 : found->parent;
+}
+
+std::vector<WebObjectService2::Identifier> WebObjectService2::getChildIds(Identifier id) const {
+    std::vector<Identifier> children;
+    const auto range = m_parents.get<ByParent>().equal_range(id);
+    for (auto link = range.first; link != range.second; ++link) {
+        children.push_back(link->child);
+    }
+    return children;
+}
+
+template <class Visit>
+void WebObjectService2::visitSubtree(Identifier id, Visit visit) const {
+    std::vector<Identifier> pending{id};
+    while (!pending.empty()) {
+        const Identifier next = pending.back();
+        pending.pop_back();
+        visit(next);
+        const auto range = m_parents.get<ByParent>().equal_range(next);
+        for (auto link = range.first; link != range.second; ++link) {
+            pending.push_back(link->child);
+        }
+    }
+}
+
+WebObjectService2::ConnectionNumber WebObjectService2::addConnection(
+    Identifier window, std::unique_ptr<ObjectConnection> connection) {
+    const ConnectionNumber number = connection->number();
+    m_connections[number] = {window, std::move(connection)};
+    return number;
+}
+
+void WebObjectService2::serveSubtree(Identifier id, ConnectionNumber connection) {
+    if (!getObject(id)) {
+        return;
+    }
+    visitSubtree(id, [&](Identifier below) {
+        if (!serves(connection, below)) {
+            m_served.insert({below, connection});
+        }
+    });
+}
+
+void WebObjectService2::dropServedSubtree(Identifier id) {
+    visitSubtree(id, [&](Identifier below) { m_served.get<ByObject>().erase(below); });
+}
+
+void WebObjectService2::removeConnections(Identifier window) {
+    for (auto entry = m_connections.begin(); entry != m_connections.end();) {
+        if (entry->second.window == window) {
+            m_served.get<ByConnection>().erase(entry->first);
+            entry = m_connections.erase(entry);
+        } else {
+            ++entry;
+        }
+    }
+}
+
+bool WebObjectService2::serves(ConnectionNumber connection, Identifier id) const {
+    const auto range = m_served.get<ByObject>().equal_range(id);
+    return std::any_of(range.first, range.second, [=](const ServedBy& entry) {
+        return entry.connection == connection;
+    });
+}
+
+WebObjectService2::ConnectionNumbers WebObjectService2::getConnectionNumbers(
+    Identifier id) const {
+    ConnectionNumbers numbers;
+    if (!getObject(id)) {
+        return numbers;
+    }
+    for (; id != 0; id = getParentId(id)) {
+        const auto range = m_served.get<ByObject>().equal_range(id);
+        for (auto entry = range.first; entry != range.second; ++entry) {
+            numbers.insert(entry->connection);
+        }
+    }
+    return numbers;
+}
+
+void WebObjectService2::send(Identifier id, const QJsonDocument& document) {
+    send(getConnectionNumbers(id), document);
+}
+
+void WebObjectService2::send(const ConnectionNumbers& numbers, const QJsonDocument& document) {
+    if (numbers.empty()) {
+        return;
+    }
+    const std::string text = toWireText(document);
+    for (const ConnectionNumber number : numbers) {
+        const auto found = m_connections.find(number);
+        if (found != m_connections.end()) {
+            found->second.connection->sendText(text);
+        }
+    }
+}
+
+void WebObjectService2::dispatch(ConnectionNumber connection, const QJsonDocument& document) {
+    if (document.isObject()) {
+        handleElement(connection, document.object());
+        return;
+    }
+    const std::weak_ptr<const bool> alive = m_alive;
+    const QJsonArray elements = document.array();
+    for (const QJsonValue element : elements) {
+        if (!handleElement(connection, element.toObject()) || alive.expired()) {
+            return;
+        }
+    }
+}
+
+bool WebObjectService2::handleElement(ConnectionNumber connection, const QJsonObject& element) {
+    const Identifier id = parseIdentifier(element.value(keys::id));
+    if (id == 0) {
+        return false;
+    }
+    WebObject2* object = getObject(id);
+    if (object && getConnectionNumbers(id).count(connection) > 0) {
+        object->storeClientOwned(element);
+        object->handleJSONMessage(element);
+    }
+    return true;
+}
+
+QJsonObject WebObjectService2::describe(Identifier id) const {
+    const WebObject2* object = getObject(id);
+    if (!object) {
+        return {};
+    }
+    QJsonObject description = object->getJSonObject();
+    QJsonArray contents;
+    const auto range = m_parents.get<ByParent>().equal_range(id);
+    for (auto link = range.first; link != range.second; ++link) {
+        const QJsonObject child = describe(link->child);
+        if (!child.isEmpty()) {
+            contents.append(child);
+        }
+    }
+    if (!contents.isEmpty()) {
+        description.insert(keys::contents, contents);
+    }
+    return description;
+}
+
+}  // namespace DOVA

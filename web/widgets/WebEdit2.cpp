@@ -1,0 +1,70 @@
+#include "widgets/WebEdit2.h"
+
+#include "../core/PropertyNames.h"
+#include "../core/TextConversions.h"
+#include "CreateElement.h"
+#include "model/Edit.h"
+
+namespace DOVA {
+
+WebEdit2::WebEdit2(DVEdit2* front, DVEdit2Emitters* emitters, DVObject*)
+    : WebWidget2(front, emitters) {
+    setProperty(names::type, u"Edit", false);
+    createElement<tdom::Edit>();
+    doLower();
+    bind(emitters->setTextU, &WebEdit2::doSetTextU);
+    bind(emitters->getTextU, &WebEdit2::doGetTextU);
+}
+
+WebEdit2::~WebEdit2() {
+    disconnectAll();
+    disableEventBroadcasting();
+}
+
+void WebEdit2::doSetTextU(const std::u16string& text) {
+    if (doGetTextU(false) == text) {
+        return;
+    }
+    if (const auto edit = tdom::as<tdom::Edit>(element())) {
+        edit->setText(text);
+    }
+    updateProperty(keys::text, toQString(text));
+}
+
+std::u16string WebEdit2::doGetTextU(bool) const {
+    const auto edit = tdom::as<tdom::Edit>(element());
+    return edit ? edit->getText() : std::u16string();
+}
+
+void WebEdit2::doSetPlaceHolderText(const std::u16string& text) {
+    if (const auto edit = tdom::as<tdom::Edit>(element())) {
+        edit->setPlaceholder(text);
+    }
+    updateProperty(keys::placeholder, toQString(text));
+}
+
+std::u16string WebEdit2::doGetPlaceHolderText() const {
+    const auto edit = tdom::as<tdom::Edit>(element());
+    return edit ? edit->getPlaceholder() : std::u16string();
+}
+
+void WebEdit2::handleJSONMessage(const QJsonObject& message) {
+    const QString event = message.value(keys::event).toString();
+    const auto emitter = event == keys::onEdit         ? &DVEdit2::editEmitter
+                         : event == keys::onEditFinish ? &DVEdit2::editFinishedEmitter
+                                                       : nullptr;
+    if (emitter) {
+        emitUnlocked<DVEditEvent2>(emitter, WIRO::SendMode::Ordinary,
+                                   toU16(message.value(keys::value).toString()), 0, 0);
+    }
+}
+
+QJsonObject WebEdit2::getJSonObject() const {
+    QJsonObject description = WebWidget2::getJSonObject();
+    if (const auto edit = tdom::as<tdom::Edit>(element())) {
+        description.insert(keys::text, toQString(edit->getText()));
+    }
+    return description;
+}
+
+}  // namespace DOVA

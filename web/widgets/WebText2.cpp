@@ -1,0 +1,66 @@
+#include "widgets/WebText2.h"
+
+#include "../core/PropertyNames.h"
+#include "../core/TextConversions.h"
+#include "CreateElement.h"
+#include "core/WebObjectService2.h"
+#include "model/Text.h"
+
+namespace DOVA {
+
+WebText2::WebText2(DVText2* front, DVText2Emitters* emitters, DVObject*)
+    : WebWidget2(front, emitters) {
+    createElement<tdom::Text>();
+    doLower();
+    bind(emitters->setTextU, &WebText2::doSetTextU);
+    bind(emitters->getTextU, &WebText2::doGetTextU);
+    bind(emitters->setBuddy, &WebText2::doSetBuddy);
+    bind(emitters->getBuddy, &WebText2::doGetBuddy);
+}
+
+WebText2::~WebText2() {
+    disconnectAll();
+    disableEventBroadcasting();
+}
+
+void WebText2::doSetTextU(const std::u16string& text) {
+    if (doGetTextU(false) == text) {
+        return;
+    }
+    if (const auto own = tdom::as<tdom::Text>(element())) {
+        own->setText(text);
+    }
+    updateProperty(keys::text, toQString(text));
+}
+
+std::u16string WebText2::doGetTextU(bool) const {
+    const auto own = tdom::as<tdom::Text>(element());
+    return own ? own->getText() : std::u16string();
+}
+
+void WebText2::doSetBuddy(DVObject* buddy) {
+    if (!buddy) {
+        return;
+    }
+    m_buddy = buddy->identifier();
+    updateProperty(keys::buddy, QString::number(m_buddy));
+}
+
+DVObject* WebText2::doGetBuddy() {
+    WebObjectService2* service = getService();
+    WebObject2* buddy =
+        service && m_buddy != NoBuddy ? service->getObject(m_buddy) : nullptr;
+    std::lock_guard guard(DVObject::m_lock);
+    return buddy && buddy->isDVObjectValid() ? buddy->getHandle() : nullptr;
+}
+
+void WebText2::handleJSONMessage(const QJsonObject&) {}
+
+QJsonObject WebText2::getJSonObject() const {
+    QJsonObject description = WebWidget2::getJSonObject();
+    description.insert(keys::text, toQString(doGetTextU(false)));
+    description.insert(keys::buddy, QString::number(m_buddy));
+    return description;
+}
+
+}  // namespace DOVA

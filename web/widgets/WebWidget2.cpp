@@ -1,0 +1,277 @@
+#include "widgets/WebWidget2.h"
+
+#include <QJsonDocument>
+
+#include "../core/PropertyNames.h"
+#include "../core/TextConversions.h"
+#include "GeometryTexts.h"
+#include "core/WebObjectService2.h"
+#include "model/Element.h"
+#include "toolkit/DpiScale.h"
+
+namespace DOVA {
+
+namespace {
+
+const std::u16string& entry(const TextMessage& message, const QString& key) {
+    static const std::u16string empty;
+    const auto found = message.find(key.toStdString());
+    return found == message.end() ? empty : found->second;
+}
+
+}  // namespace
+
+WebWidget2::WebWidget2(DVWidget2* front, DVWidget2Emitters* emitters)
+    : WebObject2(front, emitters) {
+    bindTriggers(emitters);
+    bindSetters(emitters);
+    bindGetters(emitters);
+}
+
+void WebWidget2::bindTriggers(DVWidget2Emitters* emitters) {
+    bind(emitters->show, &WebWidget2::doShow);
+    bind(emitters->hide, &WebWidget2::doHide);
+    bind(emitters->raise, &WebWidget2::doRaise);
+    bind(emitters->refresh, &WebWidget2::doRefresh);
+    bind(emitters->setFocus, &WebWidget2::doSetFocus);
+    bind(emitters->sendTextMessage, &WebWidget2::doSendTextMessage);
+}
+
+void WebWidget2::bindSetters(DVWidget2Emitters* emitters) {
+    bind(emitters->setVisible, &WebWidget2::doSetVisible);
+    bind(emitters->setEnabled, &WebWidget2::doSetEnabled);
+    bind(emitters->setToolTipU, &WebWidget2::doSetToolTipU);
+    bind(emitters->setColor, &WebWidget2::doSetColor);
+    bind(emitters->setPosition, &WebWidget2::doSetPosition);
+    bind(emitters->moveTo, &WebWidget2::doMoveTo);
+    bind(emitters->setMinimumSize, &WebWidget2::doSetMinimumSize);
+    bind(emitters->setMaximumSize, &WebWidget2::doSetMaximumSize);
+    bind(emitters->setPreferredSize, &WebWidget2::doSetPreferredSize);
+    bind(emitters->resize, &WebWidget2::doResize);
+    bind(emitters->setObjectName, &WebWidget2::doSetObjectName);
+}
+
+void WebWidget2::bindGetters(DVWidget2Emitters* emitters) {
+    bind(emitters->isVisible, &WebWidget2::doIsVisible);
+    bind(emitters->isEnabled, &WebWidget2::doIsEnabled);
+    bind(emitters->getToolTipU, &WebWidget2::doGetToolTipU);
+    bind(emitters->getColor, &WebWidget2::doGetColor);
+    bind(emitters->getPosition, &WebWidget2::doGetPosition);
+    bind(emitters->getMinimumSize, &WebWidget2::doGetMinimumSize);
+    bind(emitters->getMaximumSize, &WebWidget2::doGetMaximumSize);
+    bind(emitters->getPreferredSize, &WebWidget2::doGetPreferredSize);
+    bind(emitters->getObjectName, &WebWidget2::doGetObjectName);
+}
+
+QJsonObject WebWidget2::getJSonObject() const {
+    const auto own = tdom::as<tdom::Element>(element());
+    if (!own) {
+        return WebObject2::getJSonObject();
+    }
+    QJsonObject description;
+    description.insert(keys::id, toQString(own->getId()));
+    description.insert(keys::type, QString::fromStdString(own->getTypeName()));
+    description.insert(keys::tooltip, toQString(own->getTooltip()));
+    description.insert(keys::enable, own->isEnabled());
+    description.insert(keys::visible, own->isVisible());
+    const QJsonValue style = state().value(keys::style);
+    if (!style.isUndefined()) {
+        description.insert(keys::style, style);
+    }
+    return description;
+}
+
+// Kinds with a model element keep these three there, the others as properties.
+
+void WebWidget2::doSetVisible(bool visible) {
+    m_visible = visible;
+    if (const auto own = tdom::as<tdom::Element>(element())) {
+        own->setVisible(visible);
+        updateProperty(keys::visible, visible);
+    } else {
+        sendProperty(names::visible, visible);
+    }
+}
+
+void WebWidget2::doSetEnabled(bool enabled) {
+    m_enabled = enabled;
+    if (const auto own = tdom::as<tdom::Element>(element())) {
+        own->setEnabled(enabled);
+        updateProperty(keys::enable, enabled);
+    } else {
+        sendProperty(names::enable, enabled);
+    }
+}
+
+void WebWidget2::doSetToolTipU(const std::u16string& text) {
+    m_tooltip = text;
+    if (const auto own = tdom::as<tdom::Element>(element())) {
+        own->setTooltip(text);
+        updateProperty(keys::tooltip, toQString(text));
+    } else {
+        sendProperty(names::tooltip, text);
+    }
+}
+
+void WebWidget2::doShow() {
+    WebObjectService2* service = getService();
+    if (!service || service->getConnectionNumbers(identifier()).empty()) {
+        return;
+    }
+    QJsonObject description = service->describe(identifier());
+    description.insert(keys::msgType, QJsonValue(toQString(names::refresh)));
+    description.insert(keys::parentId, QString::number(service->getParentId(identifier())));
+    sendTextMessage(description);
+}
+
+void WebWidget2::doHide() {
+    doSetVisible(false);
+}
+
+void WebWidget2::doRaise() {
+    sendProperty(names::raise, true);
+}
+
+void WebWidget2::doRefresh() {
+    sendProperty(names::refresh, true);
+}
+
+void WebWidget2::doUpdate() {
+    sendProperty(names::update, true);
+}
+
+void WebWidget2::doAdjustSize() {
+    sendProperty(names::adjustsize, true);
+}
+
+void WebWidget2::doSetFocus() {
+    sendProperty(names::setFocus, true);
+}
+
+void WebWidget2::doSetUpdatesEnabled(bool enabled) {
+    sendProperty(names::updateEnabled, enabled);
+}
+
+void WebWidget2::doSetObjectName(const std::string& name) {
+    m_objectName = utf8ToU16(name);
+    sendProperty(names::objectName, m_objectName);
+}
+
+void WebWidget2::doSetColor(ColorRole role, Color color) {
+    const std::u16string css = u"rgb(" + decimal(static_cast<int>(color.red())) + u"," +
+                               decimal(static_cast<int>(color.green())) + u"," +
+                               decimal(static_cast<int>(color.blue())) + u")";
+    if (role == ColorRole::Background) {
+        addAttributeToProperty(names::style, names::backgroundColor, css, true);
+    } else if (role == ColorRole::Foreground) {
+        addAttributeToProperty(names::style, names::color, css, true);
+    }
+}
+
+void WebWidget2::doSetPosition(diagram::RectTemplate<int> position) {
+    m_position = position;
+    sendProperty(names::geometry, rectangleText(position));
+}
+
+void WebWidget2::doMoveTo(diagram::PointTemplate<int> point) {
+    sendProperty(names::moveTo, pointText(point));
+}
+
+void WebWidget2::doResize(diagram::TSize<int> size) {
+    sendProperty(names::resize, scaledSizeText(size));
+}
+
+void WebWidget2::doSetPreferredSize(diagram::TSize<int> size) {
+    m_preferredSize = size;
+    sendProperty(names::setPreferredSize, scaledSizeText(size));
+}
+
+void WebWidget2::sendScaled(const std::u16string& name, int value, int& stored) {
+    if (value >= 0) {
+        stored = scaled(value);
+        sendProperty(name, decimal(stored));
+    }
+}
+
+void WebWidget2::doSetMinimumSize(diagram::TSize<int> size) {
+    sendScaled(names::setMinimumWidth, size.width, m_minimumSize.width);
+    sendScaled(names::setMinimumHeight, size.height, m_minimumSize.height);
+}
+
+void WebWidget2::doSetMaximumSize(diagram::TSize<int> size) {
+    sendScaled(names::setMaximumWidth, size.width, m_maximumSize.width);
+    sendScaled(names::setMaximumHeight, size.height, m_maximumSize.height);
+}
+
+void WebWidget2::doRestoreGeometry(const std::string& geometry) {
+    m_savedGeometry = geometry;
+    sendProperty(names::saveGeometry, utf8ToU16(geometry));
+}
+
+void WebWidget2::doSetRowSpan(int* spans, int count) {
+    setProperty(names::rowSpan, spans, count, true);
+}
+
+void WebWidget2::doSetColSpan(int* spans, int count) {
+    setProperty(names::colSpan, spans, count, true);
+}
+
+void WebWidget2::sendTextMessage(const QJsonObject& message) {
+    if (WebObjectService2* service = getService()) {
+        service->send(identifier(), QJsonDocument(message));
+    }
+}
+
+void WebWidget2::doSendTextMessage(const TextMessage& message) {
+    QJsonObject box;
+    box.insert(keys::type, QStringLiteral("messagebox"));
+    for (const QString& key : {keys::level, keys::title, keys::body}) {
+        box.insert(key, toQString(entry(message, key)));
+    }
+    if (message.count(keys::modal.toStdString()) > 0) {
+        box.insert(keys::modal, toQString(entry(message, keys::modal)));
+    }
+    sendTextMessage(box);
+}
+
+bool WebWidget2::doIsVisible() const {
+    return m_visible;
+}
+
+bool WebWidget2::doIsEnabled() const {
+    return m_enabled;
+}
+
+std::u16string WebWidget2::doGetToolTipU() const {
+    return m_tooltip;
+}
+
+Color WebWidget2::doGetColor(ColorRole role) const {
+    return role == ColorRole::Background ? Color::fromFractions(1.0, 1.0, 1.0, 1.0) : Color();
+}
+
+diagram::RectTemplate<int> WebWidget2::doGetPosition() const {
+    return m_position;
+}
+
+diagram::TSize<int> WebWidget2::doGetMinimumSize() const {
+    return m_minimumSize;
+}
+
+diagram::TSize<int> WebWidget2::doGetMaximumSize() const {
+    return m_maximumSize;
+}
+
+diagram::TSize<int> WebWidget2::doGetPreferredSize() const {
+    return m_preferredSize;
+}
+
+std::string WebWidget2::doGetObjectName() const {
+    return u16ToUtf8(m_objectName);
+}
+
+std::string WebWidget2::doSaveGeometry() const {
+    return m_savedGeometry;
+}
+
+}  // namespace DOVA

@@ -1,0 +1,231 @@
+#include "windows/WebAbstractWindow2.h"
+
+#include <QJsonDocument>
+#include <algorithm>
+#include <cmath>
+#include <limits>
+#include <optional>
+
+#include "../core/BaseConnection.h"
+#include "../core/PropertyNames.h"
+#include "../core/TextConversions.h"
+#include "../core/WindowConnection.h"
+#include "../widgets/GeometryTexts.h"
+#include "core/WebObjectService2.h"
+#include "toolkit/ApplicationContext.h"
+
+namespace DOVA {
+
+namespace {
+
+std::optional<std::u16string> applicationRoot() {
+    const auto context = DVServices::ServiceHolder::instance().applicationContext();
+    const auto root = context ? context->getRoot() : std::nullopt;
+    return root ? std::optional(utf8ToU16(*root)) : std::nullopt;
+}
+
+std::u16string withSlashes(std::u16string path) {
+    std::replace(path.begin(), path.end(), u'\\', u'/');
+    return path;
+}
+
+// A client may report any number; one that no int holds becomes the nearest that an int does.
+int truncated(double value) {
+    constexpr double lowest = std::numeric_limits<int>::min();
+    constexpr double highest = std::numeric_limits<int>::max();
+    return static_cast<int>(std::clamp(std::trunc(value), lowest, highest));
+}
+
+diagram::RectTemplate<int> difference(const QJsonObject& left, const QJsonObject& right) {
+    const auto member = [&](const QString& key) {
+        return truncated(left.value(key).toDouble(0.0) - right.value(key).toDouble(0.0));
+    };
+    return {member(keys::x), member(keys::y), member(keys::width), member(keys::height)};
+}
+
+}  // namespace
+
+WebAbstractWindow2::WebAbstractWindow2(DVAbstractWindow2* front,
+                                       DVAbstractWindow2Emitters* emitters)
+    : WebContainer2(front, emitters) {
+    static const std::vector<ClientOwned> clientOwned{
+        {names::geometry, ClientOwned::Kind::NumbersObject},
+        {names::frameGeometry, ClientOwned::Kind::NumbersObject},
+        {names::maximized, ClientOwned::Kind::Bool},
+        {names::minimized, ClientOwned::Kind::Bool},
+        {names::title, ClientOwned::Kind::Text},
+    };
+    declareClientOwned(clientOwned);
+    bindShowing(emitters);
+    bindGeometry(emitters);
+    setProperty(names::version, u"0.5", false);
+}
+
+void WebAbstractWindow2::bindShowing(DVAbstractWindow2Emitters* emitters) {
+    bind(emitters->showNormal, &WebAbstractWindow2::doShowNormal);
+    bind(emitters->showMinimized, &WebAbstractWindow2::doShowMinimized);
+    bind(emitters->showMaximized, &WebAbstractWindow2::doShowMaximized);
+    bind(emitters->isMinimized, &WebAbstractWindow2::doIsMinimized);
+    bind(emitters->isMaximized, &WebAbstractWindow2::doIsMaximized);
+    bind(emitters->setTitle, &WebAbstractWindow2::doSetTitle);
+    bind(emitters->getTitle, &WebAbstractWindow2::doGetTitle);
+}
+
+void WebAbstractWindow2::bindGeometry(DVAbstractWindow2Emitters* emitters) {
+    bind(emitters->setFrameGeometry, &WebAbstractWindow2::doSetFrameGeometry);
+    bind(emitters->getFrameGeometry, &WebAbstractWindow2::doGetFrameGeometry);
+    bind(emitters->setGeometry, &WebAbstractWindow2::doSetGeometry);
+    bind(emitters->getGeometry, &WebAbstractWindow2::doGetGeometry);
+    bind(emitters->getFrameOffset, &WebAbstractWindow2::doGetFrameOffset);
+    bind(emitters->setIconWithPath, &WebAbstractWindow2::doSetIconWithPath);
+    bind(emitters->setIcon, &WebAbstractWindow2::doSetIcon);
+    bind(emitters->setWindowState, &WebAbstractWindow2::doSetWindowState);
+    bind(emitters->getWindowState, &WebAbstractWindow2::doGetWindowState);
+    bind(emitters->move, &WebAbstractWindow2::doMove);
+    bind(emitters->init, &WebAbstractWindow2::init);
+}
+
+WebAbstractWindow2::~WebAbstractWindow2() {
+    disconnectAll();
+    sendWindowDestroyMessage();
+    leaveClient();
+}
+
+void WebAbstractWindow2::sendWindowDestroyMessage() {
+    setProperty(names::command, names::close, true);
+}
+
+// In this order, so that nothing is sent any more to a window that the client has closed, and the
+// client is not asked any more to close one that is gone.
+void WebAbstractWindow2::leaveClient() {
+    WebObjectService2* service = getService();
+    if (!service) {
+        return;
+    }
+    service->dropServedSubtree(identifier());
+    if (ClientConnection* client = BaseConnection::currentClient()) {
+        client->forgetDialog(identifier());
+    }
+    service->removeConnections(identifier());
+}
+
+bool WebAbstractWindow2::isWindow() const {
+    return true;
+}
+
+std::string WebAbstractWindow2::getTypeName() const {
+    return "WebAbstractWindow2";
+}
+
+void WebAbstractWindow2::onDestroyRequested() {
+    emitToFront<DVWidgetEvent2>(&DVAbstractWindow2::destroyRequestEmitter,
+                                WIRO::SendMode::Synchronous, false);
+}
+
+void WebAbstractWindow2::showFirstTime() {
+    m_shown = true;
+    ClientConnection* client = BaseConnection::currentClient();
+    WebObjectService2* service = getService();
+    if (!client || !service) {
+        return;
+    }
+    auto connection = std::make_unique<WindowConnection>(identifier(), client->channel());
+    connection->connect();
+    const auto number = service->addConnection(identifier(), std::move(connection));
+    service->serveSubtree(identifier(), number);
+    client->send(QJsonDocument(service->describe(identifier())), identifier());
+}
+
+void WebAbstractWindow2::doShow() {
+    if (!m_shown) {
+        showFirstTime();
+    }
+}
+
+void WebAbstractWindow2::showInFront(const std::u16string& trigger) {
+    sendProperty(trigger, true);
+    sendProperty(names::activateWindow, true);
+    sendProperty(names::raise, true);
+    doShow();
+}
+
+void WebAbstractWindow2::doShowNormal() {
+    showInFront(names::showNormal);
+}
+
+void WebAbstractWindow2::doShowMaximized() {
+    showInFront(names::showMaximized);
+}
+
+void WebAbstractWindow2::doShowMinimized() {
+    sendProperty(names::showMinimized, true);
+}
+
+bool WebAbstractWindow2::doIsMinimized() const {
+    return getProperty(names::minimized).toBool(false);
+}
+
+bool WebAbstractWindow2::doIsMaximized() const {
+    return getProperty(names::maximized).toBool(false);
+}
+
+void WebAbstractWindow2::doSetTitle(const std::u16string& title) {
+    sendProperty(names::title, title);
+}
+
+std::u16string WebAbstractWindow2::doGetTitle() const {
+    return toU16(getProperty(names::title).toString());
+}
+
+void WebAbstractWindow2::doSetFrameGeometry(diagram::RectTemplate<int> geometry, bool) {
+    sendProperty(names::frameGeometry, rectangleText(geometry));
+}
+
+void WebAbstractWindow2::doSetGeometry(diagram::RectTemplate<int> geometry) {
+    sendProperty(names::geometry, rectangleText(geometry));
+}
+
+void WebAbstractWindow2::doMove(diagram::PointTemplate<int> position) {
+    sendProperty(names::move, windowPointText(position));
+}
+
+QJsonObject WebAbstractWindow2::rectangleProperty(const std::u16string& name) const {
+    return getProperty(name).toObject();
+}
+
+diagram::RectTemplate<int> WebAbstractWindow2::doGetFrameGeometry() const {
+    return difference(rectangleProperty(names::frameGeometry), {});
+}
+
+diagram::RectTemplate<int> WebAbstractWindow2::doGetGeometry() const {
+    return difference(rectangleProperty(names::geometry), {});
+}
+
+diagram::RectTemplate<int> WebAbstractWindow2::doGetFrameOffset() const {
+    return difference(rectangleProperty(names::geometry), rectangleProperty(names::frameGeometry));
+}
+
+void WebAbstractWindow2::doSetIconWithPath(const std::u16string& path) {
+    const auto root = applicationRoot();
+    if (!root) {
+        return;
+    }
+    const std::u16string folder = withSlashes(*root);
+    m_iconPath = withSlashes(path);
+    if (m_iconPath.find(folder) == std::u16string::npos) {
+        m_iconPath = folder + u"/" + m_iconPath;
+    }
+    sendProperty(names::windowicon, m_iconPath);
+}
+
+void WebAbstractWindow2::doSetIcon(Icon) {}
+
+void WebAbstractWindow2::doSetWindowState(DVFlags<WindowState>) {}
+
+DVFlags<WindowState> WebAbstractWindow2::doGetWindowState() const {
+    return {};
+}
+
+void WebAbstractWindow2::init() {}
+
+}  // namespace DOVA

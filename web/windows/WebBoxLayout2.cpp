@@ -1,0 +1,34 @@
+#include "windows/WebBoxLayout2.h"
+
+#include "../core/PropertyNames.h"
+
+namespace DOVA {
+
+WebBoxLayout2::WebBoxLayout2(DVBoxLayout2* front, DVBoxLayout2Emitters* emitters, DVObject* parent)
+    : WebLayout2(front, emitters, parent) {
+    setProperty(names::type, u"BoxLayout", false);
+    bind(emitters->boxAddWidget, &WebBoxLayout2::doBoxAddWidget);
+    bind(emitters->insertWidget, &WebBoxLayout2::doInsertWidget);
+    bind(emitters->insertSpacer, &WebBoxLayout2::doInsertSpacer);
+    bind(emitters->setStretchFactor, &WebBoxLayout2::doSetStretchFactor);
+}
+
+WebBoxLayout2::~WebBoxLayout2() {
+    disconnectAll();
+}
+
+void WebBoxLayout2::doBoxAddWidget(DVObject* widget, int, Alignment alignment) {
+    doAddWidget(widget, alignment);
+}
+
+void WebBoxLayout2::doInsertWidget(DVObject*, int, int, Alignment) {}
+
+void WebBoxLayout2::doInsertSpacer(int, int, int) {}
+
+void WebBoxLayout2::doSetStretchFactor(DVObject*, int) {}
+
+std::string WebBoxLayout2::getTypeName() const {
+    return "BoxLayout";
+}
+
+}  // namespace DOVA

@@ -1,0 +1,120 @@
+#include "windows/WebDialog2.h"
+
+#include "../core/PropertyNames.h"
+#include "core/WebObjectService2.h"
+
+namespace DOVA {
+
+namespace {
+
+const std::u16string s_defaultIcon =
+    u"/toolbox/shared/parlen/resources/VantrolModelIcon.png";
+
+}  // namespace
+
+WebDialog2::WebDialog2(DVDialog2* front, DVDialog2Emitters* emitters, DVObject*)
+    : WebAbstractWindow2(front, emitters) {
+    setProperty(names::type, u"Dialog", false);
+    setProperty(names::version, u"0.5", false);
+    doLower();
+    bind(emitters->updateSize, &WebDialog2::doUpdateSize);
+    bind(emitters->setWindowFlag, &WebDialog2::doSetWindowFlag);
+    bind(emitters->setTransient, &WebDialog2::doSetTransient);
+    bind(emitters->setModal, &WebDialog2::doSetModal);
+    bind(emitters->monitorResize, &WebDialog2::doMonitorResize);
+    bind(emitters->setScrollable, &WebDialog2::doSetScrollable);
+    bind(emitters->sendAccKey, &WebDialog2::doSendAccKey);
+    bind(emitters->getWindowFlag, &WebDialog2::doGetWindowFlag);
+    bind(emitters->isTransient, &WebDialog2::doIsTransient);
+    bind(emitters->isModal, &WebDialog2::doIsModal);
+    doSetIconWithPath(s_defaultIcon);
+}
+
+WebDialog2::~WebDialog2() {
+    disconnectAll();
+    disableEventBroadcasting();
+}
+
+void WebDialog2::doUpdateSize() {}
+
+void WebDialog2::doSetWindowFlag(unsigned) {}
+
+unsigned WebDialog2::doGetWindowFlag() const {
+    return 0;
+}
+
+void WebDialog2::doSetTransient(bool transient) {
+    m_transient = transient;
+    sendProperty(names::transient, transient);
+}
+
+void WebDialog2::doMonitorResize(bool monitor) {
+    m_monitorResize = monitor;
+}
+
+void WebDialog2::doSetScrollable(bool scrollable) {
+    m_scrollable = scrollable;
+    setProperty(names::scrollable, scrollable, false);
+}
+
+bool WebDialog2::doIsTransient() const {
+    return m_transient;
+}
+
+void WebDialog2::doSetModal(bool modal) {
+    m_modal = modal;
+    sendProperty(names::modal, modal);
+}
+
+bool WebDialog2::doIsModal() const {
+    return m_modal;
+}
+
+void WebDialog2::doSendAccKey(DVDialog2::DVDialogAccel accelerator) {
+    switch (accelerator) {
+        case DVDialogAccel::ZoomIn:
+            return emitKey(DVKeyEvent2::KeyEqual, DVKeyEvent2::ControlModifier);
+        case DVDialogAccel::ZoomOut:
+            return emitKey(DVKeyEvent2::KeyMinus, DVKeyEvent2::ControlModifier);
+        case DVDialogAccel::Close:
+            return emitKey(DVKeyEvent2::KeyEscape, DVKeyEvent2::NoModifier);
+        default:
+            return;
+    }
+}
+
+void WebDialog2::closeDialog() {
+    doSendAccKey(DVDialogAccel::Close);
+}
+
+void WebDialog2::emitKey(int key, unsigned modifiers) {
+    emitToFront<DVKeyEvent2>(&DVDialog2::keyEmitter, WIRO::SendMode::Synchronous, key, modifiers,
+                             std::u16string(), false, DVKeyEvent2::NoMouseButton, 0, false);
+}
+
+void WebDialog2::handleJSONMessage(const QJsonObject& message) {
+    // A handler may delete this dialog; the next key then finds another object or none.
+    const WebObject2* const self = this;
+    const Identifier id = identifier();
+    const QStringList events = message.keys();
+    for (const QString& event : events) {
+        const WebObjectService2* service = WebObjectService2::instance();
+        if (!service || service->getObject(id) != self) {
+            return;
+        }
+        if (event == keys::increaseFontSize) {
+            doSendAccKey(DVDialogAccel::ZoomIn);
+        } else if (event == keys::decreaseFontSize) {
+            doSendAccKey(DVDialogAccel::ZoomOut);
+        } else if (event == keys::resize) {
+            emitToFront<DVResizeEvent2>(&DVDialog2::resizeEmitter, WIRO::SendMode::Ordinary,
+                                        diagram::TSize<int>(), diagram::TSize<int>());
+        }
+    }
+}
+
+std::string WebDialog2::getTypeName() const {
+    return "Dialog";
+}
+
+}  // namespace DOVA

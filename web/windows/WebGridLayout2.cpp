@@ -1,0 +1,50 @@
+#include "windows/WebGridLayout2.h"
+
+#include "../core/PropertyNames.h"
+
+namespace DOVA {
+
+WebGridLayout2::WebGridLayout2(DVGridLayout2* front, DVGridLayout2Emitters* emitters,
+                               DVObject* parent)
+    : WebLayout2(front, emitters, parent) {
+    doSetParent(parent);
+    setProperty(names::type, u"GridLayout", false);
+    bind(emitters->gridAddWidget, &WebGridLayout2::doGridAddWidget);
+    bind(emitters->gridAddSpacer, &WebGridLayout2::doGridAddSpacer);
+    bind(emitters->setRowStretch, &WebGridLayout2::doSetRowStretch);
+    bind(emitters->setColStretch, &WebGridLayout2::doSetColStretch);
+    bind(emitters->setStretchFactors, &WebGridLayout2::doSetStretchFactors);
+    bind(emitters->getRowStretch, &WebGridLayout2::doGetRowStretch);
+    bind(emitters->getColStretch, &WebGridLayout2::doGetColStretch);
+}
+
+WebGridLayout2::~WebGridLayout2() {
+    disconnectAll();
+}
+
+void WebGridLayout2::doGridAddWidget(DVObject* widget, diagram::RectTemplate<int>,
+                                     Alignment alignment) {
+    doAddWidget(widget, alignment);
+}
+
+void WebGridLayout2::doGridAddSpacer(diagram::RectTemplate<int>, diagram::TSize<int>) {}
+
+void WebGridLayout2::doSetRowStretch(int, int) {}
+
+void WebGridLayout2::doSetColStretch(int, int) {}
+
+void WebGridLayout2::doSetStretchFactors(std::vector<int>, std::vector<int>) {}
+
+int WebGridLayout2::doGetRowStretch(int) const {
+    return 0;
+}
+
+int WebGridLayout2::doGetColStretch(int) const {
+    return 0;
+}
+
+std::string WebGridLayout2::getTypeName() const {
+    return "GridLayout";
+}
+
+}  // namespace DOVA

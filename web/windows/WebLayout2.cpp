@@ -1,0 +1,93 @@
+#include "windows/WebLayout2.h"
+
+#include "../core/PropertyNames.h"
+#include "core/WebObjectService2.h"
+
+namespace DOVA {
+
+WebLayout2::WebLayout2(DVLayout2* front, DVLayout2Emitters* emitters, DVObject*)
+    : WebObject2(front, emitters) {
+    bind(emitters->addWidget, &WebLayout2::doAddWidget);
+    bind(emitters->addSpacer, &WebLayout2::doAddSpacer);
+    bind(emitters->invalidate, &WebLayout2::doInvalidate);
+    bind(emitters->refresh, &WebLayout2::doRefresh);
+    bind(emitters->removeWidget, &WebLayout2::doRemoveWidget);
+    bind(emitters->setEnabled, &WebLayout2::doSetEnabled);
+    bind(emitters->setMargins, &WebLayout2::doSetMargins);
+    bind(emitters->setSpacing, &WebLayout2::doSetSpacing);
+    bind(emitters->isEnabled, &WebLayout2::doIsEnabled);
+    bind(emitters->getMargins, &WebLayout2::doGetMargins);
+    bind(emitters->getSpacing, &WebLayout2::doGetSpacing);
+}
+
+WebLayout2::~WebLayout2() {
+    disconnectAll();
+}
+
+WebObject2* WebLayout2::webObjectOf(const DVObject* widget) const {
+    return widget && getService() ? getService()->getObject(widget->identifier()) : nullptr;
+}
+
+void WebLayout2::doSetParent(DVObject* parent) {
+    if (parent) {
+        WebObject2::doSetParent(parent);
+    }
+}
+
+bool WebLayout2::isLayout() const {
+    return true;
+}
+
+void WebLayout2::handleJSONMessage(const QJsonObject&) {}
+
+std::string WebLayout2::getTypeName() const {
+    return "WebLayout2";
+}
+
+void WebLayout2::doAddWidget(DVObject* widget, Alignment) {
+    if (WebObject2* web = webObjectOf(widget)) {
+        web->doSetParent(getHandle());
+    }
+}
+
+void WebLayout2::doRemoveWidget(DVObject* widget) {
+    if (WebObject2* web = webObjectOf(widget)) {
+        web->doSetParent(nullptr);
+    }
+}
+
+void WebLayout2::doInvalidate() {
+    sendProperty(names::invalidate, true);
+}
+
+void WebLayout2::doRefresh() {
+    sendProperty(names::refresh, true);
+}
+
+void WebLayout2::doSetEnabled(bool enabled) {
+    m_enabled = enabled;
+    sendProperty(names::enabled, enabled);
+}
+
+void WebLayout2::doSetSpacing(int spacing) {
+    m_spacing = spacing;
+    sendProperty(names::spacing, spacing);
+}
+
+bool WebLayout2::doIsEnabled() const {
+    return m_enabled;
+}
+
+int WebLayout2::doGetSpacing() const {
+    return m_spacing;
+}
+
+void WebLayout2::doAddSpacer(diagram::TSize<int>, int) {}
+
+void WebLayout2::doSetMargins(diagram::RectTemplate<int>) {}
+
+diagram::RectTemplate<int> WebLayout2::doGetMargins() const {
+    return {};
+}
+
+}  // namespace DOVA

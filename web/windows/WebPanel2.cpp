@@ -1,0 +1,35 @@
+#include "windows/WebPanel2.h"
+
+#include "../core/PropertyNames.h"
+
+namespace DOVA {
+
+WebPanel2::WebPanel2(DVPanel2* front, DVPanel2Emitters* emitters, DVObject*)
+    : WebContainer2(front, emitters) {
+    setProperty(names::type, u"Panel", false);
+    doLower();
+    bind(emitters->updateSize, &WebPanel2::doUpdateSize);
+    bind(emitters->setButtonPanel, &WebPanel2::setButtonPanel);
+}
+
+WebPanel2::~WebPanel2() {
+    disconnectAll();
+    disableEventBroadcasting();
+}
+
+void WebPanel2::doUpdateSize() {}
+
+void WebPanel2::doSetColor(ColorRole, Color) {}
+
+void WebPanel2::setButtonPanel(bool buttonPanel) {
+    m_buttonPanel = buttonPanel;
+    setProperty(names::meta, u"StandardButtonSet", false);
+}
+
+void WebPanel2::handleJSONMessage(const QJsonObject&) {}
+
+std::string WebPanel2::getTypeName() const {
+    return "Panel";
+}
+
+}  // namespace DOVA
