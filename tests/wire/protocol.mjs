@@ -1,0 +1,126 @@
+import { readdirSync, readFileSync } from 'node:fs';
+import { createRequire } from 'node:module';
+import { basename, join } from 'node:path';
+import { fileURLToPath } from 'node:url';
+
+/** The documented protocol: its document, schemas and examples, and what they know by name. */
+
+const require = createRequire(new URL('../../client/package.json', import.meta.url));
+const Ajv = require('ajv');
+
+export const folder = fileURLToPath(new URL('../../docs/protocol', import.meta.url));
+
+export function readJson(path) {
+    return JSON.parse(readFileSync(join(folder, path), 'utf8'));
+}
+
+function readFolder(name) {
+    const files = readdirSync(join(folder, name)).filter((file) => file.endsWith('.json'));
+    return new Map(files.map((file) => [file, readJson(join(name, file))]));
+}
+
+export const api = readJson('asyncapi.json');
+export const schemas = readFolder('schemas');
+export const examples = [...readFolder('examples')].flatMap(([file, list]) =>
+    list.map((example) => ({ ...example, file })),
+);
+
+/** Parts that only narrow their whole leave "type" and "properties" to it. */
+const ajv = new Ajv({ strictTypes: false, strictRequired: false });
+for (const schema of schemas.values()) {
+    ajv.addSchema(schema);
+}
+
+/** Message name to a function that says whether a payload is such a message. */
+export const validators = new Map(
+    Object.entries(api.components.messages).map(([name, { payload }]) => [
+        name,
+        ajv.compile({ $ref: payload.$ref.replace('./schemas/', '') }),
+    ]),
+);
+
+/** Names of the messages that may travel on a channel; `action` is the program's. */
+export function messagesOn(channel, action) {
+    return Object.values(api.operations)
+        .filter((operation) => operation.action === action)
+        .filter((operation) => operation.channel.$ref === `#/channels/${channel}`)
+        .flatMap((operation) => operation.messages.map(({ $ref }) => basename($ref)));
+}
+
+/** Which message a payload is, of those that may travel there; undefined when it is none. */
+export function kindOf(channel, action, payload) {
+    return messagesOn(channel, action).find((name) => validators.get(name)(payload));
+}
+
+/** Every property that objects have: in writes or in descriptions, of which types. */
+export const properties = [
+    ...propertiesOf('writes', schemas.get('property-write.json').definitions),
+    ...propertiesOf('descriptions', schemas.get('description.json').definitions),
+];
+
+function propertiesOf(where, definitions) {
+    const branches = (definitions.write ?? definitions.object).allOf[1].oneOf.map((branch) =>
+        branch.$ref ? definitions[basename(branch.$ref)] : branch,
+    );
+    const lists = new Map();
+    for (const { properties: { type }, propertyNames } of branches) {
+        for (const { $ref } of propertyNames.anyOf.filter((part) => isList(part.$ref))) {
+            const list = basename($ref);
+            lists.set(list, [...(lists.get(list) ?? []), type.const]);
+        }
+    }
+    return [...lists].flatMap(([list, types]) =>
+        namesIn(list).map((name) => ({ where, list, types, name })),
+    );
+}
+
+function isList($ref) {
+    return $ref?.startsWith('properties.json') ?? false;
+}
+
+function namesIn(list) {
+    return schemas.get('properties.json').definitions[list].enum;
+}
+
+/** Every client event and report member, with a predicate that finds it in a message. */
+export const clientEvents = listClientEvents(schemas.get('client-event.json').definitions);
+
+function listClientEvents(definitions) {
+    const events = Object.values(definitions)
+        .map((definition) => definition.properties?.event?.const)
+        .filter((name) => name !== undefined);
+    const members = definitions.windowReport.anyOf.map(({ required }) => required[0]);
+    return [
+        ...events.map((name) => ({ name, isIn: (message) => message.event === name })),
+        ...members.map((name) => ({ name, isIn: (message) => name in message })),
+    ];
+}
+
+/** Messages, properties and events that do not occur among `{kind, payload}` entries. */
+export function missingFrom(entries) {
+    const payloads = (kind) =>
+        entries.filter((entry) => entry.kind === kind).flatMap((entry) => entry.payload);
+    const objects = {
+        writes: payloads('propertyWrite'),
+        descriptions: [...payloads('description'), ...payloads('refresh')].flatMap(flattened),
+    };
+    const occurs = ({ where, types, name }) =>
+        objects[where].some((object) => types.includes(object.type) && name in object);
+    return [
+        ...[...validators.keys()].filter((name) => payloads(name).length === 0),
+        ...properties.filter((property) => !occurs(property)).map(labelOf),
+        ...clientEvents
+            .filter(({ isIn }) => !payloads('clientEvent').some(isIn))
+            .map(({ name }) => name),
+    ];
+}
+
+/** How `missingFrom` names a property. */
+export function labelOf({ where, list, name }) {
+    return `${name} of ${list} in ${where}`;
+}
+
+/** An object of a description and all below it. */
+export function flattened(tree) {
+    return [tree, ...(tree.contents ?? []).flatMap(flattened)];
+}
