@@ -1,0 +1,38 @@
+// Builds the page into dist/: one script, one style sheet, the document, the icon, and a .gz
+// beside each so that the gateway never compresses while it serves.
+import { build } from 'esbuild';
+import { copyFile, mkdir, readFile, readdir, rm, writeFile } from 'node:fs/promises';
+import { dirname, join } from 'node:path';
+import { fileURLToPath } from 'node:url';
+import { gzipSync } from 'node:zlib';
+
+const root = join(dirname(fileURLToPath(import.meta.url)), '..');
+const dist = join(root, 'dist');
+
+await rm(dist, { recursive: true, force: true });
+await mkdir(dist, { recursive: true });
+await build({
+    entryPoints: { app: join(root, 'src/page/main.ts') },
+    outdir: dist,
+    bundle: true,
+    minify: true,
+    format: 'esm',
+    target: 'es2022',
+    legalComments: 'none',
+    logLevel: 'warning',
+});
+await build({
+    entryPoints: { app: join(root, 'static/app.css') },
+    outdir: dist,
+    bundle: true,
+    minify: true,
+    target: ['chrome110', 'firefox115', 'safari16.4'],
+    logLevel: 'warning',
+});
+for (const name of ['index.html', 'favicon.svg']) {
+    await copyFile(join(root, 'static', name), join(dist, name));
+}
+for (const name of await readdir(dist)) {
+    const content = await readFile(join(dist, name));
+    await writeFile(join(dist, `${name}.gz`), gzipSync(content, { level: 9 }));
+}

@@ -1,0 +1,19 @@
+// Fails when what a browser fetches for the page, compressed, is more than the page may weigh.
+import { readFile, readdir } from 'node:fs/promises';
+import { dirname, join } from 'node:path';
+import { fileURLToPath } from 'node:url';
+
+const limit = 50_000;
+const dist = join(dirname(fileURLToPath(import.meta.url)), '..', 'dist');
+
+let total = 0;
+for (const name of (await readdir(dist)).filter((name) => name.endsWith('.gz')).sort()) {
+    const size = (await readFile(join(dist, name))).length;
+    total += size;
+    console.log(`${String(size).padStart(7)}  ${name}`);
+}
+console.log(`${String(total).padStart(7)}  of at most ${limit} bytes`);
+if (total === 0 || total > limit) {
+    console.error(total === 0 ? 'dist/ holds no page: build first' : 'the page is too large');
+    process.exit(1);
+}

@@ -1,0 +1,253 @@
+import { CloseCode } from '../protocol/names.ts';
+import { channelName, parseChannel, type Channel } from './channel.ts';
+import { decodeGreeting } from './control.ts';
+import { Session } from './Session.ts';
+import type { Clock, Connect, Socket } from './transport.ts';
+
+/**
+ * connecting: first connection not there yet; open: all is well; lost: trying again;
+ * ended: the program ended, trying again slowly; duplicated, takenOver, refused: given up until
+ * the person asks.
+ */
+export type LinkStatus =
+    | 'connecting'
+    | 'open'
+    | 'lost'
+    | 'ended'
+    | 'duplicated'
+    | 'takenOver'
+    | 'refused';
+
+export interface LinkListener {
+    /** A session begins from nothing: whatever is shown belongs to one that is gone. */
+    began(clientId: string): void;
+    received(channel: Channel, text: string): void;
+    /** All records of a frame were handed over. */
+    settled(): void;
+    status(status: LinkStatus, reason: string): void;
+}
+
+export interface LinkSetup {
+    readonly connect: Connect;
+    readonly clock: Clock;
+    readonly listener: LinkListener;
+    readonly makeClientId: () => string;
+}
+
+const ACKNOWLEDGE_AFTER = 150;
+/** So many records are acknowledged at once: the gateway's buffer is bounded. */
+const ACKNOWLEDGE_COUNT = 2000;
+const FIRST_RETRY = 200;
+const LAST_RETRY = 8000;
+const GAVE_UP = new Map<number, LinkStatus>([
+    [CloseCode.duplicated, 'duplicated'],
+    [CloseCode.takenOver, 'takenOver'],
+    [CloseCode.refused, 'refused'],
+]);
+const SESSION_OVER = new Set<number>([
+    CloseCode.lost,
+    CloseCode.protocolError,
+    CloseCode.channelRefused,
+    CloseCode.tooBig,
+]);
+
+/**
+ * Keeps one session alive over as many connections as it takes. What is sent while there is no
+ * connection waits; what cannot be resumed is begun afresh under a new identifier.
+ */
+export class Link {
+    private readonly m_setup: LinkSetup;
+    private m_clientId: string;
+    private m_session = new Session();
+    /** The gateway has greeted this session once, so it can be resumed. */
+    private m_established = false;
+    private m_socket: Socket | undefined;
+    private m_greeted = false;
+    private m_gaveUp = false;
+    private m_failures = 0;
+    private m_flushQueued = false;
+    private m_cancelRetry: (() => void) | undefined;
+    private m_cancelAcknowledge: (() => void) | undefined;
+
+    constructor(setup: LinkSetup) {
+        this.m_setup = setup;
+        this.m_clientId = setup.makeClientId();
+    }
+
+    get clientId(): string {
+        return this.m_clientId;
+    }
+
+    get session(): Session {
+        return this.m_session;
+    }
+
+    /** Whether what the page shows belongs to a session that a reload can take up again. */
+    get resumable(): boolean {
+        return this.m_established && !this.m_gaveUp;
+    }
+
+    start(): void {
+        this.m_setup.listener.status('connecting', '');
+        this.open();
+    }
+
+    /** Goes on with a session that an earlier life of this page has kept. */
+    resume(clientId: string, session: Session): void {
+        this.m_clientId = clientId;
+        this.m_session = session;
+        this.m_established = true;
+        this.start();
+    }
+
+    /** Leaves the session, if any, and begins a new one. */
+    startAfresh(): void {
+        this.dropConnection();
+        this.m_clientId = this.m_setup.makeClientId();
+        this.m_session = new Session();
+        this.m_established = false;
+        this.m_gaveUp = false;
+        this.m_failures = 0;
+        this.open();
+    }
+
+    /** There is a reason to believe that a connection is possible again: do not wait longer. */
+    retryNow(): void {
+        if (this.m_cancelRetry !== undefined) {
+            this.open();
+        }
+    }
+
+    send(channel: Channel, text: string): void {
+        this.m_session.push(channelName(channel), text);
+        if (!this.m_flushQueued) {
+            this.m_flushQueued = true;
+            queueMicrotask(() => this.flush());
+        }
+    }
+
+    private open(): void {
+        this.dropConnection();
+        const query = new URLSearchParams({ client: this.m_clientId });
+        if (this.m_established) {
+            query.set('received', String(this.m_session.received));
+        }
+        const current = (): boolean => this.m_socket === socket;
+        const socket = this.m_setup.connect(query, {
+            message: (text) => current() && this.message(text),
+            closed: (code, reason) => current() && this.closed(code, reason),
+        });
+        this.m_socket = socket;
+    }
+
+    private dropConnection(): void {
+        this.m_cancelRetry?.();
+        this.m_cancelRetry = undefined;
+        this.m_cancelAcknowledge?.();
+        this.m_cancelAcknowledge = undefined;
+        this.m_greeted = false;
+        const socket = this.m_socket;
+        this.m_socket = undefined;
+        socket?.close();
+    }
+
+    private message(text: string): void {
+        if (this.m_greeted) {
+            this.frame(text);
+        } else {
+            this.greeting(text);
+        }
+    }
+
+    private greeting(text: string): void {
+        const greeting = decodeGreeting(text);
+        if (greeting?.session === 'new') {
+            this.m_session = new Session();
+        } else if (greeting?.session !== 'resumed' || !this.m_session.resume(greeting.received)) {
+            this.sessionLost();
+            return;
+        }
+        this.m_greeted = true;
+        this.m_established = true;
+        if (greeting.session === 'new') {
+            this.m_setup.listener.began(this.m_clientId);
+        }
+        this.m_setup.listener.status('open', '');
+        this.flush();
+    }
+
+    private frame(text: string): void {
+        const records = this.m_session.receive(text);
+        if (records === undefined) {
+            this.sessionLost();
+            return;
+        }
+        this.m_failures = 0;
+        for (const record of records) {
+            const channel = parseChannel(record.channel);
+            if (channel !== undefined) {
+                this.m_setup.listener.received(channel, record.text);
+            }
+        }
+        this.m_setup.listener.settled();
+        this.acknowledgeSoon();
+    }
+
+    private acknowledgeSoon(): void {
+        if (this.m_session.unacknowledged >= ACKNOWLEDGE_COUNT) {
+            this.flush();
+        } else if (this.m_session.unacknowledged > 0 && this.m_cancelAcknowledge === undefined) {
+            const { clock } = this.m_setup;
+            this.m_cancelAcknowledge = clock.after(ACKNOWLEDGE_AFTER, () => this.flush());
+        }
+    }
+
+    private flush(): void {
+        this.m_flushQueued = false;
+        if (!this.m_greeted) {
+            return;
+        }
+        this.m_cancelAcknowledge?.();
+        this.m_cancelAcknowledge = undefined;
+        for (const frame of this.m_session.takeFrames()) {
+            this.m_socket?.send(frame);
+        }
+    }
+
+    private closed(code: number, reason: string): void {
+        this.m_socket = undefined;
+        this.dropConnection();
+        const gaveUp = GAVE_UP.get(code);
+        if (gaveUp !== undefined) {
+            this.m_gaveUp = true;
+            this.m_setup.listener.status(gaveUp, reason);
+        } else if (SESSION_OVER.has(code)) {
+            this.sessionLost();
+        } else {
+            const status = code === CloseCode.programEnded ? 'ended' : 'lost';
+            this.m_setup.listener.status(status, reason);
+            this.retryLater();
+        }
+    }
+
+    /** The first time at once; a gateway that goes on refusing is not asked in a tight loop. */
+    private sessionLost(): void {
+        this.dropConnection();
+        this.m_clientId = this.m_setup.makeClientId();
+        this.m_session = new Session();
+        this.m_established = false;
+        if (this.m_failures === 0) {
+            this.m_failures = 1;
+            this.open();
+        } else {
+            this.m_setup.listener.status('lost', '');
+            this.retryLater();
+        }
+    }
+
+    private retryLater(): void {
+        const wait = Math.min(LAST_RETRY, FIRST_RETRY * 2 ** this.m_failures);
+        this.m_failures += 1;
+        this.m_cancelRetry = this.m_setup.clock.after(wait, () => this.open());
+    }
+}

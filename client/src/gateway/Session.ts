@@ -1,0 +1,162 @@
+import { asNumber, asText, isObject } from '../protocol/guards.ts';
+import { decodeFrame, encodeFrame, type FrameRecord } from './frame.ts';
+
+/** What the page keeps over a reload to go on with the same session. */
+export interface StoredSession {
+    readonly received: number;
+    readonly firstPending: number;
+    readonly pending: readonly FrameRecord[];
+}
+
+/** Frames stay well below what the gateway accepts (1 MiB), even when all text is three-byte. */
+const FRAME_CHARACTERS = 250_000;
+
+/**
+ * The numbers of one session: records up are kept until the gateway acknowledges them, records
+ * down are handled once and in order. It knows no socket: a connection takes the frames that
+ * `takeFrames` hands out and brings what came to `receive`.
+ */
+export class Session {
+    private m_pending: FrameRecord[] = [];
+    private m_firstPending = 1;
+    private m_nextToSend = 1;
+    private m_received = 0;
+    private m_acknowledged = 0;
+    private m_pendingCharacters = 0;
+
+    static restore(stored: unknown): Session | undefined {
+        if (!isObject(stored) || !Array.isArray(stored['pending'])) {
+            return undefined;
+        }
+        const received = asNumber(stored['received']);
+        const firstPending = asNumber(stored['firstPending']);
+        const pending = (stored['pending'] as unknown[]).map(asRecord);
+        if (!isCount(received) || !isCount(firstPending) || firstPending < 1) {
+            return undefined;
+        }
+        if (!pending.every((record) => record !== undefined)) {
+            return undefined;
+        }
+        const session = new Session();
+        session.m_received = received;
+        session.m_firstPending = firstPending;
+        pending.forEach((record) => session.push(record.channel, record.text));
+        return session;
+    }
+
+    store(): StoredSession {
+        return {
+            received: this.m_received,
+            firstPending: this.m_firstPending,
+            pending: this.m_pending,
+        };
+    }
+
+    get received(): number {
+        return this.m_received;
+    }
+
+    get pendingCount(): number {
+        return this.m_pending.length;
+    }
+
+    get pendingCharacters(): number {
+        return this.m_pendingCharacters;
+    }
+
+    /** How many records came since the last acknowledgement left. */
+    get unacknowledged(): number {
+        return this.m_received - this.m_acknowledged;
+    }
+
+    push(channel: string, text: string): void {
+        this.m_pending.push({ channel, text });
+        this.m_pendingCharacters += text.length;
+    }
+
+    /**
+     * A new connection takes the session over, whose other end has everything up to `handled`.
+     * False when the two ends do not fit together: the session is of no use any more.
+     */
+    resume(handled: number): boolean {
+        if (!this.drop(handled)) {
+            return false;
+        }
+        this.m_nextToSend = this.m_firstPending;
+        return true;
+    }
+
+    /** Everything not yet sent on this connection, and the acknowledgement that is due. */
+    takeFrames(): string[] {
+        const frames: string[] = [];
+        while (this.m_nextToSend < this.m_firstPending + this.m_pending.length) {
+            frames.push(this.frameOf(this.takeRecords()));
+        }
+        if (frames.length === 0 && this.unacknowledged > 0) {
+            frames.push(this.frameOf([]));
+        }
+        return frames;
+    }
+
+    /**
+     * The records of a frame that are new, counted as received. Undefined for a frame that cannot
+     * belong to this session: no frame, a gap, an acknowledgement of what was never sent.
+     */
+    receive(text: string): readonly FrameRecord[] | undefined {
+        const frame = decodeFrame(text);
+        if (
+            frame === undefined ||
+            frame.sequence > this.m_received + 1 ||
+            frame.acknowledged >= this.m_nextToSend ||
+            !this.drop(Math.max(frame.acknowledged, this.m_firstPending - 1))
+        ) {
+            return undefined;
+        }
+        const fresh = frame.records.slice(this.m_received + 1 - frame.sequence);
+        this.m_received += fresh.length;
+        return fresh;
+    }
+
+    private drop(handled: number): boolean {
+        const count = handled - this.m_firstPending + 1;
+        if (!Number.isInteger(count) || count < 0 || count > this.m_pending.length) {
+            return false;
+        }
+        for (const record of this.m_pending.splice(0, count)) {
+            this.m_pendingCharacters -= record.text.length;
+        }
+        this.m_firstPending += count;
+        return true;
+    }
+
+    private takeRecords(): FrameRecord[] {
+        const start = this.m_nextToSend - this.m_firstPending;
+        let end = start;
+        let characters = 0;
+        do {
+            characters += this.m_pending[end]?.text.length ?? 0;
+            end += 1;
+        } while (
+            end < this.m_pending.length &&
+            characters + (this.m_pending[end]?.text.length ?? 0) <= FRAME_CHARACTERS
+        );
+        return this.m_pending.slice(start, end);
+    }
+
+    private frameOf(records: FrameRecord[]): string {
+        const sequence = this.m_nextToSend;
+        this.m_nextToSend += records.length;
+        this.m_acknowledged = this.m_received;
+        return encodeFrame({ sequence, acknowledged: this.m_received, records });
+    }
+}
+
+function isCount(value: number | undefined): value is number {
+    return Number.isSafeInteger(value) && (value ?? -1) >= 0;
+}
+
+function asRecord(value: unknown): FrameRecord | undefined {
+    const channel = isObject(value) ? asText(value['channel']) : undefined;
+    const text = isObject(value) ? asText(value['text']) : undefined;
+    return channel !== undefined && text !== undefined ? { channel, text } : undefined;
+}

@@ -1,0 +1,36 @@
+import { ROOT_CHANNEL } from '../protocol/names.ts';
+
+/** Where a text belongs: the root channel, the page's own, or a window's below it. */
+export type Channel =
+    | { readonly kind: 'root' }
+    | { readonly kind: 'client' }
+    | { readonly kind: 'window'; readonly id: number };
+
+export const rootChannel: Channel = { kind: 'root' };
+export const clientChannel: Channel = { kind: 'client' };
+
+export function windowChannel(id: number): Channel {
+    return { kind: 'window', id };
+}
+
+/** The short form of the wire, in which "." stands for the page's own channel. */
+export function channelName(channel: Channel): string {
+    switch (channel.kind) {
+        case 'root':
+            return ROOT_CHANNEL;
+        case 'client':
+            return '.';
+        case 'window':
+            return `./${channel.id}`;
+    }
+}
+
+export function parseChannel(name: string): Channel | undefined {
+    if (name === ROOT_CHANNEL) {
+        return rootChannel;
+    }
+    if (name === '.') {
+        return clientChannel;
+    }
+    return /^\.\/[1-9]\d{0,9}$/.test(name) ? windowChannel(Number(name.slice(2))) : undefined;
+}

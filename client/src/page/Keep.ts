@@ -1,0 +1,54 @@
+import { isObject, parseJson, type JsonObject } from '../protocol/guards.ts';
+
+const NAME = 'dialogs';
+const VERSION = 1;
+
+/** Where a tab keeps things until it is closed; may refuse with an exception. */
+export interface TabStorage {
+    getItem(name: string): string | null;
+    setItem(name: string, text: string): void;
+    removeItem(name: string): void;
+}
+
+/**
+ * What the page shows, kept over a reload. It lies in the storage only while the page is away:
+ * a tab that is duplicated meanwhile must not find it and take the same session up.
+ */
+export class Keep {
+    private readonly m_storage: TabStorage | undefined;
+
+    constructor(storage: TabStorage | undefined) {
+        this.m_storage = storage;
+    }
+
+    /** False when it could not be kept, because it is too large or nothing may be kept here. */
+    put(state: JsonObject): boolean {
+        try {
+            this.m_storage?.setItem(NAME, JSON.stringify({ ...state, version: VERSION }));
+            return this.m_storage !== undefined;
+        } catch {
+            this.clear();
+            return false;
+        }
+    }
+
+    /** What was kept, once; undefined when there is nothing of use. */
+    take(): JsonObject | undefined {
+        let state: unknown;
+        try {
+            state = parseJson(this.m_storage?.getItem(NAME) ?? '');
+        } catch {
+            state = undefined;
+        }
+        this.clear();
+        return isObject(state) && state['version'] === VERSION ? state : undefined;
+    }
+
+    clear(): void {
+        try {
+            this.m_storage?.removeItem(NAME);
+        } catch {
+            return;
+        }
+    }
+}

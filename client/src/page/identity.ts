@@ -1,0 +1,50 @@
+import { ICON_PATH } from '../protocol/names.ts';
+
+const LETTERS = 'ABCDEFGHIJKLMNOPQRSTUVWXYZabcdefghijklmnopqrstuvwxyz0123456789';
+const LENGTH = 12;
+
+/** Fills the bytes from a source that nobody can foretell. */
+export type RandomFill = (bytes: Uint8Array) => Uint8Array;
+
+/** A new name for this page, evenly drawn: bytes beyond the last whole round are not used. */
+export function makeClientId(fill: RandomFill): string {
+    const rounds = Math.floor(256 / LETTERS.length) * LETTERS.length;
+    let id = '';
+    while (id.length < LENGTH) {
+        for (const byte of fill(new Uint8Array(LENGTH * 2))) {
+            if (byte < rounds && id.length < LENGTH) {
+                id += LETTERS[byte % LETTERS.length];
+            }
+        }
+    }
+    return id;
+}
+
+export function isClientId(id: string): boolean {
+    return /^[A-Za-z0-9_-]{1,64}$/.test(id);
+}
+
+/** The key that the program printed with its address; it stands behind the "#". */
+export function tokenOf(hash: string): string {
+    try {
+        return decodeURIComponent(hash.replace(/^#/, ''));
+    } catch {
+        return '';
+    }
+}
+
+/**
+ * Where the gateway serves an image of the program. Steps upwards are not asked for: the browser
+ * would fold them into an address outside the images.
+ */
+export function imageAddress(path: string, token: string): string | undefined {
+    const steps = path
+        .replaceAll('\\', '/')
+        .split('/')
+        .filter((step) => step !== '' && step !== '.');
+    if (steps.length === 0 || steps.includes('..')) {
+        return undefined;
+    }
+    const address = steps.map(encodeURIComponent).join('/');
+    return `${ICON_PATH}${address}?token=${encodeURIComponent(token)}`;
+}

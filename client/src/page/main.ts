@@ -1,0 +1,46 @@
+import { browserClock, webSocketConnect } from '../gateway/webSocket.ts';
+import { Application } from './Application.ts';
+import { showMissingToken } from './emptyNote.ts';
+import { tokenOf } from './identity.ts';
+import { Keep } from './Keep.ts';
+
+function tabStorage(): Storage | undefined {
+    try {
+        return sessionStorage;
+    } catch {
+        return undefined;
+    }
+}
+
+function start(root: HTMLElement, token: string): void {
+    const keep = new Keep(tabStorage());
+    const connect = webSocketConnect(location, token);
+    const application = new Application(root, token, connect, browserClock);
+    const put = (): void => {
+        const state = application.state();
+        if (state !== undefined) {
+            keep.put(state);
+        }
+    };
+    addEventListener('pagehide', put);
+    addEventListener('pageshow', () => keep.clear());
+    addEventListener('online', () => application.link.retryNow());
+    document.addEventListener('visibilitychange', () => {
+        if (document.visibilityState === 'hidden') {
+            put();
+        } else {
+            keep.clear();
+            application.link.retryNow();
+        }
+    });
+    application.start(keep.take());
+}
+
+const root = document.getElementById('desktop');
+const token = tokenOf(location.hash);
+addEventListener('hashchange', () => location.reload());
+if (root !== null && token === '') {
+    showMissingToken(root);
+} else if (root !== null) {
+    start(root, token);
+}

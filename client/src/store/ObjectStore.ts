@@ -1,0 +1,215 @@
+import type { Description } from '../protocol/description.ts';
+import type { Name, Trigger, Values } from '../protocol/properties.ts';
+import type { PropertyWrite, Refresh } from '../protocol/windowMessage.ts';
+import { StoredObject, subtree } from './StoredObject.ts';
+
+/** Told what changed, so that only that is shown anew. */
+export interface StoreObserver {
+    opened(window: StoredObject): void;
+    /** The window is the same, all it holds may be another. */
+    reopened(window: StoredObject, before: StoredObject): void;
+    closed(window: StoredObject): void;
+    /** `before`, if any, gave its place to `object`; else `object` is its parent's last child. */
+    inserted(object: StoredObject, before: StoredObject | undefined): void;
+    removed(object: StoredObject): void;
+    changed(object: StoredObject, names: ReadonlySet<Name>): void;
+    triggered(object: StoredObject, trigger: Trigger): void;
+}
+
+/**
+ * The objects of all windows by identifier. Writes are gathered and told by `flush`, so that ten
+ * thousand writes that arrive together cost one change of the document per object and name.
+ */
+export class ObjectStore {
+    private readonly m_objects = new Map<number, StoredObject>();
+    private readonly m_windows = new Map<number, StoredObject>();
+    private m_unseen: StoredObject[] = [];
+    private readonly m_observer: StoreObserver;
+
+    constructor(observer: StoreObserver) {
+        this.m_observer = observer;
+    }
+
+    get(id: number): StoredObject | undefined {
+        return this.m_objects.get(id);
+    }
+
+    get windows(): ReadonlyMap<number, StoredObject> {
+        return this.m_windows;
+    }
+
+    /** A window was described on the page's channel. Answers it, or undefined if it cannot be. */
+    open(description: Description): StoredObject | undefined {
+        const existing = this.m_objects.get(description.id);
+        if (existing !== undefined && existing.windowId !== existing.id) {
+            return undefined;
+        }
+        if (existing !== undefined) {
+            this.forget(existing);
+        }
+        const window = this.adopt(description, description.id, undefined);
+        this.m_windows.set(window.id, window);
+        if (existing === undefined) {
+            this.m_observer.opened(window);
+        } else {
+            this.m_observer.reopened(window, existing);
+        }
+        return window;
+    }
+
+    /** Writes that arrived on a window's channel; those to another window's objects are dropped. */
+    apply(windowId: number, write: PropertyWrite): void {
+        const object = this.m_objects.get(write.id);
+        if (object === undefined || object.windowId !== windowId) {
+            return;
+        }
+        for (const name of write.names) {
+            this.write(object, name, write.values[name] as Values[Name]);
+        }
+        for (const trigger of write.triggers) {
+            this.flush();
+            this.m_observer.triggered(object, trigger);
+        }
+        if (write.close) {
+            this.remove(object);
+        }
+    }
+
+    /** Puts a described subtree in the place of the old one, or at the end of its parent. */
+    refresh(windowId: number, refresh: Refresh): void {
+        const { description } = refresh;
+        const before = this.m_objects.get(description.id);
+        if (before !== undefined && before.windowId !== windowId) {
+            return;
+        }
+        if (before !== undefined && before.parent === undefined) {
+            this.open(description);
+            return;
+        }
+        const parent = this.m_objects.get(refresh.parentId) ?? before?.parent;
+        if (parent === undefined || parent.windowId !== windowId || isWithin(parent, before)) {
+            return;
+        }
+        this.flush();
+        if (before?.parent === parent) {
+            this.replace(before, parent, description);
+        } else {
+            this.append(before, parent, description);
+        }
+    }
+
+    /** The new value of one property, to be told with the next flush. */
+    write<N extends Name>(object: StoredObject, name: N, value: Values[N]): void {
+        object.values[name] = value as never;
+        if (object.unseen === undefined) {
+            object.unseen = new Set();
+            this.m_unseen.push(object);
+        }
+        object.unseen.add(name);
+    }
+
+    /** Tells the observer what was written since the last time. */
+    flush(): void {
+        const unseen = this.m_unseen;
+        this.m_unseen = [];
+        for (const object of unseen) {
+            const names = object.unseen;
+            object.unseen = undefined;
+            if (names !== undefined && this.m_objects.get(object.id) === object) {
+                this.m_observer.changed(object, names);
+            }
+        }
+    }
+
+    clear(): void {
+        for (const window of [...this.m_windows.values()]) {
+            this.remove(window);
+        }
+    }
+
+    private remove(object: StoredObject): void {
+        this.flush();
+        this.forget(object);
+        if (object.parent === undefined) {
+            this.m_windows.delete(object.id);
+            this.m_observer.closed(object);
+        } else {
+            this.detach(object);
+            this.m_observer.removed(object);
+        }
+    }
+
+    private replace(before: StoredObject, parent: StoredObject, description: Description): void {
+        this.forget(before);
+        const object = this.adopt(description, parent.windowId, parent);
+        parent.children[parent.children.indexOf(before)] = object;
+        this.m_observer.inserted(object, before);
+    }
+
+    private append(
+        before: StoredObject | undefined,
+        parent: StoredObject,
+        description: Description,
+    ): void {
+        if (before !== undefined) {
+            this.remove(before);
+        }
+        const object = this.adopt(description, parent.windowId, parent);
+        parent.children.push(object);
+        this.m_observer.inserted(object, undefined);
+    }
+
+    /**
+     * Registers what is described. An object that the same window shows elsewhere has moved here;
+     * one of another window stays where it is.
+     */
+    private adopt(
+        description: Description,
+        windowId: number,
+        parent: StoredObject | undefined,
+    ): StoredObject {
+        const object = new StoredObject(description, windowId, parent);
+        this.m_objects.set(object.id, object);
+        for (const inner of description.contents) {
+            const existing = this.m_objects.get(inner.id);
+            if (existing !== undefined && !this.canMove(existing, object)) {
+                continue;
+            }
+            if (existing !== undefined) {
+                this.remove(existing);
+            }
+            object.children.push(this.adopt(inner, windowId, object));
+        }
+        return object;
+    }
+
+    private canMove(existing: StoredObject, to: StoredObject): boolean {
+        return existing.windowId === to.windowId && !isWithin(to, existing);
+    }
+
+    private forget(top: StoredObject): void {
+        for (const object of subtree(top)) {
+            if (this.m_objects.get(object.id) === object) {
+                this.m_objects.delete(object.id);
+            }
+        }
+    }
+
+    private detach(object: StoredObject): void {
+        const siblings = object.parent?.children ?? [];
+        const index = siblings.indexOf(object);
+        if (index >= 0) {
+            siblings.splice(index, 1);
+        }
+    }
+}
+
+/** Whether `object` is `top` or stands somewhere below it. */
+function isWithin(object: StoredObject, top: StoredObject | undefined): boolean {
+    for (let at: StoredObject | undefined = object; at !== undefined; at = at.parent) {
+        if (at === top) {
+            return true;
+        }
+    }
+    return false;
+}

@@ -1,0 +1,183 @@
+import type { Name, Values } from '../protocol/properties.ts';
+import type { ObjectStore } from '../store/ObjectStore.ts';
+import { subtree, type StoredObject } from '../store/StoredObject.ts';
+import { adjustSize } from './base.ts';
+import { FocusKeeper } from './FocusKeeper.ts';
+import { kindOf } from './kinds.ts';
+import type { Appliers, WidgetHost, WidgetKind } from './WidgetKind.ts';
+
+/**
+ * Keeps the document like the store: one element per object, made directly, because a window of
+ * ten thousand widgets has to be there as fast as the same elements made by hand.
+ */
+export class Renderer {
+    private readonly m_elements = new Map<number, HTMLElement>();
+    private readonly m_store: ObjectStore;
+    private readonly m_host: WidgetHost;
+    private readonly m_focus: FocusKeeper;
+    private m_raised = 0;
+
+    constructor(store: ObjectStore, host: WidgetHost) {
+        this.m_store = store;
+        this.m_host = host;
+        this.m_focus = new FocusKeeper((id) => this.control(id));
+    }
+
+    get focus(): FocusKeeper {
+        return this.m_focus;
+    }
+
+    /** The element that takes the focus for an object. */
+    control(id: number): HTMLElement | undefined {
+        const element = this.m_elements.get(id);
+        const object = this.m_store.get(id);
+        return element && object && (kindOf(object.type).control?.(element) ?? element);
+    }
+
+    /** Shows a window's children in `body`, in place of what was there. */
+    fill(body: HTMLElement, window: StoredObject): void {
+        this.m_elements.set(window.id, body);
+        const children = document.createDocumentFragment();
+        this.buildChildren(children, window);
+        body.replaceChildren(children);
+    }
+
+    inserted(object: StoredObject, before: StoredObject | undefined): void {
+        const old = before && this.m_elements.get(before.id);
+        const focus = old && this.m_focus.within(old);
+        if (focus !== undefined) {
+            this.keepTyped(focus.id, before);
+        }
+        if (before !== undefined) {
+            this.forget(before);
+        }
+        const element = this.build(object, kindOf(object.type));
+        if (old !== undefined) {
+            old.replaceWith(element);
+        } else {
+            this.m_elements.get(object.parent?.id ?? 0)?.append(element);
+        }
+        this.m_focus.restore(focus);
+    }
+
+    removed(object: StoredObject): void {
+        this.m_elements.get(object.id)?.remove();
+        this.forget(object);
+    }
+
+    /** Drops what is known of objects that are no longer there. */
+    forget(top: StoredObject): void {
+        for (const object of subtree(top)) {
+            this.m_elements.delete(object.id);
+            if (this.m_store.get(object.id) === undefined) {
+                this.m_host.edits.forget(object.id);
+            }
+        }
+    }
+
+    changed(object: StoredObject, names: Iterable<Name>): void {
+        const element = this.m_elements.get(object.id);
+        if (element === undefined || isHeld(object)) {
+            return;
+        }
+        const { appliers } = kindOf(object.type);
+        for (const name of names) {
+            if (name === 'updateEnabled') {
+                this.showAgain(object);
+            } else {
+                this.apply(appliers, name, element, object);
+            }
+        }
+    }
+
+    /** Shows everything of the object anew, and its children in their order. */
+    showAgain(object: StoredObject): void {
+        for (const each of subtree(object)) {
+            const element = this.m_elements.get(each.id);
+            if (element !== undefined && each.parent !== undefined) {
+                this.applyAll(element, each, kindOf(each.type));
+            }
+        }
+    }
+
+    adjustSize(object: StoredObject): void {
+        const element = this.m_elements.get(object.id);
+        if (element !== undefined) {
+            adjustSize(element);
+        }
+    }
+
+    raise(object: StoredObject): void {
+        const element = this.m_elements.get(object.id);
+        if (element !== undefined) {
+            this.m_raised += 1;
+            element.style.zIndex = String(this.m_raised);
+        }
+    }
+
+    private build(object: StoredObject, kind: WidgetKind): HTMLElement {
+        const element = kind.create();
+        element.setAttribute('data-id', String(object.id));
+        if (kind.type !== object.type) {
+            element.setAttribute('data-type', object.type);
+        }
+        this.m_elements.set(object.id, element);
+        this.applyAll(element, object, kind);
+        if (this.m_host.buddies.isNamed(object.id)) {
+            this.m_host.buddies.connect(object.id, kind.control?.(element) ?? element);
+        }
+        if (object.children.length > 0) {
+            this.buildChildren(element, object);
+        }
+        return element;
+    }
+
+    private buildChildren(into: ParentNode & Node, object: StoredObject): void {
+        let before: HTMLElement | undefined;
+        for (const child of object.children) {
+            const kind = kindOf(child.type);
+            const element = this.build(child, kind);
+            kind.nameAfter?.(element, child, before);
+            into.appendChild(element);
+            before = element;
+        }
+    }
+
+    private applyAll(element: HTMLElement, object: StoredObject, kind: WidgetKind): void {
+        for (const name in object.values) {
+            this.apply(kind.appliers, name as Name, element, object);
+        }
+    }
+
+    private apply<N extends Name>(
+        appliers: Appliers,
+        name: N,
+        element: HTMLElement,
+        object: StoredObject,
+    ): void {
+        appliers[name]?.(element, object.values[name] as Values[N], object, this.m_host);
+    }
+
+    /** What somebody is typing stays, even if the description came with another text. */
+    private keepTyped(id: number, before: StoredObject | undefined): void {
+        const now = this.m_store.get(id);
+        if (now === undefined || before === undefined || !this.m_host.edits.find(id)?.typing) {
+            return;
+        }
+        for (const object of subtree(before)) {
+            if (object.id === id && object.values.text !== undefined) {
+                now.values.text = object.values.text;
+            }
+        }
+    }
+}
+
+/** An object that may not update, or stands in one that may not, shows its changes later. */
+function isHeld(object: StoredObject): boolean {
+    for (let at: StoredObject | undefined = object; at !== undefined; at = at.parent) {
+        if (at.values.updateEnabled === false) {
+            return true;
+        }
+    }
+    return false;
+}

@@ -1,0 +1,60 @@
+import type { Name, Values } from '../protocol/properties.ts';
+import type { EditTexts } from './edit/EditTexts.ts';
+import type { Buddies } from './text/Buddies.ts';
+import type { StoredObject } from '../store/StoredObject.ts';
+
+/** What a widget may ask of the page around it. */
+export interface WidgetHost {
+    readonly edits: EditTexts;
+    readonly buddies: Buddies;
+    /** Tells the program, on the window's channel. */
+    send(object: StoredObject, message: string): void;
+    /** Presses the default button of the object's window, if it has one that can be pressed. */
+    pressDefault(object: StoredObject): void;
+    /** Where an image of the program is to be had; undefined when it has no path. */
+    imageAddress(path: string): string | undefined;
+}
+
+/** What a write of each property does to the element. Writing a value again must do no harm. */
+export type Appliers = {
+    readonly [N in Name]?: (
+        element: HTMLElement,
+        value: Values[N],
+        object: StoredObject,
+        host: WidgetHost,
+    ) => void;
+};
+
+export type EventName =
+    | 'click'
+    | 'change'
+    | 'input'
+    | 'keydown'
+    | 'focusout'
+    | 'compositionstart'
+    | 'compositionend';
+
+export type WidgetEvents = {
+    readonly [E in EventName]?: (
+        object: StoredObject,
+        element: HTMLElement,
+        event: HTMLElementEventMap[E],
+        host: WidgetHost,
+    ) => void;
+};
+
+/**
+ * One kind of widget: a table, not a class, because a window may hold ten thousand of one kind.
+ * Its element carries `data-id` and `data-type`; its events are heard once for the whole page.
+ */
+export interface WidgetKind {
+    /** The name that the clones carry; one that stands in for others has none. */
+    readonly type?: string;
+    create(): HTMLElement;
+    readonly appliers: Appliers;
+    readonly events?: WidgetEvents;
+    /** The element that takes the focus and that labels point at; the element itself if absent. */
+    control?(element: HTMLElement): HTMLElement;
+    /** Gives a control that nothing else names a name, if need be by the element before it. */
+    nameAfter?(element: HTMLElement, object: StoredObject, before: HTMLElement | undefined): void;
+}

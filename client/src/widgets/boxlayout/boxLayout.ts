@@ -1,0 +1,34 @@
+import { Kind } from '../../protocol/names.ts';
+import { prototypeOf } from '../base.ts';
+import type { StoredObject } from '../../store/StoredObject.ts';
+import type { Appliers, WidgetKind } from '../WidgetKind.ts';
+
+function prototype(): HTMLElement {
+    const box = document.createElement('div');
+    box.className = 'box';
+    return box;
+}
+
+/** A layout that is switched off leaves its children as they stand: new spacing waits. */
+function showSpacing(element: HTMLElement, object: StoredObject): void {
+    const { spacing = -1, enabled = true } = object.values;
+    if (enabled) {
+        element.style.gap = spacing >= 0 ? `${spacing}px` : '';
+    }
+}
+
+export const layoutAppliers: Appliers = {
+    objectName: (element, name) => (element.dataset['name'] = name),
+    spacing: (element, _spacing, object) => showSpacing(element, object),
+    enabled: (element, _enabled, object) => showSpacing(element, object),
+};
+
+/**
+ * One child after the other. The program does not say in which direction: a box stands upright,
+ * except directly within another box, where the other direction is the only one that is of use.
+ */
+export const boxLayout: WidgetKind = {
+    type: Kind.boxLayout,
+    create: prototypeOf(Kind.boxLayout, prototype()),
+    appliers: layoutAppliers,
+};

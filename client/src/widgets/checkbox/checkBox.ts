@@ -1,0 +1,58 @@
+import { toggled } from '../../protocol/events.ts';
+import { Kind } from '../../protocol/names.ts';
+import type { StoredObject } from '../../store/StoredObject.ts';
+import { baseAppliers, enableControl, prototypeOf, setCaption } from '../base.ts';
+import type { WidgetKind } from '../WidgetKind.ts';
+
+function prototype(): HTMLElement {
+    const label = document.createElement('label');
+    label.className = 'checkbox';
+    const box = document.createElement('input');
+    box.type = 'checkbox';
+    label.append(box);
+    return label;
+}
+
+function boxOf(element: HTMLElement): HTMLInputElement {
+    return element.firstChild as HTMLInputElement;
+}
+
+/** A box without a caption is named by its tooltip. */
+function showName(element: HTMLElement, object: StoredObject): void {
+    const { label = '', tooltip = '' } = object.values;
+    if (label === '' && tooltip !== '') {
+        boxOf(element).setAttribute('aria-label', tooltip);
+    } else {
+        boxOf(element).removeAttribute('aria-label');
+    }
+}
+
+export const checkBox: WidgetKind = {
+    type: Kind.checkBox,
+    create: prototypeOf(Kind.checkBox, prototype()),
+    control: boxOf,
+    appliers: {
+        ...baseAppliers,
+        enable: (element, enabled) => enableControl(boxOf(element), enabled),
+        label: (element, label, object) => {
+            setCaption(element, label);
+            showName(element, object);
+        },
+        tooltip: (element, tooltip, object, host) => {
+            baseAppliers.tooltip?.(element, tooltip, object, host);
+            showName(element, object);
+        },
+        checked: (element, checked) => (boxOf(element).checked = checked),
+    },
+    events: {
+        change: (object, element, _event, host) => {
+            object.values.checked = boxOf(element).checked;
+            host.send(object, toggled(object.id, object.values.checked));
+        },
+        keydown: (object, _element, event, host) => {
+            if (event.key === 'Enter') {
+                host.pressDefault(object);
+            }
+        },
+    },
+};

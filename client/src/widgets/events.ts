@@ -1,0 +1,29 @@
+import { asId } from '../protocol/guards.ts';
+import type { ObjectStore } from '../store/ObjectStore.ts';
+import { kindOf } from './kinds.ts';
+import type { EventName, WidgetHost } from './WidgetKind.ts';
+
+const names: readonly EventName[] = [
+    'click',
+    'change',
+    'input',
+    'keydown',
+    'focusout',
+    'compositionstart',
+    'compositionend',
+];
+
+/** Hears the events of all widgets below `root` at one place and hands each to its kind. */
+export function listen(root: HTMLElement, store: ObjectStore, host: WidgetHost): void {
+    const hand = <E extends EventName>(name: E, event: HTMLElementEventMap[E]): void => {
+        const target = event.target instanceof Element ? event.target : null;
+        const element = target?.closest<HTMLElement>('[data-id]');
+        const object = store.get(asId(element?.dataset['id']) ?? 0);
+        if (element && object) {
+            kindOf(object.type).events?.[name]?.(object, element, event, host);
+        }
+    };
+    for (const name of names) {
+        root.addEventListener(name, (event) => hand(name, event));
+    }
+}

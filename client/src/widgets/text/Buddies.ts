@@ -1,0 +1,37 @@
+/**
+ * Ties texts to the controls that they name. Only a control that some text names gets a DOM id:
+ * the two may come in either order.
+ */
+export class Buddies {
+    private readonly m_named = new Set<number>();
+    private readonly m_control: (id: number) => HTMLElement | undefined;
+
+    constructor(control: (id: number) => HTMLElement | undefined) {
+        this.m_control = control;
+    }
+
+    /** A text names this object; the answer is what its label points at. */
+    name(id: number): string {
+        this.m_named.add(id);
+        const control = this.m_control(id);
+        if (control !== undefined) {
+            this.connect(id, control);
+        }
+        return controlId(id);
+    }
+
+    isNamed(id: number): boolean {
+        return this.m_named.has(id);
+    }
+
+    /** The control of an object that is named has come into being. */
+    connect(id: number, control: HTMLElement): void {
+        control.id = controlId(id);
+        control.removeAttribute('aria-label');
+        control.removeAttribute('aria-labelledby');
+    }
+}
+
+function controlId(id: number): string {
+    return `object-${id}`;
+}

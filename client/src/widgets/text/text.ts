@@ -1,0 +1,29 @@
+import { Kind } from '../../protocol/names.ts';
+import { baseAppliers, prototypeOf, setCaption } from '../base.ts';
+import type { WidgetKind } from '../WidgetKind.ts';
+
+function prototype(): HTMLElement {
+    const label = document.createElement('label');
+    label.className = 'text';
+    return label;
+}
+
+/** A static text. With a buddy it is that control's label: it names it, and a click focuses it. */
+export const text: WidgetKind = {
+    type: Kind.text,
+    create: prototypeOf(Kind.text, prototype()),
+    appliers: {
+        ...baseAppliers,
+        enable: (element, enabled) => {
+            element.toggleAttribute('data-disabled', !enabled);
+        },
+        text: setCaption,
+        buddy: (element, buddy, _object, host) => {
+            if (buddy === 0) {
+                element.removeAttribute('for');
+            } else {
+                element.setAttribute('for', host.buddies.name(buddy));
+            }
+        },
+    },
+};

@@ -1,0 +1,284 @@
+import { render } from 'lit';
+import type { Clock } from '../gateway/transport.ts';
+import type { Size } from '../protocol/geometry.ts';
+import { isObject } from '../protocol/guards.ts';
+import type { Name, Trigger } from '../protocol/properties.ts';
+import type { StoredObject } from '../store/StoredObject.ts';
+import type { Renderer } from '../widgets/Renderer.ts';
+import type { WidgetHost } from '../widgets/WidgetKind.ts';
+import { listenOnDesktop } from './desktopEvents.ts';
+import { PlaceReporter } from './PlaceReporter.ts';
+import { Stack } from './Stack.ts';
+import { taskbar } from './taskbar.ts';
+import { WindowFrame, type WindowHost } from './WindowFrame.ts';
+import { applyToWindow, triggerWindow, type WindowActions } from './windowProperties.ts';
+
+export interface DesktopListener {
+    closeRequested(window: StoredObject): void;
+    zoomed(window: StoredObject, larger: boolean): void;
+    /** What lies on top of everything may be another window now. */
+    topChanged(): void;
+}
+
+/** Properties that need the window to be measured, in the order in which they make sense. */
+const placing: readonly Name[] = [
+    'setPreferredSize',
+    'resize',
+    'saveGeometry',
+    'geometry',
+    'frameGeometry',
+    'moveTo',
+    'move',
+];
+const isPlacing: ReadonlySet<Name> = new Set(placing);
+
+/** All windows: which there are, which lies above which, which one has the keyboard. */
+export class Desktop implements WindowHost, WindowActions {
+    readonly stack: Stack;
+    private readonly m_frames = new Map<number, WindowFrame>();
+    private readonly m_root: HTMLElement;
+    private readonly m_bar = document.createElement('div');
+    private readonly m_renderer: Renderer;
+    private readonly m_host: WidgetHost;
+    private readonly m_listener: DesktopListener;
+    private readonly m_reporter: PlaceReporter;
+
+    constructor(
+        root: HTMLElement,
+        renderer: Renderer,
+        host: WidgetHost,
+        clock: Clock,
+        listener: DesktopListener,
+    ) {
+        this.m_root = root;
+        this.m_renderer = renderer;
+        this.m_host = host;
+        this.m_listener = listener;
+        this.m_reporter = new PlaceReporter(clock, (frame, text) => host.send(frame.object, text));
+        this.stack = new Stack(renderer, () => listener.topChanged());
+        this.m_root.append(this.m_bar);
+        listenOnDesktop(this, root);
+        addEventListener('resize', () => this.viewportChanged());
+    }
+
+    get viewport(): Size {
+        const bar = this.m_bar.firstElementChild?.clientHeight ?? 0;
+        return { width: innerWidth, height: innerHeight - bar };
+    }
+
+    get windows(): readonly WindowFrame[] {
+        return [...this.m_frames.values()];
+    }
+
+    frameOf(target: EventTarget | null): WindowFrame | undefined {
+        const element = target instanceof Element ? target.closest<HTMLElement>('.window') : null;
+        return element ? this.m_frames.get(Number(element.dataset['id'])) : undefined;
+    }
+
+    /** Puts a window into the document; its size and place follow with the next frame. */
+    open(object: StoredObject, stored?: unknown): void {
+        const frame = new WindowFrame(object, this);
+        this.m_frames.set(object.id, frame);
+        this.applyState(frame);
+        this.m_renderer.fill(frame.body, object);
+        this.m_root.append(frame.element);
+        this.stack.add(frame);
+        frame.takeUp(stored);
+        this.stack.show(frame);
+        if (stored === undefined) {
+            this.startMode(frame);
+            afterLayout(() => this.settle(frame));
+        }
+    }
+
+    reopen(object: StoredObject, before: StoredObject): void {
+        const frame = this.m_frames.get(object.id);
+        if (frame === undefined) {
+            return;
+        }
+        const focus = this.m_renderer.focus.within(frame.body);
+        frame.object = object;
+        frame.showChrome();
+        this.m_renderer.forget(before);
+        this.applyState(frame);
+        this.m_renderer.fill(frame.body, object);
+        this.stack.show(frame);
+        this.m_renderer.focus.restore(focus);
+        afterLayout(() => this.settle(frame));
+    }
+
+    close(object: StoredObject): void {
+        const frame = this.m_frames.get(object.id);
+        if (frame !== undefined) {
+            this.m_frames.delete(object.id);
+            this.m_reporter.forget(object.id);
+            this.m_renderer.forget(object);
+            this.stack.remove(frame);
+            this.showBar();
+        }
+    }
+
+    changed(object: StoredObject, names: Iterable<Name>): void {
+        const frame = this.m_frames.get(object.id);
+        if (frame === undefined || object.values.updateEnabled === false) {
+            return;
+        }
+        for (const name of names) {
+            if (isPlacing.has(name)) {
+                this.m_reporter.forget(object.id);
+            }
+            applyToWindow(frame, name, this, this.m_host);
+        }
+        this.showBar();
+    }
+
+    triggered(object: StoredObject, trigger: Trigger): void {
+        const frame = this.m_frames.get(object.id);
+        if (frame !== undefined) {
+            triggerWindow(frame, trigger, this);
+        }
+    }
+
+    contentsChanged(object: StoredObject): void {
+        this.m_frames.get(object.windowId)?.grow();
+    }
+
+    /** The focus goes to the control, or waits until its window is the active one. */
+    focus(object: StoredObject): void {
+        const frame = this.m_frames.get(object.windowId);
+        if (frame !== undefined) {
+            this.stack.focusWithin(frame, object.id);
+        }
+    }
+
+    store(): unknown {
+        return {
+            frames: Object.fromEntries(
+                this.windows.map((frame) => [frame.object.id, frame.store()]),
+            ),
+            order: this.stack.order.map((frame) => frame.object.id),
+        };
+    }
+
+    /** Opens the windows that were kept, in the order in which they lay above each other. */
+    restore(objects: ReadonlyMap<number, StoredObject>, stored: unknown): void {
+        const frames = isObject(stored) && isObject(stored['frames']) ? stored['frames'] : {};
+        const order = isObject(stored) && Array.isArray(stored['order']) ? stored['order'] : [];
+        const place = (id: number): number => (order as unknown[]).indexOf(id);
+        const kept = [...objects.values()].sort((a, b) => place(a.id) - place(b.id));
+        kept.forEach((object) => this.open(object, frames[String(object.id)]));
+        this.showBar();
+    }
+
+    closeRequested(frame: WindowFrame): void {
+        this.m_listener.closeRequested(frame.object);
+    }
+
+    zoom(frame: WindowFrame, larger: boolean): void {
+        frame.setZoom(frame.zoom * (larger ? 1.1 : 1 / 1.1));
+        this.m_listener.zoomed(frame.object, larger);
+        this.m_reporter.changed(frame, true);
+    }
+
+    placed(frame: WindowFrame, last: boolean): void {
+        this.m_reporter.changed(frame, last);
+    }
+
+    modeChanged(frame: WindowFrame): void {
+        this.stack.show(frame);
+        this.showBar();
+        this.m_reporter.changed(frame, true);
+    }
+
+    imageAddress(path: string): string | undefined {
+        return this.m_host.imageAddress(path);
+    }
+
+    showModality(frame: WindowFrame): void {
+        frame.showChrome();
+        this.stack.show(frame);
+    }
+
+    showVisible(frame: WindowFrame): void {
+        this.stack.show(frame);
+        this.m_reporter.changed(frame, true);
+    }
+
+    raise(frame: WindowFrame): void {
+        this.stack.raise(frame);
+    }
+
+    activate(frame: WindowFrame): void {
+        this.stack.activate(frame);
+    }
+
+    showAgain(frame: WindowFrame): void {
+        this.applyState(frame);
+        this.m_renderer.showAgain(frame.object);
+    }
+
+    private applyState(frame: WindowFrame): void {
+        for (const name in frame.object.values) {
+            if (!isPlacing.has(name as Name) && name !== 'updateEnabled' && name !== 'modal') {
+                applyToWindow(frame, name as Name, this, this.m_host);
+            }
+        }
+    }
+
+    private startMode(frame: WindowFrame): void {
+        const { triggers, values } = frame.object;
+        if (triggers.includes('showMaximized') || values.maximized) {
+            frame.setMode('maximized');
+        } else if (triggers.includes('showMinimized') && !triggers.includes('showNormal')) {
+            frame.setMode('minimized');
+        }
+    }
+
+    /** Once the contents are laid out: measure, place, focus and tell the program. */
+    private settle(frame: WindowFrame): void {
+        if (this.m_frames.get(frame.object.id) !== frame) {
+            return;
+        }
+        if (!frame.measured) {
+            frame.measure(this.m_frames.size - 1);
+            for (const name of placing) {
+                if (frame.object.values[name] !== undefined) {
+                    applyToWindow(frame, name, this, this.m_host);
+                }
+            }
+            this.stack.activate(frame);
+        } else {
+            frame.grow();
+        }
+        this.m_reporter.changed(frame, true);
+    }
+
+    private viewportChanged(): void {
+        for (const frame of this.windows) {
+            frame.keepInView();
+            this.m_reporter.changed(frame, false);
+        }
+    }
+
+    private showBar(): void {
+        const minimized = this.windows.filter((frame) => frame.mode === 'minimized');
+        const restore = (frame: WindowFrame): void => {
+            frame.restore();
+            this.stack.activate(frame);
+        };
+        render(taskbar(minimized, restore), this.m_bar);
+    }
+}
+
+/** Before the next frame is painted, or soon when the page is hidden and paints none. */
+function afterLayout(call: () => void): void {
+    let done = false;
+    const once = (): void => {
+        if (!done) {
+            done = true;
+            call();
+        }
+    };
+    requestAnimationFrame(once);
+    setTimeout(once, 200);
+}

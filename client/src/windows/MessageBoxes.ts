@@ -1,0 +1,106 @@
+import { html, render } from 'lit';
+import { asFlag, asId, asText, isObject } from '../protocol/guards.ts';
+import { decodeMessageBox, type Level, type MessageBox } from '../protocol/messagebox.ts';
+
+const signs: Readonly<Record<Level, string>> = {
+    information: 'i',
+    warning: '!',
+    error: '×',
+    question: '?',
+};
+
+interface OpenBox {
+    readonly windowId: number;
+    readonly box: MessageBox;
+    readonly element: HTMLDialogElement;
+    /** Where the keyboard was before. */
+    readonly before: Element | null;
+}
+
+/** What the program has to tell, each in a small dialog of its own until the person has read it. */
+export class MessageBoxes {
+    private m_open: OpenBox[] = [];
+    private readonly m_root: HTMLElement;
+    private readonly m_topChanged: () => void;
+
+    constructor(root: HTMLElement, topChanged: () => void) {
+        this.m_root = root;
+        this.m_topChanged = topChanged;
+    }
+
+    get topModal(): HTMLDialogElement | undefined {
+        return this.m_open.findLast((open) => open.element.matches(':modal'))?.element;
+    }
+
+    show(windowId: number, box: MessageBox): void {
+        const element = document.createElement('dialog');
+        const open: OpenBox = { windowId, box, element, before: document.activeElement };
+        element.className = 'messagebox';
+        element.dataset['level'] = box.level;
+        element.setAttribute('role', 'alertdialog');
+        element.setAttribute('aria-label', box.title || box.level);
+        element.addEventListener('keydown', (event) => {
+            if (event.key === 'Escape') {
+                event.preventDefault();
+                this.close(open);
+            }
+        });
+        element.addEventListener('close', () => this.close(open));
+        render(
+            contents(box, () => this.close(open)),
+            element,
+        );
+        this.m_open.push(open);
+        this.m_root.append(element);
+        // Below an open modal window nobody could read it or put it away.
+        if (box.modal || document.querySelector(':modal') !== null) {
+            element.showModal();
+        } else {
+            element.show();
+        }
+        element.querySelector('button')?.focus();
+        this.m_topChanged();
+    }
+
+    closeAll(): void {
+        [...this.m_open].forEach((open) => this.close(open));
+    }
+
+    store(): unknown {
+        return this.m_open.map(({ windowId, box }) => ({ ...box, windowId }));
+    }
+
+    restore(stored: unknown): void {
+        for (const box of Array.isArray(stored) ? (stored as unknown[]) : []) {
+            if (isObject(box) && asText(box['body']) !== undefined) {
+                const modal = asFlag(box['modal']) ?? false;
+                this.show(asId(box['windowId']) ?? 0, { ...decodeMessageBox(box), modal });
+            }
+        }
+    }
+
+    private close(open: OpenBox): void {
+        if (!this.m_open.includes(open)) {
+            return;
+        }
+        this.m_open = this.m_open.filter((other) => other !== open);
+        const hadFocus = open.element.contains(document.activeElement);
+        open.element.close();
+        open.element.remove();
+        if (hadFocus && open.before instanceof HTMLElement && open.before.isConnected) {
+            open.before.focus({ preventScroll: true });
+        }
+        this.m_topChanged();
+    }
+}
+
+function contents(box: MessageBox, close: () => void): unknown {
+    return html`<h1 class="messagebox-title">${box.title}</h1>
+        <div class="messagebox-body">
+            <span class="sign" aria-hidden="true">${signs[box.level]}</span>
+            <p>${box.body}</p>
+        </div>
+        <div class="messagebox-buttons">
+            <button type="button" class="button" data-default @click=${close}>OK</button>
+        </div>`;
+}

@@ -1,0 +1,101 @@
+import type { Point, Rect, Size } from '../protocol/geometry.ts';
+
+/** Where windows may be: pure arithmetic in pixels of the viewport. */
+
+/** So much of a title bar always stays within reach of the pointer. */
+const REACHABLE = 96;
+const TITLE_HEIGHT = 34;
+const SMALLEST: Size = { width: 140, height: 72 };
+const CASCADE_STEP = 28;
+const CASCADE_LENGTH = 8;
+
+export interface Edges {
+    readonly left?: boolean;
+    readonly right?: boolean;
+    readonly top?: boolean;
+    readonly bottom?: boolean;
+}
+
+function between(value: number, low: number, high: number): number {
+    return Math.max(low, Math.min(value, high));
+}
+
+/** The same window, brought back so far that its title bar can be seen and taken hold of. */
+export function keepReachable(frame: Rect, viewport: Size): Rect {
+    const width = Math.max(frame.width, SMALLEST.width);
+    const height = Math.max(frame.height, SMALLEST.height);
+    const reach = Math.min(REACHABLE, width);
+    return {
+        x: between(frame.x, reach - width, Math.max(0, viewport.width - reach)),
+        y: between(frame.y, 0, Math.max(0, viewport.height - TITLE_HEIGHT)),
+        width,
+        height,
+    };
+}
+
+/** A size that leaves the whole window in the viewport. */
+export function fitSize(size: Size, viewport: Size): Size {
+    const margin = 16;
+    return {
+        width: between(
+            size.width,
+            SMALLEST.width,
+            Math.max(SMALLEST.width, viewport.width - margin),
+        ),
+        height: between(
+            size.height,
+            SMALLEST.height,
+            Math.max(SMALLEST.height, viewport.height - margin),
+        ),
+    };
+}
+
+/** The place of a new window: in the middle, a little above it, the next ones each a step on. */
+export function firstPlace(size: Size, viewport: Size, index: number): Point {
+    const step = (index % CASCADE_LENGTH) * CASCADE_STEP;
+    const x = (viewport.width - size.width) / 2 + step;
+    const y = (viewport.height - size.height) / 3 + step;
+    return {
+        x: Math.round(between(x, 0, Math.max(0, viewport.width - size.width))),
+        y: Math.round(between(y, 0, Math.max(0, viewport.height - size.height))),
+    };
+}
+
+export function moved(frame: Rect, by: Point): Rect {
+    return { ...frame, x: frame.x + by.x, y: frame.y + by.y };
+}
+
+/** Dragging the given edges; the opposite ones stay where they are, however far it goes. */
+export function resized(frame: Rect, edges: Edges, by: Point): Rect {
+    const growX = edges.left ? -by.x : edges.right ? by.x : 0;
+    const growY = edges.top ? -by.y : edges.bottom ? by.y : 0;
+    const width = Math.max(SMALLEST.width, frame.width + growX);
+    const height = Math.max(SMALLEST.height, frame.height + growY);
+    return {
+        x: edges.left ? frame.x + frame.width - width : frame.x,
+        y: edges.top ? frame.y + frame.height - height : frame.y,
+        width,
+        height,
+    };
+}
+
+/** Which edges a point is on, given how wide the border to take hold of is. */
+export function edgesAt(frame: Rect, at: Point, border: number): Edges {
+    return {
+        left: at.x < frame.x + border,
+        right: at.x >= frame.x + frame.width - border,
+        top: at.y < frame.y + border,
+        bottom: at.y >= frame.y + frame.height - border,
+    };
+}
+
+export function anyEdge(edges: Edges): boolean {
+    return Boolean(edges.left || edges.right || edges.top || edges.bottom);
+}
+
+/** The pointer's shape over these edges. */
+export function edgeCursor(edges: Edges): string {
+    const vertical = edges.top ? 'n' : edges.bottom ? 's' : '';
+    const horizontal = edges.left ? 'w' : edges.right ? 'e' : '';
+    return anyEdge(edges) ? `${vertical}${horizontal}-resize` : '';
+}

@@ -1,0 +1,96 @@
+import type { Name, Trigger, Values } from '../protocol/properties.ts';
+import { enableContents } from '../widgets/base.ts';
+import { panel } from '../widgets/panel/panel.ts';
+import type { WidgetHost } from '../widgets/WidgetKind.ts';
+import type { WindowFrame } from './WindowFrame.ts';
+
+/** What a window does for the desktop that only the desktop can do. */
+export interface WindowActions {
+    showModality(window: WindowFrame): void;
+    showVisible(window: WindowFrame): void;
+    raise(window: WindowFrame): void;
+    activate(window: WindowFrame): void;
+    showAgain(window: WindowFrame): void;
+}
+
+type WindowAppliers = {
+    readonly [N in Name]?: (
+        window: WindowFrame,
+        value: Values[N],
+        actions: WindowActions,
+        host: WidgetHost,
+    ) => void;
+};
+
+/** The contents of a window are those of a panel: what concerns them goes to its body. */
+function toBody<N extends Name>(name: N) {
+    return (window: WindowFrame, value: Values[N], _: WindowActions, host: WidgetHost): void => {
+        panel.appliers[name]?.(window.body, value, window.object, host);
+    };
+}
+
+function limit(window: WindowFrame, side: 'minWidth' | 'minHeight' | 'maxWidth' | 'maxHeight') {
+    return (length: number): void => {
+        window.element.style[side] = length >= 16777215 ? '' : `${length}px`;
+    };
+}
+
+/** What a write of each property does to a window. */
+const appliers: WindowAppliers = {
+    title: (window) => window.showChrome(),
+    windowicon: (window) => window.showChrome(),
+    transient: (window) => window.showChrome(),
+    modal: (window, _modal, actions) => actions.showModality(window),
+    visible: (window, _visible, actions) => actions.showVisible(window),
+    enable: (window, enabled) => enableContents(window.body, enabled),
+    tooltip: (window, tooltip) => (window.body.title = tooltip),
+    scrollable: (window, scrollable) => window.body.classList.toggle('scrollable', scrollable),
+    objectName: (window, name) => (window.element.dataset['name'] = name),
+    style: toBody('style'),
+    layoutGrid: toBody('layoutGrid'),
+    meta: toBody('meta'),
+    geometry: (window, rect) => window.setFrame(window.frameFor(rect), true),
+    frameGeometry: (window, rect) => window.setFrame(rect, true),
+    saveGeometry: (window, rect) => window.setFrame(rect, true),
+    move: (window, point) => window.setFrame({ ...window.frame, ...point }, true),
+    moveTo: (window, point) => window.setFrame({ ...window.frame, ...point }, true),
+    resize: (window, size) => resizeContent(window, size.width, size.height),
+    setPreferredSize: (window, size) => resizeContent(window, size.width, size.height),
+    setMinimumWidth: (window, width) => limit(window, 'minWidth')(width),
+    setMinimumHeight: (window, height) => limit(window, 'minHeight')(height),
+    setMaximumWidth: (window, width) => limit(window, 'maxWidth')(width),
+    setMaximumHeight: (window, height) => limit(window, 'maxHeight')(height),
+    updateEnabled: (window, _enabled, actions) => actions.showAgain(window),
+};
+
+function resizeContent(window: WindowFrame, width: number, height: number): void {
+    const { x, y } = window.report().geometry;
+    window.setFrame(window.frameFor({ x, y, width, height }), true);
+}
+
+const triggers: {
+    readonly [T in Trigger]?: (window: WindowFrame, actions: WindowActions) => void;
+} = {
+    showMinimized: (window) => window.setMode('minimized'),
+    showNormal: (window) => window.setMode('normal'),
+    showMaximized: (window) => window.setMode('maximized'),
+    activateWindow: (window, actions) => actions.activate(window),
+    setFocus: (window, actions) => actions.activate(window),
+    raise: (window, actions) => actions.raise(window),
+    adjustsize: (window) => window.adjustSize(),
+    update: (window, actions) => actions.showAgain(window),
+    refresh: (window, actions) => actions.showAgain(window),
+};
+
+export function applyToWindow<N extends Name>(
+    window: WindowFrame,
+    name: N,
+    actions: WindowActions,
+    host: WidgetHost,
+): void {
+    appliers[name]?.(window, window.object.values[name] as Values[N], actions, host);
+}
+
+export function triggerWindow(window: WindowFrame, trigger: Trigger, actions: WindowActions): void {
+    triggers[trigger]?.(window, actions);
+}
