@@ -1,0 +1,112 @@
+#pragma once
+
+#include <memory>
+#include <string>
+#include <vector>
+
+#include "core/KorvidOnlineFlag.h"
+#include "core/ModuleEntry.h"
+#include "messaging/MessageBus.h"
+#include "toolkit/DVBoxLayout2.h"
+#include "toolkit/DVButton2.h"
+#include "toolkit/DVDialog2.h"
+#include "toolkit/DVPanel2.h"
+
+namespace bench {
+
+/// A bus that takes every text and delivers only what the benchmark tells it to, so that the library
+/// alone is measured.
+class CountingBus : public tdom::messaging::MessageBus {
+public:
+    static CountingBus& instance() {
+        static const auto bus = [] {
+            auto made = std::make_shared<CountingBus>();
+            install(made);
+            return made;
+        }();
+        return *bus;
+    }
+
+    ConnectorId attach(const std::string&) override { return 1; }
+    void detach(ConnectorId) override {}
+    Handle subscribe(ConnectorId, const std::string& channel, Callback callback) override {
+        m_callbacks.emplace_back(channel, std::move(callback));
+        return static_cast<Handle>(m_callbacks.size());
+    }
+    Handle subscribeTree(ConnectorId self, const std::string& channel, Callback callback) override {
+        return subscribe(self, channel, std::move(callback));
+    }
+    void unsubscribe(Handle handle) override { m_callbacks[handle - 1].second = nullptr; }
+    void publish(ConnectorId, const std::string&, std::string text) override {
+        ++texts;
+        bytes += text.size();
+    }
+
+    /// The callback of the last subscription of the channel.
+    Callback& callback(const std::string& channel) {
+        for (auto entry = m_callbacks.rbegin(); entry != m_callbacks.rend(); ++entry) {
+            if (entry->first == channel && entry->second) {
+                return entry->second;
+            }
+        }
+        throw std::runtime_error("nobody subscribed " + channel);
+    }
+    /// Delivers a text as the client would publish it.
+    void deliver(const std::string& channel, const std::string& text) {
+        callback(channel)(channel, text);
+    }
+
+    std::size_t texts = 0;
+    std::size_t bytes = 0;
+
+private:
+    std::vector<std::pair<std::string, Callback>> m_callbacks;
+};
+
+/// Loads the library with a client connected, once.
+inline void start() {
+    static const bool started = [] {
+        CountingBus::instance();
+        initialize_dova2_web();
+        DOVA::web::KorvidOnlineFlag::set(true);
+        CountingBus::instance().deliver("/dova2/web", R"({"clientReady":"bench"})");
+        return true;
+    }();
+    (void)started;
+}
+
+/// A dialog of `count` buttons in a box layout five levels down: dialog, layout, panel, layout,
+/// button.
+class Window {
+public:
+    explicit Window(int count) {
+        m_dialog.setLayout(&m_outer);
+        m_outer.addWidget(&m_panel);
+        m_panel.setLayout(&m_rows);
+        for (int i = 0; i < count; ++i) {
+            m_buttons.push_back(std::make_unique<DOVA::DVButton2>(nullptr, u"Button"));
+            m_rows.addWidget(m_buttons.back().get());
+        }
+    }
+
+    void show() { m_dialog.show(); }
+    DOVA::DVDialog2& dialog() { return m_dialog; }
+    DOVA::DVButton2& button(std::size_t index) { return *m_buttons.at(index); }
+    std::string channel() const {
+        return "/dova2/web/bench/" + std::to_string(m_dialog.identifier());
+    }
+
+private:
+    struct Started {
+        Started() { start(); }
+    };
+
+    Started m_started;  // first: front objects ask for their backend when they are made
+    DOVA::DVDialog2 m_dialog;
+    DOVA::DVBoxLayout2 m_outer;
+    DOVA::DVPanel2 m_panel;
+    DOVA::DVBoxLayout2 m_rows;
+    std::vector<std::unique_ptr<DOVA::DVButton2>> m_buttons;
+};
+
+}  // namespace bench

@@ -1,0 +1,138 @@
+// Functions that run inside the page. Each stands alone: it is sent there as text.
+
+/** Notes when each text reaches the page, before the page's own code sees it. */
+export function watchSocket() {
+  const Original = window.WebSocket;
+  window.measured = { arrivals: [] };
+  window.WebSocket = class extends Original {
+    constructor(...args) {
+      super(...args);
+      this.addEventListener('message', (event) => window.measured.arrivals.push([performance.now(), event.data]));
+    }
+  };
+}
+
+/** Makes the blank page's button send a text of a click's size and show what comes back. */
+export function connectEcho(port) {
+  const socket = new WebSocket(`ws://127.0.0.1:${port}/`);
+  const shown = document.querySelector('span');
+  let count = 0;
+  window.bare = { socket, onText: (text) => (shown.textContent = text) };
+  socket.addEventListener('message', (event) => window.bare.onText(event.data));
+  document.querySelector('button').addEventListener('click', () => {
+    socket.send(`${++count},${count} ./1 {"event":"onClick","id":"5"}`);
+  });
+  return new Promise((resolve) => socket.addEventListener('open', () => resolve()));
+}
+
+/** Milliseconds from each click() to the mutation that answers it, one after the other. */
+export async function timeClicks({ warmUp, counted }) {
+  const find = (name) =>
+    [...document.querySelectorAll('button')].find((button) => button.textContent.trim() === name);
+  const button = find('Click');
+  const shown = document.querySelector('[data-type="Text"]') ?? document.querySelector('span');
+  const times = [];
+  for (let i = 0; i < warmUp + counted; ++i) {
+    const start = performance.now();
+    await new Promise((resolve) => {
+      const observer = new MutationObserver(() => {
+        times.push(performance.now() - start);
+        observer.disconnect();
+        resolve();
+      });
+      observer.observe(shown, { childList: true, characterData: true, subtree: true });
+      button.click();
+    });
+    // A task of its own, so that the next click does not run inside this answer.
+    await new Promise((resolve) => setTimeout(resolve, 0));
+  }
+  return times.slice(warmUp);
+}
+
+/** Opens the window of rows; milliseconds from its arrival to all rows in the document. */
+export async function timeWindow(rows) {
+  const find = (name) =>
+    [...document.querySelectorAll('button')].find((button) => button.textContent.trim() === name);
+  const before = document.querySelectorAll('[data-type="Button"]').length;
+  window.measured.arrivals.length = 0;
+  const done = await new Promise((resolve) => {
+    const observer = new MutationObserver(() => {
+      if (document.querySelectorAll('[data-type="Button"]').length === before + rows) {
+        observer.disconnect();
+        resolve(performance.now());
+      }
+    });
+    observer.observe(document, { childList: true, subtree: true });
+    find('Open').click();
+  });
+  const [arrival] = window.measured.arrivals.find(([, text]) => text.includes('Row 0'));
+  return done - arrival;
+}
+
+/** Milliseconds to create the elements of the window of rows by hand: the same tags, attributes and
+ * texts, from a list made beforehand. */
+export function timeByHand(rows) {
+  const anyRow = [...document.querySelectorAll('[data-type="Button"]')].find((row) => row.textContent.includes('Row 0'));
+  const elementsOf = (element) => [
+    element.tagName,
+    [...element.attributes].map((attribute) => [attribute.name, attribute.value]),
+    [...element.children].map(elementsOf),
+    element.children.length === 0 ? element.textContent : '',
+  ];
+  const list = [...anyRow.parentElement.children].map(elementsOf);
+  if (list.length !== rows) throw new Error(`${list.length} rows in the document`);
+  const create = ([tag, attributes, children, text]) => {
+    const element = document.createElement(tag);
+    for (const [name, value] of attributes) element.setAttribute(name, value);
+    for (const child of children) element.append(create(child));
+    if (text) element.textContent = text;
+    return element;
+  };
+  const start = performance.now();
+  const box = document.createElement('div');
+  for (const row of list) box.append(create(row));
+  document.body.append(box);
+  const time = performance.now() - start;
+  box.remove();
+  return time;
+}
+
+/** Has the program write a text many times in one go; tells whether every write came, in order. */
+export async function timeBurst(writes) {
+  const find = (name) =>
+    [...document.querySelectorAll('button')].find((button) => button.textContent.trim() === name);
+  const shown = document.querySelector('[data-type="Text"]');
+  window.measured.arrivals.length = 0;
+  const start = performance.now();
+  const time = await new Promise((resolve) => {
+    const observer = new MutationObserver(() => {
+      if (shown.textContent.includes(`burst ${writes}`)) {
+        observer.disconnect();
+        resolve(performance.now() - start);
+      }
+    });
+    observer.observe(shown, { childList: true, characterData: true, subtree: true });
+    find('Burst').click();
+  });
+  const texts = window.measured.arrivals.flatMap(([, frame]) => frame.match(/burst \d+/g) ?? []);
+  const inOrder = texts.every((text, index) => text === `burst ${index + 1}`);
+  const bytes = window.measured.arrivals.reduce((sum, [, frame]) => sum + frame.length, 0);
+  return { time, received: texts.length, inOrder, size: Math.round(bytes / writes) };
+}
+
+/** The same number of texts of the same size from the bare sender, each one taken out and shown. */
+export function timeBareBurst({ writes, size }) {
+  const { socket } = window.bare;
+  const shown = document.querySelector('span');
+  let received = 0;
+  const start = performance.now();
+  return new Promise((resolve) => {
+    window.bare.onText = (frame) => {
+      for (const text of frame.split('\u001e').slice(1)) {
+        shown.textContent = text;
+        if (++received === writes) resolve(performance.now() - start);
+      }
+    };
+    socket.send(`burst ${writes} ${size}`);
+  });
+}
