@@ -1,0 +1,55 @@
+# The two commands of a newcomer: `make demo` and `make test`. Both install what is missing first.
+SHELL := /bin/bash
+FILE ?= examples/jsonpad/sample.json
+JOBS ?= $(shell nproc)
+export CTEST_PARALLEL_LEVEL ?= $(JOBS)
+
+.PHONY: demo test bench fuzz setup setup-test client checks clean
+
+demo: setup client
+	@cmake --preset release >build/configure.log || { cat build/configure.log; exit 1; }
+	@cmake --build --preset release -j $(JOBS) --target jsonpad dova2_web >build/demo.log || { cat build/demo.log; exit 1; }
+	@exec build/release/bin/jsonpad $(FILE)
+
+test: setup-test client checks
+	cd client && npm run typecheck && npm test && npm run size
+	node --test tests/wire/
+	cmake --preset ci && cmake --build --preset ci -j $(JOBS)
+	node tools/check-exports.mjs build/ci/lib/libdova2_web.so
+	ctest --preset ci
+	JSONPAD=build/ci/bin/jsonpad node --test tests/browser/
+	node bench/ratios.mjs --brief build/ci/bin
+	cmake --preset asan && cmake --build --preset asan -j $(JOBS)
+	ctest --preset asan
+	cmake --preset tsan && cmake --build --preset tsan -j $(JOBS) --target wiro_test messaging_test
+	ctest --preset tsan -R '^(Wiro|Messaging)'
+	node tools/test-ratio.mjs
+
+bench: setup-test client
+	cmake --preset bench && cmake --build --preset bench -j $(JOBS)
+	node bench/ratios.mjs build/bench/bin
+	node bench/browser/run.mjs build/bench/bin
+
+fuzz: setup-test
+	cmake --preset fuzz && cmake --build --preset fuzz -j $(JOBS)
+	tools/fuzz.sh build/fuzz/bin $(or $(SECONDS_EACH),60)
+
+# The rules between the rooms, and the words that have no place in the tree.
+checks:
+	node tools/check-rooms.mjs
+
+setup:
+	@tools/setup.sh build
+
+setup-test:
+	@tools/setup.sh build test
+
+client: client/node_modules/.package-lock.json
+	@cd client && npm run --silent build
+
+client/node_modules/.package-lock.json: client/package-lock.json
+	@cd client && npm ci --no-audit --no-fund --loglevel=error
+	@touch $@
+
+clean:
+	rm -rf build client/dist client/node_modules
