@@ -1,0 +1,70 @@
+#pragma once
+
+#include <deque>
+#include <mutex>
+#include <unordered_map>
+
+#include "messaging/MessageBus.h"
+
+namespace tdom::messaging {
+
+struct Route;
+struct Subscription;
+class SubscriptionTable;
+
+/// The bus of a single process: a queue, a wake-up, and deliver() that empties the queue.
+///
+/// The thread that calls deliver() is the delivery thread; only one may. There is one total order
+/// over all channels: the order in which publish() was entered. A text that nobody else hears at
+/// the moment of publishing is dropped there and costs one look-up. The queue is not bounded.
+class DOVA_MESSAGING_EXPORT InProcessBus : public MessageBus {
+public:
+    InProcessBus();
+    ~InProcessBus() override;
+
+    ConnectorId attach(const std::string& connectorName) override;
+    void detach(ConnectorId connector) override;
+    Handle subscribe(ConnectorId connector, const std::string& channel, Callback callback) override;
+    Handle subscribeTree(ConnectorId connector, const std::string& channel,
+                         Callback callback) override;
+    void unsubscribe(Handle handle) override;
+    void publish(ConnectorId connector, const std::string& channel, std::string text) override;
+
+    /// Sets what asks the delivery thread to call deliver(). It runs on the publishing thread,
+    /// without a lock held, once for each batch: for the first text that is queued after
+    /// deliver() began. It is called at once when texts are waiting already. It must not throw.
+    /// An empty function takes it back.
+    void setWake(std::function<void()> wake);
+
+    /// Delivers what was queued when it began, and returns how many texts that were; texts that
+    /// callbacks publish wait for the next call. Called again from within a callback it goes on
+    /// with the texts that are left, in order. The bus must outlive the call.
+    std::size_t deliver();
+
+    /// Whether no text waits to be delivered.
+    bool idle() const;
+
+private:
+    struct Message {
+        std::uint64_t number;
+        ConnectorId from;
+        std::shared_ptr<const Route> route;
+        std::string text;
+    };
+    using Lock = std::unique_lock<std::mutex>;
+
+    Handle add(ConnectorId connector, const std::string& channel, bool tree, Callback callback);
+    static void run(Lock& lock, Subscription& subscription, const Message& message);
+    static void call(Subscription& subscription, const Message& message);
+
+    mutable std::mutex m_mutex;
+    std::unique_ptr<SubscriptionTable> m_table;
+    std::unordered_map<ConnectorId, std::string> m_connectors;
+    std::deque<Message> m_queue;
+    std::shared_ptr<const std::function<void()>> m_wake;
+    std::uint64_t m_nextNumber = 0;
+    ConnectorId m_lastConnector = 0;
+    bool m_wakePending = false;
+};
+
+}  // namespace tdom::messaging
