@@ -24,6 +24,19 @@ Connection::Connection(Listener* listener, EmitterBase* emitter)
 
 Connection::~Connection() = default;
 
+void Connection::open() {
+    m_state.store(detail::hasBarrier() ? State::Open : State::OpenAfterFence,
+                  std::memory_order_release);
+}
+
+bool Connection::deliversAfterFence() const {
+    if (!isOpen()) {
+        return false;
+    }
+    detail::fence();
+    return isOpen();
+}
+
 void Connection::disconnect() {
     detail::Retired retired;
     {
@@ -42,7 +55,7 @@ void Connection::unlink(detail::Retired& retired) {
 }
 
 void Connection::leave(detail::Retired& retired) {
-    m_open.store(false, std::memory_order_release);
+    m_state.store(State::Closed, std::memory_order_release);
     m_emitter = nullptr;
     unlinkFromListener();
     if (m_link) {

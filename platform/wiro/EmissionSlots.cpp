@@ -18,6 +18,11 @@ std::atomic<bool> g_garbage{false};
 
 namespace {
 
+struct ThreadRecord;
+
+/// This thread's own record, null before its first emission.
+__thread ThreadRecord* t_record = nullptr;
+
 struct PinChunk {
     static constexpr unsigned Size = 64;
     Pin pins[Size];
@@ -55,6 +60,7 @@ Registry& registry() {
 void endThread(void* record) {
     std::lock_guard guard(registry().mutex);
     static_cast<ThreadRecord*>(record)->inUse = false;
+    t_record = nullptr;
     t_pins = nullptr;
 }
 
@@ -74,14 +80,14 @@ void callAtThreadEnd(ThreadRecord* record) {
 
 /// True if a thread other than this one ever emitted.
 bool othersEmit() {
-    const unsigned self = t_pins ? 1 : 0;
+    const unsigned self = t_record ? 1 : 0;
     return registry().threadCount.load(std::memory_order_seq_cst) > self;
 }
 
 /// Orders this thread's earlier stores before its later loads as seen by every other thread, which
 /// for its part only keeps the compiler from reordering.
 void heavyFence() {
-    std::atomic_thread_fence(std::memory_order_seq_cst);
+    fence();
     if (othersEmit() && registry().hasBarrier) {
         ::syscall(SYS_membarrier, MEMBARRIER_CMD_PRIVATE_EXPEDITED, 0, 0);
     }
@@ -150,7 +156,7 @@ bool runsElsewhere(Matches matches) {
     Registry& all = registry();
     std::lock_guard guard(all.mutex);
     return std::any_of(all.threads.begin(), all.threads.end(), [&](const ThreadRecord* thread) {
-        return thread != t_pins && anyPin(*thread, [&](const Pin& pin) {
+        return thread != t_record && anyPin(*thread, [&](const Pin& pin) {
                    const Connection* current = pin.current.load(std::memory_order_acquire);
                    return current && matches(current);
                });
@@ -190,29 +196,43 @@ void addGarbage(const Retired& retired) {
     --all.arriving;
 }
 
-}  // namespace
-
-ThreadPins* registerThread() {
+/// Gives this thread a record, one that another thread left if there is any.
+void registerThread() {
     Registry& all = registry();
     std::lock_guard guard(all.mutex);
     auto free = std::find_if(all.threads.begin(), all.threads.end(),
                              [](const ThreadRecord* record) { return !record->inUse; });
     if (free == all.threads.end()) {
         free = all.threads.insert(free, new ThreadRecord);
-        (*free)->fencesItself = !all.hasBarrier;
         all.threadCount.fetch_add(1, std::memory_order_seq_cst);
     }
-    ThreadRecord* record = *free;
-    callAtThreadEnd(record);
-    record->inUse = true;
-    t_pins = record;
-    std::atomic_thread_fence(std::memory_order_seq_cst);
-    return record;
+    callAtThreadEnd(*free);
+    (*free)->inUse = true;
+    t_record = *free;
+    t_pins = all.hasBarrier ? *free : nullptr;
 }
 
-Pin& deepPin(unsigned depth) {
-    auto* thread = static_cast<ThreadRecord*>(t_pins);
-    std::atomic<PinChunk*>* slot = &thread->more;
+}  // namespace
+
+bool hasBarrier() {
+    return registry().hasBarrier;
+}
+
+void fence() {
+    // As good as a fence instruction, and unlike it the thread sanitizer understands it.
+    static std::atomic<unsigned> nothing{0};
+    nothing.fetch_add(0, std::memory_order_seq_cst);
+}
+
+Pinned pinFenced(const ListSource& source) {
+    if (!t_record) {
+        registerThread();
+    }
+    return Emission::pin(*t_record, source, fence);
+}
+
+Pin& deepPin(ThreadPins& thread, unsigned depth) {
+    std::atomic<PinChunk*>* slot = &static_cast<ThreadRecord&>(thread).more;
     for (depth -= ThreadPins::Inline;; depth -= PinChunk::Size) {
         PinChunk* chunk = slot->load(std::memory_order_relaxed);
         if (!chunk) {

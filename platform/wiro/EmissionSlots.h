@@ -17,6 +17,11 @@ struct Retired {
     bool empty() const { return lists.empty() && connections.empty(); }
 };
 
+/// True if the system has a process-wide barrier, so that emissions need no fences.
+bool hasBarrier();
+/// A full fence between what this thread stored before and what it loads afterwards.
+void fence();
+
 /// Deletes each of these as soon as no emission uses it, at the latest when the outermost emission
 /// of the thread that uses it ends. To be called without the global connection lock: a closure may
 /// do anything while it is destroyed.

@@ -11,9 +11,10 @@ namespace WIRO {
 class EmitterBase;
 class Listener;
 namespace detail {
+class Emission;
 struct Link;
 struct Retired;
-}
+}  // namespace detail
 
 /// One link from an emitter to a receiver. Made with `new` under the global connection lock; from
 /// then on it belongs to the signal library, which deletes it after it was disconnected from either
@@ -41,23 +42,30 @@ public:
 
     /// The listener given at construction, to compare with: it may be destroyed.
     const Listener* receiver() const { return m_listener; }
-    bool isOpen() const { return m_open.load(std::memory_order_acquire); }
+    bool isOpen() const { return m_state.load(std::memory_order_acquire) != State::Closed; }
 
 protected:
     /// Lets deliveries through. The last thing that the constructor of a concrete class does:
     /// before it, a thread that emits would meet a half-made object.
-    void open() { m_open.store(true, std::memory_order_release); }
+    void open();
 
 private:
     friend class EmitterBase;
     friend class Listener;
     friend class Subscription;
+    friend class detail::Emission;
 
+    /// Open for emissions that said just now what they are about to call. Where the system has no
+    /// process-wide barrier, they have to say it with a fence.
+    enum class State : unsigned char { Closed, Open, OpenAfterFence };
+
+    bool deliversAtOnce() const { return m_state.load(std::memory_order_acquire) == State::Open; }
+    bool deliversAfterFence() const;
     void unlink(detail::Retired& retired);
     void leave(detail::Retired& retired);
     void unlinkFromListener();
 
-    std::atomic<bool> m_open{false};
+    std::atomic<State> m_state{State::Closed};
     EmitterBase* m_emitter;  // null once the connection is cut
     Listener* const m_listener;
     Connection* m_nextOfListener = nullptr;

@@ -30,36 +30,45 @@ struct ThreadPins {
     static constexpr unsigned Inline = 16;
 
     std::atomic<unsigned> depth{0};
-    bool fencesItself = false;  // where the system has no process-wide barrier
     Pin pins[Inline];
 };
 
+/// A thread, its topmost pin, and the list in it.
+struct Pinned {
+    ThreadPins* thread;
+    Pin* pin;
+    const ConnectionList* list;
+};
+
+using ListSource = std::atomic<const ConnectionList*>;
+
 // Plain __thread with a fixed offset: the wrapper call that `thread_local` brings along would cost
-// as much as the whole emission.
-extern DOVA_PLATFORM_EXPORT __thread ThreadPins* t_pins
-    __attribute__((tls_model("initial-exec")));
+// as much as the whole emission. Null in a thread that must use pinFenced().
+extern DOVA_PLATFORM_EXPORT __thread ThreadPins* t_pins __attribute__((tls_model("initial-exec")));
 extern DOVA_PLATFORM_EXPORT std::atomic<bool> g_garbage;
 
-DOVA_PLATFORM_EXPORT ThreadPins* registerThread();
-DOVA_PLATFORM_EXPORT Pin& deepPin(unsigned depth);
+/// Pins for the first emission of a thread, and for every one where the system has no process-wide
+/// barrier.
+DOVA_PLATFORM_EXPORT Pinned pinFenced(const ListSource& source);
+DOVA_PLATFORM_EXPORT Pin& deepPin(ThreadPins& thread, unsigned depth);
 DOVA_PLATFORM_EXPORT void collectGarbage();
 
 /// One walk over an emitter's connections. The walk pins the list that it reads with plain stores
 /// (a hazard pointer); whoever wants to delete pays for the ordering with a process-wide memory
 /// barrier. So an emission takes no lock and no atomic read-modify-write. See M. Michael, "Hazard
-/// Pointers", IEEE TPDS 15(6), 2004, and membarrier(2). Once the constructor returns, the emitter is
-/// not touched any more: handlers may destroy it.
+/// Pointers", IEEE TPDS 15(6), 2004, and membarrier(2). Once the constructor returns, the emitter
+/// is not touched any more: handlers may destroy it.
 class Emission {
 public:
     explicit Emission(const EmitterBase& emitter) {
         if (!emitter.m_list.load(std::memory_order_relaxed)) {
             return;
         }
-        m_thread = t_pins ? t_pins : registerThread();
-        const unsigned depth = m_thread->depth.load(std::memory_order_relaxed);
-        m_pin = depth < ThreadPins::Inline ? &m_thread->pins[depth] : &deepPin(depth);
-        m_thread->depth.store(depth + 1, std::memory_order_relaxed);
-        pinList(emitter);
+        const Pinned pinned =
+            t_pins ? pin(*t_pins, emitter.m_list, compilerFence) : pinFenced(emitter.m_list);
+        m_thread = pinned.thread;
+        m_pin = pinned.pin;
+        m_list = pinned.list;
     }
     ~Emission() {
         if (!m_pin) {
@@ -69,7 +78,7 @@ public:
         m_pin->list.store(0, std::memory_order_release);
         const unsigned depth = m_thread->depth.load(std::memory_order_relaxed) - 1;
         m_thread->depth.store(depth, std::memory_order_release);
-        std::atomic_signal_fence(std::memory_order_seq_cst);
+        compilerFence();
         if (g_garbage.load(std::memory_order_relaxed) && depth == 0) {
             collectGarbage();
         }
@@ -84,33 +93,37 @@ public:
     Connection* next() {
         while (m_list && m_index < m_list->size) {
             Connection* connection = m_list->entries[m_index++];
-            m_pin->current.store(connection, std::memory_order_relaxed);
-            lightFence();
-            if (connection->isOpen()) {
+            m_pin->current.store(connection, std::memory_order_release);
+            compilerFence();
+            if (connection->deliversAtOnce() || connection->deliversAfterFence()) {
                 return connection;
             }
         }
         return nullptr;
     }
 
-private:
-    void lightFence() const {
-        std::atomic_signal_fence(std::memory_order_seq_cst);
-        if (__builtin_expect(m_thread->fencesItself, false)) {
-            std::atomic_thread_fence(std::memory_order_seq_cst);
-        }
-    }
-
-    void pinList(const EmitterBase& emitter) {
+    /// Takes the next pin of the thread for the list that `source` holds. `fence` orders the pin
+    /// before the second look at the source.
+    template <class Fence>
+    static Pinned pin(ThreadPins& thread, const ListSource& source, Fence fence) {
+        const unsigned depth = thread.depth.load(std::memory_order_relaxed);
+        Pin& pin = depth < ThreadPins::Inline ? thread.pins[depth] : deepPin(thread, depth);
+        thread.depth.store(depth + 1, std::memory_order_relaxed);
+        const ConnectionList* list = nullptr;
         std::uintptr_t address = 0;
         do {
-            m_list = emitter.m_list.load(std::memory_order_acquire);
-            address = reinterpret_cast<std::uintptr_t>(m_list);
-            m_pin->list.store(address + Pin::Unsure, std::memory_order_relaxed);
-            lightFence();
-        } while (m_list != emitter.m_list.load(std::memory_order_acquire));
-        m_pin->list.store(address, std::memory_order_relaxed);
+            list = source.load(std::memory_order_acquire);
+            address = reinterpret_cast<std::uintptr_t>(list);
+            pin.list.store(address + Pin::Unsure, std::memory_order_relaxed);
+            fence();
+        } while (list != source.load(std::memory_order_acquire));
+        // Released, because whoever reads a pin reads what it points to.
+        pin.list.store(address, std::memory_order_release);
+        return {&thread, &pin, list};
     }
+
+private:
+    static void compilerFence() { std::atomic_signal_fence(std::memory_order_seq_cst); }
 
     const ConnectionList* m_list = nullptr;
     unsigned m_index = 0;

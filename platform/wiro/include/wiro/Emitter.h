@@ -30,9 +30,9 @@ public:
             }
         } else {
             Connection* connection = emission.next();
-            return connection ? static_cast<ConnectionType*>(connection)->send(
-                                    std::forward<Args>(args)...)
-                              : R{};
+            return connection
+                       ? static_cast<ConnectionType*>(connection)->send(std::forward<Args>(args)...)
+                       : R{};
         }
     }
 };

@@ -13,7 +13,7 @@ namespace detail {
 class Emission;
 struct ConnectionList;
 struct Retired;
-}
+}  // namespace detail
 
 /// The sending end of connections, whatever they carry. An emitter may be destroyed at any time, by
 /// its own handlers too: the emission under way then reaches nobody else. Emissions on different
@@ -29,7 +29,8 @@ public:
 
     /// Delivers the packet to the connections in the order in which they were made; to the first
     /// one alone with `firstOnly`. Connections made meanwhile are left out, connections cut
-    /// meanwhile are skipped. An exception from a receiver ends the delivery and reaches the caller.
+    /// meanwhile are skipped. An exception from a receiver ends the delivery and reaches the
+    /// caller.
     void sendPacket(const Packet& packet, SendMode mode, bool firstOnly);
 
 private:

@@ -10,8 +10,8 @@ namespace DOVA {
 
 /// Many readers or one writer. The writer may lock again, for writing or reading, as often as it
 /// likes, so that code that runs under the lock can call operations that take it themselves, and
-/// gives them back in any order. A reader must not lock again, for reading or writing: a writer that
-/// waits in between would never come to an end. Any thread.
+/// gives them back in any order. A reader must not lock again, for reading or writing: a writer
+/// that waits in between would never come to an end. Any thread.
 class DOVA_PLATFORM_EXPORT ReadWriteLock {
 public:
     ReadWriteLock() = default;

@@ -1,0 +1,51 @@
+#pragma once
+
+#include <cstdint>
+#include <string>
+#include <string_view>
+#include <vector>
+
+#include "gateway/GatewayOptions.h"
+
+namespace DOVA::gateway {
+
+/// Who may come in: the Host a request is meant for (against DNS rebinding), the Origin of a
+/// page's socket, the token and the form of a client identifier.
+class AccessRules {
+public:
+    /// `port` is the one that is listened on, `token` the one in force.
+    AccessRules(const GatewayOptions& options, std::uint16_t port, std::string token);
+
+    const std::string& token() const { return m_token; }
+
+    /// Whether the value of a Host header is one of ours; letter case does not count.
+    bool allowsHost(std::string_view host) const;
+
+    /// Whether a page of this origin may open a socket at `host`, an allowed Host value.
+    bool allowsOrigin(std::string_view origin, std::string_view host) const;
+
+    /// Takes the same time for every text of the token's length.
+    bool isToken(std::string_view text) const;
+
+    /// 1 to 64 characters of A-Z a-z 0-9 _ -
+    static bool isClientId(std::string_view text);
+
+    /// Whether an option's text will do as a token.
+    static bool isUsableToken(std::string_view text);
+
+    /// A fresh token of 160 bits from the operating system's random source, in hexadecimal.
+    /// Throws std::system_error when that gives none.
+    static std::string randomToken();
+
+    /// How an address and port stand in a URL: an IPv6 address in brackets.
+    static std::string hostAndPort(const std::string& address, std::uint16_t port);
+
+private:
+    void addHost(const std::string& address, std::uint16_t port);
+
+    std::string m_token;
+    std::vector<std::string> m_hosts;
+    std::vector<std::string> m_extraOrigins;
+};
+
+}  // namespace DOVA::gateway

@@ -1,0 +1,36 @@
+#include "FrameReceiver.h"
+
+#include <utility>
+
+namespace DOVA::gateway {
+
+FrameReceiver::FrameReceiver(SessionRegistry& registry, std::shared_ptr<Session> session)
+    : m_registry(registry), m_session(std::move(session)) {}
+
+const CloseReason* FrameReceiver::begin(std::string_view frame) {
+    const auto parsed = FrameCodec::parse(frame);
+    if (!parsed)
+        return &close_reason::kMalformedFrame;
+    if (const CloseReason* const reason = m_session->accept(*parsed))
+        return reason;
+    m_frame = *parsed;
+    return nullptr;
+}
+
+std::size_t FrameReceiver::pending() const {
+    return m_session->hasEnded() ? 0 : m_frame.count;
+}
+
+const CloseReason* FrameReceiver::handle(std::size_t limit) {
+    for (; limit > 0 && pending() > 0; --limit) {
+        const Record record = FrameCodec::takeRecord(m_frame.records);
+        --m_frame.count;
+        if (!m_session->take(m_frame.sequence++))
+            continue;
+        if (const CloseReason* const reason = m_registry.handle(m_session, record))
+            return reason;
+    }
+    return nullptr;
+}
+
+}  // namespace DOVA::gateway

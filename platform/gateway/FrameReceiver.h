@@ -1,0 +1,33 @@
+#pragma once
+
+#include <cstddef>
+#include <memory>
+#include <string_view>
+
+#include "SessionRegistry.h"
+
+namespace DOVA::gateway {
+
+/// Works off the frames of one page, record by record, in as many steps as its rate allows.
+class FrameReceiver {
+public:
+    FrameReceiver(SessionRegistry& registry, std::shared_ptr<Session> session);
+
+    /// Takes up a frame, when the one before is worked off; its text must stay until then. A
+    /// reason when the frame is malformed or breaks the numbering: none of it is handled then.
+    const CloseReason* begin(std::string_view frame);
+
+    /// Records of the frame that are still to be handled; none once the session has ended.
+    std::size_t pending() const;
+
+    /// Handles up to `limit` records; those with numbers that were handled before are skipped. A
+    /// reason when the page may not send one of them: what follows it is not handled.
+    const CloseReason* handle(std::size_t limit);
+
+private:
+    SessionRegistry& m_registry;
+    const std::shared_ptr<Session> m_session;
+    Frame m_frame;
+};
+
+}  // namespace DOVA::gateway

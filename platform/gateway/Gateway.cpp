@@ -1,0 +1,36 @@
+#include "gateway/Gateway.h"
+
+#include <utility>
+
+#include "GatewayCore.h"
+
+namespace DOVA::gateway {
+
+Gateway::Gateway(boost::asio::io_context& loop, GatewayOptions options)
+    : m_core(std::make_shared<GatewayCore>(loop, std::move(options))) {}
+
+Gateway::~Gateway() {
+    m_core->abandon();
+}
+
+void Gateway::start() {
+    m_core->start();
+}
+
+std::uint16_t Gateway::port() const {
+    return m_core->port();
+}
+
+const std::string& Gateway::token() const {
+    return m_core->options().token;
+}
+
+std::string Gateway::address() const {
+    return m_core->address();
+}
+
+void Gateway::stop(std::function<void()> whenStopped) {
+    m_core->stop(std::move(whenStopped));
+}
+
+}  // namespace DOVA::gateway

@@ -1,0 +1,191 @@
+#include "GatewayCore.h"
+
+#include <boost/asio/ip/address.hpp>
+#include <boost/asio/post.hpp>
+#include <system_error>
+#include <utility>
+
+#include "AccessRules.h"
+#include "GatewayLog.h"
+#include "HttpConnection.h"
+#include "OptionRules.h"
+#include "messaging/MessageBus.h"
+
+namespace DOVA::gateway {
+
+namespace asio = boost::asio;
+using tcp = asio::ip::tcp;
+
+namespace {
+
+/// Connections beyond the limit that are told so; further ones wait until one of them is gone.
+constexpr std::size_t kRefusedConnections = 16;
+constexpr std::chrono::milliseconds kAcceptRetryTime{100};
+
+}  // namespace
+
+GatewayCore::GatewayCore(asio::io_context& loop, GatewayOptions options)
+    : m_options(std::move(options)),
+      m_acceptor(loop.get_executor()),
+      m_acceptTimer(loop.get_executor()),
+      m_expiryTimer(loop.get_executor()),
+      m_stopTimer(loop.get_executor()) {}
+
+void GatewayCore::start() {
+    OptionRules::check(m_options);
+    if (m_options.token.empty())
+        m_options.token = AccessRules::randomToken();
+    listen();
+    m_router.emplace(m_options, AccessRules(m_options, m_port, m_options.token));
+    m_sessions =
+        std::make_unique<SessionRegistry>(tdom::messaging::MessageBus::current(), m_options);
+    accept();
+}
+
+void GatewayCore::listen() {
+    try {
+        openAcceptor();
+    } catch (const boost::system::system_error& error) {
+        boost::system::error_code ignored;
+        m_acceptor.close(ignored);
+        throw std::system_error(
+            error.code().value(), std::system_category(),
+            "cannot listen on " + AccessRules::hostAndPort(m_options.bindAddress, m_options.port));
+    }
+    m_port = m_acceptor.local_endpoint().port();
+}
+
+void GatewayCore::openAcceptor() {
+    const tcp::endpoint endpoint(asio::ip::make_address(m_options.bindAddress), m_options.port);
+    m_acceptor.open(endpoint.protocol());
+    m_acceptor.set_option(Acceptor::reuse_address(true));
+    m_acceptor.bind(endpoint);
+    m_acceptor.listen();
+}
+
+std::string GatewayCore::address() const {
+    if (m_port == 0)
+        return {};
+    std::string host = m_options.bindAddress;
+    const auto address = asio::ip::make_address(host);
+    if (address.is_unspecified())
+        host = address.is_v6() ? "::1" : "127.0.0.1";
+    return "http://" + AccessRules::hostAndPort(host, m_port) + "/#" + m_options.token;
+}
+
+void GatewayCore::accept() {
+    m_acceptHeld = m_connections.size() >= m_options.limits.connections + kRefusedConnections;
+    if (m_acceptHeld)
+        return;
+    m_acceptor.async_accept(
+        [self = shared_from_this()](boost::system::error_code error, Socket socket) {
+            self->onAccepted(error, std::move(socket));
+        });
+}
+
+void GatewayCore::onAccepted(boost::system::error_code error, Socket socket) {
+    if (!m_acceptor.is_open())
+        return;
+    if (error)
+        return error == asio::error::connection_aborted ? accept() : acceptAgainLater();
+    boost::system::error_code ignored;
+    socket.set_option(tcp::no_delay(true), ignored);
+    const bool isOneTooMany = m_connections.size() >= m_options.limits.connections;
+    std::make_shared<HttpConnection>(std::move(socket), shared_from_this(), isOneTooMany)
+        ->readRequest();
+    accept();
+}
+
+/// Out of descriptors, most likely: trying again at once would only burn time.
+void GatewayCore::acceptAgainLater() {
+    logAcceptError("the system has no room for another connection");
+    m_acceptTimer.expires_after(kAcceptRetryTime);
+    m_acceptTimer.async_wait([self = shared_from_this()](boost::system::error_code error) {
+        if (!error && self->m_acceptor.is_open())
+            self->accept();
+    });
+}
+
+void GatewayCore::connectionBegins(Connection& connection) {
+    m_connections.insert(&connection);
+}
+
+void GatewayCore::connectionEnds(Connection& connection) {
+    m_connections.erase(&connection);
+    if (m_acceptHeld && m_acceptor.is_open())
+        accept();
+    if (m_stopping && m_connections.empty())
+        callWhenStopped();
+}
+
+void GatewayCore::pageLeft(Session& session, const PageLink& link) {
+    if (!m_sessions)
+        return;
+    m_sessions->disconnected(session, link, Clock::now());
+    waitForExpiry();
+}
+
+void GatewayCore::waitForExpiry() {
+    const auto expiry = m_sessions->nextExpiry();
+    if (!expiry)
+        return;
+    m_expiryTimer.expires_at(*expiry);
+    m_expiryTimer.async_wait([weak = weak_from_this()](boost::system::error_code error) {
+        const auto self = weak.lock();
+        if (!self || error || !self->m_sessions)
+            return;
+        self->m_sessions->endExpired(Clock::now());
+        self->waitForExpiry();
+    });
+}
+
+void GatewayCore::stop(std::function<void()> whenStopped) {
+    if (whenStopped)
+        m_whenStopped.push_back(std::move(whenStopped));
+    if (!std::exchange(m_stopping, true)) {
+        boost::system::error_code ignored;
+        m_acceptor.close(ignored);
+        m_acceptTimer.cancel();
+        limitStopTime();
+        for (Connection* const connection : std::vector(m_connections.begin(), m_connections.end()))
+            connection->finish();
+    }
+    if (m_connections.empty())
+        callWhenStopped();
+}
+
+void GatewayCore::limitStopTime() {
+    m_stopTimer.expires_after(m_options.limits.stopTime);
+    m_stopTimer.async_wait([weak = weak_from_this()](boost::system::error_code error) {
+        const auto self = weak.lock();
+        if (self && !error)
+            self->cutAll();
+    });
+}
+
+void GatewayCore::callWhenStopped() {
+    m_stopTimer.cancel();
+    m_expiryTimer.cancel();
+    m_sessions.reset();
+    for (auto& call : std::exchange(m_whenStopped, {}))
+        asio::post(m_stopTimer.get_executor(), std::move(call));
+}
+
+/// None of them goes while the list is read: each is held by its own pending operations.
+void GatewayCore::cutAll() {
+    for (Connection* const connection : std::vector(m_connections.begin(), m_connections.end()))
+        connection->cut();
+}
+
+void GatewayCore::abandon() {
+    boost::system::error_code ignored;
+    m_acceptor.close(ignored);
+    m_acceptTimer.cancel();
+    m_expiryTimer.cancel();
+    m_stopTimer.cancel();
+    m_whenStopped.clear();
+    cutAll();
+    m_sessions.reset();
+}
+
+}  // namespace DOVA::gateway

@@ -1,0 +1,72 @@
+#pragma once
+
+#include <boost/asio/io_context.hpp>
+#include <cstdint>
+#include <functional>
+#include <memory>
+#include <optional>
+#include <string>
+#include <unordered_set>
+#include <vector>
+
+#include "Connection.h"
+#include "RequestRouter.h"
+#include "SessionRegistry.h"
+#include "Tcp.h"
+#include "gateway/GatewayOptions.h"
+
+namespace DOVA::gateway {
+
+/// What the connections share: listening, the router, the sessions and the connections themselves.
+/// Connections keep it alive, so that the Gateway may go while their handlers are pending.
+class GatewayCore : public std::enable_shared_from_this<GatewayCore> {
+public:
+    GatewayCore(boost::asio::io_context& loop, GatewayOptions options);
+
+    /// See Gateway for these three.
+    void start();
+    void stop(std::function<void()> whenStopped);
+    std::string address() const;
+
+    /// The Gateway is gone: cut everything and leave the bus.
+    void abandon();
+
+    const GatewayOptions& options() const { return m_options; }
+    std::uint16_t port() const { return m_port; }
+    const RequestRouter& router() const { return *m_router; }
+
+    /// Null only when every connection has been cut.
+    SessionRegistry* sessions() const { return m_sessions.get(); }
+
+    /// The page's link is gone; its session waits for it from now on.
+    void pageLeft(Session& session, const PageLink& link);
+
+    void connectionBegins(Connection& connection);
+    void connectionEnds(Connection& connection);
+
+private:
+    void listen();
+    void openAcceptor();
+    void accept();
+    void onAccepted(boost::system::error_code error, Socket socket);
+    void acceptAgainLater();
+    void waitForExpiry();
+    void cutAll();
+    void limitStopTime();
+    void callWhenStopped();
+
+    GatewayOptions m_options;
+    Acceptor m_acceptor;
+    Timer m_acceptTimer;
+    Timer m_expiryTimer;
+    Timer m_stopTimer;
+    std::optional<RequestRouter> m_router;
+    std::unique_ptr<SessionRegistry> m_sessions;
+    std::unordered_set<Connection*> m_connections;
+    std::vector<std::function<void()>> m_whenStopped;
+    std::uint16_t m_port = 0;
+    bool m_acceptHeld = false;
+    bool m_stopping = false;
+};
+
+}  // namespace DOVA::gateway

@@ -1,0 +1,69 @@
+#include "OptionRules.h"
+
+#include <algorithm>
+#include <boost/asio/ip/address.hpp>
+#include <string>
+#include <system_error>
+
+#include "AccessRules.h"
+
+namespace DOVA::gateway {
+
+namespace {
+
+[[noreturn]] void refuse(std::errc code, const std::string& text) {
+    throw std::system_error(std::make_error_code(code), text);
+}
+
+}  // namespace
+
+void OptionRules::check(const GatewayOptions& options) {
+    checkAddress(options);
+    checkFolders(options);
+    checkLimits(options);
+    if (!options.token.empty() && !AccessRules::isUsableToken(options.token))
+        refuse(std::errc::invalid_argument,
+               "a token must be 16 to 256 of the characters A-Z a-z 0-9 - _ . ~");
+}
+
+void OptionRules::checkAddress(const GatewayOptions& options) {
+    boost::system::error_code error;
+    const auto address = boost::asio::ip::make_address(options.bindAddress, error);
+    if (error)
+        refuse(std::errc::invalid_argument,
+               "\"" + options.bindAddress + "\" is not a numeric IP address");
+    if (!address.is_loopback() && !options.allowNonLoopback)
+        refuse(std::errc::permission_denied,
+               "listening on " + options.bindAddress +
+                   " opens the program to other machines and must be allowed explicitly");
+}
+
+void OptionRules::checkFolders(const GatewayOptions& options) {
+    std::error_code error;
+    if (!std::filesystem::is_regular_file(options.pageFolder / "index.html", error))
+        refuse(std::errc::no_such_file_or_directory,
+               "the page folder \"" + options.pageFolder.string() + "\" holds no index.html");
+    if (!options.applicationRoot.empty() &&
+        !std::filesystem::is_directory(options.applicationRoot, error))
+        refuse(std::errc::not_a_directory,
+               "the application root \"" + options.applicationRoot.string() + "\" is no folder");
+}
+
+void OptionRules::checkLimits(const GatewayOptions& options) {
+    const GatewayLimits& limits = options.limits;
+    const std::size_t counts[] = {
+        limits.upwardFrameBytes, limits.upwardRecordsPerSecond, limits.upwardBurstRecords,
+        limits.downwardBytes,    limits.downwardRecords,        limits.joinedFrameBytes,
+        limits.connections,      limits.httpHeaderBytes,        limits.fileBytes};
+    const std::chrono::milliseconds times[] = {limits.httpHeaderTime,  limits.handshakeTime,
+                                               limits.idleTime,        limits.writeTime,
+                                               limits.acknowledgeTime, limits.stopTime};
+    if (std::count(std::begin(counts), std::end(counts), 0u) > 0 ||
+        std::any_of(std::begin(times), std::end(times),
+                    [](auto time) { return time.count() <= 0; }))
+        refuse(std::errc::invalid_argument, "a limit of the gateway is zero");
+    if (options.graceTime.count() < 0)
+        refuse(std::errc::invalid_argument, "the grace time of the gateway is negative");
+}
+
+}  // namespace DOVA::gateway

@@ -1,0 +1,79 @@
+#include "PageChannels.h"
+
+#include <initializer_list>
+
+namespace DOVA::gateway {
+
+namespace {
+
+constexpr std::string_view kClientReady = "\"clientReady\"";
+constexpr std::string_view kClientDestroyed = "\"clientDestroyed\"";
+constexpr std::string_view kPing = "\"ping\"";
+
+void skipSpace(std::string_view& text) {
+    const std::size_t start = text.find_first_not_of(" \t\n\r");
+    text.remove_prefix(start == std::string_view::npos ? text.size() : start);
+}
+
+/// Takes these JSON tokens off the front of the text, and the white space around them. No token
+/// that is looked for can be spelled in two ways but with escapes, which no page of ours writes.
+bool takeTokens(std::string_view& text, std::initializer_list<std::string_view> tokens) {
+    skipSpace(text);
+    for (const std::string_view token : tokens) {
+        if (text.substr(0, token.size()) != token)
+            return false;
+        text.remove_prefix(token.size());
+        skipSpace(text);
+    }
+    return true;
+}
+
+bool isLifeCycle(std::string_view text, std::string_view key, std::string_view clientId) {
+    const std::string quoted = std::string("\"").append(clientId).append("\"");
+    return takeTokens(text, {"{", key, ":", quoted, "}"}) && text.empty();
+}
+
+std::string lifeCycle(std::string_view key, std::string_view clientId) {
+    return std::string("{").append(key).append(":\"").append(clientId).append("\"}");
+}
+
+}  // namespace
+
+std::string PageChannels::own(const std::string& clientId) {
+    return std::string(kRoot) + "/" + clientId;
+}
+
+std::string PageChannels::shorten(std::string_view own, std::string_view channel) {
+    if (channel.substr(0, own.size()) != own)
+        return std::string(channel);
+    return std::string(".").append(channel.substr(own.size()));
+}
+
+std::string PageChannels::expand(std::string_view own, std::string_view channel) {
+    return std::string(own).append(channel.substr(1));
+}
+
+PageChannels::Kind PageChannels::classify(std::string_view clientId, std::string_view channel,
+                                          std::string_view text) {
+    if (channel == "." || (channel.substr(0, 2) == "./" && channel.size() > 2))
+        return Kind::Own;
+    if (channel != kRoot)
+        return Kind::Refused;
+    if (isLifeCycle(text, kClientReady, clientId))
+        return Kind::ClientReady;
+    return isLifeCycle(text, kClientDestroyed, clientId) ? Kind::ClientDestroyed : Kind::Refused;
+}
+
+std::string PageChannels::clientReady(std::string_view clientId) {
+    return lifeCycle(kClientReady, clientId);
+}
+
+std::string PageChannels::clientDestroyed(std::string_view clientId) {
+    return lifeCycle(kClientDestroyed, clientId);
+}
+
+bool PageChannels::isPing(std::string_view text) {
+    return takeTokens(text, {"{", kPing, ":"});
+}
+
+}  // namespace DOVA::gateway

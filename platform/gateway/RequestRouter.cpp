@@ -1,0 +1,155 @@
+#include "RequestRouter.h"
+
+#include <boost/beast/http/rfc7230.hpp>
+#include <boost/beast/websocket/rfc6455.hpp>
+#include <charconv>
+#include <utility>
+
+#include "FrameCodec.h"
+
+namespace DOVA::gateway {
+
+namespace http = boost::beast::http;
+
+namespace {
+
+constexpr std::string_view kSocketPath = "/socket";
+constexpr std::string_view kIconPath = "/icon/";
+
+std::string_view view(boost::beast::string_view text) {
+    return {text.data(), text.size()};
+}
+
+std::string_view header(const RequestRouter::Request& request, http::field name) {
+    return view(request[name]);
+}
+
+/// Whether the browser takes gzip; "q=0" takes a coding back (RFC 9110 section 12.5.3).
+bool acceptsGzip(const RequestRouter::Request& request) {
+    for (const auto& coding : http::ext_list(request[http::field::accept_encoding])) {
+        if (!boost::beast::iequals(coding.first, "gzip"))
+            continue;
+        for (const auto& parameter : coding.second)
+            if (boost::beast::iequals(parameter.first, "q") &&
+                view(parameter.second).find_first_not_of("0.") == std::string_view::npos)
+                return false;
+        return true;
+    }
+    return false;
+}
+
+bool readNumber(std::string_view text, std::uint64_t& number) {
+    const char* const end = text.data() + text.size();
+    const auto [stop, error] = std::from_chars(text.data(), end, number);
+    return error == std::errc() && stop == end && number <= FrameCodec::kMaxNumber;
+}
+
+}  // namespace
+
+RequestRouter::RequestRouter(const GatewayOptions& options, AccessRules rules)
+    : m_rules(std::move(rules)),
+      m_page(options.pageFolder, StaticFiles::Kinds::Page, options.limits.fileBytes),
+      m_icons(options.applicationRoot, StaticFiles::Kinds::Images, options.limits.fileBytes) {}
+
+RequestRouter::Answer RequestRouter::answer(const Request& request) const {
+    Answer answer = route(request);
+    if (auto* const response = std::get_if<Response>(&answer)) {
+        response->version(request.version());
+        if (response->result() == Status::ok) {
+            response->keep_alive(request.keep_alive());
+            // Only an answer of status 200 has passed the check of its Host.
+            addSecurityHeaders(*response,
+                               " ws://" + std::string(header(request, http::field::host)));
+        }
+        if (request.method() == http::verb::head)
+            response->body().clear();
+    }
+    return answer;
+}
+
+RequestRouter::Answer RequestRouter::route(const Request& request) const {
+    if (request.count(http::field::host) != 1 ||
+        !m_rules.allowsHost(header(request, http::field::host)))
+        return refusal(Status::forbidden, "this host name is not allowed");
+    if (request.method() != http::verb::get && request.method() != http::verb::head)
+        return refusal(Status::method_not_allowed, "only GET and HEAD are allowed");
+    const auto target = RequestTarget::parse(view(request.target()));
+    if (!target)
+        return refusal(Status::bad_request, "malformed request target");
+    if (target->path == kSocketPath)
+        return admit(request, *target);
+    if (target->path.compare(0, kIconPath.size(), kIconPath) == 0)
+        return icon(*target);
+    return file(m_page.find(target->path == "/" ? "index.html" : target->path.substr(1),
+                            acceptsGzip(request)));
+}
+
+RequestRouter::Answer RequestRouter::icon(const RequestTarget& target) const {
+    if (!m_rules.isToken(target.value("token")))
+        return refusal(Status::unauthorized, "missing or wrong token");
+    return file(m_icons.find(target.path.substr(kIconPath.size()), false));
+}
+
+RequestRouter::Answer RequestRouter::admit(const Request& request,
+                                           const RequestTarget& target) const {
+    if (!m_rules.allowsOrigin(header(request, http::field::origin),
+                              header(request, http::field::host)))
+        return refusal(Status::forbidden, "this origin is not allowed");
+    if (!m_rules.isToken(target.value("token")))
+        return refusal(Status::unauthorized, "missing or wrong token");
+    Admission admission{std::string(target.value("client")), {}};
+    if (!AccessRules::isClientId(admission.clientId))
+        return refusal(Status::bad_request, "missing or bad client identifier");
+    if (target.query.count("received") > 0 &&
+        !readNumber(target.value("received"), admission.received.emplace()))
+        return refusal(Status::bad_request, "bad number of received texts");
+    if (!boost::beast::websocket::is_upgrade(request))
+        return refusal(Status::upgrade_required, "only WebSocket connections are served here");
+    if (!http::token_list(request[http::field::sec_websocket_protocol]).exists(kSubProtocol))
+        return refusal(Status::bad_request, "the sub-protocol must be dova.gateway.1");
+    return admission;
+}
+
+RequestRouter::Answer RequestRouter::file(std::optional<StaticFile> found) {
+    if (!found)
+        return refusal(Status::not_found, "no such file");
+    Response response(Status::ok, 11);
+    response.set(http::field::content_type, found->contentType);
+    response.set(http::field::vary, "Accept-Encoding");
+    if (found->isGzip)
+        response.set(http::field::content_encoding, "gzip");
+    response.content_length(found->body.size());
+    response.body() = std::move(found->body);
+    return response;
+}
+
+RequestRouter::Response RequestRouter::refusal(Status status, std::string reason) {
+    Response response(status, 11);
+    response.set(http::field::content_type, "text/plain; charset=utf-8");
+    if (status == Status::method_not_allowed)
+        response.set(http::field::allow, "GET, HEAD");
+    if (status == Status::upgrade_required)
+        response.set(http::field::upgrade, "websocket");
+    reason.push_back('\n');
+    response.content_length(reason.size());
+    response.body() = std::move(reason);
+    response.keep_alive(false);
+    addSecurityHeaders(response, "");
+    return response;
+}
+
+void RequestRouter::addSecurityHeaders(Response& response, const std::string& socketSource) {
+    response.set("Content-Security-Policy",
+                 "default-src 'none'; script-src 'self'; style-src 'self'; img-src 'self'; "
+                 "connect-src 'self'" +
+                     socketSource +
+                     "; base-uri 'none'; form-action 'none'; frame-ancestors 'none'; "
+                     "require-trusted-types-for 'script'; trusted-types lit-html");
+    response.set("X-Content-Type-Options", "nosniff");
+    response.set("Referrer-Policy", "no-referrer");
+    response.set("Cross-Origin-Opener-Policy", "same-origin");
+    response.set("Cross-Origin-Resource-Policy", "same-origin");
+    response.set(http::field::cache_control, "no-cache");
+}
+
+}  // namespace DOVA::gateway

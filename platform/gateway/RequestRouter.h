@@ -1,0 +1,57 @@
+#pragma once
+
+#include <boost/beast/http/empty_body.hpp>
+#include <boost/beast/http/message.hpp>
+#include <boost/beast/http/string_body.hpp>
+#include <cstdint>
+#include <optional>
+#include <string>
+#include <variant>
+
+#include "AccessRules.h"
+#include "RequestTarget.h"
+#include "StaticFiles.h"
+#include "gateway/GatewayOptions.h"
+
+namespace DOVA::gateway {
+
+/// Decides what a request gets. No sockets.
+class RequestRouter {
+public:
+    using Request = boost::beast::http::request<boost::beast::http::empty_body>;
+    using Response = boost::beast::http::response<boost::beast::http::string_body>;
+    using Status = boost::beast::http::status;
+
+    /// The sub-protocol that a page must offer.
+    static constexpr const char* kSubProtocol = "dova.gateway.1";
+
+    /// A page that may come in with a WebSocket.
+    struct Admission {
+        std::string clientId;
+        std::optional<std::uint64_t> received;
+    };
+    using Answer = std::variant<Response, Admission>;
+
+    RequestRouter(const GatewayOptions& options, AccessRules rules);
+
+    const AccessRules& rules() const { return m_rules; }
+
+    /// The answer to a request. To HEAD it has the headers of GET and no body.
+    Answer answer(const Request& request) const;
+
+    /// A refusal: a short plain text with the reason. The connection ends with it.
+    static Response refusal(Status status, std::string reason);
+
+private:
+    Answer route(const Request& request) const;
+    Answer icon(const RequestTarget& target) const;
+    Answer admit(const Request& request, const RequestTarget& target) const;
+    static Answer file(std::optional<StaticFile> found);
+    static void addSecurityHeaders(Response& response, const std::string& socketSource);
+
+    const AccessRules m_rules;
+    const StaticFiles m_page;
+    const StaticFiles m_icons;
+};
+
+}  // namespace DOVA::gateway

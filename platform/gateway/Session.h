@@ -1,0 +1,68 @@
+#pragma once
+
+#include <cstdint>
+#include <string>
+#include <string_view>
+
+#include "CloseReason.h"
+#include "DownwardBuffer.h"
+#include "FrameCodec.h"
+#include "PageLink.h"
+
+namespace DOVA::gateway {
+
+/// What one page and the gateway have told each other, whatever becomes of the connection between
+/// them: the numbers of both directions, the texts that are still unacknowledged, and the link of
+/// the moment. No sockets, no clock.
+class Session {
+public:
+    Session(std::string id, const GatewayLimits& limits);
+
+    const std::string& id() const { return m_id; }
+
+    /// The connection that serves the page now; null between two. It takes itself out before it
+    /// goes.
+    PageLink* link() const { return m_link; }
+    void setLink(PageLink* link) { m_link = link; }
+
+    /// Whether the page has said that it is ready: the program knows of it then.
+    bool isReady() const { return m_ready; }
+    void setReady() { m_ready = true; }
+
+    /// Whether the registry has ended it; nothing may be sent or handled any more.
+    bool hasEnded() const { return m_ended; }
+    void setEnded() { m_ended = true; }
+
+    DownwardBuffer& downward() { return m_downward; }
+
+    /// Reads the header of a frame from the page; a reason when it breaks the numbering.
+    const CloseReason* accept(const Frame& frame);
+
+    /// Whether the record with this number is the next one; it counts as handled then. One that
+    /// was handled before answers false.
+    bool take(std::uint64_t number);
+
+    /// Number of the last record that was handled.
+    std::uint64_t received() const { return m_received; }
+
+    /// Whether records were handled that no frame has acknowledged yet.
+    bool owesAcknowledgement() const { return m_received != m_acknowledged; }
+
+    /// Header of a frame to the page that begins with this number; acknowledges what came.
+    void writeHeader(std::string& into, std::uint64_t sequence);
+
+    /// Goes on where a former connection stopped: the page has `received` texts. False when the
+    /// texts after that are not there.
+    bool resume(std::uint64_t received);
+
+private:
+    const std::string m_id;
+    DownwardBuffer m_downward;
+    PageLink* m_link = nullptr;
+    std::uint64_t m_received = 0;
+    std::uint64_t m_acknowledged = 0;
+    bool m_ready = false;
+    bool m_ended = false;
+};
+
+}  // namespace DOVA::gateway

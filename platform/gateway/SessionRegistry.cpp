@@ -1,0 +1,198 @@
+#include "SessionRegistry.h"
+
+#include <algorithm>
+#include <utility>
+#include <vector>
+
+#include "PageChannels.h"
+
+namespace DOVA::gateway {
+
+SessionRegistry::SessionRegistry(std::shared_ptr<tdom::messaging::MessageBus> bus,
+                                 const GatewayOptions& options)
+    : m_bus(std::move(bus)),
+      m_limits(options.limits),
+      m_graceTime(options.graceTime),
+      m_connector(m_bus->attach("dova_gateway")) {
+    m_bus->subscribe(m_connector, PageChannels::kRoot,
+                     [this](const std::string&, const std::string& text) { sendPing(text); });
+}
+
+SessionRegistry::~SessionRegistry() {
+    m_bus->detach(m_connector);
+    for (auto& [id, entry] : m_sessions)
+        entry.session->setEnded();
+}
+
+SessionRegistry::Opening SessionRegistry::open(const std::string& clientId,
+                                               std::optional<std::uint64_t> received,
+                                               PageLink& link) {
+    const auto found = m_sessions.find(clientId);
+    if (received)
+        return found == m_sessions.end() ? lost("the session is unknown or expired")
+                                         : resume(found->second, *received, link);
+    if (found != m_sessions.end())
+        drop(found, close_reason::kOpenedInAnotherTab);
+    return begin(clientId, link);
+}
+
+SessionRegistry::Opening SessionRegistry::begin(const std::string& clientId, PageLink& link) {
+    makeRoom();
+    auto session = std::make_shared<Session>(clientId, m_limits);
+    session->setLink(&link);
+    const std::string own = PageChannels::own(clientId);
+    const auto subscription = m_bus->subscribeTree(
+        m_connector, own,
+        [this, session, own](const std::string& channel, const std::string& text) {
+            push(*session, PageChannels::shorten(own, channel), text);
+        });
+    m_sessions.emplace(clientId, Entry{session, subscription, {}});
+    return {session, R"({"session":"new","received":0})"};
+}
+
+SessionRegistry::Opening SessionRegistry::resume(Entry& entry, std::uint64_t received,
+                                                 PageLink& link) {
+    const std::shared_ptr<Session> session = entry.session;
+    if (!session->resume(received)) {
+        end(*session, close_reason::kSessionLost);
+        return lost("the texts that are missing are no longer kept");
+    }
+    PageLink* const former = session->link();
+    session->setLink(&link);
+    entry.disconnectedAt.reset();
+    if (former)
+        former->end(close_reason::kOpenedInAnotherTab);
+    return {session,
+            R"({"session":"resumed","received":)" + std::to_string(session->received()) + "}"};
+}
+
+SessionRegistry::Opening SessionRegistry::lost(const char* reason) {
+    return {nullptr, std::string(R"({"session":"lost","reason":")") + reason + "\"}"};
+}
+
+/// Sessions that wait for their page must not gather: each may keep a full buffer.
+void SessionRegistry::makeRoom() {
+    if (m_sessions.size() < m_limits.connections)
+        return;
+    auto oldest = m_sessions.end();
+    for (auto entry = m_sessions.begin(); entry != m_sessions.end(); ++entry)
+        if (entry->second.disconnectedAt &&
+            (oldest == m_sessions.end() ||
+             entry->second.disconnectedAt < oldest->second.disconnectedAt))
+            oldest = entry;
+    if (oldest != m_sessions.end())
+        dropAndAnnounce(oldest, close_reason::kSessionLost);
+}
+
+void SessionRegistry::disconnected(Session& session, const PageLink& link, Clock::time_point now) {
+    if (session.link() != &link)
+        return;
+    session.setLink(nullptr);
+    const auto found = m_sessions.find(session.id());
+    if (found != m_sessions.end() && found->second.session.get() == &session)
+        found->second.disconnectedAt = now;
+}
+
+void SessionRegistry::endExpired(Clock::time_point now) {
+    for (auto entry = m_sessions.begin(); entry != m_sessions.end();) {
+        const auto next = std::next(entry);
+        if (entry->second.disconnectedAt && *entry->second.disconnectedAt + m_graceTime <= now)
+            dropAndAnnounce(entry, close_reason::kSessionLost);
+        entry = next;
+    }
+}
+
+std::optional<SessionRegistry::Clock::time_point> SessionRegistry::nextExpiry() const {
+    std::optional<Clock::time_point> earliest;
+    for (const auto& [id, entry] : m_sessions)
+        if (entry.disconnectedAt && (!earliest || *entry.disconnectedAt + m_graceTime < *earliest))
+            earliest = *entry.disconnectedAt + m_graceTime;
+    return earliest;
+}
+
+const CloseReason* SessionRegistry::handle(const std::shared_ptr<Session>& session,
+                                           const Record& record) {
+    switch (PageChannels::classify(session->id(), record.channel, record.text)) {
+        case PageChannels::Kind::Refused:
+            return &close_reason::kChannelNotAllowed;
+        case PageChannels::Kind::Own:
+            m_bus->publish(m_connector,
+                           PageChannels::expand(PageChannels::own(session->id()), record.channel),
+                           std::string(record.text));
+            break;
+        case PageChannels::Kind::ClientReady:
+            publishClientReady(*session);
+            break;
+        case PageChannels::Kind::ClientDestroyed:
+            session->setReady();  // even one that never came is to be heard going
+            end(*session, close_reason::kSessionEnded);
+            break;
+    }
+    return nullptr;
+}
+
+/// The program serves one page at a time, so that the others' sessions are over. It replaces them
+/// itself and need not be told.
+void SessionRegistry::publishClientReady(Session& session) {
+    session.setReady();
+    endOthers(session);
+    m_bus->publish(m_connector, PageChannels::kRoot, PageChannels::clientReady(session.id()));
+}
+
+void SessionRegistry::endOthers(const Session& owner) {
+    for (auto entry = m_sessions.begin(); entry != m_sessions.end();) {
+        const auto next = std::next(entry);
+        if (entry->second.session.get() != &owner)
+            drop(entry, close_reason::kTakenOver);
+        entry = next;
+    }
+}
+
+void SessionRegistry::end(Session& session, const CloseReason& reason) {
+    const auto found = m_sessions.find(session.id());
+    if (found != m_sessions.end() && found->second.session.get() == &session)
+        dropAndAnnounce(found, reason);
+}
+
+void SessionRegistry::dropAndAnnounce(Sessions::iterator entry, const CloseReason& reason) {
+    const std::shared_ptr<Session> session = entry->second.session;
+    drop(entry, reason);
+    if (session->isReady())
+        m_bus->publish(m_connector, PageChannels::kRoot,
+                       PageChannels::clientDestroyed(session->id()));
+}
+
+/// A link must not find the session again while it is told that it has lost it.
+void SessionRegistry::drop(Sessions::iterator entry, const CloseReason& reason) {
+    const std::shared_ptr<Session> session = entry->second.session;
+    m_bus->unsubscribe(entry->second.subscription);
+    m_sessions.erase(entry);
+    session->setEnded();
+    PageLink* const link = session->link();
+    session->setLink(nullptr);
+    if (link)
+        link->end(reason);
+}
+
+void SessionRegistry::sendPing(const std::string& text) {
+    if (!PageChannels::isPing(text))
+        return;
+    std::vector<std::shared_ptr<Session>> all;
+    for (const auto& [id, entry] : m_sessions)
+        all.push_back(entry.session);
+    for (const auto& session : all)
+        push(*session, PageChannels::kRoot, text);
+}
+
+void SessionRegistry::push(Session& session, std::string_view shortChannel,
+                           const std::string& text) {
+    if (session.hasEnded() || !FrameCodec::isCarriable(text) ||
+        !FrameCodec::isCarriable(shortChannel))
+        return;
+    if (!session.downward().push(shortChannel, text))
+        end(session, close_reason::kTooMuchUnacknowledged);
+    else if (session.link())
+        session.link()->textsWait();
+}
+
+}  // namespace DOVA::gateway

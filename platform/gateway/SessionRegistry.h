@@ -1,0 +1,90 @@
+#pragma once
+
+#include <chrono>
+#include <cstdint>
+#include <map>
+#include <memory>
+#include <optional>
+#include <string>
+
+#include "CloseReason.h"
+#include "Session.h"
+#include "gateway/GatewayOptions.h"
+#include "messaging/MessageBus.h"
+
+namespace DOVA::gateway {
+
+/// The sessions of all pages and their side towards the bus: who begins, goes on, is taken over or
+/// ends, and which texts pass in which direction. No sockets; time is told by the caller.
+///
+/// To be used on the bus's delivery thread only.
+class SessionRegistry {
+public:
+    using Clock = std::chrono::steady_clock;
+
+    /// How a page's arrival was answered. Without a session it is to be closed with kSessionLost
+    /// after the control text.
+    struct Opening {
+        std::shared_ptr<Session> session;
+        std::string control;
+    };
+
+    /// Attaches to the bus as connector "dova_gateway".
+    SessionRegistry(std::shared_ptr<tdom::messaging::MessageBus> bus,
+                    const GatewayOptions& options);
+    SessionRegistry(const SessionRegistry&) = delete;
+    SessionRegistry& operator=(const SessionRegistry&) = delete;
+    /// Detaches from the bus; links that are left hear nothing.
+    ~SessionRegistry();
+
+    /// A page came through `link`: for a fresh session, or, when it says what it `received`, to go
+    /// on with the session it has. A link that the session still has is ended.
+    Opening open(const std::string& clientId, std::optional<std::uint64_t> received,
+                 PageLink& link);
+
+    /// The link is gone; the session waits for another one from now on. A link that the session
+    /// has no more changes nothing.
+    void disconnected(Session& session, const PageLink& link, Clock::time_point now);
+
+    /// Ends the sessions whose grace time is over.
+    void endExpired(Clock::time_point now);
+
+    /// When endExpired() is to be called next; nothing while every session has its page.
+    std::optional<Clock::time_point> nextExpiry() const;
+
+    /// A new record from the session's page. A reason when the page may not say that; the session
+    /// stays then until end().
+    const CloseReason* handle(const std::shared_ptr<Session>& session, const Record& record);
+
+    /// Ends a session for a fault of its page or its link; the program hears that it is gone.
+    void end(Session& session, const CloseReason& reason);
+
+    std::size_t size() const { return m_sessions.size(); }
+
+private:
+    struct Entry {
+        std::shared_ptr<Session> session;
+        tdom::messaging::MessageBus::Handle subscription = 0;
+        std::optional<Clock::time_point> disconnectedAt;
+    };
+    using Sessions = std::map<std::string, Entry>;
+
+    Opening begin(const std::string& clientId, PageLink& link);
+    Opening resume(Entry& entry, std::uint64_t received, PageLink& link);
+    static Opening lost(const char* reason);
+    void makeRoom();
+    void push(Session& session, std::string_view shortChannel, const std::string& text);
+    void sendPing(const std::string& text);
+    void endOthers(const Session& owner);
+    void publishClientReady(Session& session);
+    void drop(Sessions::iterator entry, const CloseReason& reason);
+    void dropAndAnnounce(Sessions::iterator entry, const CloseReason& reason);
+
+    const std::shared_ptr<tdom::messaging::MessageBus> m_bus;
+    const GatewayLimits m_limits;
+    const std::chrono::milliseconds m_graceTime;
+    const tdom::messaging::MessageBus::ConnectorId m_connector;
+    Sessions m_sessions;
+};
+
+}  // namespace DOVA::gateway

@@ -1,0 +1,66 @@
+#pragma once
+
+#include <cstdint>
+#include <functional>
+#include <memory>
+#include <string>
+
+#include "gateway/Export.h"
+#include "gateway/GatewayOptions.h"
+
+namespace boost::asio {
+class io_context;
+}
+
+namespace DOVA::gateway {
+
+class GatewayCore;
+
+/// The door to the browser: serves the built page and icon files over HTTP (RFC 9110, 9112) and
+/// joins each page's WebSocket (RFC 6455) to the message bus, as connector "dova_gateway" of
+/// tdom::messaging::MessageBus::current(). It knows channels and texts, never widgets.
+///
+/// Everything runs on the one thread that runs the io_context, and that thread must be the bus's
+/// delivery thread. All operations are to be called there, or before the loop runs. The io_context
+/// must outlive the gateway. The gateway may be destroyed at any time, also while its own
+/// connections are being served.
+///
+/// Nothing that comes over the network throws or stops the loop: what is not acceptable is
+/// refused with an HTTP status or a WebSocket close code and a reason.
+class DOVA_GATEWAY_EXPORT Gateway {
+public:
+    /// Only stores the options; nothing is opened yet.
+    Gateway(boost::asio::io_context& loop, GatewayOptions options);
+    Gateway(const Gateway&) = delete;
+    Gateway& operator=(const Gateway&) = delete;
+    /// Cuts every connection that is left, without a farewell, and forgets who waits for stop().
+    ~Gateway();
+
+    /// Attaches to the bus, listens, and serves from the next turn of the loop on. To be called
+    /// once. Throws std::system_error with a text for the user when an option is bad, the page is
+    /// missing ("the page folder ...") or the port cannot be had ("cannot listen on
+    /// 127.0.0.1:8080: Address already in use"); nothing is left open then.
+    void start();
+
+    /// The port it listens on; 0 before start().
+    std::uint16_t port() const;
+
+    /// The token that a page must bring; empty before start() unless an option set it.
+    const std::string& token() const;
+
+    /// What to open in a browser: "http://127.0.0.1:8080/#TOKEN". For an address that stands for
+    /// every interface the loopback address is named. The token is a secret: whoever has it
+    /// drives the program. Empty before start().
+    std::string address() const;
+
+    /// Shuts down in order: takes no new connection, sends what waits for the pages, closes each
+    /// with code 1001 "program ended", and after GatewayLimits::stopTime cuts what is left. Then
+    /// `whenStopped` is called from the loop; also when it was stopped or never started before.
+    /// Sessions end with it, without a "clientDestroyed": the program itself goes.
+    void stop(std::function<void()> whenStopped = {});
+
+private:
+    std::shared_ptr<GatewayCore> m_core;
+};
+
+}  // namespace DOVA::gateway

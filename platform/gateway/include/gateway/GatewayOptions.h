@@ -1,0 +1,75 @@
+#pragma once
+
+#include <chrono>
+#include <cstddef>
+#include <cstdint>
+#include <filesystem>
+#include <string>
+#include <vector>
+
+namespace DOVA::gateway {
+
+/// Bounds of what pages may cost the program. A count or size of 0 is refused by Gateway::start().
+struct GatewayLimits {
+    /// Longest frame a page may send, in bytes; a longer one closes its connection with 1009.
+    std::size_t upwardFrameBytes = 1024 * 1024;
+    /// Texts a second that a page may send for long; beyond it the gateway reads more slowly.
+    std::size_t upwardRecordsPerSecond = 2000;
+    /// Texts that a page may send at once before that rate counts.
+    std::size_t upwardBurstRecords = 4000;
+    /// Bytes kept for one session until its page acknowledges them; more loses the session.
+    std::size_t downwardBytes = 64 * 1024 * 1024;
+    /// Texts kept for one session until its page acknowledges them; more loses the session.
+    std::size_t downwardRecords = 200000;
+    /// Waiting texts travel joined up to about this many bytes; a longer text travels alone.
+    std::size_t joinedFrameBytes = 256 * 1024;
+    /// Open connections, page loads included; further ones are refused with 503.
+    std::size_t connections = 64;
+    /// Longest request line and header, in bytes; a longer one is refused with 431.
+    std::uint32_t httpHeaderBytes = 16 * 1024;
+    /// Largest page or icon file that is served; a larger one counts as absent.
+    std::size_t fileBytes = 16 * 1024 * 1024;
+    /// A request's header must be complete this long after the connection or the last answer.
+    std::chrono::milliseconds httpHeaderTime{10000};
+    /// Opening and closing handshakes of a WebSocket.
+    std::chrono::milliseconds handshakeTime{10000};
+    /// A WebSocket that is silent for half of this is pinged, for all of it cut.
+    std::chrono::milliseconds idleTime{30000};
+    /// A write that does not finish in this time (a quarter more at the most) cuts the connection.
+    std::chrono::milliseconds writeTime{30000};
+    /// Longest time a text of the page waits for its acknowledgement.
+    std::chrono::milliseconds acknowledgeTime{200};
+    /// Longest time Gateway::stop() takes.
+    std::chrono::milliseconds stopTime{2000};
+};
+
+/// Where a Gateway listens, what it serves and whom it lets in. Checked by Gateway::start().
+struct GatewayOptions {
+    /// Numeric IPv4 or IPv6 address to listen on.
+    std::string bindAddress = "127.0.0.1";
+    /// Must be set when bindAddress is not a loopback address: the program is then reachable from
+    /// other machines, and everything travels unencrypted.
+    bool allowNonLoopback = false;
+    /// TCP port; 0 takes any free one (see Gateway::port()).
+    std::uint16_t port = 0;
+    /// Folder of the built page, served at "/"; must hold "index.html". A file "x.gz" beside "x"
+    /// is sent in its place to browsers that accept it.
+    std::filesystem::path pageFolder;
+    /// Folder whose image files are served below "/icon/" to bearers of the token. Empty: none.
+    std::filesystem::path applicationRoot;
+    /// What a page must know to come in: 16 to 256 of the characters A-Z a-z 0-9 - _ . ~
+    /// Empty: a fresh random one of 160 bits.
+    std::string token;
+    /// Further values of the Host header, such as "pad.example:8443", for a proxy in front. The
+    /// listening address, and for loopback also "localhost", "127.0.0.1" and "[::1]", each with
+    /// the port, are allowed anyway.
+    std::vector<std::string> extraHosts;
+    /// Further values of the Origin header, such as "https://pad.example:8443". The http origin
+    /// of the request's own Host is allowed anyway.
+    std::vector<std::string> extraOrigins;
+    /// How long a session waits for its page to connect again before it ends.
+    std::chrono::milliseconds graceTime{30000};
+    GatewayLimits limits;
+};
+
+}  // namespace DOVA::gateway
