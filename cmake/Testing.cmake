@@ -1,4 +1,5 @@
-# dova_test(name SOURCES ... LINK ...): one GoogleTest program per room; every case is a ctest test.
+# dova_test(name SOURCES ... LINK ...): one GoogleTest program per room; every case is a ctest test, labelled
+# with the program's name.
 include(GoogleTest)
 find_package(GTest REQUIRED)
 function(dova_test name)
@@ -6,5 +7,5 @@ function(dova_test name)
   add_executable(${name} ${ARG_SOURCES})
   target_include_directories(${name} PRIVATE ${CMAKE_SOURCE_DIR}/tests)
   target_link_libraries(${name} PRIVATE ${ARG_LINK} GTest::gmock GTest::gtest_main)
-  gtest_discover_tests(${name} DISCOVERY_MODE PRE_TEST PROPERTIES TIMEOUT 120)
+  gtest_discover_tests(${name} DISCOVERY_MODE PRE_TEST PROPERTIES TIMEOUT 120 LABELS ${name})
 endfunction()

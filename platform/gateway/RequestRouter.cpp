@@ -2,6 +2,7 @@
 
 #include <boost/beast/http/rfc7230.hpp>
 #include <boost/beast/websocket/rfc6455.hpp>
+#include <algorithm>
 #include <charconv>
 #include <utility>
 
@@ -49,7 +50,8 @@ bool readNumber(std::string_view text, std::uint64_t& number) {
 RequestRouter::RequestRouter(const GatewayOptions& options, AccessRules rules)
     : m_rules(std::move(rules)),
       m_page(options.pageFolder, StaticFiles::Kinds::Page, options.limits.fileBytes),
-      m_icons(options.applicationRoot, StaticFiles::Kinds::Images, options.limits.fileBytes) {}
+      m_icons(options.applicationRoot, StaticFiles::Kinds::Images, options.limits.fileBytes),
+      m_iconRoot(options.applicationRoot.relative_path().lexically_normal() / "") {}
 
 RequestRouter::Answer RequestRouter::answer(const Request& request) const {
     Answer answer = route(request);
@@ -87,7 +89,15 @@ RequestRouter::Answer RequestRouter::route(const Request& request) const {
 RequestRouter::Answer RequestRouter::icon(const RequestTarget& target) const {
     if (!m_rules.isToken(target.value("token")))
         return refusal(Status::unauthorized, "missing or wrong token");
-    return file(m_icons.find(target.path.substr(kIconPath.size()), false));
+    return file(m_icons.find(belowIconRoot(target.path.substr(kIconPath.size())), false));
+}
+
+/// Programs also name their icons by absolute paths below the application root; a page asks for
+/// those without the leading slash.
+std::string RequestRouter::belowIconRoot(const std::string& path) const {
+    const bool isBelow = !m_iconRoot.empty() && path.compare(0, m_iconRoot.size(), m_iconRoot) == 0;
+    return path.substr(isBelow ? std::min(path.find_first_not_of('/', m_iconRoot.size()), path.size())
+                               : 0);
 }
 
 RequestRouter::Answer RequestRouter::admit(const Request& request,
@@ -148,6 +158,7 @@ void RequestRouter::addSecurityHeaders(Response& response, const std::string& so
     response.set("X-Content-Type-Options", "nosniff");
     response.set("Referrer-Policy", "no-referrer");
     response.set("Cross-Origin-Opener-Policy", "same-origin");
+    response.set("Cross-Origin-Embedder-Policy", "require-corp");
     response.set("Cross-Origin-Resource-Policy", "same-origin");
     response.set(http::field::cache_control, "no-cache");
 }

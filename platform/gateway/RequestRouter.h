@@ -45,6 +45,7 @@ public:
 private:
     Answer route(const Request& request) const;
     Answer icon(const RequestTarget& target) const;
+    std::string belowIconRoot(const std::string& path) const;
     Answer admit(const Request& request, const RequestTarget& target) const;
     static Answer file(std::optional<StaticFile> found);
     static void addSecurityHeaders(Response& response, const std::string& socketSource);
@@ -52,6 +53,7 @@ private:
     const AccessRules m_rules;
     const StaticFiles m_page;
     const StaticFiles m_icons;
+    const std::string m_iconRoot;  // as it begins a path without its leading slash
 };
 
 }  // namespace DOVA::gateway

@@ -150,6 +150,19 @@ INSTANTIATE_TEST_SUITE_P(
         FileRow{"iconsAreNoPage", "/save.png", 404, "", ""}),
     [](const auto& row) { return row.param.name; });
 
+// Windows name their icons by the root and the path below it, with as many slashes as came about.
+TEST_F(RequestRouterTest, anIconIsFoundByItsAbsolutePathBelowTheRoot) {
+    const std::string root = m_root.path().generic_string();
+    const std::string token = std::string("?token=") + kToken;
+    for (const char* const way : {"/", "//"}) {
+        EXPECT_EQ(response(request("/icon/" + root.substr(1) + way + "save.png" + token)).body(),
+                  "image");
+    }
+    EXPECT_EQ(response(request("/icon/" + root.substr(1) + "x/save.png" + token)).result_int(), 404u);
+    EXPECT_EQ(response(request("/icon/" + root.substr(1) + token)).result_int(), 404u);
+    EXPECT_EQ(response(request("/icon/" + root.substr(1) + "/" + token)).result_int(), 404u);
+}
+
 struct EncodingRow {
     const char* name;
     const char* target;
@@ -201,6 +214,7 @@ TEST_F(RequestRouterTest, everyAnswerCarriesTheSecurityHeaders) {
         EXPECT_EQ(answer["Referrer-Policy"], "no-referrer");
         EXPECT_EQ(answer["Cross-Origin-Opener-Policy"], "same-origin");
         EXPECT_EQ(answer["Cross-Origin-Resource-Policy"], "same-origin");
+        EXPECT_EQ(answer["Cross-Origin-Embedder-Policy"], "require-corp");
         EXPECT_EQ(answer[http::field::cache_control], "no-cache");
     }
     EXPECT_THAT(std::string(response(request("/"))["Content-Security-Policy"]),
