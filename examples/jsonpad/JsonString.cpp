@@ -1,0 +1,109 @@
+#include "JsonString.h"
+
+#include <boost/locale/encoding_utf.hpp>
+#include <charconv>
+
+namespace jsonpad {
+
+namespace {
+
+constexpr std::string_view escapeLetters = "\"\\/bfnrt";
+constexpr std::string_view escapedBytes = "\"\\/\b\f\n\r\t";
+
+/// Appends what the escape at the front of `escape` (after its backslash) stands for; gives how
+/// many bytes it took.
+std::size_t decodeEscape(std::string_view escape, std::u16string& result) {
+    if (escape.front() != 'u') {
+        result += static_cast<char16_t>(escapedBytes[escapeLetters.find(escape.front())]);
+        return 1;
+    }
+    unsigned int unit = 0;
+    std::from_chars(escape.data() + 1, escape.data() + 5, unit, 16);
+    result += static_cast<char16_t>(unit);
+    return 5;
+}
+
+bool isHighSurrogate(char16_t unit) {
+    return unit >= 0xD800 && unit <= 0xDBFF;
+}
+bool isLowSurrogate(char16_t unit) {
+    return unit >= 0xDC00 && unit <= 0xDFFF;
+}
+
+/// How many units the character at the front of `text` has; 0 when it must be escaped.
+std::size_t plainUnits(std::u16string_view text) {
+    const char16_t unit = text.front();
+    if (isHighSurrogate(unit)) {
+        return text.size() > 1 && isLowSurrogate(text[1]) ? 2 : 0;
+    }
+    return unit < 0x20 || unit == u'"' || unit == u'\\' || isLowSurrogate(unit) ? 0 : 1;
+}
+
+std::string encodeEscape(char16_t unit) {
+    const std::size_t letter =
+        unit < 0x80 ? escapedBytes.find(static_cast<char>(unit)) : std::string_view::npos;
+    if (letter != std::string_view::npos) {
+        return {'\\', escapeLetters[letter]};
+    }
+    constexpr std::string_view digits = "0123456789abcdef";
+    return {'\\',
+            'u',
+            digits[unit >> 12U],
+            digits[(unit >> 8U) & 0xFU],
+            digits[(unit >> 4U) & 0xFU],
+            digits[unit & 0xFU]};
+}
+
+}  // namespace
+
+std::u16string toUtf16(std::string_view text) {
+    return boost::locale::conv::utf_to_utf<char16_t>(text.data(), text.data() + text.size());
+}
+
+std::u16string decodeJsonString(std::string_view token) {
+    std::string_view rest = token.substr(1, token.size() - 2);
+    std::u16string result;
+    while (!rest.empty()) {
+        const std::string_view plain = rest.substr(0, rest.find('\\'));
+        result += toUtf16(plain);
+        rest.remove_prefix(plain.size());
+        if (!rest.empty()) {
+            rest.remove_prefix(1 + decodeEscape(rest.substr(1), result));
+        }
+    }
+    return result;
+}
+
+std::string encodeJsonString(std::u16string_view text) {
+    std::string result = "\"";
+    while (!text.empty()) {
+        std::size_t run = 0;
+        std::size_t units = 0;
+        while (run < text.size() && (units = plainUnits(text.substr(run))) > 0) {
+            run += units;
+        }
+        result += boost::locale::conv::utf_to_utf<char>(text.data(), text.data() + run);
+        text.remove_prefix(run);
+        if (!text.empty()) {
+            result += encodeEscape(text.front());
+            text.remove_prefix(1);
+        }
+    }
+    return result + '"';
+}
+
+std::u16string compactJson(std::string_view value) {
+    std::string result;
+    bool isInString = false;
+    bool isEscaped = false;
+    for (const char byte : value) {
+        if (isInString || std::string_view(" \t\r\n").find(byte) == std::string_view::npos) {
+            result += byte;
+        }
+        isInString = isInString != (byte == '"' && !isEscaped);
+        isEscaped = byte == '\\' && !isEscaped;
+    }
+    return toUtf16(result);
+}
+
+}  // namespace jsonpad

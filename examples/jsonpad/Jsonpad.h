@@ -1,0 +1,45 @@
+#pragma once
+
+#include <memory>
+#include <string>
+
+#include "Document.h"
+#include "PadDialog.h"
+#include "QuestionDialog.h"
+
+namespace jsonpad {
+
+/// One document, the dialog that shows it, and at times a question about it.
+class Jsonpad {
+public:
+    /// `document` outlives this object; `path` is the name under which the user knows it.
+    Jsonpad(Document& document, const std::string& path);
+
+    /// Shows the document in its present state, unsaved edits included, in a new dialog: there is
+    /// a new page, which knows nothing of what an earlier one showed.
+    void show();
+
+private:
+    void buildDialog();
+    void reopenDialog();
+
+    void save(JsonFile::IfChanged ifChanged);
+    void tellSaved();
+    void revert();
+    void closeWindow();
+    void close();
+    void saveAndClose();
+    void discardAndClose();
+    void stay();
+
+    void askWhetherToSave();
+    void askWhetherToOverwrite(const std::string& reason);
+
+    Document& m_document;
+    const std::u16string m_fileName;
+    std::unique_ptr<PadDialog> m_dialog;
+    std::unique_ptr<QuestionDialog> m_question;
+    bool m_windowAskedToClose = false;
+};
+
+}  // namespace jsonpad

@@ -1,0 +1,178 @@
+#include "runtime/Host.h"
+
+#include <system_error>
+#include <utility>
+#include <vector>
+
+#include "InstalledFiles.h"
+#include "MainLoop.h"
+#include "Module.h"
+#include "PageListener.h"
+#include "TokenFile.h"
+#include "gateway/Gateway.h"
+#include "messaging/InProcessBus.h"
+#include "runtime/StartError.h"
+#include "toolkit/ApplicationContext.h"
+
+namespace DOVA::runtime {
+
+using tdom::messaging::InProcessBus;
+using tdom::messaging::MessageBus;
+
+namespace {
+
+// A little longer than the gateway takes at the most.
+constexpr std::chrono::milliseconds s_longestStop{3000};
+// Texts that answer each other for ever must not keep the program from ending.
+constexpr int s_lastDeliveries = 1000;
+
+gateway::GatewayOptions gatewayOptions(const HostOptions& options) {
+    gateway::GatewayOptions result;
+    result.bindAddress = options.bindAddress;
+    result.allowNonLoopback = options.allowRemote;
+    result.port = options.port;
+    result.pageFolder = options.pageFolder.empty() ? InstalledFiles::page() : options.pageFolder;
+    result.applicationRoot = options.applicationRoot;
+    result.graceTime = options.graceTime;
+    return result;
+}
+
+std::shared_ptr<InProcessBus> installBus() {
+    auto bus = std::make_shared<InProcessBus>();
+    MessageBus::install(bus);
+    return bus;
+}
+
+void setApplicationRoot(const std::filesystem::path& root) {
+    DVServices::ServiceHolder::instance().setApplicationContext(
+        root.empty() ? nullptr
+                     : std::make_shared<DVServices::RootedApplicationContext>(root.string()));
+}
+
+}  // namespace
+
+class Host::Implementation {
+public:
+    explicit Implementation(const HostOptions& options);
+    ~Implementation();
+
+    std::string address() const { return m_gateway->address(); }
+    int run();
+    MainLoop& loop() { return m_loop; }
+
+    std::function<void()> m_onPage;
+    std::vector<std::function<void()>> m_onShutdown;
+
+private:
+    void openGateway(const HostOptions& options);
+    void shutDown();
+    void stopGateway();
+
+    // In the order of their needs: each uses those before it until it ends.
+    MainLoop m_loop;
+    std::shared_ptr<InProcessBus> m_bus = installBus();
+    PageListener m_pages;
+    Module m_module;
+    std::unique_ptr<gateway::Gateway> m_gateway;
+};
+
+Host::Implementation::Implementation(const HostOptions& options)
+    : m_pages([this] {
+          // Posted, so that the library has dealt with the page's announcement before.
+          m_loop.post([this] {
+              if (m_onPage) {
+                  m_onPage();
+              }
+          });
+      }),
+      m_module(options.module.empty() ? InstalledFiles::module() : options.module) {
+    openGateway(options);
+    m_loop.deliver(m_bus);
+    setApplicationRoot(options.applicationRoot);
+    m_module.initialise();
+}
+
+Host::Implementation::~Implementation() {
+    m_module.terminate();
+    m_bus->setWake({});
+    setApplicationRoot({});
+    MessageBus::install(nullptr);
+}
+
+void Host::Implementation::openGateway(const HostOptions& options) {
+    gateway::GatewayOptions wanted = gatewayOptions(options);
+    const TokenFile tokenFile(options.tokenFile);
+    if (!options.tokenFile.empty()) {
+        wanted.token = tokenFile.read();
+    }
+    const bool isNewToken = wanted.token.empty();
+    m_gateway = std::make_unique<gateway::Gateway>(m_loop.context(), std::move(wanted));
+    try {
+        m_gateway->start();
+    } catch (const std::system_error& error) {
+        throw StartError(error.what());
+    }
+    if (isNewToken && !options.tokenFile.empty()) {
+        tokenFile.write(m_gateway->token());
+    }
+}
+
+int Host::Implementation::run() {
+    const int exitCode = m_loop.run();
+    shutDown();
+    return exitCode;
+}
+
+void Host::Implementation::shutDown() {
+    m_onPage = nullptr;
+    for (const auto& call : std::exchange(m_onShutdown, {})) {
+        MainLoop::call(call);
+    }
+    m_module.terminate();
+    for (int turn = 0; turn < s_lastDeliveries && m_bus->deliver() > 0; ++turn) {
+    }
+    stopGateway();
+}
+
+void Host::Implementation::stopGateway() {
+    bool stopped = false;
+    m_gateway->stop([&stopped] { stopped = true; });
+    m_loop.runUntil([&stopped] { return stopped; }, s_longestStop);
+    // Whatever still waits holds a reference to what is about to go.
+    m_gateway.reset();
+}
+
+Host::Host(const HostOptions& options)
+    : m_implementation(std::make_unique<Implementation>(options)) {}
+
+Host::~Host() = default;
+
+std::string Host::address() const {
+    return m_implementation->address();
+}
+
+void Host::onPage(std::function<void()> callable) {
+    m_implementation->m_onPage = std::move(callable);
+}
+
+void Host::onShutdown(std::function<void()> callable) {
+    m_implementation->m_onShutdown.push_back(std::move(callable));
+}
+
+void Host::post(std::function<void()> callable) {
+    m_implementation->loop().post(std::move(callable));
+}
+
+Timer Host::after(std::chrono::milliseconds delay, std::function<void()> callable) {
+    return m_implementation->loop().after(delay, std::move(callable));
+}
+
+int Host::run() {
+    return m_implementation->run();
+}
+
+void Host::quit(int exitCode) {
+    m_implementation->loop().quit(exitCode);
+}
+
+}  // namespace DOVA::runtime

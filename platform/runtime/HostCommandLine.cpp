@@ -1,0 +1,59 @@
+#include "runtime/HostCommandLine.h"
+
+#include <CLI/CLI.hpp>
+#include <algorithm>
+#include <boost/asio/ip/address.hpp>
+#include <iostream>
+#include <string>
+
+namespace DOVA::runtime {
+
+namespace {
+
+constexpr int s_badCommandLine = 2;
+
+}  // namespace
+
+HostCommandLine::HostCommandLine(CLI::App& app) : m_app(app) {
+    app.add_option("--port", m_options.port, "TCP port to serve on; 0 takes any free one")
+        ->check(CLI::Range(0, 65535))
+        ->capture_default_str();
+    app.add_option("--bind", m_options.bindAddress, "Numeric IP address to serve on")
+        ->capture_default_str();
+    app.add_flag("--allow-remote", m_options.allowRemote,
+                 "Allow an address that other machines can reach (nothing is encrypted)");
+    app.add_option("--token-file", m_options.tokenFile,
+                   "Keep the secret part of the address in this file, for the next start")
+        ->type_name("FILE");
+}
+
+std::optional<int> HostCommandLine::parse(int argc, const char* const* argv) {
+    try {
+        m_app.parse(argc, argv);
+    } catch (const CLI::CallForHelp&) {
+        std::cout << m_app.help();
+        return 0;
+    } catch (const CLI::ParseError& error) {
+        return refuse(error.what());
+    }
+    boost::system::error_code error;
+    const auto address = boost::asio::ip::make_address(m_options.bindAddress, error);
+    if (error) {
+        return refuse("--bind: \"" + m_options.bindAddress + "\" is not a numeric IP address");
+    }
+    if (!address.is_loopback() && !m_options.allowRemote) {
+        return refuse(
+            "--bind " + m_options.bindAddress +
+            " opens the program to other machines; --allow-remote says that this is meant");
+    }
+    return std::nullopt;
+}
+
+std::optional<int> HostCommandLine::refuse(const std::string& sentence) const {
+    std::string line = m_app.get_name() + ": " + sentence;
+    std::replace(line.begin(), line.end(), '\n', ' ');
+    std::cerr << line + "\n";
+    return s_badCommandLine;
+}
+
+}  // namespace DOVA::runtime

@@ -1,0 +1,71 @@
+#include "Module.h"
+
+#include <dlfcn.h>
+
+#include <string>
+#include <utility>
+
+#include "host/FunctionEvaluation.h"
+#include "runtime/StartError.h"
+
+namespace DOVA::runtime {
+
+namespace {
+
+constexpr const char* s_initialise = "KVInitialize_dova2_web";
+constexpr const char* s_terminate = "KVTerminate_dova2_web";
+// bool DOVA::web::KorvidOnlineFlag::get(), by the name that the C++ ABI gives it.
+constexpr const char* s_online = "_ZN4DOVA3web16KorvidOnlineFlag3getEv";
+
+constexpr const char* s_onlineQuery = "korvid.internal.environment.context.isKORVIDOnline";
+
+void* load(const std::filesystem::path& path) {
+    void* handle = dlopen(path.c_str(), RTLD_NOW | RTLD_LOCAL | RTLD_NODELETE);
+    if (!handle) {
+        throw StartError(std::string("cannot load the module: ") + dlerror());
+    }
+    return handle;
+}
+
+void* find(void* handle, const std::filesystem::path& path, const char* name) {
+    void* symbol = dlsym(handle, name);
+    if (!symbol) {
+        throw StartError("the module \"" + path.string() + "\" has no entry point " + name);
+    }
+    return symbol;
+}
+
+std::vector<host::ArrayPointer> answerOnline(const std::vector<const kaArray*>&, int) {
+    std::vector<host::ArrayPointer> answer;
+    answer.emplace_back(kaCreateLogicalScalar(true));
+    return answer;
+}
+
+}  // namespace
+
+Module::Module(const std::filesystem::path& path) {
+    void* handle = load(path);
+    m_initialise = reinterpret_cast<EntryPoint>(find(handle, path, s_initialise));
+    m_terminate = reinterpret_cast<EntryPoint>(find(handle, path, s_terminate));
+    m_online = reinterpret_cast<Flag>(find(handle, path, s_online));
+}
+
+Module::~Module() {
+    terminate();
+}
+
+void Module::initialise() {
+    host::registerFunction(s_onlineQuery, answerOnline);
+    m_running = true;
+    m_initialise();
+    m_online();
+}
+
+void Module::terminate() {
+    if (std::exchange(m_running, false)) {
+        m_terminate();
+        host::registerFunction(s_onlineQuery, {});
+    }
+}
+
+}  // namespace DOVA::runtime

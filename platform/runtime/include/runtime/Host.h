@@ -1,0 +1,72 @@
+#pragma once
+
+#include <chrono>
+#include <functional>
+#include <memory>
+#include <string>
+
+#include "runtime/Export.h"
+#include "runtime/HostOptions.h"
+#include "runtime/Timer.h"
+
+namespace DOVA::runtime {
+
+/// The host that a program runs in: loads the module behind the toolkit's front classes, opens the
+/// door for the browser, and owns the main loop. To be made before the first front object.
+///
+/// A program is single-threaded from its own point of view: toolkit events, page calls, timers and
+/// posted calls all come on the thread that calls run(), one after the other. Only post() and
+/// quit() may be called from other threads.
+///
+/// A call of the program that lets an exception escape is over; one line on standard error says
+/// what it threw, and the loop goes on. For toolkit handlers the message bus says it, once for each
+/// window.
+///
+/// The module serves one host in the life of a process: once terminated it does not start again.
+class DOVA_RUNTIME_EXPORT Host {
+public:
+    /// Starts everything but the loop: the program's address is taken, pages wait until run().
+    /// Throws StartError, with nothing left open, when an option is bad, the module or the page is
+    /// missing, the token file cannot be used or the port cannot be had.
+    explicit Host(const HostOptions& options);
+    Host(const Host&) = delete;
+    Host& operator=(const Host&) = delete;
+    /// A host that never ran ends its module and its gateway here, without shutdown calls.
+    ~Host();
+
+    /// What to open in a browser. It holds the token: whoever has it drives the program.
+    std::string address() const;
+
+    /// Sets what is called for every page that opens the address: the place to make the dialogs and
+    /// to show them. What an earlier page showed has been asked to close by then. A page that
+    /// comes back after a reload or a lost connection is not new. An empty callable takes it back.
+    void onPage(std::function<void()> callable);
+
+    /// Adds a call for the beginning of the shut-down, while everything is still in place; the
+    /// calls come in the order in which they were added. They must not wait for the user.
+    void onShutdown(std::function<void()> callable);
+
+    /// Has the main loop make a call soon, after those posted before. Any thread. Calls that are
+    /// still waiting when the host ends are dropped.
+    void post(std::function<void()> callable);
+
+    /// Has the main loop make a call once, `delay` from now; a negative delay counts as none.
+    /// Main thread.
+    Timer after(std::chrono::milliseconds delay, std::function<void()> callable);
+
+    /// Serves until SIGINT, SIGTERM or quit(), then shuts down in order: shutdown calls, module,
+    /// pages (they are told that the program has ended), and whatever is left in the loop, for
+    /// two seconds or so at the most. A second signal meanwhile ends the process on the spot.
+    /// Gives the exit code: 0 after a signal, else that of quit(). To be called once.
+    int run();
+
+    /// Ends run(). The first call counts; one before run() makes run() shut down at once. Any
+    /// thread.
+    void quit(int exitCode = 0);
+
+private:
+    class Implementation;
+    std::unique_ptr<Implementation> m_implementation;
+};
+
+}  // namespace DOVA::runtime

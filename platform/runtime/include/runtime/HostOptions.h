@@ -1,0 +1,37 @@
+#pragma once
+
+#include <chrono>
+#include <cstdint>
+#include <filesystem>
+#include <string>
+
+namespace DOVA::runtime {
+
+/// How a program is served. The defaults suit a program on the user's own machine. Checked by the
+/// constructor of Host.
+struct HostOptions {
+    /// Numeric IPv4 or IPv6 address to listen on.
+    std::string bindAddress = "127.0.0.1";
+    /// Must be set when bindAddress is not a loopback address: the program can then be driven from
+    /// other machines by whoever has its address, and everything travels unencrypted.
+    bool allowRemote = false;
+    /// TCP port; 0 takes any free one.
+    std::uint16_t port = 0;
+    /// A file with the token that a page must bring, so that the address stays the same from start
+    /// to start. A missing or empty file gets a fresh token, readable by its owner only; the
+    /// access to a file that holds one already is the user's own affair. Empty: a fresh token for
+    /// each start that is written nowhere.
+    std::filesystem::path tokenFile;
+    /// The browser's side as built, a folder with "index.html". Empty: the one installed with this
+    /// library, else the one of the source tree that this library was built from.
+    std::filesystem::path pageFolder;
+    /// The module that serves the toolkit's front classes. Empty: the value of the environment
+    /// variable DOVA_WEB_MODULE, else "libdova2_web.so" beside this library.
+    std::filesystem::path module;
+    /// The folder of the application's own images; icon paths are relative to it. Empty: none.
+    std::filesystem::path applicationRoot;
+    /// How long a page that has gone away may come back as if nothing had happened.
+    std::chrono::milliseconds graceTime{30000};
+};
+
+}  // namespace DOVA::runtime

@@ -1,0 +1,30 @@
+#pragma once
+
+#include <memory>
+#include <utility>
+
+#include "runtime/Export.h"
+
+namespace DOVA::runtime {
+
+/// Watches one call that is due later and can cancel it. A copy watches the same call; letting the
+/// last one go leaves the call in place. May outlive the host. Main thread.
+class DOVA_RUNTIME_EXPORT Timer {
+public:
+    struct Call;
+
+    /// Watches nothing.
+    Timer() = default;
+    explicit Timer(std::weak_ptr<Call> call) : m_call(std::move(call)) {}
+
+    /// Takes the call back; its callable is destroyed before this returns. Without effect when it
+    /// has begun, is over or was cancelled before.
+    void cancel();
+    /// Whether the call is still to come.
+    bool isPending() const;
+
+private:
+    std::weak_ptr<Call> m_call;
+};
+
+}  // namespace DOVA::runtime
