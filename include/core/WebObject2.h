@@ -102,7 +102,8 @@ public:
     /// Sends a property without storing it.
     void updateProperty(const QString& name, const QJsonValue& value);
 
-    /// The service this object is registered with; null once the service is gone.
+    /// The service this object is registered with; null once the service is gone, and for an object
+    /// whose identifier was taken already.
     WebObjectService2* getService() const { return m_service; }
     Identifier identifier() const { return m_identifier; }
     /// True while the front object is alive.
@@ -118,8 +119,8 @@ protected:
         Kind kind;
     };
 
-    /// Registers the object under the front object's identifier and binds the requests of
-    /// `emitters` that every object answers. Neither may be null.
+    /// Registers the object under the front object's identifier, if that is free, and binds the
+    /// requests of `emitters` that every object answers. Neither may be null.
     WebObject2(DVObject2* front, DVObject2Emitters* emitters);
 
     /// Binds one emitter to one operation of this object.
@@ -148,17 +149,17 @@ protected:
                      Args&&... args) {
         std::lock_guard guard(DVObject::m_lock);
         if (isDVObjectValid()) {
-            emitUnlocked<Event>(emitter, mode, std::forward<Args>(args)...);
+            // The constructor took a Front, and it is alive: no need to ask for its type.
+            emitTo(static_cast<Front*>(getHandle()), emitter, mode, std::forward<Args>(args)...);
         }
     }
-    /// The same without lock and life check, for the kinds whose events are emitted so.
+    /// The same without lock and life check, for the kinds whose events are emitted so; a front
+    /// object of another type receives nothing.
     template <class Event, class Front, class... Args>
     void emitUnlocked(WIRO::Emitter<void(const Event&)>& (Front::*emitter)(), WIRO::SendMode mode,
                       Args&&... args) {
-        auto* front = dynamic_cast<Front*>(getHandle());
-        if (front && (front->*emitter)().numberOfConnections() > 0) {
-            WIRO::sendEvent<Event>((front->*emitter)(), Event(front, std::forward<Args>(args)...),
-                                   mode);
+        if (auto* front = dynamic_cast<Front*>(getHandle())) {
+            emitTo(front, emitter, mode, std::forward<Args>(args)...);
         }
     }
 
@@ -175,9 +176,20 @@ protected:
 private:
     friend class WebObjectService2;
 
+    template <class Event, class Front, class... Args>
+    static void emitTo(Front* front, WIRO::Emitter<void(const Event&)>& (Front::*emitter)(),
+                       WIRO::SendMode mode, Args&&... args) {
+        if ((front->*emitter)().numberOfConnections() > 0) {
+            WIRO::sendEvent<Event>((front->*emitter)(), Event(front, std::forward<Args>(args)...),
+                                   mode);
+        }
+    }
+
+    void joinService();
     void storeClientOwned(const QJsonObject& message);
     void forgetProperty(const std::u16string& name);
     void sendMessage(const QString& name, const QJsonValue& value);
+    const QJsonObject& envelope();
     void destroyChildren();
     QJsonArray takeArray(const std::u16string& name);
 
@@ -187,6 +199,8 @@ private:
     QJsonObject m_state;
     WebObjectService2* m_service;
     const QString m_identifierText;
+    QJsonObject m_envelope;      // what every message of this object holds, once one was sent
+    std::string m_envelopeType;  // the type name in it
     const std::vector<ClientOwned>* m_clientOwned = nullptr;
 };
 

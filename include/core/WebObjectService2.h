@@ -64,20 +64,22 @@ public:
     /// Records that the connection serves the object and everything below it. Nothing is recorded
     /// for an object that is not registered.
     void serveSubtree(Identifier id, ConnectionNumber connection);
-    /// Drops the records of the object and of everything below it.
+    /// Drops the records of the object and of everything below it, other windows left out.
     void dropServedSubtree(Identifier id);
     /// Ends the connections that were added for this window.
     void removeConnections(Identifier window);
     /// True if the connection was recorded as serving the object itself.
     bool serves(ConnectionNumber connection, Identifier id) const;
+    /// True once the client has said that it shows the window which the object is in.
+    bool isReady(Identifier id) const;
     /// The connections that serve the object or anything above it; empty for an object that is not
     /// registered.
     ConnectionNumbers getConnectionNumbers(Identifier id) const;
 
     /// Publishes the document on every channel that serves the object.
     void send(Identifier id, const QJsonDocument& document);
-    /// The same with the connections looked up already; ends that are gone are skipped.
-    void send(const ConnectionNumbers& numbers, const QJsonDocument& document);
+    /// Publishes a text on the channels of these connections; ends that are gone are skipped.
+    void sendText(const ConnectionNumbers& numbers, const std::string& text);
     /// Hands a client's message, an object or an array of them, to the objects it names, if the
     /// receiving connection serves them. In an array an element without a usable "id" ends the
     /// processing. Handlers may destroy anything, this service too.
@@ -126,6 +128,7 @@ private:
                                                  &ServedBy::connection>>>>;
 
     bool isBelow(Identifier id, Identifier ancestor) const;
+    bool servesTree(ConnectionNumber connection, Identifier id) const;
     bool handleElement(ConnectionNumber connection, const QJsonObject& element);
     template <class Visit>
     void visitSubtree(Identifier id, Visit visit) const;

@@ -75,11 +75,13 @@ void BaseConnection::onClientReady(const std::string& channel) {
     if (isClient(channel)) {
         return;
     }
-    if (m_client) {
+    const ClientConnection* const old = m_client.get();
+    if (old) {
         m_client->destroyAllDialogs();
     }
-    // The handlers of the old client's dialogs may have shut the module down.
-    if (s_subscribed) {
+    // The handlers of the old client's dialogs may have shut the module down, or let a later client
+    // in by delivering messages themselves.
+    if (s_subscribed && m_client.get() == old) {
         m_client = std::make_unique<ClientConnection>(channel);
     }
 }

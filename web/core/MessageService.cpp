@@ -1,6 +1,10 @@
 #include "MessageService.h"
 
 #include <QByteArray>
+#include <QJsonObject>
+#include <limits>
+
+#include "RepeatedContainers.h"
 
 namespace DOVA {
 
@@ -17,7 +21,18 @@ std::string toWireText(const QJsonDocument& document) {
     return std::string(text.constData(), static_cast<std::size_t>(text.size()));
 }
 
+std::string toWireArray(const QJsonObject& element) {
+    const QByteArray text = QJsonDocument(element).toJson(QJsonDocument::Compact);
+    std::string array;
+    array.reserve(static_cast<std::size_t>(text.size()) + 2);
+    return array.append(1, '[').append(text.constData(), text.size()).append(1, ']');
+}
+
 QJsonDocument fromWireText(const std::string& text) {
+    constexpr std::size_t longest = std::numeric_limits<int>::max();
+    if (text.size() > longest || RepeatedContainers::occurIn(text)) {
+        return {};
+    }
     return QJsonDocument::fromJson(
         QByteArray::fromRawData(text.data(), static_cast<int>(text.size())));
 }

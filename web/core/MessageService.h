@@ -13,7 +13,11 @@ const std::shared_ptr<tdom::messaging::ConnectorMessageService>& messageService(
 
 /// The document as it travels: compact UTF-8.
 std::string toWireText(const QJsonDocument& document);
-/// Reads what came; a null document if it is no JSON.
+/// The text of an array with this one object. Cheaper than by a document, which would copy the
+/// object into the array first.
+std::string toWireArray(const QJsonObject& element);
+/// Reads what came; a null document if it is no JSON. An object that repeats a key which held an
+/// array or object counts as none.
 QJsonDocument fromWireText(const std::string& text);
 
 }  // namespace DOVA

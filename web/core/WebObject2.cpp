@@ -5,6 +5,7 @@
 #include <boost/core/demangle.hpp>
 #include <typeinfo>
 
+#include "MessageService.h"
 #include "PropertyNames.h"
 #include "TextConversions.h"
 #include "core/WebObjectService2.h"
@@ -41,10 +42,20 @@ WebObject2::WebObject2(DVObject2* front, DVObject2Emitters* emitters)
     bind(emitters->getParent, &WebObject2::doGetParent);
     bind(emitters->getChildren, &WebObject2::doGetChildren);
     bind(emitters->destroy, &WebObject2::doDestory);
-    if (m_service) {
-        m_service->addObject(this);
-    }
+    joinService();
     m_state.insert(keys::id, m_identifierText);
+}
+
+// An object whose identifier is taken is none of the service's: it must not speak for the first,
+// nor take its children and its window along when it goes.
+void WebObject2::joinService() {
+    if (!m_service) {
+        return;
+    }
+    m_service->addObject(this);
+    if (m_service->getObject(m_identifier) != this) {
+        m_service = nullptr;
+    }
 }
 
 WebObject2::~WebObject2() {
@@ -101,11 +112,20 @@ void WebObject2::sendMessage(const QString& name, const QJsonValue& value) {
     if (numbers.empty()) {
         return;
     }
-    QJsonObject message;
-    message.insert(keys::id, m_identifierText);
-    message.insert(keys::type, QString::fromStdString(getTypeName()));
+    QJsonObject message = envelope();
     message.insert(name, value);
-    m_service->send(numbers, QJsonDocument(QJsonArray{message}));
+    m_service->sendText(numbers, toWireArray(message));
+}
+
+// A copy of a ready object with one more member costs half of what building it anew costs.
+const QJsonObject& WebObject2::envelope() {
+    const std::string type = getTypeName();
+    if (type != m_envelopeType) {
+        m_envelopeType = type;
+        m_envelope = QJsonObject{{keys::id, m_identifierText},
+                                 {keys::type, QString::fromStdString(type)}};
+    }
+    return m_envelope;
 }
 
 void WebObject2::setProperty(const std::u16string& name, bool value, bool notify) {

@@ -14,8 +14,9 @@ namespace DOVA {
 namespace {
 
 std::unique_ptr<WebObjectService2>& singleton() {
-    static std::unique_ptr<WebObjectService2> service;
-    return service;
+    // Never destroyed: front objects with static lifetime ask for it while the process ends.
+    static auto* service = new std::unique_ptr<WebObjectService2>;
+    return *service;
 }
 
 }  // namespace
@@ -122,8 +123,14 @@ void WebObjectService2::serveSubtree(Identifier id, ConnectionNumber connection)
     });
 }
 
+// A window below keeps the records of its own connection: it tells the client of its end itself.
 void WebObjectService2::dropServedSubtree(Identifier id) {
-    visitSubtree(id, [&](Identifier below) { m_served.get<ByObject>().erase(below); });
+    visitSubtree(id, [&](Identifier below) {
+        const WebObject2* object = getObject(below);
+        if (below == id || !object || !object->isWindow()) {
+            m_served.get<ByObject>().erase(below);
+        }
+    });
 }
 
 void WebObjectService2::removeConnections(Identifier window) {
@@ -144,6 +151,22 @@ bool WebObjectService2::serves(ConnectionNumber connection, Identifier id) const
     });
 }
 
+bool WebObjectService2::isReady(Identifier id) const {
+    const ConnectionNumbers numbers = getConnectionNumbers(id);
+    return std::any_of(numbers.begin(), numbers.end(), [&](ConnectionNumber number) {
+        const auto found = m_connections.find(number);
+        return found != m_connections.end() && found->second.connection->isReady();
+    });
+}
+
+// The answer is mostly found on the first step, so nothing is collected on the way.
+bool WebObjectService2::servesTree(ConnectionNumber connection, Identifier id) const {
+    while (id != 0 && !serves(connection, id)) {
+        id = getParentId(id);
+    }
+    return id != 0;
+}
+
 WebObjectService2::ConnectionNumbers WebObjectService2::getConnectionNumbers(
     Identifier id) const {
     ConnectionNumbers numbers;
@@ -160,14 +183,13 @@ WebObjectService2::ConnectionNumbers WebObjectService2::getConnectionNumbers(
 }
 
 void WebObjectService2::send(Identifier id, const QJsonDocument& document) {
-    send(getConnectionNumbers(id), document);
+    const ConnectionNumbers numbers = getConnectionNumbers(id);
+    if (!numbers.empty()) {
+        sendText(numbers, toWireText(document));
+    }
 }
 
-void WebObjectService2::send(const ConnectionNumbers& numbers, const QJsonDocument& document) {
-    if (numbers.empty()) {
-        return;
-    }
-    const std::string text = toWireText(document);
+void WebObjectService2::sendText(const ConnectionNumbers& numbers, const std::string& text) {
     for (const ConnectionNumber number : numbers) {
         const auto found = m_connections.find(number);
         if (found != m_connections.end()) {
@@ -196,7 +218,7 @@ bool WebObjectService2::handleElement(ConnectionNumber connection, const QJsonOb
         return false;
     }
     WebObject2* object = getObject(id);
-    if (object && getConnectionNumbers(id).count(connection) > 0) {
+    if (object && servesTree(connection, id)) {
         object->storeClientOwned(element);
         object->handleJSONMessage(element);
     }

@@ -9,6 +9,18 @@
 
 namespace DOVA {
 
+namespace {
+
+// Nearly every message is an event. A look at the bytes tells it from the one that says that the
+// window is ready, unless something is written with escapes, and costs less than a look into the
+// parsed object.
+bool mayTellReady(const std::string& text) {
+    static const std::string key = lifecycle::dialogReady.toStdString();
+    return text.find(key) != std::string::npos || text.find('\\') != std::string::npos;
+}
+
+}  // namespace
+
 WindowConnection::WindowConnection(std::uint32_t window, const std::string& clientChannel)
     : ObjectConnection(clientChannel + "/" + std::to_string(window)) {}
 
@@ -18,6 +30,10 @@ void WindowConnection::onMessage(const std::string& text) {
         return;
     }
     const QJsonDocument document = fromWireText(text);
+    if (!mayTellReady(text)) {
+        service->dispatch(number(), document);
+        return;
+    }
     const QJsonObject message = document.object();
     const auto ready = message.constFind(lifecycle::dialogReady);
     if (ready == message.constEnd()) {

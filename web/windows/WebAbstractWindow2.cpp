@@ -29,8 +29,12 @@ std::u16string withSlashes(std::u16string path) {
     return path;
 }
 
-// A client may report any number; one that no int holds becomes the nearest that an int does.
+// A client may report any number; one that no int holds becomes the nearest that an int does. The
+// difference of two infinities, which only the program itself can have set, is no number.
 int truncated(double value) {
+    if (std::isnan(value)) {
+        return 0;
+    }
     constexpr double lowest = std::numeric_limits<int>::min();
     constexpr double highest = std::numeric_limits<int>::max();
     return static_cast<int>(std::clamp(std::trunc(value), lowest, highest));
@@ -92,7 +96,7 @@ WebAbstractWindow2::~WebAbstractWindow2() {
 }
 
 void WebAbstractWindow2::sendWindowDestroyMessage() {
-    setProperty(names::command, names::close, true);
+    sendProperty(names::command, names::close);
 }
 
 // In this order, so that nothing is sent any more to a window that the client has closed, and the
