@@ -7,6 +7,7 @@ export CTEST_PARALLEL_LEVEL ?= $(JOBS)
 .PHONY: demo test bench fuzz setup setup-test client checks clean
 
 demo: setup client
+	@echo "Building; the first time this takes some minutes." >&2
 	@cmake --preset release >build/configure.log || { cat build/configure.log; exit 1; }
 	@cmake --build --preset release -j $(JOBS) --target jsonpad dova2_web >build/demo.log || { cat build/demo.log; exit 1; }
 	@exec build/release/bin/jsonpad $(FILE)
@@ -48,7 +49,7 @@ client: client/node_modules/.package-lock.json
 	@cd client && npm run --silent build
 
 client/node_modules/.package-lock.json: client/package-lock.json
-	@cd client && npm ci --no-audit --no-fund --loglevel=error
+	@cd client && npm ci --silent --no-audit --no-fund
 	@touch $@
 
 clean:
