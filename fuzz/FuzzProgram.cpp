@@ -1,0 +1,179 @@
+#include "FuzzProgram.h"
+
+#include <cstdlib>
+
+#include "core/KorvidOnlineFlag.h"
+#include "core/ModuleEntry.h"
+
+namespace DOVA::fuzz {
+
+namespace {
+
+using tdom::messaging::InProcessBus;
+using tdom::messaging::MessageBus;
+
+const std::string s_root = "/dova2/web";
+
+InProcessBus& bus() {
+    static const auto instance = std::dynamic_pointer_cast<InProcessBus>(MessageBus::current());
+    return *instance;
+}
+
+MessageBus::ConnectorId page() {
+    static const MessageBus::ConnectorId connector = [] {
+        initialize_dova2_web();
+        web::KorvidOnlineFlag::set(true);
+        return bus().attach("fuzz");
+    }();
+    return connector;
+}
+
+void publish(const std::string& channel, const std::string& text) {
+    bus().publish(page(), channel, text);
+    while (!bus().idle()) {
+        bus().deliver();
+    }
+}
+
+}  // namespace
+
+Input::Input(const std::uint8_t* data, std::size_t size) {
+    if (size == 0) {
+        return;
+    }
+    manners = data[0];
+    lines.emplace_back();
+    for (const std::uint8_t* byte = data + 1; byte != data + size; ++byte) {
+        if (*byte == '\n') {
+            lines.emplace_back();
+        } else {
+            lines.back().push_back(static_cast<char>(*byte));
+        }
+    }
+}
+
+FuzzProgram::FuzzProgram(std::uint8_t manners) : m_manners(manners) {
+    publish(s_root, R"({"clientReady":"page"})");
+    open();
+    open();
+}
+
+FuzzProgram::~FuzzProgram() {
+    m_manners = 0;
+    publish(s_root, R"({"clientReady":"last"})");
+    publish(s_root, R"({"clientDestroyed":"last"})");
+}
+
+template <class Widget>
+Widget& FuzzProgram::put(Window& window, DVObject* parent) {
+    auto widget = std::make_unique<Widget>(parent);
+    Widget& made = *widget;
+    m_identifiers.push_back(std::to_string(made.identifier()));
+    window.contents.push_back(std::move(widget));
+    return made;
+}
+
+void FuzzProgram::open() {
+    auto window = std::make_unique<Window>();
+    window->dialog = std::make_unique<DVDialog2>();
+    m_identifiers.push_back(std::to_string(window->dialog->identifier()));
+    fill(*window);
+    listen(*window);
+    window->dialog->show();
+    m_windows.push_back(std::move(window));
+}
+
+void FuzzProgram::fill(Window& window) {
+    auto& rows = put<DVBoxLayout2>(window, nullptr);
+    window.dialog->setLayout(&rows);
+    auto& edit = put<DVEdit2>(window, window.dialog.get());
+    auto& panel = put<DVPanel2>(window, window.dialog.get());
+    auto& grid = put<DVGridLayout2>(window, &panel);
+    auto& button = put<DVButton2>(window, &panel);
+    auto& check = put<DVCheckBox2>(window, &panel);
+    auto& text = put<DVText2>(window, &panel);
+    text.setBuddy(&edit);
+    rows.addWidget(&edit);
+    rows.addWidget(&panel);
+    panel.setLayout(&grid);
+    grid.addWidget(&button);
+    grid.addWidget(&check);
+    edit.onEdit([this] { react(); });
+    edit.onEditFinish([this] { react(); });
+    button.onClick([this] { react(); });
+    button.onToggle([this] { react(); });
+    check.onToggle([this] { react(); });
+}
+
+void FuzzProgram::listen(Window& window) {
+    window.dialog->onKey([this] { react(); });
+    window.dialog->onResize([this] { react(); });
+    window.dialog->onCloseRequest([this] { react(); });
+}
+
+/// What a program may do in the middle of a message: the manners say when, the count says what.
+void FuzzProgram::react() {
+    ++m_events;
+    if (m_manners == 0 || m_windows.empty() || m_events % (m_manners % 4u + 1) != 0) {
+        return;
+    }
+    Window& window = *m_windows.front();
+    switch ((m_manners / 4u + m_events) % 6) {
+        case 0:
+            window.dialog.reset();
+            m_closed.push_back(std::move(m_windows.front()));
+            m_windows.erase(m_windows.begin());
+            break;
+        case 1:
+            if (!window.contents.empty()) {
+                window.contents.erase(window.contents.begin() + m_events % window.contents.size());
+            }
+            break;
+        case 2:
+            if (m_windows.size() < 4) {
+                open();
+            }
+            break;
+        case 3:
+            while (!bus().idle()) {
+                bus().deliver();
+            }
+            break;
+        case 4:
+            window.dialog->setTitle(u"t");
+            window.dialog->setParent(m_windows.back()->dialog.get());
+            break;
+        default:
+            window.contents.clear();
+    }
+}
+
+std::string FuzzProgram::fillIn(const std::string& text) const {
+    std::string filled;
+    for (std::size_t i = 0; i < text.size(); ++i) {
+        const bool placeholder =
+            text[i] == '$' && i + 1 < text.size() && text[i + 1] >= '0' && text[i + 1] <= '9';
+        filled += placeholder ? m_identifiers.at(text[++i] - '0') : std::string(1, text[i]);
+    }
+    return filled;
+}
+
+void FuzzProgram::say(const std::string& channel, const std::string& text) {
+    publish(fillIn(channel), fillIn(text));
+}
+
+void FuzzProgram::requireWorking() {
+    publish(s_root, R"({"clientReady":"check"})");
+    DVDialog2 window;
+    DVButton2 button(&window);
+    int clicks = 0;
+    button.onClick([&] { ++clicks; });
+    window.show();
+    publish(s_root + "/check/" + std::to_string(window.identifier()),
+            "{\"event\":\"onClick\",\"id\":\"" + std::to_string(button.identifier()) + "\"}");
+    if (clicks != 1) {
+        std::abort();
+    }
+}
+
+}  // namespace DOVA::fuzz

@@ -1,0 +1,181 @@
+#include "core/WebObject2.h"
+
+#include "support/GivenObject.h"
+#include "support/PlainWebObject.h"
+#include "support/WebFixture.h"
+#include "toolkit/DVBoxLayout2.h"
+#include "toolkit/DVButton2.h"
+#include "toolkit/DVGridLayout2.h"
+#include "toolkit/DVPanel2.h"
+
+namespace DOVA::test {
+namespace {
+
+using testing::ElementsAre;
+using testing::IsEmpty;
+
+/// A shown window with one plain object in it.
+class WebObject2Test : public WebFixture {
+protected:
+    WebObject2Test() {
+        object.doSetParent(&window);
+        show(window);
+    }
+
+    std::string text(const std::u16string& name) {
+        return QJsonDocument(QJsonArray{object.getProperty(name)})
+            .toJson(QJsonDocument::Compact)
+            .toStdString();
+    }
+
+    DVDialog2 window;
+    GivenObject front{70001};
+    PlainWebObject& object = *new PlainWebObject(front);
+};
+
+TEST_F(WebObject2Test, aPropertyIsSentWhenItChangesAndSaysSo) {
+    object.setProperty(u"p", 1, true);
+    object.setProperty(u"p", 1.0, true);
+    object.setProperty(u"p", 2, false);
+    object.setProperty(u"p", u"2", true);
+    object.setProperty(u"p", std::u16string(u"2"), true);
+    object.setProperty(u"p", static_cast<const char16_t*>(nullptr), true);
+    EXPECT_THAT(client.takeTexts(), ElementsAre(sent(front, "PlainWebObject", "\"p\":1"),
+                                                sent(front, "PlainWebObject", "\"p\":\"2\""),
+                                                sent(front, "PlainWebObject", "\"p\":\"\"")));
+}
+
+TEST_F(WebObject2Test, updatesAreNotStored) {
+    object.updateProperty("p", 5);
+    object.updateProperty("p", 5);
+    EXPECT_EQ(client.takeTexts().size(), 2u);
+    EXPECT_TRUE(object.getProperty(u"p").isUndefined());
+}
+
+TEST_F(WebObject2Test, arraysAreStoredAndNeverSent) {
+    int numbers[] = {3, 1, 2};
+    object.setProperty(u"n", numbers, 3, true);
+    object.setProperty(u"none", nullptr, 3, true);
+    object.setProperty(u"less", numbers, -1, true);
+    object.setProperty(u"t", std::vector<std::u16string>{u"a", u""}, true);
+    object.addToArrayProperty(u"t", u"b", true);
+    EXPECT_EQ(text(u"n"), "[[3,1,2]]");
+    EXPECT_EQ(text(u"none") + text(u"less"), "[[]][[]]");
+    EXPECT_EQ(text(u"t"), "[[\"a\",\"\",\"b\"]]");
+    EXPECT_THAT(client.takeTexts(), IsEmpty());
+}
+
+TEST_F(WebObject2Test, arrayEditorsPutUpWithAnyIndex) {
+    object.insertToArrayProperty(u"t", 5, u"end", true);
+    object.insertToArrayProperty(u"t", 0, u"begin", true);
+    object.insertToArrayProperty(u"t", -1, u"after", true);
+    object.insertToArrayProperty(u"t", 1, u"middle", true);
+    EXPECT_EQ(text(u"t"), R"([["begin","middle","end","after"]])");
+    for (const int index : {-1, 4, 1, 2147483647}) {
+        object.removeFromArrayProperty(u"t", index, true);
+    }
+    EXPECT_EQ(text(u"t"), R"([["begin","end","after"]])");
+    EXPECT_EQ(object.getFromArrayProperty(u"t", 2), u"after");
+    EXPECT_EQ(object.getFromArrayProperty(u"t", 3), u"");
+    EXPECT_EQ(object.getFromArrayProperty(u"t", -1), u"");
+    object.removeFromArrayProperty(u"new", 0, true);
+    EXPECT_EQ(object.getArrayPropertySize(u"new"), 0);
+    EXPECT_THAT(client.takeTexts(), IsEmpty());
+}
+
+TEST_F(WebObject2Test, anArrayEditorTakesAnotherKindForAnEmptyArray) {
+    object.setProperty(u"t", u"text", false);
+    EXPECT_EQ(object.getArrayPropertySize(u"t"), 0);
+    object.addToArrayProperty(u"t", u"a", true);
+    EXPECT_EQ(text(u"t"), "[[\"a\"]]");
+}
+
+TEST_F(WebObject2Test, positionsInArraysAreFoundByNumberAndByText) {
+    int numbers[] = {7, 4, 7};
+    object.setProperty(u"n", numbers, 3, false);
+    object.setProperty(u"t", std::vector<std::u16string>{u"4", u"4294967295"}, false);
+    EXPECT_EQ(object.getArrayPropertyIndex(u"n", 7), 0);
+    EXPECT_EQ(object.getArrayPropertyIndex(u"n", 4), 1);
+    EXPECT_EQ(object.getArrayPropertyIndex(u"n", 5), -1);
+    EXPECT_EQ(object.getArrayPropertyIndex(u"t", 4294967295u), 1);
+    EXPECT_EQ(object.getArrayPropertyIndex(u"absent", 0), -1);
+}
+
+TEST_F(WebObject2Test, attributesAreAlwaysSent) {
+    object.addAttributeToProperty(u"q", u"a", u"1", false);
+    object.addAttributeToProperty(u"q", u"a", u"1", false);
+    object.addAttributeToProperty(u"q", u"b", u"2", false);
+    const std::string one = sent(front, "PlainWebObject", R"("q":{"a":"1"})");
+    EXPECT_THAT(client.takeTexts(),
+                ElementsAre(one, one, sent(front, "PlainWebObject", R"("q":{"a":"1","b":"2"})")));
+}
+
+/// Two objects with one identifier: the second once spoke for the first, took its children along
+/// and was left with a dangling service.
+TEST_F(WebObject2Test, aSecondObjectOfAnIdentifierHasNoPartInTheFirst) {
+    GivenObject child(70002);
+    new PlainWebObject(child);
+    child.setParent(&front);
+    auto second = std::make_unique<PlainWebObject>(front);
+    EXPECT_EQ(service().getObject(70001), &object);
+    EXPECT_EQ(second->getService(), nullptr);
+    second->setProperty(u"p", 1, true);
+    second->doSetParent(nullptr);
+    EXPECT_THAT(client.takeTexts(), IsEmpty());
+    second.reset();
+    EXPECT_EQ(service().getObject(70001), &object);
+    EXPECT_THAT(service().getChildIds(70001), ElementsAre(70002));
+    EXPECT_EQ(service().getParentId(70001), window.identifier());
+}
+
+TEST_F(WebObject2Test, childrenDieWithTheirParent) {
+    std::vector<int> deaths;
+    GivenObject child(70002);
+    GivenObject grandchild(70003);
+    auto* childObject = new PlainWebObject(child);
+    auto* grandchildObject = new PlainWebObject(grandchild);
+    child.setParent(&front);
+    grandchild.setParent(&child);
+    object.onDeath = [&] { deaths.push_back(1); };
+    childObject->onDeath = [&] { deaths.push_back(2); };
+    grandchildObject->onDeath = [&] { deaths.push_back(3); };
+    object.doDestory();
+    EXPECT_THAT(deaths, ElementsAre(1, 2, 3));
+    for (const unsigned id : {70001u, 70002u, 70003u}) {
+        EXPECT_EQ(service().getObject(id), nullptr);
+        EXPECT_EQ(service().getParentId(id), 0u);
+    }
+}
+
+TEST_F(WebObject2Test, layoutsAreNoParentsButChildren) {
+    DVPanel2 panel(&window);
+    DVBoxLayout2 outer(&panel);
+    panel.setLayout(&outer);
+    DVGridLayout2 inner(&panel);
+    outer.addWidget(&inner);
+    DVButton2 button;
+    inner.addWidget(&button);
+    EXPECT_EQ(button.parent(), &panel);
+    EXPECT_EQ(inner.parent(), &panel);
+    EXPECT_THAT(panel.children(), ElementsAre(&outer));
+    EXPECT_THAT(window.children(true), ElementsAre(&front, &panel, &outer, &inner, &button));
+}
+
+TEST_F(WebObject2Test, aParentThatIsGoneChangesNothing) {
+    auto other = std::make_unique<GivenObject>(70009);
+    GivenObject twin(70009);  // has the identifier, but is not the valid object
+    object.doSetParent(&twin);
+    EXPECT_EQ(front.parent(), &window);
+    object.doSetParent(nullptr);
+    EXPECT_EQ(front.parent(), nullptr);
+}
+
+TEST_F(WebObject2Test, noFurtherMessageReachesADestroyedObject) {
+    object.onMessage = [&] { object.doDestory(); };
+    const std::string one = message(front, "\"x\":1");
+    client.say(windowChannel(window), "[" + one + "," + one + "]");
+    EXPECT_EQ(service().getObject(70001), nullptr);
+}
+
+}  // namespace
+}  // namespace DOVA::test

@@ -1,0 +1,59 @@
+#include "WebFixture.h"
+
+#include "core/KorvidOnlineFlag.h"
+#include "core/ModuleEntry.h"
+
+namespace DOVA::test {
+
+WebFixture::WebFixture() {
+    initialize_dova2_web();
+    web::KorvidOnlineFlag::set(true);
+    clientReady("page");
+    client.take();
+}
+
+WebFixture::~WebFixture() {
+    clientDestroyed("page");
+}
+
+void WebFixture::clientReady(const std::string& id) {
+    client.say(RecordingClient::Root, "{\"clientReady\":\"" + id + "\"}");
+}
+
+void WebFixture::clientDestroyed(const std::string& id) {
+    client.say(RecordingClient::Root, "{\"clientDestroyed\":\"" + id + "\"}");
+}
+
+std::string WebFixture::clientChannel(const std::string& id) {
+    return std::string(RecordingClient::Root) + "/" + id;
+}
+
+std::string WebFixture::windowChannel(const DVObject& window, const std::string& id) {
+    return clientChannel(id) + "/" + std::to_string(window.identifier());
+}
+
+std::string WebFixture::message(const DVObject& object, const std::string& members) {
+    return "{\"id\":\"" + std::to_string(object.identifier()) + "\"," + members + "}";
+}
+
+std::string WebFixture::sent(const DVObject& object, const std::string& type,
+                             const std::string& property) {
+    // Qt writes keys in alphabetical order.
+    const std::string id = "\"id\":\"" + std::to_string(object.identifier()) + "\"";
+    const std::string kind = "\"type\":\"" + type + "\"";
+    const std::string key = property.substr(1, property.find('"', 1) - 1);
+    return key < "id"     ? "[{" + property + "," + id + "," + kind + "}]"
+           : key < "type" ? "[{" + id + "," + property + "," + kind + "}]"
+                          : "[{" + id + "," + kind + "," + property + "}]";
+}
+
+void WebFixture::show(DVDialog2& window) {
+    window.show();
+    client.take();
+}
+
+void WebFixture::say(const DVObject& window, const DVObject& object, const std::string& members) {
+    client.say(windowChannel(window), message(object, members));
+}
+
+}  // namespace DOVA::test

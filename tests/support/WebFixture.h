@@ -1,0 +1,43 @@
+#pragma once
+
+#include <gmock/gmock.h>
+#include <gtest/gtest.h>
+
+#include <string>
+
+#include "RecordingClient.h"
+#include "core/WebObjectLookup.h"
+#include "core/WebObjectService2.h"
+#include "toolkit/DVDialog2.h"
+
+namespace DOVA::test {
+
+/// The module started and online, which happens once in a process, and one client that has
+/// announced itself and goes again after the test.
+class WebFixture : public testing::Test {
+protected:
+    WebFixture();
+    ~WebFixture() override;
+
+    WebObjectService2& service() { return *WebObjectService2::instance(); }
+    /// A client announces itself on the root channel.
+    void clientReady(const std::string& id);
+    void clientDestroyed(const std::string& id);
+
+    static std::string clientChannel(const std::string& id = "page");
+    static std::string windowChannel(const DVObject& window, const std::string& client = "page");
+    /// {"id":"...",<members>}
+    static std::string message(const DVObject& object, const std::string& members);
+    /// The text of one sent property, "name":value, with its keys in Qt's order.
+    static std::string sent(const DVObject& object, const std::string& type,
+                            const std::string& property);
+
+    /// Shows a window and forgets what was published so far.
+    void show(DVDialog2& window);
+    /// The client sends one message on the channel of a window.
+    void say(const DVObject& window, const DVObject& object, const std::string& members);
+
+    RecordingClient client;
+};
+
+}  // namespace DOVA::test
