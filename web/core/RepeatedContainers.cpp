@@ -22,6 +22,10 @@ std::size_t skipBlanks(std::string_view text, std::size_t position) {
 }
 
 bool hasContainerAsValue(std::string_view text) {
+    // Most messages are one flat object.
+    if (text.find('{', 1) == text.npos && text.find('[', 1) == text.npos) {
+        return false;
+    }
     for (auto at = text.find(':'); at != text.npos; at = text.find(':', at)) {
         do {
             at = skipBlanks(text, at + 1);
