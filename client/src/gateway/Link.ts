@@ -1,8 +1,10 @@
 import { CloseCode } from '../protocol/names.ts';
 import { channelName, parseChannel, type Channel } from './channel.ts';
 import { decodeGreeting } from './control.ts';
+import type { FrameRecord } from './frame.ts';
 import { Session } from './Session.ts';
 import type { Clock, Connect, Socket } from './transport.ts';
+import { Watch } from './Watch.ts';
 
 /**
  * connecting: first connection not there yet; open: all is well; lost: trying again;
@@ -39,6 +41,8 @@ const ACKNOWLEDGE_AFTER = 150;
 const ACKNOWLEDGE_COUNT = 2000;
 const FIRST_RETRY = 200;
 const LAST_RETRY = 8000;
+/** What `awaited` answers until the gateway has said what becomes of the session. */
+const GREETING = 0;
 const GAVE_UP = new Map<number, LinkStatus>([
     [CloseCode.duplicated, 'duplicated'],
     [CloseCode.takenOver, 'takenOver'],
@@ -57,6 +61,7 @@ const SESSION_OVER = new Set<number>([
  */
 export class Link {
     private readonly m_setup: LinkSetup;
+    private readonly m_watch: Watch;
     private m_clientId: string;
     private m_session = new Session();
     /** The gateway has greeted this session once, so it can be resumed. */
@@ -72,6 +77,11 @@ export class Link {
     constructor(setup: LinkSetup) {
         this.m_setup = setup;
         this.m_clientId = setup.makeClientId();
+        this.m_watch = new Watch(
+            setup.clock,
+            () => (this.m_greeted ? this.m_session.firstAwaited : GREETING),
+            () => this.closed(CloseCode.abnormal, ''),
+        );
     }
 
     get clientId(): string {
@@ -138,9 +148,11 @@ export class Link {
             closed: (code, reason) => current() && this.closed(code, reason),
         });
         this.m_socket = socket;
+        this.m_watch.begin();
     }
 
     private dropConnection(): void {
+        this.m_watch.end();
         this.m_cancelRetry?.();
         this.m_cancelRetry = undefined;
         this.m_cancelAcknowledge?.();
@@ -183,14 +195,24 @@ export class Link {
             return;
         }
         this.m_failures = 0;
+        this.deliver(records);
+        this.m_setup.listener.settled();
+        this.acknowledgeSoon();
+    }
+
+    /** In a burst most records are for the same channel, which is then read once. */
+    private deliver(records: readonly FrameRecord[]): void {
+        let name = '';
+        let channel: Channel | undefined;
         for (const record of records) {
-            const channel = parseChannel(record.channel);
+            if (record.channel !== name) {
+                name = record.channel;
+                channel = parseChannel(name);
+            }
             if (channel !== undefined) {
                 this.m_setup.listener.received(channel, record.text);
             }
         }
-        this.m_setup.listener.settled();
-        this.acknowledgeSoon();
     }
 
     private acknowledgeSoon(): void {
@@ -212,10 +234,10 @@ export class Link {
         for (const frame of this.m_session.takeFrames()) {
             this.m_socket?.send(frame);
         }
+        this.m_watch.begin();
     }
 
     private closed(code: number, reason: string): void {
-        this.m_socket = undefined;
         this.dropConnection();
         const gaveUp = GAVE_UP.get(code);
         if (gaveUp !== undefined) {

@@ -1,4 +1,4 @@
-import { asNumber, asText, isObject } from '../protocol/guards.ts';
+import { asCount, asText, isObject } from '../protocol/guards.ts';
 import { decodeFrame, encodeFrame, type FrameRecord } from './frame.ts';
 
 /** What the page keeps over a reload to go on with the same session. */
@@ -28,10 +28,10 @@ export class Session {
         if (!isObject(stored) || !Array.isArray(stored['pending'])) {
             return undefined;
         }
-        const received = asNumber(stored['received']);
-        const firstPending = asNumber(stored['firstPending']);
+        const received = asCount(stored['received']);
+        const firstPending = asCount(stored['firstPending']);
         const pending = (stored['pending'] as unknown[]).map(asRecord);
-        if (!isCount(received) || !isCount(firstPending) || firstPending < 1) {
+        if (received === undefined || firstPending === undefined || firstPending < 1) {
             return undefined;
         }
         if (!pending.every((record) => record !== undefined)) {
@@ -67,6 +67,11 @@ export class Session {
     /** How many records came since the last acknowledgement left. */
     get unacknowledged(): number {
         return this.m_received - this.m_acknowledged;
+    }
+
+    /** The number of the first record that was sent and not acknowledged; undefined: none was. */
+    get firstAwaited(): number | undefined {
+        return this.m_nextToSend > this.m_firstPending ? this.m_firstPending : undefined;
     }
 
     push(channel: string, text: string): void {
@@ -112,14 +117,18 @@ export class Session {
         ) {
             return undefined;
         }
-        const fresh = frame.records.slice(this.m_received + 1 - frame.sequence);
+        const known = this.m_received + 1 - frame.sequence;
+        const fresh = known === 0 ? frame.records : frame.records.slice(known);
         this.m_received += fresh.length;
         return fresh;
     }
 
     private drop(handled: number): boolean {
         const count = handled - this.m_firstPending + 1;
-        if (!Number.isInteger(count) || count < 0 || count > this.m_pending.length) {
+        if (count === 0) {
+            return true;
+        }
+        if (count < 0 || count > this.m_pending.length) {
             return false;
         }
         for (const record of this.m_pending.splice(0, count)) {
@@ -149,10 +158,6 @@ export class Session {
         this.m_acknowledged = this.m_received;
         return encodeFrame({ sequence, acknowledged: this.m_received, records });
     }
-}
-
-function isCount(value: number | undefined): value is number {
-    return Number.isSafeInteger(value) && (value ?? -1) >= 0;
 }
 
 function asRecord(value: unknown): FrameRecord | undefined {

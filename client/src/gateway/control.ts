@@ -1,4 +1,4 @@
-import { asNumber, isObject, parseJson } from '../protocol/guards.ts';
+import { asCount, isObject, parseJson } from '../protocol/guards.ts';
 
 /** The first frame of every connection: what became of the session that the page asked for. */
 export type Greeting =
@@ -11,7 +11,7 @@ export function decodeGreeting(text: string): Greeting | undefined {
     if (!isObject(message)) {
         return undefined;
     }
-    const received = asNumber(message['received']);
+    const received = asCount(message['received']);
     switch (message['session']) {
         case 'new':
             return { session: 'new' };

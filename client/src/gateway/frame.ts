@@ -28,18 +28,24 @@ export function encodeFrame(frame: Frame): string {
 
 /** Undefined when the text is no frame; half-right frames are not read in part. */
 export function decodeFrame(text: string): Frame | undefined {
-    const [head = '', ...parts] = text.split(RECORD);
-    const numbers = /^([1-9]\d{0,14}),(\d{1,15})$/.exec(head);
-    if (numbers === null) {
-        return undefined;
-    }
+    const parts = text.split(RECORD);
+    const numbers = /^([1-9]\d{0,14}),(\d{1,15})$/.exec(parts[0] ?? '');
+    const records = decodeRecords(parts);
+    return numbers === null || records === undefined
+        ? undefined
+        : { sequence: Number(numbers[1]), acknowledged: Number(numbers[2]), records };
+}
+
+/** The first part is the frame's head. */
+function decodeRecords(parts: readonly string[]): readonly FrameRecord[] | undefined {
     const records: FrameRecord[] = [];
-    for (const part of parts) {
+    for (let index = 1; index < parts.length; index += 1) {
+        const part = parts[index] ?? '';
         const end = part.indexOf(FIELD);
-        if (end < 1 || part.indexOf(FIELD, end + 1) >= 0) {
+        if (end < 1 || part.includes(FIELD, end + 1)) {
             return undefined;
         }
         records.push({ channel: part.slice(0, end), text: part.slice(end + 1) });
     }
-    return { sequence: Number(numbers[1]), acknowledged: Number(numbers[2]), records };
+    return records;
 }

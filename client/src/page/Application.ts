@@ -2,11 +2,11 @@ import { clientChannel, rootChannel, windowChannel, type Channel } from '../gate
 import { Link, type LinkListener, type LinkStatus } from '../gateway/Link.ts';
 import { Session } from '../gateway/Session.ts';
 import type { Clock, Connect } from '../gateway/transport.ts';
-import { decodeDescription } from '../protocol/description.ts';
+import { decodeWindow } from '../protocol/description.ts';
 import { fontSizeStep } from '../protocol/events.ts';
-import { asText, parseJson, type JsonObject } from '../protocol/guards.ts';
-import { clientReady, dialogDestroyed, dialogReady, isPing } from '../protocol/lifecycle.ts';
-import { decodeWindowMessage } from '../protocol/windowMessage.ts';
+import { asText, type JsonObject } from '../protocol/guards.ts';
+import { clientReady, dialogDestroyed, dialogReady } from '../protocol/lifecycle.ts';
+import type { MessageBox } from '../protocol/messagebox.ts';
 import { ObjectStore } from '../store/ObjectStore.ts';
 import { describe } from '../store/snapshot.ts';
 import type { StoredObject } from '../store/StoredObject.ts';
@@ -20,6 +20,7 @@ import { MessageBoxes } from '../windows/MessageBoxes.ts';
 import { Banner } from './Banner.ts';
 import { showEmptyNote } from './emptyNote.ts';
 import { imageAddress, isClientId, makeClientId } from './identity.ts';
+import { Inbox, type InboxListener } from './Inbox.ts';
 import { PageObserver } from './PageObserver.ts';
 
 /** What waits for a connection is bounded; before the bound is passed the page stops taking more. */
@@ -33,7 +34,7 @@ const LONGEST_TEXT = 1_000_000;
 const UNAUTHORIZED = 401;
 
 /** The page as a whole: what comes from the program goes into the store, what is done goes up. */
-export class Application implements LinkListener, WidgetHost, DesktopListener {
+export class Application implements LinkListener, InboxListener, WidgetHost, DesktopListener {
     readonly edits = new EditTexts();
     readonly buddies = new Buddies((id) => this.m_renderer.control(id));
     readonly link: Link;
@@ -41,6 +42,7 @@ export class Application implements LinkListener, WidgetHost, DesktopListener {
     private readonly m_root: HTMLElement;
     private readonly m_note = document.createElement('div');
     private readonly m_store: ObjectStore;
+    private readonly m_inbox: Inbox;
     private readonly m_renderer: Renderer;
     private readonly m_desktop: Desktop;
     private readonly m_boxes: MessageBoxes;
@@ -56,6 +58,7 @@ export class Application implements LinkListener, WidgetHost, DesktopListener {
         this.link = new Link({ connect, clock, listener: this, makeClientId: newId });
         this.m_observer = new PageObserver();
         this.m_store = new ObjectStore(this.m_observer);
+        this.m_inbox = new Inbox(this.m_store, this);
         this.m_renderer = new Renderer(this.m_store, this);
         this.m_note.className = 'note';
         root.append(this.m_note);
@@ -75,19 +78,7 @@ export class Application implements LinkListener, WidgetHost, DesktopListener {
     }
 
     received(channel: Channel, text: string): void {
-        switch (channel.kind) {
-            case 'root':
-                if (isPing(text)) {
-                    this.announce();
-                }
-                break;
-            case 'client':
-                this.openWindow(text);
-                break;
-            case 'window':
-                this.windowMessage(channel.id, text);
-                break;
-        }
+        this.m_inbox.received(channel, text);
     }
 
     settled(): void {
@@ -102,6 +93,20 @@ export class Application implements LinkListener, WidgetHost, DesktopListener {
             void this.checkAddress();
         }
         this.checkQueue();
+    }
+
+    // What the program tells.
+
+    pinged(): void {
+        this.announce();
+    }
+
+    described(window: StoredObject): void {
+        this.send(window, dialogReady(window.id));
+    }
+
+    told(windowId: number, box: MessageBox): void {
+        this.m_boxes.show(windowId, box);
     }
 
     // What widgets and windows ask for.
@@ -180,7 +185,7 @@ export class Application implements LinkListener, WidgetHost, DesktopListener {
         this.edits.restore(stored['edits']);
         this.m_observer.quietly(() => {
             for (const window of windows) {
-                const description = decodeDescription(window);
+                const description = decodeWindow(window);
                 if (description !== undefined) {
                     this.m_store.open(description);
                 }
@@ -194,36 +199,6 @@ export class Application implements LinkListener, WidgetHost, DesktopListener {
 
     private announce(): void {
         this.link.send(rootChannel, clientReady(this.link.clientId));
-    }
-
-    private openWindow(text: string): void {
-        const description = decodeDescription(parseJson(text));
-        if (description === undefined) {
-            return;
-        }
-        this.m_store.flush();
-        const window = this.m_store.open(description);
-        if (window !== undefined) {
-            this.send(window, dialogReady(window.id));
-        }
-    }
-
-    private windowMessage(windowId: number, text: string): void {
-        const message = decodeWindowMessage(text);
-        switch (message?.kind) {
-            case 'writes':
-                message.writes.forEach((write) => this.m_store.apply(windowId, write));
-                break;
-            case 'refresh':
-                this.m_store.refresh(windowId, message.refresh);
-                break;
-            case 'messageBox':
-                this.m_store.flush();
-                this.m_boxes.show(windowId, message.box);
-                break;
-            case undefined:
-                break;
-        }
     }
 
     private checkQueue(): void {

@@ -18,6 +18,11 @@ export function asNumber(value: unknown): number | undefined {
     return typeof value === 'number' && Number.isFinite(value) ? value : undefined;
 }
 
+/** A whole number from 0 that is exact. */
+export function asCount(value: unknown): number | undefined {
+    return Number.isSafeInteger(value) && (value as number) >= 0 ? (value as number) : undefined;
+}
+
 export function asIntegers(value: unknown): readonly number[] | undefined {
     return Array.isArray(value) && value.every(Number.isInteger) ? (value as number[]) : undefined;
 }

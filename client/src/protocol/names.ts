@@ -67,6 +67,8 @@ export const Event = {
 /** Close codes of the gateway's socket that mean something to the page. */
 export const CloseCode = {
     programEnded: 1001,
+    /** What a browser reports when a connection ended without a word. */
+    abnormal: 1006,
     refused: 1008,
     tooBig: 1009,
     lost: 4000,

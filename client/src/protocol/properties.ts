@@ -1,4 +1,12 @@
-import { asFlag, asId, asIntegers, asNumber, asText, isObject } from './guards.ts';
+import {
+    asFlag,
+    asId,
+    asIntegers,
+    asNumber,
+    asText,
+    isObject,
+    type JsonObject,
+} from './guards.ts';
 import { asLength, asPoint, asRect, asSize, type Point, type Rect, type Size } from './geometry.ts';
 import { NO_BUDDY } from './names.ts';
 
@@ -136,8 +144,10 @@ interface Property {
     readonly initial: Values[Name] | undefined;
 }
 
+export const propertyNames = Object.keys(decoders) as readonly Name[];
+
 const properties = new Map<string, Property>(
-    (Object.keys(decoders) as Name[]).map((name) => [
+    propertyNames.map((name) => [
         name,
         { decode: decoders[name], initial: initial[name] },
     ]),
@@ -147,29 +157,8 @@ function put(values: PartialValues, name: string, value: Values[Name]): void {
     (values as Record<string, Values[Name]>)[name] = value;
 }
 
-/** Puts the value into `values` if the name is known and the kind is right; says whether it did. */
-export function decodeInto(values: PartialValues, name: string, value: unknown): name is Name {
-    const decoded = properties.get(name)?.decode(value);
-    if (decoded === undefined) {
-        return false;
-    }
-    put(values, name, decoded);
-    return true;
-}
-
-/** The same for a new object, where the value that it begins with need not be put. */
-export function describeInto(values: PartialValues, name: string, value: unknown): void {
-    const property = properties.get(name);
-    if (property !== undefined && value !== property.initial) {
-        const decoded = property.decode(value);
-        if (decoded !== undefined && decoded !== property.initial) {
-            put(values, name, decoded);
-        }
-    }
-}
-
 /** Writes that ask for something to happen each time they arrive; their value is always true. */
-const triggers = [
+export const triggers = [
     'showMinimized',
     'showNormal',
     'showMaximized',
@@ -185,6 +174,32 @@ export type Trigger = (typeof triggers)[number];
 
 const triggerNames: ReadonlySet<string> = new Set(triggers);
 
-export function isTrigger(name: string, value: unknown): name is Trigger {
-    return value === true && triggerNames.has(name);
+const NO_TRIGGERS: readonly Trigger[] = [];
+
+/**
+ * Puts the members of `raw` whose name is known and whose kind is right into `values`, and answers
+ * the triggers among them. In a description of a new object (`isNew`) the values that every
+ * object has to begin with need not be put.
+ */
+export function readProperties(
+    raw: JsonObject,
+    values: PartialValues,
+    isNew: boolean,
+): readonly Trigger[] {
+    let triggered = NO_TRIGGERS;
+    for (const name in raw) {
+        const value = raw[name];
+        const property = properties.get(name);
+        if (property === undefined) {
+            if (value === true && triggerNames.has(name)) {
+                triggered = [...triggered, name as Trigger];
+            }
+        } else if (!isNew || value !== property.initial) {
+            const decoded = property.decode(value);
+            if (decoded !== undefined && !(isNew && decoded === property.initial)) {
+                put(values, name, decoded);
+            }
+        }
+    }
+    return triggered;
 }

@@ -2,19 +2,12 @@ import { decodeDescription, type Description } from './description.ts';
 import { asId, asText, isObject, parseJson, type JsonObject } from './guards.ts';
 import { decodeMessageBox, type MessageBox } from './messagebox.ts';
 import { COMMAND_CLOSE, Key, MessageType } from './names.ts';
-import {
-    decodeInto,
-    isTrigger,
-    type Name,
-    type PartialValues,
-    type Trigger,
-} from './properties.ts';
+import { readProperties, type PartialValues, type Trigger } from './properties.ts';
 
 /** Down, window channel: writes to one object. */
 export interface PropertyWrite {
     readonly id: number;
     readonly values: PartialValues;
-    readonly names: readonly Name[];
     readonly triggers: readonly Trigger[];
     readonly close: boolean;
 }
@@ -35,10 +28,7 @@ export type WindowMessage =
 export function decodeWindowMessage(text: string): WindowMessage | undefined {
     const message = parseJson(text);
     if (Array.isArray(message)) {
-        const writes = (message as unknown[])
-            .map(decodeWrite)
-            .filter((write) => write !== undefined);
-        return { kind: 'writes', writes };
+        return { kind: 'writes', writes: decodeWrites(message) };
     }
     if (!isObject(message)) {
         return undefined;
@@ -59,20 +49,23 @@ function decodeRefresh(message: JsonObject): WindowMessage | undefined {
     return description && { kind: 'refresh', refresh: { parentId, description } };
 }
 
+function decodeWrites(list: readonly unknown[]): readonly PropertyWrite[] {
+    const writes: PropertyWrite[] = [];
+    for (const item of list) {
+        const write = decodeWrite(item);
+        if (write !== undefined) {
+            writes.push(write);
+        }
+    }
+    return writes;
+}
+
 function decodeWrite(value: unknown): PropertyWrite | undefined {
     const id = isObject(value) ? asId(value[Key.id]) : undefined;
     if (!isObject(value) || id === undefined) {
         return undefined;
     }
     const values: PartialValues = {};
-    const names: Name[] = [];
-    const triggers: Trigger[] = [];
-    for (const name in value) {
-        if (decodeInto(values, name, value[name])) {
-            names.push(name);
-        } else if (isTrigger(name, value[name])) {
-            triggers.push(name);
-        }
-    }
-    return { id, values, names, triggers, close: value[Key.command] === COMMAND_CLOSE };
+    const triggers = readProperties(value, values, false);
+    return { id, values, triggers, close: value[Key.command] === COMMAND_CLOSE };
 }

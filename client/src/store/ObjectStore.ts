@@ -1,7 +1,10 @@
-import type { Description } from '../protocol/description.ts';
+import { decodeDescription, type Description } from '../protocol/description.ts';
 import type { Name, Trigger, Values } from '../protocol/properties.ts';
 import type { PropertyWrite, Refresh } from '../protocol/windowMessage.ts';
 import { StoredObject, subtree } from './StoredObject.ts';
+
+/** Deeper nesting is no dialog any more, and browsers lay elements out recursively. */
+const MAX_DEPTH = 200;
 
 /** Told what changed, so that only that is shown anew. */
 export interface StoreObserver {
@@ -47,7 +50,7 @@ export class ObjectStore {
         if (existing !== undefined) {
             this.forget(existing);
         }
-        const window = this.adopt(description, description.id, undefined);
+        const window = this.adopt(description, description.id, undefined, 1);
         this.m_windows.set(window.id, window);
         if (existing === undefined) {
             this.m_observer.opened(window);
@@ -63,8 +66,8 @@ export class ObjectStore {
         if (object === undefined || object.windowId !== windowId) {
             return;
         }
-        for (const name of write.names) {
-            this.write(object, name, write.values[name] as Values[Name]);
+        for (const name in write.values) {
+            this.write(object, name as Name, write.values[name as Name] as Values[Name]);
         }
         for (const trigger of write.triggers) {
             this.flush();
@@ -141,7 +144,7 @@ export class ObjectStore {
 
     private replace(before: StoredObject, parent: StoredObject, description: Description): void {
         this.forget(before);
-        const object = this.adopt(description, parent.windowId, parent);
+        const object = this.adopt(description, parent.windowId, parent, 1);
         parent.children[parent.children.indexOf(before)] = object;
         this.m_observer.inserted(object, before);
     }
@@ -154,7 +157,7 @@ export class ObjectStore {
         if (before !== undefined) {
             this.remove(before);
         }
-        const object = this.adopt(description, parent.windowId, parent);
+        const object = this.adopt(description, parent.windowId, parent, 1);
         parent.children.push(object);
         this.m_observer.inserted(object, undefined);
     }
@@ -167,20 +170,31 @@ export class ObjectStore {
         description: Description,
         windowId: number,
         parent: StoredObject | undefined,
+        depth: number,
     ): StoredObject {
         const object = new StoredObject(description, windowId, parent);
         this.m_objects.set(object.id, object);
-        for (const inner of description.contents) {
-            const existing = this.m_objects.get(inner.id);
-            if (existing !== undefined && !this.canMove(existing, object)) {
-                continue;
+        const count = depth < MAX_DEPTH ? description.contents.length : 0;
+        for (let index = 0; index < count; index += 1) {
+            const inner = decodeDescription(description.contents[index]);
+            if (inner !== undefined && this.makeRoom(inner.id, object)) {
+                object.children.push(this.adopt(inner, windowId, object, depth + 1));
             }
-            if (existing !== undefined) {
-                this.remove(existing);
-            }
-            object.children.push(this.adopt(inner, windowId, object));
         }
         return object;
+    }
+
+    /** Takes an object of this identifier out of where it is; false when it has to stay there. */
+    private makeRoom(id: number, parent: StoredObject): boolean {
+        const existing = this.m_objects.get(id);
+        if (existing === undefined) {
+            return true;
+        }
+        const free = this.canMove(existing, parent);
+        if (free) {
+            this.remove(existing);
+        }
+        return free;
     }
 
     private canMove(existing: StoredObject, to: StoredObject): boolean {

@@ -12,6 +12,8 @@ export class StoredObject {
     readonly windowId: number;
     readonly children: StoredObject[] = [];
     parent: StoredObject | undefined;
+    /** What shows the object: kept here for whoever does, so that nobody has to look it up. */
+    view: object | undefined;
     /** Written since the observer was last told; undefined when nothing was. */
     unseen: Set<Name> | undefined;
 

@@ -11,7 +11,6 @@ import type { Appliers, WidgetHost, WidgetKind } from './WidgetKind.ts';
  * ten thousand widgets has to be there as fast as the same elements made by hand.
  */
 export class Renderer {
-    private readonly m_elements = new Map<number, HTMLElement>();
     private readonly m_store: ObjectStore;
     private readonly m_host: WidgetHost;
     private readonly m_focus: FocusKeeper;
@@ -29,21 +28,20 @@ export class Renderer {
 
     /** The element that takes the focus for an object. */
     control(id: number): HTMLElement | undefined {
-        const element = this.m_elements.get(id);
         const object = this.m_store.get(id);
-        return element && object && (kindOf(object.type).control?.(element) ?? element);
+        const element = object && elementOf(object);
+        return element && (kindOf(object.type).control?.(element) ?? element);
     }
 
     /** Shows a window's children in `body`, in place of what was there. */
     fill(body: HTMLElement, window: StoredObject): void {
-        this.m_elements.set(window.id, body);
-        const children = document.createDocumentFragment();
-        this.buildChildren(children, window);
-        body.replaceChildren(children);
+        window.view = body;
+        body.replaceChildren();
+        this.buildChildren(body, window);
     }
 
     inserted(object: StoredObject, before: StoredObject | undefined): void {
-        const old = before && this.m_elements.get(before.id);
+        const old = before && elementOf(before);
         const focus = old && this.m_focus.within(old);
         if (focus !== undefined) {
             this.keepTyped(focus.id, before);
@@ -51,24 +49,26 @@ export class Renderer {
         if (before !== undefined) {
             this.forget(before);
         }
-        const element = this.build(object, kindOf(object.type));
+        const parent = object.parent && elementOf(object.parent);
+        const previous = old ? old.previousElementSibling : parent?.lastElementChild;
+        const element = this.build(object, previous ?? undefined);
+        this.buildChildren(element, object);
         if (old !== undefined) {
             old.replaceWith(element);
         } else {
-            this.m_elements.get(object.parent?.id ?? 0)?.append(element);
+            parent?.append(element);
         }
         this.m_focus.restore(focus);
     }
 
     removed(object: StoredObject): void {
-        this.m_elements.get(object.id)?.remove();
+        elementOf(object)?.remove();
         this.forget(object);
     }
 
     /** Drops what is known of objects that are no longer there. */
     forget(top: StoredObject): void {
         for (const object of subtree(top)) {
-            this.m_elements.delete(object.id);
             if (this.m_store.get(object.id) === undefined) {
                 this.m_host.edits.forget(object.id);
             }
@@ -76,7 +76,7 @@ export class Renderer {
     }
 
     changed(object: StoredObject, names: Iterable<Name>): void {
-        const element = this.m_elements.get(object.id);
+        const element = elementOf(object);
         if (element === undefined || isHeld(object)) {
             return;
         }
@@ -93,7 +93,7 @@ export class Renderer {
     /** Shows everything of the object anew, and its children in their order. */
     showAgain(object: StoredObject): void {
         for (const each of subtree(object)) {
-            const element = this.m_elements.get(each.id);
+            const element = elementOf(each);
             if (element !== undefined && each.parent !== undefined) {
                 this.applyAll(element, each, kindOf(each.type));
             }
@@ -101,45 +101,47 @@ export class Renderer {
     }
 
     adjustSize(object: StoredObject): void {
-        const element = this.m_elements.get(object.id);
+        const element = elementOf(object);
         if (element !== undefined) {
             adjustSize(element);
         }
     }
 
     raise(object: StoredObject): void {
-        const element = this.m_elements.get(object.id);
+        const element = elementOf(object);
         if (element !== undefined) {
             this.m_raised += 1;
             element.style.zIndex = String(this.m_raised);
         }
     }
 
-    private build(object: StoredObject, kind: WidgetKind): HTMLElement {
-        const element = kind.create();
+    /** The object's own element; what it holds is built once it stands in its parent. */
+    private build(object: StoredObject, previous: Element | undefined): HTMLElement {
+        const kind = kindOf(object.type);
+        const element = kind.prototype.cloneNode(true) as HTMLElement;
         element.setAttribute('data-id', String(object.id));
         if (kind.type !== object.type) {
             element.setAttribute('data-type', object.type);
         }
-        this.m_elements.set(object.id, element);
+        object.view = element;
         this.applyAll(element, object, kind);
         if (this.m_host.buddies.isNamed(object.id)) {
             this.m_host.buddies.connect(object.id, kind.control?.(element) ?? element);
         }
-        if (object.children.length > 0) {
-            this.buildChildren(element, object);
-        }
+        kind.nameAfter?.(element, object, previous);
         return element;
     }
 
-    private buildChildren(into: ParentNode & Node, object: StoredObject): void {
-        let before: HTMLElement | undefined;
+    /** Parents first: an element that moves is told to all below it, which adds up. */
+    private buildChildren(into: HTMLElement, object: StoredObject): void {
+        let previous: Element | undefined;
         for (const child of object.children) {
-            const kind = kindOf(child.type);
-            const element = this.build(child, kind);
-            kind.nameAfter?.(element, child, before);
+            const element = this.build(child, previous);
             into.appendChild(element);
-            before = element;
+            if (child.children.length > 0) {
+                this.buildChildren(element, child);
+            }
+            previous = element;
         }
     }
 
@@ -170,6 +172,11 @@ export class Renderer {
             }
         }
     }
+}
+
+/** Only the renderer sets views: the element of an object, the body of a window. */
+function elementOf(object: StoredObject): HTMLElement | undefined {
+    return object.view as HTMLElement | undefined;
 }
 
 /** An object that may not update, or stands in one that may not, shows its changes later. */

@@ -50,11 +50,12 @@ export type WidgetEvents = {
 export interface WidgetKind {
     /** The name that the clones carry; one that stands in for others has none. */
     readonly type?: string;
-    create(): HTMLElement;
+    /** What the elements of this kind are clones of. */
+    readonly prototype: HTMLElement;
     readonly appliers: Appliers;
     readonly events?: WidgetEvents;
     /** The element that takes the focus and that labels point at; the element itself if absent. */
     control?(element: HTMLElement): HTMLElement;
     /** Gives a control that nothing else names a name, if need be by the element before it. */
-    nameAfter?(element: HTMLElement, object: StoredObject, before: HTMLElement | undefined): void;
+    nameAfter?(element: HTMLElement, object: StoredObject, previous: Element | undefined): void;
 }

@@ -266,6 +266,7 @@ export class Desktop implements WindowHost, WindowActions {
             frame.restore();
             this.stack.activate(frame);
         };
+        this.m_root.classList.toggle('with-taskbar', minimized.length > 0);
         render(taskbar(minimized, restore), this.m_bar);
     }
 }

@@ -258,3 +258,56 @@ test('hostile texts on every channel leave the page as it is', () =>
         await stage.page.getByRole('button', { name: 'mark' }).waitFor();
         assert.equal(await stage.page.locator('.window[data-id="1"] [data-id]').count(), 6);
     }));
+
+const named: readonly (readonly [name: string, values: object])[] = [
+    ['Open', { label: 'Open', icon: 'a/file.png', objectName: 'open1' }],
+    ['Tip', { label: '', tooltip: 'Tip', icon: 'a/file.png' }],
+    ['zoom in', { label: '', icon: 'C:\\icons\\zoom-in.svg', objectName: 'b3' }],
+    ['okButton', { label: '', icon: '', objectName: 'okButton' }],
+];
+
+test('a button without caption is named by what is known of it', () =>
+    onStage(browser, async (stage) => {
+        const buttons = named.map(([, values], index) => widget(20 + index, 'Button', values));
+        await openWindow(stage, 1, {}, buttons);
+        for (const [index, [name]] of named.entries()) {
+            const button = stage.page.getByRole('button', { name, exact: true });
+            assert.equal(await button.getAttribute('data-id'), String(20 + index));
+        }
+        stage.gateway.write(1, 22, { label: 'Larger' });
+        await stage.page.getByRole('button', { name: 'Larger', exact: true }).waitFor();
+    }));
+
+test('without a layout a child stands where the program puts it', () =>
+    onStage(browser, async (stage) => {
+        const children = [
+            widget(21, 'Button', { label: 'A', moveTo: '[30,40]' }),
+            widget(22, 'Button', { label: 'B' }),
+        ];
+        await openWindow(stage, 1, {}, [{ id: '20', type: 'Panel', contents: children }]);
+        stage.gateway.write(1, 22, { geometry: '[5,90,80,25]' });
+        stage.gateway.write(1, 22, { label: 'mark' });
+        await stage.page.getByRole('button', { name: 'mark' }).waitFor();
+        const places = await stage.page.locator('[data-id="20"]').evaluate((panel) => {
+            const { x, y } = panel.getBoundingClientRect();
+            return [...panel.children].map((child) => {
+                const place = child.getBoundingClientRect();
+                return [place.x - x, place.y - y];
+            });
+        });
+        assert.deepEqual(places, [
+            [30, 40],
+            [5, 90],
+        ]);
+    }));
+
+test('a refreshed field keeps the name that the text before it gives it', () =>
+    onStage(browser, async (stage) => {
+        const row = [widget(21, 'Text', { text: 'Town' }), widget(22, 'Edit', { text: 'old' })];
+        await openWindow(stage, 1, {}, row);
+        const again = widget(22, 'Edit', { text: 'new' });
+        stage.gateway.send(['./1', { ...again, msgType: 'refresh', parentId: '2' }]);
+        stage.gateway.write(1, 21, { tooltip: 'mark' });
+        await stage.page.getByTitle('mark').waitFor();
+        assert.equal(await stage.page.getByLabel('Town').inputValue(), 'new');
+    }));

@@ -39,6 +39,8 @@ export class MemoryGateway {
     readonly queries: string[] = [];
     cutAt = -1;
     cutAfter = false;
+    /** The cable is pulled: nothing gets through, and nobody is told. */
+    hangs = false;
     messages = 0;
     private readonly m_sessions = new Map<string, PeerSession>();
     private m_listener: SocketListener | undefined;
@@ -117,12 +119,20 @@ export class MemoryGateway {
         const fresh = frame.records.slice(this.m_session.received + 1 - frame.sequence);
         this.m_session.received += fresh.length;
         this.handled.push(...fresh.map((record) => record.text));
+        if (fresh.length > 0) {
+            queueMicrotask(() => this.acknowledge());
+        }
+    }
+
+    private acknowledge(): void {
+        const { down, received } = this.m_session;
+        this.raw(encodeFrame({ sequence: down.length + 1, acknowledged: received, records: [] }));
     }
 
     private carry(deliver: () => void): void {
         const cut = this.messages === this.cutAt;
         this.messages += 1;
-        if (this.m_listener !== undefined && (!cut || this.cutAfter)) {
+        if (this.m_listener !== undefined && !this.hangs && (!cut || this.cutAfter)) {
             deliver();
         }
         if (cut) {

@@ -167,6 +167,7 @@ test('what came in one frame is settled once', async () => {
     const page = new Page(gateway);
     page.link.start();
     await settle(page);
+    page.got.length = 0;
     gateway.raw('1,1\u001e.\u001fa\u001e.\u001fb\u001e/elsewhere\u001fc');
     assert.deepEqual(page.got, ['a', 'b', '|']);
 });
@@ -225,4 +226,68 @@ test('a long queue leaves in frames that the gateway takes, in order', () => {
         texts.map((text) => `.\u001f${text}`),
     );
     assert.deepEqual(session.takeFrames(), []);
+});
+
+/** Lets the clock run on until the page has connected again; how long that took. */
+function untilReconnected(gateway: MemoryGateway, page: Page): number {
+    const before = page.clock.now();
+    const connections = gateway.queries.length;
+    while (gateway.queries.length === connections) {
+        assert.ok(page.clock.step(), 'the page waits for nothing any more');
+    }
+    return page.clock.now() - before;
+}
+
+test('a connection that hangs is given up when what was done is not acknowledged', async () => {
+    const gateway = new MemoryGateway();
+    const page = new Page(gateway);
+    page.link.start();
+    await settle(page);
+    gateway.hangs = true;
+    page.link.send(windowChannel(5), 'up');
+    await new Promise((done) => setImmediate(done));
+    const noticed = untilReconnected(gateway, page);
+    assert.ok(noticed > 1000 && noticed <= 20_500, `after ${noticed} ms`);
+    assert.ok(page.statuses.includes('lost'));
+    gateway.hangs = false;
+    await settle(page);
+    assert.equal(page.statuses.at(-1), 'open');
+    assert.deepEqual(gateway.handled, ['ready page1', 'up']);
+    assert.equal(gateway.queries.at(-1), 'client=page1&received=0');
+});
+
+test('what was done a moment before the page looks has time to be acknowledged', async () => {
+    const gateway = new MemoryGateway();
+    const page = new Page(gateway);
+    page.link.start();
+    await settle(page);
+    page.link.send(windowChannel(5), 'acknowledged');
+    await new Promise((done) => setImmediate(done));
+    page.clock.after(9_900, () => {
+        gateway.hangs = true;
+        page.link.send(windowChannel(5), 'on its way');
+    });
+    page.clock.step();
+    await new Promise((done) => setImmediate(done));
+    const noticed = untilReconnected(gateway, page);
+    assert.ok(noticed >= 5_000 && noticed <= 20_500, `after ${noticed} ms`);
+});
+
+test('a connection that never comes about is tried again', () => {
+    const gateway = Object.assign(new MemoryGateway(), { hangs: true });
+    const page = new Page(gateway);
+    page.link.start();
+    assert.ok(untilReconnected(gateway, page) <= 20_500);
+    assert.ok(untilReconnected(gateway, page) <= 20_500);
+});
+
+test('a connection that owes nothing may be silent for ever', async () => {
+    const gateway = new MemoryGateway();
+    const page = new Page(gateway);
+    await shortSession(gateway, page);
+    gateway.hangs = true;
+    gateway.publish('.', 'lost on the way');
+    await settle(page);
+    assert.equal(gateway.queries.length, 1);
+    assert.equal(page.statuses.at(-1), 'open');
 });

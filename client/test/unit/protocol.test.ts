@@ -1,10 +1,9 @@
 import assert from 'node:assert/strict';
 import { test } from 'node:test';
 import { decodeGreeting } from '../../src/gateway/control.ts';
-import { decodeDescription } from '../../src/protocol/description.ts';
 import { placeChange } from '../../src/protocol/events.ts';
 import { asLength, asPoint, asRect, asSize } from '../../src/protocol/geometry.ts';
-import { asId, parseJson } from '../../src/protocol/guards.ts';
+import { asId } from '../../src/protocol/guards.ts';
 import { isPing } from '../../src/protocol/lifecycle.ts';
 import { decodeWindowMessage } from '../../src/protocol/windowMessage.ts';
 
@@ -128,18 +127,6 @@ test('a write without identifier is left out, those around it count', () => {
         message.writes.map((write) => write.id),
         [1, 3],
     );
-});
-
-test('a description deeper than any dialog is cut off, not followed', () => {
-    let text = '{"id":"5000"}';
-    for (let id = 4999; id > 0; id -= 1) {
-        text = `{"id":"${id}","contents":[${text}]}`;
-    }
-    let depth = 0;
-    for (let at = decodeDescription(parseJson(text)); at !== undefined; at = at.contents[0]) {
-        depth += 1;
-    }
-    assert.ok(depth >= 50 && depth <= 200, `depth ${depth}`);
 });
 
 const messages = [

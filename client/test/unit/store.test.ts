@@ -199,3 +199,16 @@ test('nothing is told of objects that went before the end of the frame', () => {
     store.flush();
     assert.deepEqual(log, ['changed 3 text', 'closed 1', 'closed 10']);
 });
+
+test('a description deeper than any dialog is cut off, not followed', () => {
+    let description: object = { id: '5000' };
+    for (let id = 4999; id > 100; id -= 1) {
+        description = { id: String(id), contents: [description] };
+    }
+    open({ id: '100', type: 'Dialog', contents: [description] });
+    let depth = 0;
+    for (let at = store.get(100); at !== undefined; at = at.children[0]) {
+        depth += 1;
+    }
+    assert.ok(depth >= 50 && depth <= 200, `depth ${depth}`);
+});

@@ -3,12 +3,6 @@ import { prototypeOf } from '../base.ts';
 import type { StoredObject } from '../../store/StoredObject.ts';
 import type { Appliers, WidgetKind } from '../WidgetKind.ts';
 
-function prototype(): HTMLElement {
-    const box = document.createElement('div');
-    box.className = 'box';
-    return box;
-}
-
 /** A layout that is switched off leaves its children as they stand: new spacing waits. */
 function showSpacing(element: HTMLElement, object: StoredObject): void {
     const { spacing = -1, enabled = true } = object.values;
@@ -29,6 +23,6 @@ export const layoutAppliers: Appliers = {
  */
 export const boxLayout: WidgetKind = {
     type: Kind.boxLayout,
-    create: prototypeOf(Kind.boxLayout, prototype()),
+    prototype: prototypeOf('div', 'box', Kind.boxLayout),
     appliers: layoutAppliers,
 };

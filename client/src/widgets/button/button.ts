@@ -4,12 +4,8 @@ import type { StoredObject } from '../../store/StoredObject.ts';
 import { baseAppliers, enableControl, prototypeOf, setCaption } from '../base.ts';
 import type { WidgetKind } from '../WidgetKind.ts';
 
-function prototype(): HTMLElement {
-    const button = document.createElement('button');
-    button.type = 'button';
-    button.className = 'button';
-    return button;
-}
+const prototype = prototypeOf('button', 'button', Kind.button);
+prototype.type = 'button';
 
 function showPressed(element: HTMLElement, object: StoredObject): void {
     if (object.values.checkable) {
@@ -30,15 +26,55 @@ function showIcon(element: HTMLElement, address: string | undefined): void {
     }
 }
 
+/**
+ * A button with neither caption nor tooltip, which would name it natively, is named by what its
+ * icon is called, else by what the program calls it.
+ */
+function showName(element: HTMLElement, object: StoredObject): void {
+    const { label, tooltip, icon, objectName } = object.values;
+    if (icon === undefined && objectName === undefined) {
+        return;
+    }
+    const name = label || tooltip ? '' : iconName(icon ?? '') || objectName;
+    if (name) {
+        element.setAttribute('aria-label', name);
+    } else {
+        element.removeAttribute('aria-label');
+    }
+}
+
+/** The words of the file's name: "icons/zoom-in.svg" says "zoom in". */
+function iconName(path: string): string {
+    const file = path.split(/[\\/]/).at(-1) ?? '';
+    return file
+        .replace(/\.\w+$/, '')
+        .replace(/[-_.\s]+/g, ' ')
+        .trim();
+}
+
 /** A push button; a checkable one stays down, and like on a desktop toggles before it clicks. */
 export const button: WidgetKind = {
     type: Kind.button,
-    create: prototypeOf(Kind.button, prototype()),
+    prototype,
     appliers: {
         ...baseAppliers,
         enable: enableControl,
-        label: setCaption,
-        icon: (element, path, _object, host) => showIcon(element, host.imageAddress(path)),
+        label: (element, label, object) => {
+            setCaption(element, label);
+            showName(element, object);
+        },
+        tooltip: (element, tooltip, object, host) => {
+            baseAppliers.tooltip?.(element, tooltip, object, host);
+            showName(element, object);
+        },
+        objectName: (element, name, object, host) => {
+            baseAppliers.objectName?.(element, name, object, host);
+            showName(element, object);
+        },
+        icon: (element, path, object, host) => {
+            showIcon(element, host.imageAddress(path));
+            showName(element, object);
+        },
         checkable: (element, _checkable, object) => showPressed(element, object),
         checked: (element, _checked, object) => showPressed(element, object),
         defaultbutton: (element, isDefault) => {

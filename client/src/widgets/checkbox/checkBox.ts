@@ -4,14 +4,10 @@ import type { StoredObject } from '../../store/StoredObject.ts';
 import { baseAppliers, enableControl, prototypeOf, setCaption } from '../base.ts';
 import type { WidgetKind } from '../WidgetKind.ts';
 
-function prototype(): HTMLElement {
-    const label = document.createElement('label');
-    label.className = 'checkbox';
-    const box = document.createElement('input');
-    box.type = 'checkbox';
-    label.append(box);
-    return label;
-}
+const prototype = prototypeOf('label', 'checkbox', Kind.checkBox);
+const box = document.createElement('input');
+box.type = 'checkbox';
+prototype.append(box);
 
 function boxOf(element: HTMLElement): HTMLInputElement {
     return element.firstChild as HTMLInputElement;
@@ -29,11 +25,14 @@ function showName(element: HTMLElement, object: StoredObject): void {
 
 export const checkBox: WidgetKind = {
     type: Kind.checkBox,
-    create: prototypeOf(Kind.checkBox, prototype()),
+    prototype,
     control: boxOf,
     appliers: {
         ...baseAppliers,
-        enable: (element, enabled) => enableControl(boxOf(element), enabled),
+        enable: (element, enabled) => {
+            enableControl(boxOf(element), enabled);
+            element.toggleAttribute('data-disabled', !enabled);
+        },
         label: (element, label, object) => {
             setCaption(element, label);
             showName(element, object);

@@ -7,15 +7,11 @@ import type { WidgetHost, WidgetKind } from '../WidgetKind.ts';
 /** What can be typed stays within one frame of the gateway, whatever the script. */
 const LONGEST_TYPED = 200_000;
 
-function prototype(): HTMLElement {
-    const input = document.createElement('input');
-    input.type = 'text';
-    input.className = 'edit';
-    input.maxLength = LONGEST_TYPED;
-    input.autocomplete = 'off';
-    input.spellcheck = false;
-    return input;
-}
+const prototype = prototypeOf('input', 'edit', Kind.edit);
+prototype.type = 'text';
+prototype.maxLength = LONGEST_TYPED;
+prototype.autocomplete = 'off';
+prototype.spellcheck = false;
 
 /** Shows the text; a caret at the end stays at the end, any other keeps its place. */
 function show(input: HTMLInputElement, text: string): void {
@@ -63,14 +59,15 @@ function finish(input: HTMLInputElement, object: StoredObject, host: WidgetHost)
 function nameAfter(
     element: HTMLElement,
     object: StoredObject,
-    before: HTMLElement | undefined,
+    previous: Element | undefined,
 ): void {
     if (element.id !== '' || object.values.tooltip || object.values.placeholder) {
         return;
     }
-    if (before?.dataset['type'] === Kind.text && !before.hasAttribute('for')) {
-        before.id ||= `text-${before.dataset['id']}`;
-        element.setAttribute('aria-labelledby', before.id);
+    const text = previous instanceof HTMLLabelElement ? previous : undefined;
+    if (text?.dataset['type'] === Kind.text && !text.hasAttribute('for')) {
+        text.id ||= `text-${text.dataset['id']}`;
+        element.setAttribute('aria-labelledby', text.id);
     } else {
         element.setAttribute('aria-label', object.values.objectName || 'Text field');
     }
@@ -79,7 +76,7 @@ function nameAfter(
 /** A single line to type in. Composed input (IME) is told when the composition is done. */
 export const edit: WidgetKind = {
     type: Kind.edit,
-    create: prototypeOf(Kind.edit, prototype()),
+    prototype,
     nameAfter,
     appliers: {
         ...baseAppliers,

@@ -3,12 +3,8 @@ import { baseAppliers, prototypeOf } from '../base.ts';
 import type { Appliers, WidgetKind } from '../WidgetKind.ts';
 
 /** A field set switches everything inside off natively; as a group of its own it says nothing. */
-function prototype(): HTMLElement {
-    const panel = document.createElement('fieldset');
-    panel.className = 'panel';
-    panel.setAttribute('role', 'none');
-    return panel;
-}
+const prototype = prototypeOf('fieldset', 'panel', Kind.panel);
+prototype.setAttribute('role', 'none');
 
 /**
  * Rows and columns of the grid in which the children stand: two numbers are rows and columns, one
@@ -27,7 +23,7 @@ export const containerAppliers: Appliers = { ...baseAppliers, layoutGrid: showGr
 /** Holds other widgets; a set of standard buttons stands in a row at the right. */
 export const panel: WidgetKind = {
     type: Kind.panel,
-    create: prototypeOf(Kind.panel, prototype()),
+    prototype,
     appliers: {
         ...containerAppliers,
         meta: (element, meta) => {

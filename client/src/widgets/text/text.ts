@@ -2,16 +2,10 @@ import { Kind } from '../../protocol/names.ts';
 import { baseAppliers, prototypeOf, setCaption } from '../base.ts';
 import type { WidgetKind } from '../WidgetKind.ts';
 
-function prototype(): HTMLElement {
-    const label = document.createElement('label');
-    label.className = 'text';
-    return label;
-}
-
 /** A static text. With a buddy it is that control's label: it names it, and a click focuses it. */
 export const text: WidgetKind = {
     type: Kind.text,
-    create: prototypeOf(Kind.text, prototype()),
+    prototype: prototypeOf('label', 'text', Kind.text),
     appliers: {
         ...baseAppliers,
         enable: (element, enabled) => {

@@ -1,0 +1,75 @@
+import type { Channel } from '../gateway/channel.ts';
+import { decodeWindow } from '../protocol/description.ts';
+import { parseJson } from '../protocol/guards.ts';
+import { isPing } from '../protocol/lifecycle.ts';
+import type { MessageBox } from '../protocol/messagebox.ts';
+import { decodeWindowMessage } from '../protocol/windowMessage.ts';
+import type { ObjectStore } from '../store/ObjectStore.ts';
+import type { StoredObject } from '../store/StoredObject.ts';
+
+export interface InboxListener {
+    /** The program asks who is there. */
+    pinged(): void;
+    /** A window was described, for the first time or again. */
+    described(window: StoredObject): void;
+    told(windowId: number, box: MessageBox): void;
+}
+
+/** Takes the texts of the program and brings what they say into the store; without a document. */
+export class Inbox {
+    private readonly m_store: ObjectStore;
+    private readonly m_listener: InboxListener;
+
+    constructor(store: ObjectStore, listener: InboxListener) {
+        this.m_store = store;
+        this.m_listener = listener;
+    }
+
+    received(channel: Channel, text: string): void {
+        switch (channel.kind) {
+            case 'root':
+                if (isPing(text)) {
+                    this.m_listener.pinged();
+                }
+                break;
+            case 'client':
+                this.openWindow(text);
+                break;
+            case 'window':
+                this.windowMessage(channel.id, text);
+                break;
+        }
+    }
+
+    private openWindow(text: string): void {
+        const description = decodeWindow(parseJson(text));
+        if (description === undefined) {
+            return;
+        }
+        this.m_store.flush();
+        const window = this.m_store.open(description);
+        if (window !== undefined) {
+            this.m_listener.described(window);
+        }
+    }
+
+    private windowMessage(windowId: number, text: string): void {
+        const message = decodeWindowMessage(text);
+        switch (message?.kind) {
+            case 'writes':
+                for (const write of message.writes) {
+                    this.m_store.apply(windowId, write);
+                }
+                break;
+            case 'refresh':
+                this.m_store.refresh(windowId, message.refresh);
+                break;
+            case 'messageBox':
+                this.m_store.flush();
+                this.m_listener.told(windowId, message.box);
+                break;
+            case undefined:
+                break;
+        }
+    }
+}
