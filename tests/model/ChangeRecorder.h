@@ -1,5 +1,6 @@
 #pragma once
 
+#include <functional>
 #include <string>
 #include <vector>
 
@@ -8,59 +9,53 @@
 
 namespace model_test {
 
-/// Keeps every batch as readable lines, such as `+Button`, `Button.label="x"`, `-Button`. The
-/// element stands as its type, so that rows of a table need no UUIDs.
+/// Keeps every batch as readable lines, such as `+Button`, `label=x`, `-Button`.
 class ChangeRecorder : public pf::zero::ChangeListener {
 public:
     using Batch = std::vector<std::string>;
 
-    explicit ChangeRecorder(pf::zero::Ref<pf::zero::Model> model) : m_model(std::move(model)) {
-        m_model->setChangeListener(this);
+    explicit ChangeRecorder(pf::zero::Ref<pf::zero::Model> listenedTo)
+        : model(std::move(listenedTo)) {
+        model->setChangeListener(this);
     }
-    ~ChangeRecorder() override { m_model->setChangeListener(nullptr); }
+    ~ChangeRecorder() override {
+        if (model) {
+            model->setChangeListener(nullptr);
+        }
+    }
 
     void onChanges(const std::vector<pf::zero::Change>& changes) noexcept override {
-        Batch batch;
+        if (meanwhile) {
+            meanwhile();
+        }
+        batches.emplace_back();
         for (const pf::zero::Change& change : changes) {
-            batch.push_back(line(change));
+            batches.back().push_back(line(change));
+            elements.push_back(change.element);
         }
-        batches.push_back(batch);
-    }
-
-    static std::string line(const pf::zero::Change& change) {
-        switch (change.kind) {
-            case pf::zero::Change::Kind::Created:
-                return "+" + std::string(change.name);
-            case pf::zero::Change::Kind::Removed:
-                return "-" + std::string(change.name);
-            case pf::zero::Change::Kind::Property:
-                break;
-        }
-        return std::string(change.name) + "=" + text(change.value);
     }
 
     static std::string text(const pf::zero::Value& value) {
-        return std::visit([](const auto& held) { return write(held); }, value);
+        if (const auto* flag = std::get_if<bool>(&value)) {
+            return *flag ? "true" : "false";
+        }
+        const auto* text = std::get_if<std::u16string>(&value);
+        return text != nullptr ? std::string(text->begin(), text->end()) : "none";
     }
 
+    pf::zero::Ref<pf::zero::Model> model;
+    std::function<void()> meanwhile;  ///< called before a batch is noted, so nesting shows
     std::vector<Batch> batches;
+    std::vector<pf::zero::Uuid> elements;
 
 private:
-    static std::string write(std::monostate) { return "none"; }
-    static std::string write(bool value) { return value ? "true" : "false"; }
-    static std::string write(std::int32_t value) { return std::to_string(value); }
-    static std::string write(const std::u16string& value) {
-        return '"' + std::string(value.begin(), value.end()) + '"';
-    }
-    static std::string write(const pf::zero::SequenceEdit& edit) {
-        std::string result = std::to_string(edit.index) + "-" + std::to_string(edit.removed) + "+";
-        for (const pf::zero::Primitive& item : edit.inserted) {
-            result += std::visit([](const auto& held) { return write(held); }, item);
+    static std::string line(const pf::zero::Change& change) {
+        const std::string name(change.name);
+        if (change.kind == pf::zero::Change::Kind::Property) {
+            return name + "=" + text(change.value);
         }
-        return result;
+        return (change.kind == pf::zero::Change::Kind::Created ? "+" : "-") + name;
     }
-
-    pf::zero::Ref<pf::zero::Model> m_model;
 };
 
 }  // namespace model_test

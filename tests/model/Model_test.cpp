@@ -3,7 +3,6 @@
 #include <gmock/gmock.h>
 
 #include <memory>
-#include <set>
 
 #include "model/Button.h"
 #include "model/ChangeRecorder.h"
@@ -21,216 +20,123 @@ using testing::ElementsAre;
 using testing::IsEmpty;
 using Batch = ChangeRecorder::Batch;
 
-Ref<Model> newModel() {
-    return Model::create({});
+class ModelTest : public testing::Test {
+protected:
+    Ref<Model> m_model = Model::create({});
+    tdom::Text m_text = tdom::Text::create(m_model);
+    ChangeRecorder m_recorder{m_model};
+};
+
+TEST_F(ModelTest, TellsCreationEveryChangeAndRemovalInOrderWithTheirElement) {
+    auto edit = tdom::Edit::create(m_model);
+    const Uuid uuid = edit->getUuid();
+    edit->setText(u"a");
+    m_text->setText(u"b");
+    edit = {};
+    EXPECT_THAT(m_recorder.batches,
+                ElementsAre(Batch{"+Edit"}, Batch{"text=a"}, Batch{"text=b"}, Batch{"-Edit"}));
+    EXPECT_THAT(m_recorder.elements, ElementsAre(uuid, uuid, m_text->getUuid(), uuid));
 }
 
-TEST(Model, TellsCreationEveryChangeAndRemovalInOrder) {
-    const auto model = newModel();
-    ChangeRecorder recorder(model);
+TEST_F(ModelTest, CommitsNestedGroupsOnceWhenTheOutermostEnds) {
     {
-        const auto edit = tdom::Edit::create(model);
-        edit->setText(u"a");
-        edit->setText(u"b");
-    }
-    EXPECT_THAT(recorder.batches, ElementsAre(Batch{"+Edit"}, Batch{"text=\"a\""},
-                                              Batch{"text=\"b\""}, Batch{"-Edit"}));
-}
-
-TEST(Model, RecordsNameTheElementTheyAreAbout) {
-    struct Names : pf::zero::ChangeListener {
-        void onChanges(const std::vector<pf::zero::Change>& batch) noexcept override {
-            for (const auto& change : batch) {
-                elements.push_back(change.element);
-            }
-        }
-        std::vector<Uuid> elements;
-    } names;
-    const auto model = newModel();
-    const auto first = tdom::Text::create(model);
-    const auto second = tdom::Text::create(model);
-    model->setChangeListener(&names);
-    second->setText(u"2");
-    first->setText(u"1");
-    model->setChangeListener(nullptr);
-    EXPECT_THAT(names.elements, ElementsAre(second->getUuid(), first->getUuid()));
-}
-
-TEST(Model, CommitsNestedGroupsOnceWhenTheOutermostEnds) {
-    const auto model = newModel();
-    const auto button = tdom::Button::create(model);
-    ChangeRecorder recorder(model);
-    {
-        const Model::ChangeGroup outer(model);
-        button->setLabel(u"x");
+        const Model::ChangeGroup outer(m_model);
+        m_text->setText(u"x");
         {
-            const Model::ChangeGroup inner(model);
-            button->setChecked(true);
+            const Model::ChangeGroup inner(m_model);
+            m_text->setVisible(false);
         }
-        EXPECT_THAT(recorder.batches, IsEmpty());
-        button->setChecked(false);
+        EXPECT_THAT(m_recorder.batches, IsEmpty());
+        m_text->setVisible(true);
     }
-    EXPECT_THAT(recorder.batches,
-                ElementsAre(Batch{"label=\"x\"", "checked=true", "checked=false"}));
-}
-
-TEST(Model, GroupWithoutChangeOrModelSaysNothing) {
-    const auto model = newModel();
-    ChangeRecorder recorder(model);
-    { const Model::ChangeGroup nothing(model); }
+    { const Model::ChangeGroup nothing(m_model); }
     { const Model::ChangeGroup nowhere{Ref<Model>()}; }
-    EXPECT_THAT(recorder.batches, IsEmpty());
+    EXPECT_THAT(m_recorder.batches, ElementsAre(Batch{"text=x", "visible=false", "visible=true"}));
 }
 
-TEST(Model, NewListenerDoesNotHearWhatWasBefore) {
-    const auto model = newModel();
-    const auto text = tdom::Text::create(model);
-    const Model::ChangeGroup group(model);
-    {
-        ChangeRecorder early(model);
-        text->setText(u"early");
-    }
-    ChangeRecorder late(model);
-    text->setText(u"late");
-    { const Model::ChangeGroup stillOpen(model); }
-    EXPECT_THAT(late.batches, IsEmpty());
-    EXPECT_EQ(text->getText(), u"late");
+TEST_F(ModelTest, NewListenerDoesNotHearWhatWasBefore) {
+    auto group = std::make_unique<Model::ChangeGroup>(m_model);
+    m_text->setText(u"early");
+    ChangeRecorder late(m_model);
+    m_text->setVisible(false);
+    group.reset();
+    EXPECT_THAT(late.batches, ElementsAre(Batch{"visible=false"}));
 }
 
-TEST(Model, WhatAListenerWritesComesAfterwardsNotNested) {
-    struct Echo : pf::zero::ChangeListener {
-        void onChanges(const std::vector<pf::zero::Change>& batch) noexcept override {
-            ++depth;
-            deepest = std::max(deepest, depth);
-            lines.push_back(ChangeRecorder::line(batch.front()));
-            target->setText(u"end");
-            --depth;
-        }
-        tdom::Text target;
-        int depth = 0;
-        int deepest = 0;
-        std::vector<std::string> lines;
-    } echo;
-    const auto model = newModel();
-    echo.target = tdom::Text::create(model);
-    model->setChangeListener(&echo);
-    echo.target->setText(u"begin");
-    model->setChangeListener(nullptr);
-    EXPECT_THAT(echo.lines, ElementsAre("text=\"begin\"", "text=\"end\""));
-    EXPECT_EQ(echo.deepest, 1);
+TEST_F(ModelTest, WhatAListenerWritesComesAfterwardsNotNested) {
+    m_recorder.meanwhile = [this] { m_text->setText(u"end"); };
+    m_text->setText(u"begin");
+    EXPECT_THAT(m_recorder.batches, ElementsAre(Batch{"text=begin"}, Batch{"text=end"}));
 }
 
-TEST(Model, ListenerMayDropEverythingWhileItIsCalled) {
-    struct Destroyer : pf::zero::ChangeListener {
-        void onChanges(const std::vector<pf::zero::Change>&) noexcept override {
-            ++calls;
-            text = {};
-            model = {};
-        }
-        Ref<Model> model = newModel();
-        tdom::Text text = tdom::Text::create(model);
-        int calls = 0;
-    } destroyer;
-    destroyer.model->setChangeListener(&destroyer);
-    destroyer.text->setText(u"last words");
-    EXPECT_EQ(destroyer.calls, 2) << "the write, then the removal that it caused";
-    EXPECT_FALSE(destroyer.model);
-}
-
-TEST(Model, ListenerMayDestroyItselfWhileItIsCalled) {
-    struct OneShot : pf::zero::ChangeListener {
-        void onChanges(const std::vector<pf::zero::Change>&) noexcept override {
-            text->setText(u"for nobody");
-            model->setChangeListener(nullptr);
-            self.reset();
-        }
-        Ref<Model> model;
-        tdom::Text text;
-        std::unique_ptr<OneShot> self;
+TEST_F(ModelTest, ListenerMayDropEverythingWhileItIsCalled) {
+    m_recorder.meanwhile = [this] {
+        m_text = {};
+        m_model = {};
+        m_recorder.model = {};
     };
-    const auto model = newModel();
-    const auto text = tdom::Text::create(model);
-    auto listener = std::make_unique<OneShot>();
-    OneShot* raw = listener.get();
-    raw->model = model;
-    raw->text = text;
-    raw->self = std::move(listener);
-    model->setChangeListener(raw);
-    text->setText(u"once");
-    EXPECT_EQ(text->getText(), u"for nobody");
-    EXPECT_FALSE(model->isRecording());
+    m_text->setText(u"last words");
+    EXPECT_THAT(m_recorder.batches, ElementsAre(Batch{"text=last words"}, Batch{"-Text"}));
 }
 
-TEST(Model, ElementsOutliveTheirModel) {
-    tdom::Button button;
-    {
-        const auto model = newModel();
-        button = tdom::Button::create(model);
-        button->setLabel(u"kept");
-    }
-    EXPECT_EQ(button->model(), nullptr);
-    button->setLabel(button->getLabel() + u" and changed");
-    EXPECT_EQ(button->getLabel(), u"kept and changed");
+TEST_F(ModelTest, ListenerMayDestroyItselfWhileItIsCalled) {
+    struct OneShot : pf::zero::ChangeListener {
+        explicit OneShot(const tdom::Text& text) : m_text(text) {}
+        void onChanges(const std::vector<pf::zero::Change>&) noexcept override {
+            m_text->setText(u"for nobody");
+            m_text->model()->setChangeListener(nullptr);
+            delete this;
+        }
+        tdom::Text m_text;
+    };
+    m_model->setChangeListener(new OneShot(m_text));
+    m_text->setText(u"once");
+    EXPECT_EQ(m_text->getText(), u"for nobody");
+    EXPECT_FALSE(m_model->isRecording());
 }
 
-TEST(Model, LastHandleTakesTheElementOut) {
-    const auto model = newModel();
-    auto button = tdom::Button::create(model);
+TEST_F(ModelTest, ElementsOutliveTheirModel) {
+    m_recorder.model = {};
+    m_model = {};
+    EXPECT_EQ(m_text->model(), nullptr);
+    m_text->setText(u"changed");
+    EXPECT_EQ(m_text->getText(), u"changed");
+}
+
+TEST_F(ModelTest, LastHandleTakesTheElementOutAndFreesItsUuid) {
+    auto button = tdom::Button::create(m_model);
     const Uuid uuid = button->getUuid();
     tdom::Base other = button;
-    button = {};
-    EXPECT_TRUE(model->find(uuid));
+    other = *&other;
+    tdom::Button taken = std::move(button);
+    EXPECT_EQ(m_model->find(uuid).get(), taken.operator->());
+    taken = {};
+    EXPECT_EQ(m_model->find(uuid).get(), other.operator->());
     other = {};
-    EXPECT_FALSE(model->find(uuid));
-    EXPECT_EQ(model->elementCount(), 0U);
+    EXPECT_FALSE(m_model->find(uuid));
+    EXPECT_EQ(m_model->elementCount(), 1U);
+    EXPECT_TRUE(tdom::Edit::create(m_model, uuid));
 }
 
-TEST(Model, TakenUuidAndMissingModelGiveEmptyHandles) {
-    const auto model = newModel();
-    const auto first = tdom::Button::create(model);
-    ChangeRecorder recorder(model);
-    EXPECT_FALSE(tdom::Edit::create(model, first->getUuid()));
-    EXPECT_FALSE(tdom::CheckBox::create(model, first->getUuid(), true));
+TEST_F(ModelTest, TakenUuidAndMissingModelGiveEmptyHandles) {
+    EXPECT_FALSE(tdom::Edit::create(m_model, m_text->getUuid()));
+    EXPECT_FALSE(tdom::CheckBox::create(m_model, m_text->getUuid(), true));
     EXPECT_FALSE(tdom::CheckBox::create({}, Uuid::generate(), true));
-    EXPECT_EQ(model->elementCount(), 1U);
-    EXPECT_THAT(recorder.batches, IsEmpty());
+    EXPECT_TRUE(m_model->find(m_text->getUuid()));
+    EXPECT_THAT(m_recorder.batches, IsEmpty());
 }
 
-TEST(Model, UuidIsFreeAgainOnceItsElementIsGone) {
-    const auto model = newModel();
-    const Uuid uuid = Uuid::generate();
-    EXPECT_TRUE(tdom::Button::create(model, uuid));
-    EXPECT_TRUE(tdom::Edit::create(model, uuid));
-}
-
-TEST(Model, WalkVisitsInOrderOfArrivalAndAllowsChangesMeanwhile) {
-    const auto model = newModel();
-    std::vector<tdom::Base> elements{tdom::Text::create(model), tdom::Edit::create(model),
-                                     tdom::Button::create(model)};
-    elements.erase(elements.begin() + 1);
-    elements.push_back(tdom::CheckBox::create(model));
+TEST_F(ModelTest, WalkVisitsInOrderOfArrivalAndAllowsChangesMeanwhile) {
+    std::vector<tdom::Base> elements{tdom::Edit::create(m_model), tdom::Button::create(m_model)};
+    elements.erase(elements.begin());
+    elements.push_back(tdom::CheckBox::create(m_model));
     std::vector<std::string> seen;
-    model->forEachElement([&](const pf::zero::ModelElement& element) {
+    m_model->forEachElement([&](const pf::zero::ModelElement& element) {
         seen.emplace_back(element.typeName());
-        elements.clear();
-        elements.push_back(tdom::Edit::create(model));
+        elements = {tdom::Edit::create(m_model)};
     });
     EXPECT_THAT(seen, ElementsAre("Text", "Button", "CheckBox"));
-    EXPECT_EQ(model->elementCount(), 1U);
-}
-
-TEST(Model, FindsEachOfManyElements) {
-    const auto model = newModel();
-    std::vector<tdom::Text> texts;
-    std::set<Uuid> uuids;
-    for (int count = 0; count < 2000; ++count) {
-        texts.push_back(tdom::Text::create(model));
-        uuids.insert(texts.back()->getUuid());
-    }
-    EXPECT_EQ(uuids.size(), texts.size());
-    for (const tdom::Text& text : texts) {
-        ASSERT_EQ(model->find(text->getUuid()).get(), text.operator->());
-    }
+    EXPECT_EQ(m_model->elementCount(), 2U);
 }
 
 }  // namespace

@@ -2,38 +2,29 @@
 
 #include <gmock/gmock.h>
 
+#include <set>
 #include <thread>
-#include <unordered_set>
-#include <vector>
 
 namespace {
 
 using pf::zero::Uuid;
 
-TEST(Uuid, IsARandomOneOfVersionFour) {
+TEST(Uuid, IsARandomOneOfVersionFourAndDiffersBetweenCallsAndThreads) {
+    std::set<Uuid> made[2];
+    const auto make = [](std::set<Uuid>& uuids) {
+        while (uuids.size() < 2000 && uuids.insert(Uuid::generate()).second) {
+        }
+    };
+    std::thread other(make, std::ref(made[1]));
+    make(made[0]);
+    other.join();
+    made[0].merge(made[1]);
+    EXPECT_EQ(made[0].size(), 4000U);
     const auto hasForm = testing::MatchesRegex(
         "[0-9a-f]{8}-[0-9a-f]{4}-4[0-9a-f]{3}-[89ab][0-9a-f]{3}-[0-9a-f]{12}");
-    for (int count = 0; count < 1000; ++count) {
-        ASSERT_THAT(Uuid::generate().toString(), hasForm);
+    for (const Uuid& uuid : made[0]) {
+        ASSERT_THAT(uuid.toString(), hasForm);
     }
-}
-
-TEST(Uuid, DiffersBetweenCallsAndThreads) {
-    std::vector<std::vector<Uuid>> made(4, std::vector<Uuid>(5000));
-    std::vector<std::thread> threads;
-    for (auto& mine : made) {
-        threads.emplace_back([&mine] {
-            for (Uuid& uuid : mine) {
-                uuid = Uuid::generate();
-            }
-        });
-    }
-    std::unordered_set<Uuid> all;
-    for (std::size_t index = 0; index < threads.size(); ++index) {
-        threads[index].join();
-        all.insert(made[index].begin(), made[index].end());
-    }
-    EXPECT_EQ(all.size(), 20000U);
 }
 
 TEST(Uuid, TextHoldsTheBytesInOrder) {
@@ -41,8 +32,6 @@ TEST(Uuid, TextHoldsTheBytesInOrder) {
                                 0xb1, 0xc2, 0xd3, 0xe4, 0xf5});
     EXPECT_EQ(uuid.toString(), "00010203-1020-4080-9fff-a0b1c2d3e4f5");
     EXPECT_EQ(uuid.toU16String(), u"00010203-1020-4080-9fff-a0b1c2d3e4f5");
-    EXPECT_EQ(Uuid().toString(), "00000000-0000-0000-0000-000000000000");
-    EXPECT_LT(Uuid(), uuid);
 }
 
 }  // namespace

@@ -10,9 +10,10 @@
 #include <vector>
 
 #include "FakeModule.h"
-#include "examples/jsonpad/TemporaryFolder.h"
 #include "messaging/ConnectorMessageService.h"
 #include "runtime/Host.h"
+#include "runtime/StartError.h"
+#include "support/TemporaryFolder.h"
 
 namespace DOVA::runtime {
 
@@ -29,6 +30,16 @@ protected:
     }
 
     void start() { host = std::make_unique<Host>(options); }
+
+    /// Why it does not start.
+    std::string refusal() {
+        try {
+            start();
+        } catch (const StartError& error) {
+            return error.what();
+        }
+        return "it started";
+    }
 
     void note(const std::string& event) { m_events.push_back(event); }
     const Events& events() const { return m_events; }
@@ -47,7 +58,7 @@ protected:
 
     HostOptions options;
     std::unique_ptr<Host> host;
-    const jsonpad_test::TemporaryFolder folder;
+    const test::TemporaryFolder folder;
 
 private:
     static Events& loadedEvents() {

@@ -4,11 +4,10 @@
 #include <functional>
 
 #include "HostFixture.h"
-#include "runtime/StartError.h"
 
 namespace DOVA::runtime {
 
-using jsonpad_test::TemporaryFolder;
+using test::TemporaryFolder;
 using testing::HasSubstr;
 using testing::Not;
 
@@ -18,29 +17,18 @@ struct BadStart {
     const char* sentence;
 };
 
-void PrintTo(const BadStart& row, std::ostream* out) {
-    *out << row.name;
-}
-
 class BadStartTest : public HostFixture, public testing::WithParamInterface<BadStart> {};
 
 TEST_P(BadStartTest, SaysWhyInOneSentenceAndStartsNothing) {
     GetParam().spoil(options, folder);
-    try {
-        start();
-        FAIL() << "it started";
-    } catch (const StartError& error) {
-        EXPECT_THAT(error.what(), HasSubstr(GetParam().sentence));
-        EXPECT_THAT(error.what(), Not(HasSubstr("\n")));
-    }
+    const std::string why = refusal();
+    EXPECT_THAT(why, HasSubstr(GetParam().sentence));
+    EXPECT_THAT(why, Not(HasSubstr("\n")));
     EXPECT_THAT(events(), testing::IsEmpty());
 }
 
 const BadStart badStarts[] = {
     {"NoModule", [](auto& options, auto& folder) { options.module = folder / "none.so"; },
-     "cannot load the module: "},
-    {"ModuleIsNoLibrary",
-     [](auto& options, auto& folder) { options.module = folder.write("text.so", "not a library"); },
      "cannot load the module: "},
     {"ModuleWithoutEntryPoints", [](auto& options, auto&) { options.module = OTHER_LIBRARY; },
      "has no entry point KVInitialize_dova2_web"},
@@ -48,15 +36,8 @@ const BadStart badStarts[] = {
      "has no entry point _ZN4DOVA3web16KorvidOnlineFlag3getEv"},
     {"NoPageFolder", [](auto& options, auto& folder) { options.pageFolder = folder / "none"; },
      "the page folder "},
-    {"NoApplicationRoot",
-     [](auto& options, auto& folder) { options.applicationRoot = folder / "none"; },
-     "the application root "},
-    {"AddressIsAName", [](auto& options, auto&) { options.bindAddress = "localhost"; },
-     "\"localhost\" is not a numeric IP address"},
     {"RemoteWithoutConsent", [](auto& options, auto&) { options.bindAddress = "0.0.0.0"; },
      "must be allowed explicitly"},
-    {"TokenFileIsAFolder", [](auto& options, auto& folder) { options.tokenFile = folder / ""; },
-     "is not a regular file"},
     {"TokenFileInNoFolder",
      [](auto& options, auto& folder) { options.tokenFile = folder / "none/token"; },
      "cannot write the token file "},
@@ -65,13 +46,10 @@ const BadStart badStarts[] = {
          options.tokenFile = folder.write("token", std::string(2000, 'a'));
      },
      "is too long for a token"},
-    {"TokenTooShort",
-     [](auto& options, auto& folder) { options.tokenFile = folder.write("token", "short"); },
-     "a token must be 16 to 256"},
 };
 
 INSTANTIATE_TEST_SUITE_P(Host, BadStartTest, testing::ValuesIn(badStarts),
-                         [](const auto& row) { return std::string(row.param.name); });
+                         [](const auto& row) { return row.param.name; });
 
 class HostStartTest : public HostFixture {};
 
@@ -79,12 +57,7 @@ TEST_F(HostStartTest, RefusesATakenPort) {
     boost::asio::io_context loop;
     const boost::asio::ip::tcp::acceptor other(loop, {boost::asio::ip::address_v4::loopback(), 0});
     options.port = other.local_endpoint().port();
-    try {
-        start();
-        FAIL() << "it started";
-    } catch (const StartError& error) {
-        EXPECT_THAT(error.what(), HasSubstr("cannot listen on 127.0.0.1:"));
-    }
+    EXPECT_THAT(refusal(), HasSubstr("cannot listen on 127.0.0.1:"));
 }
 
 TEST_F(HostStartTest, GivesThePortBackAfterAFailure) {
@@ -93,7 +66,7 @@ TEST_F(HostStartTest, GivesThePortBackAfterAFailure) {
     host.reset();
     options.port = static_cast<std::uint16_t>(std::stoi(address.substr(address.rfind(':') + 1)));
     options.tokenFile = folder / "none/token";
-    EXPECT_THROW(start(), StartError);
+    EXPECT_THAT(refusal(), HasSubstr("cannot write"));
     options.tokenFile.clear();
     EXPECT_NO_THROW(start());
 }
@@ -103,39 +76,24 @@ TEST_F(HostStartTest, TakesTheModuleFromTheEnvironmentUnlessAnOptionNamesOne) {
     EXPECT_NO_THROW(start());
     host.reset();
     options.module.clear();
-    try {
-        start();
-        ADD_FAILURE() << "it started";
-    } catch (const StartError& error) {
-        EXPECT_THAT(error.what(), HasSubstr("/nowhere/module.so"));
-    }
+    EXPECT_THAT(refusal(), HasSubstr("/nowhere/module.so"));
     ::unsetenv("DOVA_WEB_MODULE");
 }
 
 TEST_F(HostStartTest, KeepsAFreshTokenForTheNextStart) {
-    for (const char* before : {"absent", "empty"}) {
-        SCOPED_TRACE(before);
-        options.tokenFile = folder / before;
-        if (before == std::string("empty")) {
-            folder.write(before, "\n");
-        }
+    options.tokenFile = folder.write("token", "\n");
+    std::string tokens[2];
+    for (std::string& token : tokens) {
         start();
-        const std::string first = host->address();
+        token = host->address().substr(host->address().find('#'));
         host.reset();
-        EXPECT_EQ(std::filesystem::status(options.tokenFile).permissions(),
-                  std::filesystem::perms::owner_read | std::filesystem::perms::owner_write);
-        start();
-        const std::string second = host->address();
-        host.reset();
-        EXPECT_EQ(first.substr(first.find('#')), second.substr(second.find('#')));
     }
-}
-
-TEST_F(HostStartTest, ReadsATokenWithSpaceAroundIt) {
-    options.tokenFile = folder.write("token", "  0123456789abcdef\r\n");
+    EXPECT_EQ(tokens[0], tokens[1]);
+    EXPECT_EQ(std::filesystem::status(options.tokenFile).permissions(),
+              std::filesystem::perms::owner_read | std::filesystem::perms::owner_write);
+    folder.write("token", "  0123456789abcdef\r\n");
     start();
     EXPECT_THAT(host->address(), testing::EndsWith("/#0123456789abcdef"));
-    EXPECT_EQ(folder.read("token"), "  0123456789abcdef\r\n");
 }
 
 }  // namespace DOVA::runtime

@@ -3,7 +3,6 @@
 #include <map>
 #include <memory>
 #include <string>
-#include <utility>
 #include <vector>
 
 #include "toolkit/DVFactory2.h"
@@ -11,36 +10,25 @@
 #include "wiro/CallableConnection.h"
 
 /// What the fake backend makes for one front object: keeps what it is told, as a display would.
-class FakeObject {
-public:
-    FakeObject(std::string kindOfFront, DOVA::DVObject* frontObject)
-        : kind(std::move(kindOfFront)), front(frontObject) {}
+struct FakeObject {
+    FakeObject() = default;
     ~FakeObject();
     FakeObject(const FakeObject&) = delete;
     FakeObject& operator=(const FakeObject&) = delete;
 
-    template <class Signature, class Callable>
-    void answer(WIRO::Emitter<Signature>& emitter, Callable callable) {
-        m_bindings.push_back(WIRO::connect(emitter, std::move(callable)));
-    }
-
-    const std::string kind;
-    DOVA::DVObject* const front;
+    std::string kind;
+    DOVA::DVObject* front = nullptr;
     DOVA::DVObject* parent = nullptr;
     std::u16string text;  // or label
     bool checked = false;
-    bool isDefault = false;
-
-private:
-    std::vector<WIRO::Subscription> m_bindings;
+    std::vector<WIRO::Subscription> bindings;
 };
 
-/// A backend that implements dialogs, buttons, check boxes, edits, texts and box layouts as far as
-/// the tests look at them. Registers itself under "web" and is gone with its own end.
+/// A backend that implements dialogs, buttons, edits and box layouts as far as the tests look at
+/// them. Registers itself under its key and is gone with its own end.
 class FakeBackend {
 public:
-    explicit FakeBackend(const std::string& key = "web");
-    ~FakeBackend();
+    explicit FakeBackend(const char* key = "web");
 
     /// What was made and destroyed, in order: "+Button", "-Button" and so on.
     std::string log;
@@ -48,7 +36,6 @@ public:
     bool implements(const DOVA::DVObject& front) const {
         return m_objects.count(front.identifier()) > 0;
     }
-    std::size_t size() const { return m_objects.size(); }
     /// Lets every object go, as a module does that ends before the program.
     void shutDown() { m_objects.clear(); }
     /// The factory goes, the objects stay.
@@ -56,12 +43,11 @@ public:
     DOVA::DVFactory2* factory() const { return m_factory.get(); }
 
 private:
-    template <class Front, class Emitters>
-    FakeObject& make(const char* kind, Front* front, Emitters* emitters, DOVA::DVObject* parent);
+    template <class Emitters>
+    FakeObject& make(const char* kind, DOVA::DVObject* front, Emitters* emitters,
+                     DOVA::DVObject* parent);
     void destroy(DOVA::DVObject::Identifier identifier);
-    void bindDialogsAndLayouts();
-    void bindWidgets();
 
-    std::unique_ptr<DOVA::DVFactory2> m_factory;
-    std::map<DOVA::DVObject::Identifier, std::unique_ptr<FakeObject>> m_objects;
+    std::unique_ptr<DOVA::DVFactory2> m_factory = std::make_unique<DOVA::DVFactory2>(nullptr);
+    std::map<DOVA::DVObject::Identifier, FakeObject> m_objects;
 };

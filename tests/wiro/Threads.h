@@ -1,38 +1,13 @@
 #pragma once
 
+#include <gtest/gtest.h>
+
 #include <atomic>
-#include <condition_variable>
-#include <mutex>
 #include <thread>
 #include <vector>
 
-/// Something that happens once and that threads wait for.
-class Moment {
-public:
-    void happen() {
-        {
-            std::lock_guard guard(m_mutex);
-            m_happened = true;
-        }
-        m_condition.notify_all();
-    }
-    void wait() {
-        std::unique_lock guard(m_mutex);
-        m_condition.wait(guard, [this] { return m_happened; });
-    }
-
-private:
-    std::mutex m_mutex;
-    std::condition_variable m_condition;
-    bool m_happened = false;
-};
-
-/// Gives other threads every chance to do what they must not do yet.
-inline void letOthersRun() {
-    for (int turn = 0; turn < 500; ++turn) {
-        std::this_thread::yield();
-    }
-}
+#include "Receiver.h"
+#include "wiro/CallableConnection.h"
 
 /// Shows the use of something after its end, even where memory is still readable.
 class Life {
@@ -50,4 +25,62 @@ private:
 
     std::atomic<int>& m_living;
     volatile unsigned m_mark = Mark;
+};
+
+/// Some threads emit through one emitter while this one and others connect and disconnect there.
+struct Crowd {
+    Event emitter;
+    std::atomic<int> living{0};
+    std::atomic<int> bad{0};
+    std::atomic<bool> emitted{false};
+    std::atomic<bool> done{false};
+
+    void run(int emitting, int cutting) {
+        std::vector<std::thread> threads;
+        for (int i = 0; i < emitting; ++i) {
+            threads.emplace_back([this] { emitUntilDone(); });
+        }
+        std::vector<std::thread> others;
+        for (int i = 1; i < cutting; ++i) {
+            others.emplace_back([this] { connectAndCut(); });
+        }
+        while (!emitted) {
+            std::this_thread::yield();
+        }
+        connectAndCut();
+        for (std::thread& thread : others) {
+            thread.join();
+        }
+        done = true;
+        for (std::thread& thread : threads) {
+            thread.join();
+        }
+        int calls = 0;
+        WIRO::connect(emitter, [&] { ++calls; });
+        emitter.emit(1);
+        EXPECT_EQ(calls, 1);
+        EXPECT_EQ(bad, 0);
+        EXPECT_EQ(living, 0);
+        EXPECT_EQ(emitter.numberOfConnections(), 1u);
+    }
+
+private:
+    void emitUntilDone() {
+        while (!done) {
+            emitter.emit(1);
+            emitted = true;
+        }
+    }
+    void connectAndCut() {
+        const auto closure = [this] {
+            return [this, life = Life(living)] { bad += life.good() ? 0 : 1; };
+        };
+        for (int round = 0; round < 3000; ++round) {
+            WIRO::Subscription first = WIRO::connect(emitter, closure());
+            WIRO::Subscription second = WIRO::connect(emitter, closure());
+            Receiver receiver([call = closure()](int) { call(); }, emitter);
+            first.disconnect();
+            second.disconnect();
+        }
+    }
 };

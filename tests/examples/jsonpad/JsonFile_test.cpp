@@ -6,14 +6,14 @@
 
 #include "FaultyDoor.h"
 #include "RandomJson.h"
-#include "TemporaryFolder.h"
+#include "support/TemporaryFolder.h"
 
 namespace {
 
+using DOVA::test::TemporaryFolder;
 using jsonpad::JsonFile;
 using jsonpad_test::FaultyDoor;
 using jsonpad_test::RandomJson;
-using jsonpad_test::TemporaryFolder;
 using testing::ElementsAre;
 using testing::HasSubstr;
 using Kind = JsonFile::Kind;
@@ -31,8 +31,11 @@ const std::string sample =
 
 class File : public testing::Test {
 protected:
+    /// Moved, so that texts short enough to be kept inside a string object move as well.
     JsonFile load(const std::string& text) {
-        return JsonFile::load(m_folder.write("a.json", text), m_door);
+        JsonFile first = JsonFile::load(m_folder.write("a.json", text), m_door);
+        JsonFile second = std::move(first);
+        return second;
     }
 
     TemporaryFolder m_folder;
@@ -48,11 +51,6 @@ TEST_F(File, ListsMembersInOrderWithDecodedTextsAndExactNumbers) {
     EXPECT_THAT(lines, ElementsAre(u"name=caf\u00e9/", u"id=12345678901234567890", u"ratio=1.0e+5",
                                    u"ratio=-0.0", u"on=true", u"off=false", u"none=null",
                                    uR"(list=[1,"a b",{"x":[]}])"));
-    EXPECT_EQ(file.members()[0].kind, Kind::String);
-    EXPECT_EQ(file.members()[3].kind, Kind::Number);
-    EXPECT_EQ(file.members()[5].kind, Kind::Boolean);
-    EXPECT_EQ(file.members()[6].kind, Kind::Null);
-    EXPECT_EQ(file.members()[7].kind, Kind::Nested);
 }
 
 struct EditRow {
@@ -65,27 +63,15 @@ struct EditRow {
 const EditRow editRows[] = {
     {"string", [](JsonFile& f) { return f.setString(0, u"a\"\n\u20ac"); }, "\"caf\\u00e9\\/\"",
      "\"a\\\"\\n\xE2\x82\xAC\""},
-    {"emptyString", [](JsonFile& f) { return f.setString(0, u""); }, "\"caf\\u00e9\\/\"", "\"\""},
-    {"loneSurrogate", [](JsonFile& f) { return f.setString(0, u"\xD800"); }, "\"caf\\u00e9\\/\"",
-     "\"\\ud800\""},
     {"number", [](JsonFile& f) { return f.setNumber(1, u"-1E400"); }, "12345678901234567890",
      "-1E400"},
-    {"sameNumberOtherForm", [](JsonFile& f) { return f.setNumber(2, u"100000"); }, "1.0e+5",
-     "100000"},
     {"secondOfEqualKeys", [](JsonFile& f) { return f.setNumber(3, u"0"); }, "-0.0", "0"},
     {"boolean", [](JsonFile& f) { return f.setBoolean(4, false); }, "true", "false"},
-    {"longerBoolean", [](JsonFile& f) { return f.setBoolean(5, true); }, "false", "true"},
-    {"numberWithSpace", [](JsonFile& f) { return f.setNumber(1, u" 1"); }, "", ""},
     {"numberEmpty", [](JsonFile& f) { return f.setNumber(1, u""); }, "", ""},
-    {"numberLeadingZero", [](JsonFile& f) { return f.setNumber(1, u"01"); }, "", ""},
-    {"numberWord", [](JsonFile& f) { return f.setNumber(1, u"NaN"); }, "", ""},
     {"numberInjection", [](JsonFile& f) { return f.setNumber(1, u"1,\"x\":2"); }, "", ""},
-    {"numberForeignDigits", [](JsonFile& f) { return f.setNumber(1, u"\u0661"); }, "", ""},
     {"numberLooksAsciiCut", [](JsonFile& f) { return f.setNumber(1, u"\u0131"); }, "", ""},
     {"stringIntoNumber", [](JsonFile& f) { return f.setString(1, u"1"); }, "", ""},
-    {"numberIntoString", [](JsonFile& f) { return f.setNumber(0, u"1"); }, "", ""},
     {"booleanIntoNull", [](JsonFile& f) { return f.setBoolean(6, true); }, "", ""},
-    {"stringIntoNested", [](JsonFile& f) { return f.setString(7, u"[]"); }, "", ""},
     {"noSuchMember", [](JsonFile& f) { return f.setString(8, u"x"); }, "", ""},
 };
 
@@ -110,7 +96,7 @@ TEST_P(FileEdit, ChangesItsValueAndNoOtherByte) {
 INSTANTIATE_TEST_SUITE_P(All, FileEdit, testing::ValuesIn(editRows),
                          [](const auto& row) { return row.param.name; });
 
-TEST_F(File, EditedBackIsUnmodifiedWithItsOldText) {
+TEST_F(File, EditsGoBackByHandOrToTheLastSave) {
     JsonFile file = load(sample);
     file.setString(0, u"x");
     file.setBoolean(4, false);
@@ -119,10 +105,6 @@ TEST_F(File, EditedBackIsUnmodifiedWithItsOldText) {
     file.setBoolean(4, true);
     EXPECT_FALSE(file.isModified());
     EXPECT_EQ(file.text(), sample);
-}
-
-TEST_F(File, RevertTakesBackToTheLastSave) {
-    JsonFile file = load(sample);
     file.setString(0, u"saved");
     file.save();
     const std::string saved = file.text();
@@ -135,19 +117,6 @@ TEST_F(File, RevertTakesBackToTheLastSave) {
     EXPECT_EQ(file.text(), saved);
 }
 
-TEST_F(File, WorksOnAfterBeingMoved) {
-    JsonFile first = load("{\"a\":1}");  // short enough to be kept inside the string object
-    JsonFile second = std::move(first);
-    second.setNumber(0, u"22");
-    EXPECT_EQ(second.text(), "{\"a\":22}");
-}
-
-TEST_F(File, UnmodifiedSaveDoesNotTouchTheFile) {
-    JsonFile file = load(sample);
-    m_door.fault = FaultyDoor::Fault::CreateTemporary;
-    EXPECT_NO_THROW(file.save());
-}
-
 TEST_F(File, ChangeByAnotherProgramIsRefusedUntilToldToOverwrite) {
     JsonFile file = load("{\"a\":1}");
     file.setNumber(0, u"2");
@@ -157,68 +126,91 @@ TEST_F(File, ChangeByAnotherProgramIsRefusedUntilToldToOverwrite) {
     EXPECT_TRUE(file.isModified());
     file.save(JsonFile::IfChanged::Overwrite);
     EXPECT_EQ(m_folder.read("a.json"), "{\"a\":2}");
-    EXPECT_NO_THROW(file.save());
-}
-
-TEST_F(File, RemovedFileComesBackOnlyWhenTold) {
-    JsonFile file = load("{\"a\":1}");
-    std::filesystem::permissions(m_folder / "a.json", std::filesystem::perms(0604));
-    file.setNumber(0, u"2");
-    file.save();
     std::filesystem::remove(m_folder / "a.json");
     EXPECT_THROW(file.save(), JsonFile::ChangedOnDisk);
-    EXPECT_TRUE(m_folder.names().empty());
+    EXPECT_THAT(m_folder.names(), ElementsAre());
     file.save(JsonFile::IfChanged::Overwrite);
     EXPECT_EQ(m_folder.read("a.json"), "{\"a\":2}");
-    EXPECT_EQ(std::filesystem::status(m_folder / "a.json").permissions(),
-              std::filesystem::perms(0604));
+    m_door.fault = "create";
+    EXPECT_NO_THROW(file.save()) << "nothing to write";
 }
+
+struct FaultRow {
+    const char* fault;
+    const char* message;  ///< empty when the fault is to be overcome
+};
+
+const FaultRow faultRows[] = {
+    {"create", "Read-only file system"},
+    {"full", "No space left on device"},
+    {"interrupt", ""},
+    {"owner", ""},
+    {"mode", "Operation not permitted"},
+    {"sync", "Input/output error"},
+    {"close", "Disk quota exceeded"},
+    {"rename", "Device or resource busy"},
+};
+
+class FaultySave : public File, public testing::WithParamInterface<FaultRow> {};
+
+TEST_P(FaultySave, GivesTheNewFileOrLeavesTheOldOneAndNothingElse) {
+    JsonFile file = load(sample);
+    file.setString(0, u"new");
+    const std::string edited = file.text();
+    m_door.fault = GetParam().fault;
+    std::string message;
+    try {
+        file.save();
+    } catch (const jsonpad::FileError& error) {
+        message = error.what();
+    }
+    EXPECT_GT(m_door.failures, 0);
+    const bool mayFail = *GetParam().message != '\0';
+    EXPECT_THAT(message, HasSubstr(GetParam().message));
+    EXPECT_EQ(message.empty(), !mayFail);
+    EXPECT_EQ(file.isModified(), mayFail);
+    EXPECT_EQ(m_folder.read("a.json"), mayFail ? sample : edited);
+    EXPECT_THAT(m_folder.names(), ElementsAre("a.json"));
+    m_door.fault.clear();
+    file.save();
+    EXPECT_EQ(m_folder.read("a.json"), edited);
+}
+
+INSTANTIATE_TEST_SUITE_P(All, FaultySave, testing::ValuesIn(faultRows),
+                         [](const auto& row) { return row.param.fault; });
 
 struct LoadRow {
     const char* name;
-    std::function<std::string(const TemporaryFolder&)> make;  ///< gives the path
-    FaultyDoor::Fault fault;
+    std::function<void(const std::string& path)> spoil;  ///< the file, which holds {}
+    const char* fault;
     const char* message;
 };
 
+const auto asItIs = [](const std::string&) {};
+
 const LoadRow loadRows[] = {
-    {"missing", [](const auto& f) { return f / "no.json"; }, FaultyDoor::Fault::None,
-     "/no.json': there is no such file"},
-    {"folder", [](const auto& f) { return f / ""; }, FaultyDoor::Fault::None,
-     "' is not a regular file"},
-    {"device", [](const auto&) { return "/dev/zero"; }, FaultyDoor::Fault::None,
-     "'/dev/zero' is not a regular file"},
+    {"missing", [](auto& path) { std::filesystem::remove(path); }, "", "there is no such file"},
     {"pipe",
-     [](const auto& f) {
-         ::mkfifo((f / "p").c_str(), 0600);
-         return f / "p";
+     [](auto& path) {
+         std::filesystem::remove(path);
+         ::mkfifo(path.c_str(), 0600);
      },
-     FaultyDoor::Fault::None, "/p' is not a regular file"},
+     "", "/a.json' is not a regular file"},
     {"tooBig",
-     [](const auto& f) {
-         f.write("big.json", "{}");
-         std::filesystem::resize_file(f / "big.json", jsonpad::TextFile::sizeLimit + 1);
-         return f / "big.json";
-     },
-     FaultyDoor::Fault::None, "/big.json' is larger than 64 MiB"},
-    {"notJson", [](const auto& f) { return f.write("a.json", "{\n \"a\": x}"); },
-     FaultyDoor::Fault::None, "/a.json': line 2, column 7: a value is expected here"},
-    {"empty", [](const auto& f) { return f.write("a.json", ""); }, FaultyDoor::Fault::None,
-     "/a.json': line 1, column 1: the text ends too early"},
-    {"cannotOpen", [](const auto& f) { return f.write("a.json", "{}"); }, FaultyDoor::Fault::Open,
-     "/a.json': Too many open files"},
-    {"cannotRead", [](const auto& f) { return f.write("a.json", "{}"); }, FaultyDoor::Fault::Read,
-     "/a.json': Input/output error"},
-    {"readOnlyFile", [](const auto& f) { return f.write("a.json", "{}"); },
-     FaultyDoor::Fault::MayWriteFile, "/a.json': Permission denied"},
-    {"readOnlyFolder", [](const auto& f) { return f.write("a.json", "{}"); },
-     FaultyDoor::Fault::MayWriteFolder, "/a.json': Permission denied"},
+     [](auto& path) { std::filesystem::resize_file(path, jsonpad::TextFile::sizeLimit + 1); }, "",
+     "/a.json' is larger than 64 MiB"},
+    {"notJson", [](auto& path) { std::filesystem::resize_file(path, 1); }, "",
+     "/a.json': line 1, column 2: the text ends too early"},
+    {"cannotRead", asItIs, "read", "/a.json': Input/output error"},
+    {"readOnlyFile", asItIs, "mayWriteFile", "/a.json': Permission denied"},
+    {"readOnlyFolder", asItIs, "mayWriteFolder", "/a.json': Permission denied"},
 };
 
 class FileLoad : public File, public testing::WithParamInterface<LoadRow> {};
 
 TEST_P(FileLoad, SaysInOneLineWhatIsWrong) {
-    const std::string path = GetParam().make(m_folder);
+    const std::string path = m_folder.write("a.json", "{}");
+    GetParam().spoil(path);
     m_door.fault = GetParam().fault;
     try {
         JsonFile::load(path, m_door);
@@ -249,20 +241,6 @@ bool editRandomly(JsonFile& file, std::size_t index, RandomJson& random) {
     }
 }
 
-/// The text without the values of the members in `without`.
-std::string rest(const std::string& text, const std::vector<bool>& without) {
-    std::string result;
-    std::size_t copied = 0;
-    const auto members = jsonpad::JsonScanner::scan(text);
-    for (std::size_t index = 0; index < members.size(); ++index) {
-        const auto start = static_cast<std::size_t>(members[index].value.data() - text.data());
-        const std::size_t end = start + members[index].value.size();
-        result.append(text, copied, (without[index] ? start : end) - copied);
-        copied = end;
-    }
-    return result.append(text, copied, std::string::npos);
-}
-
 TEST_F(File, RandomEditsKeepEveryOtherByteAndSurviveSaving) {
     const auto seed = std::random_device{}();
     SCOPED_TRACE("seed " + std::to_string(seed));
@@ -270,21 +248,27 @@ TEST_F(File, RandomEditsKeepEveryOtherByteAndSurviveSaving) {
     for (int round = 0; round < 300; ++round) {
         const std::string original = random.object();
         JsonFile file = load(original);
-        ASSERT_EQ(file.text(), original);
         std::vector<bool> isEdited(file.members().size());
         for (std::size_t index = 0; index < isEdited.size(); ++index) {
             isEdited[index] = random.below(2) == 0 && editRandomly(file, index, random);
         }
         const std::string edited = file.text();
-        ASSERT_EQ(rest(edited, isEdited), rest(original, isEdited)) << original;
+        const auto before = jsonpad::JsonScanner::scan(original);
+        const auto after = jsonpad::JsonScanner::scan(edited);
+        ASSERT_EQ(after.size(), before.size());
+        std::string expected = original;
+        for (std::size_t index = isEdited.size(); index-- > 0;) {
+            const std::string_view old = before[index].value;
+            expected.replace(static_cast<std::size_t>(old.data() - original.data()), old.size(),
+                             isEdited[index] ? after[index].value : old);
+        }
+        ASSERT_EQ(edited, expected);
         file.save();
         const JsonFile again = JsonFile::load(m_folder / "a.json");
         ASSERT_EQ(again.text(), edited);
         for (std::size_t index = 0; index < isEdited.size(); ++index) {
             ASSERT_EQ(again.members()[index].value, file.members()[index].value) << edited;
         }
-        file.revert();
-        ASSERT_EQ(file.text(), edited);
     }
 }
 

@@ -4,85 +4,32 @@
 
 #include <filesystem>
 
-#include "FaultyDoor.h"
-#include "TemporaryFolder.h"
-#include "jsonpad/FileError.h"
+#include "support/TemporaryFolder.h"
 
 namespace {
 
 namespace fs = std::filesystem;
-using jsonpad::FileError;
+using DOVA::test::TemporaryFolder;
 using jsonpad::TextFile;
-using jsonpad_test::FaultyDoor;
-using jsonpad_test::TemporaryFolder;
 using testing::ElementsAre;
-using testing::HasSubstr;
 using testing::UnorderedElementsAre;
 
 constexpr const char* oldBytes = "old bytes of the file";
 constexpr const char* newBytes = "the new bytes, which are longer";
 
-struct FaultRow {
-    const char* name;
-    FaultyDoor::Fault fault;
-    const char* message;  ///< empty when the fault is to be overcome
-};
-
-const FaultRow faultRows[] = {
-    {"none", FaultyDoor::Fault::None, ""},
-    {"noTemporary", FaultyDoor::Fault::CreateTemporary, "Read-only file system"},
-    {"diskFull", FaultyDoor::Fault::Write, "No space left on device"},
-    {"interruptedAndShortWrites", FaultyDoor::Fault::InterruptedWrite, ""},
-    {"foreignOwner", FaultyDoor::Fault::SetOwner, ""},
-    {"noMode", FaultyDoor::Fault::SetMode, "Operation not permitted"},
-    {"noSync", FaultyDoor::Fault::Sync, "Input/output error"},
-    {"quotaSeenAtClose", FaultyDoor::Fault::Close, "Disk quota exceeded"},
-    {"noRename", FaultyDoor::Fault::Rename, "Device or resource busy"},
-};
-
-class Replace : public testing::TestWithParam<FaultRow> {};
-
-TEST_P(Replace, GivesTheNewFileOrLeavesTheOldOneAndNothingElse) {
-    const TemporaryFolder folder;
-    FaultyDoor door;
-    TextFile file(folder.write("a.json", oldBytes), door);
-    file.read();
-    door.fault = GetParam().fault;
-    std::string message;
-    try {
+TEST(TextFile, KeepsTheMode) {
+    for (const int mode : {0600, 0666, 02664, 04700}) {
+        const TemporaryFolder folder;
+        const std::string path = folder.write("a.json", oldBytes);
+        fs::permissions(path, fs::perms(mode));
+        TextFile file(path, jsonpad::FileDoor::system());
+        file.read();
         file.replaceWith(newBytes);
-    } catch (const FileError& error) {
-        message = error.what();
+        EXPECT_EQ(fs::status(path).permissions(), fs::perms(mode));
     }
-    const bool mayFail = *GetParam().message != '\0';
-    EXPECT_THAT(message, HasSubstr(GetParam().message));
-    EXPECT_EQ(message.empty(), !mayFail);
-    EXPECT_EQ(folder.read("a.json"), mayFail ? oldBytes : newBytes);
-    EXPECT_THAT(folder.names(), ElementsAre("a.json"));
-    door.fault = FaultyDoor::Fault::None;
-    file.replaceWith("again");
-    EXPECT_EQ(folder.read("a.json"), "again");
 }
 
-INSTANTIATE_TEST_SUITE_P(All, Replace, testing::ValuesIn(faultRows),
-                         [](const auto& row) { return row.param.name; });
-
-class Mode : public testing::TestWithParam<int> {};
-
-TEST_P(Mode, IsKept) {
-    const TemporaryFolder folder;
-    const std::string path = folder.write("a.json", oldBytes);
-    fs::permissions(path, fs::perms(GetParam()));
-    TextFile file(path, jsonpad::FileDoor::system());
-    file.read();
-    file.replaceWith(newBytes);
-    EXPECT_EQ(folder.read("a.json"), newBytes);
-    EXPECT_EQ(fs::status(path).permissions(), fs::perms(GetParam()));
-}
-
-INSTANTIATE_TEST_SUITE_P(All, Mode, testing::Values(0600, 0644, 0666, 0755, 02664, 04700));
-
-TEST(TextFileLinks, AreFollowedAndStay) {
+TEST(TextFile, FollowsLinksAndLeavesThem) {
     const TemporaryFolder folder;
     const TemporaryFolder elsewhere;
     const std::string target = elsewhere.write("real.json", oldBytes);
@@ -97,7 +44,7 @@ TEST(TextFileLinks, AreFollowedAndStay) {
     EXPECT_THAT(elsewhere.names(), ElementsAre("real.json"));
 }
 
-TEST(TextFileNames, RelativeNamesAndNamesAsLongAsTheyGetWork) {
+TEST(TextFile, RelativeNamesAndNamesAsLongAsTheyGetWork) {
     const TemporaryFolder folder;
     const std::string name(255, 'n');
     folder.write(name, oldBytes);
@@ -110,15 +57,13 @@ TEST(TextFileNames, RelativeNamesAndNamesAsLongAsTheyGetWork) {
     EXPECT_EQ(folder.read(name), newBytes);
 }
 
-TEST(TextFileReading, GivesNothingForNoFileAndEveryByteOtherwise) {
+TEST(TextFile, ReadsEveryByteOfMoreThanOneBuffer) {
     const TemporaryFolder folder;
-    TextFile file(folder / "a.json", jsonpad::FileDoor::system());
-    EXPECT_EQ(file.read(), std::nullopt);
     std::string bytes;
     for (int count = 0; count < 200000; ++count) {
         bytes += static_cast<char>(count * 7);
     }
-    folder.write("a.json", bytes);
+    TextFile file(folder.write("a.json", bytes), jsonpad::FileDoor::system());
     EXPECT_TRUE(file.read() == bytes);
 }
 

@@ -8,13 +8,13 @@
 #include <string>
 #include <vector>
 
-namespace jsonpad_test {
+namespace DOVA::test {
 
 /// A folder of its own for a test, gone with everything in it at the end.
 class TemporaryFolder {
 public:
     TemporaryFolder() {
-        std::string pattern = std::filesystem::temp_directory_path() / "jsonpad-test-XXXXXX";
+        std::string pattern = std::filesystem::temp_directory_path() / "dova-test-XXXXXX";
         if (::mkdtemp(pattern.data()) == nullptr) {
             throw std::runtime_error("cannot make a folder for the test");
         }
@@ -49,4 +49,4 @@ private:
     std::filesystem::path m_path;
 };
 
-}  // namespace jsonpad_test
+}  // namespace DOVA::test
