@@ -1,6 +1,3 @@
-#include <gmock/gmock.h>
-#include <gtest/gtest.h>
-
 #include <random>
 #include <string>
 #include <vector>
@@ -11,7 +8,6 @@
 namespace DOVA::gateway {
 namespace {
 
-using testing::ElementsAre;
 using testing::HasSubstr;
 
 class GatewaySessionTest : public PageFixture {};
@@ -25,14 +21,8 @@ TEST_F(GatewaySessionTest, answersAnActionInOneFrameWithTheAcknowledgement) {
     const auto page = openReady("me");
     page->send("2,0\x1e./1\x1f{\"event\":\"onClick\"}");
     EXPECT_EQ(page->read(), "1,2\x1e./1\x1f[1]\x1e./1\x1f[2]");
-}
-
-TEST_F(GatewaySessionTest, acknowledgesAlsoWithoutAnAnswer) {
-    start();
-    const auto page = openFresh("me");
-    page->send("1,0\x1e./1\x1f{}\x1e./1\x1f{}");
-    EXPECT_EQ(page->read(), "1,2");
-    EXPECT_THAT(heard, ElementsAre("/dova2/web/me/1={}", "/dova2/web/me/1={}"));
+    page->send("3,2\x1e./2\x1f{}");
+    EXPECT_EQ(page->read(), "3,3") << "acknowledged also without an answer";
 }
 
 TEST_F(GatewaySessionTest, aBurstTravelsInOrderAndJoined) {
@@ -44,54 +34,15 @@ TEST_F(GatewaySessionTest, aBurstTravelsInOrderAndJoined) {
     int frames = 0;
     for (; model.heard().size() < 10000; ++frames)
         ASSERT_TRUE(model.hear(page->read()));
-    EXPECT_EQ(model.heard().front(), "./1=" + std::string(90, 'x') + "1");
     EXPECT_EQ(model.heard().back(), "./1=" + std::string(90, 'x') + "10000");
     EXPECT_LT(frames, 10) << "about a megabyte in frames of a quarter";
 }
 
-TEST_F(GatewaySessionTest, replaysWhatAPageMissed) {
-    start();
-    auto page = openReady("me");
-    publish("/dova2/web/me", "one");
-    publish("/dova2/web/me", "two");
-    page->read();
-    page->cut();
-    publish("/dova2/web/me", "three");
-    page = openPage("me", "&received=1");
-    EXPECT_EQ(page->read(), R"({"session":"resumed","received":1})");
-    ModelPage model;
-    std::string replay;
-    while (replay.find("three") == std::string::npos)
-        replay += page->read();
-    EXPECT_EQ(replay,
-              "2,1\x1e.\x1ftwo"
-              "3,1\x1e.\x1fthree");
-}
-
-TEST_F(GatewaySessionTest, anUnknownSessionIsToldToStartAfresh) {
-    start();
-    const auto page = openPage("me", "&received=5");
-    EXPECT_EQ(page->read(), R"({"session":"lost","reason":"the session is unknown or expired"})");
-    EXPECT_EQ(page->closeCode(), 4000u);
-}
-
-TEST_F(GatewaySessionTest, theNewestPageOwnsTheProgram) {
-    start();
-    const auto first = openReady("first");
-    const auto second = openReady("second");
-    EXPECT_EQ(first->closeCode(), 4002u);
-    EXPECT_EQ(first->closeText(), "taken over by another page");
-    publish("/dova2/web/second", "still served");
-    EXPECT_THAT(second->read(), HasSubstr("still served"));
-}
-
 TEST_F(GatewaySessionTest, aDuplicatedTabTakesOver) {
     start();
-    const auto first = openReady("me");
-    const auto second = openPage("me", "&received=0");
+    const auto first = openReady("me"), second = openPage("me", "&received=0");
     EXPECT_EQ(second->read(), R"({"session":"resumed","received":1})");
     EXPECT_EQ(first->closeCode(), 4001u);
-    EXPECT_EQ(first->closeText(), "opened in another tab");
     publish("/dova2/web/me", "for the second");
     EXPECT_THAT(second->read(), HasSubstr("for the second"));
 }
@@ -99,10 +50,8 @@ TEST_F(GatewaySessionTest, aDuplicatedTabTakesOver) {
 TEST_F(GatewaySessionTest, aPageThatStaysAwayIsGone) {
     options.graceTime = std::chrono::milliseconds(30);
     start();
-    const auto page = openReady("me");
-    page->cut();
-    awaitHeard(R"(/dova2/web={"clientDestroyed":"me"})");
-    EXPECT_THAT(openPage("me", "&received=0")->read(), HasSubstr("lost"));
+    openReady("me")->cut();
+    expectSessionIsOver();
 }
 
 TEST_F(GatewaySessionTest, aPageThatComesBackInTimeIsNot) {
@@ -113,7 +62,7 @@ TEST_F(GatewaySessionTest, aPageThatComesBackInTimeIsNot) {
     page = openPage("me", "&received=0");
     page->read();
     passTime(std::chrono::milliseconds(300));
-    EXPECT_THAT(heard, testing::Not(testing::Contains(HasSubstr("clientDestroyed"))));
+    EXPECT_EQ(heard.size(), 1u) << heard.back();
 }
 
 TEST_F(GatewaySessionTest, aGoodbyeEndsTheSession) {
@@ -121,37 +70,8 @@ TEST_F(GatewaySessionTest, aGoodbyeEndsTheSession) {
     const auto page = openReady("me");
     page->send("2,0\x1e/dova2/web\x1f{\"clientDestroyed\":\"me\"}");
     EXPECT_EQ(page->closeCode(), 1000u);
-    awaitHeard(R"(/dova2/web={"clientDestroyed":"me"})");
+    expectSessionIsOver();
 }
-
-struct FaultRow {
-    const char* name;
-    std::string frame;
-    unsigned code;
-};
-
-class GatewayFaultTest : public PageFixture, public testing::WithParamInterface<FaultRow> {};
-
-TEST_P(GatewayFaultTest, closesWithItsCodeAndEndsTheSession) {
-    start();
-    const auto page = openReady("me");
-    page->send(GetParam().frame);
-    EXPECT_EQ(page->closeCode(), GetParam().code);
-    EXPECT_NE(page->closeText(), "");
-    awaitHeard(R"(/dova2/web={"clientDestroyed":"me"})");
-    EXPECT_THAT(openPage("me", "&received=0")->read(), HasSubstr("lost"));
-}
-
-INSTANTIATE_TEST_SUITE_P(Rows, GatewayFaultTest,
-                         testing::Values(FaultRow{"malformed", "hello", 4003},
-                                         FaultRow{"gap", "3,0\x1e.\x1f{}", 4003},
-                                         FaultRow{"falseAcknowledgement", "2,1\x1e.\x1f{}", 4003},
-                                         FaultRow{"otherPage", "2,0\x1e/dova2/web/you\x1f{}", 4004},
-                                         FaultRow{"model", "2,0\x1e/tdom\x1f{}", 4004},
-                                         FaultRow{"readyForAnother",
-                                                  "2,0\x1e/dova2/web\x1f{\"clientReady\":\"you\"}",
-                                                  4004}),
-                         [](const auto& row) { return row.param.name; });
 
 /// Over real sockets: the page's connection breaks at every opportunity that chance finds.
 TEST_F(GatewaySessionTest, nothingIsLostOrDoubledOverManyCuts) {

@@ -1,8 +1,5 @@
 #include "gateway/Gateway.h"
 
-#include <gmock/gmock.h>
-#include <gtest/gtest.h>
-
 #include <system_error>
 
 #include "PageFixture.h"
@@ -10,34 +7,19 @@
 namespace DOVA::gateway {
 namespace {
 
-using testing::StartsWith;
-
 class GatewayTest : public PageFixture {};
 
 TEST_F(GatewayTest, tellsWhereItIs) {
     options.token.clear();
-    Gateway first(loop, options);
+    Gateway first(loop, options), second(loop, options);
     EXPECT_EQ(first.address(), "");
     first.start();
     EXPECT_NE(first.port(), 0);
     EXPECT_EQ(first.address(),
               "http://127.0.0.1:" + std::to_string(first.port()) + "/#" + first.token());
-    Gateway second(loop, options);
     second.start();
+    EXPECT_GE(first.token().size() * 4, 128u);
     EXPECT_NE(first.token(), second.token());
-    EXPECT_NE(first.port(), second.port());
-}
-
-TEST_F(GatewayTest, namesALoopbackAddressForEveryInterface) {
-    options.bindAddress = "::";
-    options.allowNonLoopback = true;
-    Gateway everywhere(loop, options);
-    try {
-        everywhere.start();
-    } catch (const std::system_error&) {
-        GTEST_SKIP() << "this machine has no IPv6";
-    }
-    EXPECT_THAT(everywhere.address(), StartsWith("http://[::1]:"));
 }
 
 TEST_F(GatewayTest, aTakenPortIsToldAndCanBeHadLater) {
@@ -48,7 +30,6 @@ TEST_F(GatewayTest, aTakenPortIsToldAndCanBeHadLater) {
         second.start();
         FAIL() << "two listen on one port";
     } catch (const std::system_error& error) {
-        EXPECT_EQ(error.code(), std::errc::address_in_use);
         EXPECT_EQ(std::string(error.what()),
                   "cannot listen on 127.0.0.1:" + std::to_string(options.port) +
                       ": Address already in use");
@@ -60,18 +41,20 @@ TEST_F(GatewayTest, aTakenPortIsToldAndCanBeHadLater) {
 
 TEST_F(GatewayTest, stopSendsWhatWaitsAndSaysGoodbye) {
     start();
-    const auto first = openFresh("first");
-    const auto second = openFresh("second");
+    const auto first = openFresh("first"), second = openFresh("second");
     publish("/dova2/web/first/1", "last words");
-    bool stopped = false;
-    gateway->stop([&] { stopped = true; });
+    int calls = 0;
+    gateway->stop([&] { ++calls; });
+    gateway->stop([&] { ++calls; });
     EXPECT_EQ(first->read(), "1,0\x1e./1\x1flast words");
     EXPECT_EQ(first->closeCode(), 1001u);
-    EXPECT_EQ(first->closeText(), "program ended");
     EXPECT_EQ(second->closeCode(), 1001u);
-    await([&] { return stopped; });
-    auto late = newPage();
-    EXPECT_THROW(late->open("token=0123456789abcdef&client=late"), std::exception);
+    await([&] { return calls == 2; });
+    EXPECT_THROW(newPage()->open("token=0123456789abcdef&client=late"), std::exception);
+    gateway->stop([&] { ++calls; });
+    Gateway neverStarted(loop, options);
+    neverStarted.stop([&] { ++calls; });
+    await([&] { return calls == 4; });
 }
 
 TEST_F(GatewayTest, stopIsBoundedByPagesThatDoNotAnswer) {
@@ -85,19 +68,6 @@ TEST_F(GatewayTest, stopIsBoundedByPagesThatDoNotAnswer) {
     gateway->stop([&] { stopped = true; });
     await([&] { return stopped; });
     EXPECT_LT(std::chrono::steady_clock::now() - before, std::chrono::seconds(2));
-}
-
-TEST_F(GatewayTest, everyWaiterForStopIsCalledOnce) {
-    start();
-    int calls = 0;
-    gateway->stop([&] { ++calls; });
-    gateway->stop([&] { ++calls; });
-    await([&] { return calls == 2; });
-    gateway->stop([&] { ++calls; });
-    await([&] { return calls == 3; });
-    Gateway neverStarted(loop, options);
-    neverStarted.stop([&] { ++calls; });
-    await([&] { return calls == 4; });
 }
 
 TEST_F(GatewayTest, mayGoWhileItsConnectionsAreServed) {

@@ -40,6 +40,15 @@ protected:
     void awaitHeard(const std::string& text) {
         await([&] { return std::find(heard.begin(), heard.end(), text) != heard.end(); });
     }
+
+    /// The session of "me" has ended, and the program knows.
+    void expectSessionIsOver() {
+        awaitHeard(R"(/dova2/web={"clientDestroyed":"me"})");
+        const auto back = openPage("me", "&received=0");
+        EXPECT_EQ(back->read(),
+                  R"({"session":"lost","reason":"the session is unknown or expired"})");
+        EXPECT_EQ(back->closeCode(), 4000u);
+    }
 };
 
 }  // namespace DOVA::gateway

@@ -4,7 +4,6 @@
 #include <gtest/gtest.h>
 
 #include <memory>
-#include <optional>
 #include <string>
 #include <vector>
 
@@ -28,12 +27,12 @@ class RegistryFixture : public testing::Test {
 protected:
     RegistryFixture() {
         options.limits.downwardRecords = 100;
+        options.limits.connections = 3;
         options.graceTime = std::chrono::seconds(30);
         registry = std::make_unique<SessionRegistry>(bus, options);
-        bus->subscribeTree(program, "",
-                           [this](const std::string& channel, const std::string& text) {
-                               programHeard.push_back(channel + "=" + text);
-                           });
+        bus->subscribeTree(program, "", [this](auto& channel, auto& text) {
+            programHeard.push_back(channel + "=" + text);
+        });
     }
 
     void say(const std::string& channel, const std::string& text) {
@@ -41,22 +40,14 @@ protected:
         bus->deliver();
     }
 
-    void handle(const std::shared_ptr<Session>& session, const char* channel, const char* text) {
-        EXPECT_EQ(registry->handle(session, {channel, text}), nullptr) << channel;
+    /// A new session whose page was ready, and the program has heard that already.
+    std::shared_ptr<Session> openReady(const char* id, PageLink& link) {
+        const auto session = registry->open(id, {}, link).session;
+        const std::string text = std::string(R"({"clientReady":")") + id + "\"}";
+        EXPECT_EQ(registry->handle(session, {"/dova2/web", text}), nullptr);
         bus->deliver();
-    }
-
-    void ready(const std::shared_ptr<Session>& session) {
-        handle(session, "/dova2/web", (R"({"clientReady":")" + session->id() + "\"}").c_str());
         programHeard.clear();
-    }
-
-    /// The texts that wait for the page, joined as they would travel.
-    static std::string waiting(Session& session) {
-        std::string all;
-        while (const auto chunk = session.downward().next())
-            all += chunk->records;
-        return all;
+        return session;
     }
 
     const std::shared_ptr<tdom::messaging::InProcessBus> bus =

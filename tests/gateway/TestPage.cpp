@@ -30,13 +30,11 @@ beast::error_code TestPage::wait(const std::function<void(Done)>& begin) {
     return result;
 }
 
-void TestPage::narrowReceiveBuffer() {
-    m_stream.next_layer().open(asio::ip::tcp::v4());
-    m_stream.next_layer().set_option(asio::socket_base::receive_buffer_size(64 * 1024));
-}
-
 unsigned TestPage::open(const std::string& query, const Adjust& adjust) {
     const std::string host = "127.0.0.1:" + std::to_string(m_port);
+    m_stream.next_layer().open(asio::ip::tcp::v4());
+    // The network between holds little, so that a page that does not read is felt soon.
+    m_stream.next_layer().set_option(asio::socket_base::receive_buffer_size(64 * 1024));
     m_stream.next_layer().connect({asio::ip::make_address("127.0.0.1"), m_port});
     m_stream.next_layer().set_option(asio::ip::tcp::no_delay(true));  // as browsers do
     m_stream.set_option(websocket::stream_base::decorator([&](websocket::request_type& request) {
@@ -53,23 +51,14 @@ unsigned TestPage::open(const std::string& query, const Adjust& adjust) {
     return response.result_int();
 }
 
-void TestPage::write(const std::string& frame) {
+void TestPage::write(const std::string& frame, bool binary) {
+    m_stream.binary(binary);
     const auto error = wait([&](auto done) {
         m_stream.async_write(asio::buffer(frame),
                              [done](beast::error_code result, std::size_t) { done(result); });
     });
     if (error)
         throw beast::system_error(error);
-}
-
-void TestPage::send(const std::string& frame) {
-    m_stream.text(true);
-    write(frame);
-}
-
-void TestPage::sendBinary(const std::string& frame) {
-    m_stream.binary(true);
-    write(frame);
 }
 
 void TestPage::sendRaw(const std::string& bytes) {

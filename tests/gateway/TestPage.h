@@ -21,15 +21,12 @@ public:
 
     TestPage(boost::asio::io_context& loop, Await await, std::uint16_t port);
 
-    /// Before open(): the network between holds little.
-    void narrowReceiveBuffer();
-
     /// Opens the socket as a page of ours does; `adjust` may spoil the request. Returns the HTTP
     /// status, 101 when it worked.
     unsigned open(const std::string& query, const Adjust& adjust = {});
 
-    void send(const std::string& frame);
-    void sendBinary(const std::string& frame);
+    void send(const std::string& frame) { write(frame, false); }
+    void sendBinary(const std::string& frame) { write(frame, true); }
     /// Bytes as they are, beneath the WebSocket.
     void sendRaw(const std::string& bytes);
 
@@ -38,7 +35,6 @@ public:
 
     /// Reads on until the connection ends: the close code, or 0 when it was merely cut.
     unsigned closeCode();
-    std::string closeText() const { return std::string(m_stream.reason().reason.c_str()); }
 
     /// Keeps reading, and so answering pings, without waiting for anything.
     void readInBackground();
@@ -54,7 +50,7 @@ private:
     using Done = std::function<void(boost::beast::error_code)>;
 
     boost::beast::error_code wait(const std::function<void(Done)>& begin);
-    void write(const std::string& frame);
+    void write(const std::string& frame, bool binary);
 
     Await m_await;
     const std::uint16_t m_port;

@@ -3,7 +3,6 @@
 #include <gmock/gmock.h>
 #include <gtest/gtest.h>
 
-#include <atomic>
 #include <condition_variable>
 #include <map>
 #include <memory>
@@ -11,6 +10,7 @@
 #include <stdexcept>
 #include <string>
 #include <thread>
+#include <utility>
 #include <vector>
 
 namespace tdom::messaging {
@@ -34,14 +34,13 @@ protected:
 };
 
 TEST_F(InProcessBusTest, keepsOneOrderOverAllChannels) {
-    m_bus.subscribe(m_listener, "/a", recorder());
-    m_bus.subscribe(m_listener, "/b", recorder());
-    for (const char* const text : {"1", "2", "3"}) {
-        m_bus.publish(m_speaker, "/a", text);
-        m_bus.publish(m_speaker, "/b", text);
-    }
-    EXPECT_EQ(m_bus.deliver(), 6u);
-    EXPECT_THAT(m_heard, ElementsAre("/a=1", "/b=1", "/a=2", "/b=2", "/a=3", "/b=3"));
+    char next = '0';
+    for (const char* const channel : {"/b", "/a"})
+        m_bus.subscribe(m_listener, channel, recorder());
+    for (const char* const channel : {"/a", "/b", "/a", "/b"})
+        m_bus.publish(m_speaker, channel, std::string(1, next++));
+    EXPECT_EQ(m_bus.deliver(), 4u);
+    EXPECT_THAT(m_heard, ElementsAre("/a=0", "/b=1", "/a=2", "/b=3"));
 }
 
 struct ChannelRow {
@@ -52,59 +51,39 @@ struct ChannelRow {
     bool heard;
 };
 
-class InProcessBusChannelTest : public InProcessBusTest,
-                                public testing::WithParamInterface<ChannelRow> {};
-
-TEST_P(InProcessBusChannelTest, isHeardOrNot) {
-    const ChannelRow& row = GetParam();
-    if (row.tree)
-        m_bus.subscribeTree(m_listener, row.subscribed, recorder());
-    else
-        m_bus.subscribe(m_listener, row.subscribed, recorder());
-    m_bus.publish(m_speaker, row.published, "x");
-    m_bus.deliver();
-    EXPECT_EQ(m_heard.size(), row.heard ? 1u : 0u);
+TEST(InProcessBusChannelTest, isHeardOrNot) {
+    for (const ChannelRow& row : {ChannelRow{"same", "/a/b", false, "/a/b", true},
+                                  ChannelRow{"belowIsAnother", "/a", false, "/a/b", false},
+                                  ChannelRow{"hashIsLiteral", "/a/#", false, "/a/b", false},
+                                  ChannelRow{"treeHoldsItself", "/a/b", true, "/a/b", true},
+                                  ChannelRow{"treeHoldsChildren", "/a/b", true, "/a/b/c", true},
+                                  ChannelRow{"treeHoldsGrandchildren", "/a", true, "/a/b/c", true},
+                                  ChannelRow{"treeNeedsTheSlash", "/a/b", true, "/a/bc", false},
+                                  ChannelRow{"treeHoldsNotItsParent", "/a/b", true, "/a", false},
+                                  ChannelRow{"treeWithTrailingSlash", "/a/", true, "/a//b", true},
+                                  ChannelRow{"treeHashIsLiteral", "/#", true, "/a", false},
+                                  ChannelRow{"emptyTreeHoldsEverySlash", "", true, "/a/b", true}}) {
+        InProcessBus bus;
+        int heard = 0;
+        const auto subscribe = row.tree ? &MessageBus::subscribeTree : &MessageBus::subscribe;
+        (bus.*subscribe)(bus.attach("listener"), row.subscribed, [&](auto&, auto&) { ++heard; });
+        bus.publish(bus.attach("speaker"), row.published, "x");
+        bus.deliver();
+        EXPECT_EQ(heard, row.heard ? 1 : 0) << row.name;
+    }
 }
-
-INSTANTIATE_TEST_SUITE_P(
-    Rows, InProcessBusChannelTest,
-    testing::Values(ChannelRow{"same", "/a/b", false, "/a/b", true},
-                    ChannelRow{"belowIsAnother", "/a", false, "/a/b", false},
-                    ChannelRow{"aboveIsAnother", "/a/b", false, "/a", false},
-                    ChannelRow{"hashIsLiteral", "/a/#", false, "/a/b", false},
-                    ChannelRow{"plusIsLiteral", "/+/b", false, "/a/b", false},
-                    ChannelRow{"literalHashMatchesItself", "/a/#", false, "/a/#", true},
-                    ChannelRow{"treeHoldsItself", "/a/b", true, "/a/b", true},
-                    ChannelRow{"treeHoldsChildren", "/a/b", true, "/a/b/c", true},
-                    ChannelRow{"treeHoldsGrandchildren", "/a", true, "/a/b/c", true},
-                    ChannelRow{"treeNeedsTheSlash", "/a/b", true, "/a/bc", false},
-                    ChannelRow{"treeHoldsNotItsParent", "/a/b", true, "/a", false},
-                    ChannelRow{"treeWithTrailingSlash", "/a/", true, "/a//b", true},
-                    ChannelRow{"treeWithTrailingSlashIsNarrower", "/a/", true, "/a/b", false},
-                    ChannelRow{"treeHashIsLiteral", "/#", true, "/a", false},
-                    ChannelRow{"emptyChannel", "", false, "", true},
-                    ChannelRow{"emptyTreeHoldsEverySlash", "", true, "/a/b", true}),
-    [](const auto& row) { return row.param.name; });
 
 TEST_F(InProcessBusTest, hearsATextOnceForEachSubscriptionInTheirOrder) {
     const auto note = [this](const char* name) {
         return [this, name](auto&, auto&) { m_heard.push_back(name); };
     };
     m_bus.subscribeTree(m_listener, "/a/b", note("tree"));
-    m_bus.subscribe(m_listener, "/a/b", note("exact"));
-    m_bus.subscribeTree(m_listener, "", note("root"));
     m_bus.publish(m_speaker, "/a/b", "x");
-    m_bus.deliver();
-    EXPECT_THAT(m_heard, ElementsAre("tree", "exact", "root"));
-}
-
-TEST_F(InProcessBusTest, aLateSubscriptionHearsNothingOlder) {
-    m_bus.subscribe(m_listener, "/a", recorder());
-    m_bus.publish(m_speaker, "/a", "older");
-    m_bus.subscribe(m_listener, "/a", [](auto&, auto&) { FAIL() << "heard an older text"; });
+    m_bus.subscribe(m_listener, "/a/b", note("exact"));
+    m_bus.publish(m_speaker, "/a/b", "x");
     m_bus.subscribeTree(m_listener, "", [](auto&, auto&) { FAIL() << "heard an older text"; });
     m_bus.deliver();
-    EXPECT_THAT(m_heard, ElementsAre("/a=older"));
+    EXPECT_THAT(m_heard, ElementsAre("tree", "tree", "exact"));
 }
 
 TEST_F(InProcessBusTest, queuesNothingThatNobodyElseHears) {
@@ -113,40 +92,37 @@ TEST_F(InProcessBusTest, queuesNothingThatNobodyElseHears) {
     m_bus.publish(m_speaker, "/a", "to myself");
     m_bus.publish(m_speaker, "/b", "to nobody");
     EXPECT_TRUE(m_bus.idle());
-    EXPECT_EQ(m_bus.deliver(), 0u);
-}
-
-TEST_F(InProcessBusTest, nothingStartsAfterUnsubscribing) {
-    const auto handle = m_bus.subscribe(m_listener, "/a", recorder());
-    m_bus.publish(m_speaker, "/a", "queued before");
-    m_bus.unsubscribe(handle);
-    m_bus.deliver();
-    EXPECT_THAT(m_heard, IsEmpty());
 }
 
 TEST_F(InProcessBusTest, callbacksMayEndThemselvesAndOthers) {
     MessageBus::Handle second = 0;
     const auto token = std::make_shared<int>(0);
-    MessageBus::Handle first = m_bus.subscribe(m_listener, "/a", [&, token](auto&, auto& text) {
-        m_bus.unsubscribe(first);
+    m_bus.subscribe(m_listener, "/a", [&, token](auto&, auto& text) {
         m_bus.unsubscribe(second);
+        m_bus.detach(m_listener);
         m_heard.push_back(text + std::to_string(token.use_count()));
     });
     second = m_bus.subscribe(m_listener, "/a", [token](auto&, auto&) { FAIL() << "was ended"; });
-    m_bus.publish(m_speaker, "/a", "x");
-    m_bus.publish(m_speaker, "/a", "y");
+    for (const char* const text : {"x", "y"})
+        m_bus.publish(m_speaker, "/a", text);
     m_bus.deliver();
     EXPECT_THAT(m_heard, ElementsAre("x2"));  // its own copy and this one: the other's is gone
     EXPECT_EQ(token.use_count(), 1);
 }
 
 /// A module that has unsubscribed may be unloaded: its closures must not linger in the queue.
-TEST_F(InProcessBusTest, anEndedCallbackIsDestroyedEvenWhileTextsForItAreQueued) {
+TEST_F(InProcessBusTest, anEndedCallbackIsGoneEvenWhileTextsForItAreQueued) {
     const auto token = std::make_shared<int>(0);
-    const auto handle = m_bus.subscribe(m_listener, "/a", [token](auto&, auto&) {});
+    const auto handle = m_bus.subscribe(
+        m_listener, "/a", [token](auto&, auto&) { FAIL() << "started after its end"; });
     m_bus.publish(m_speaker, "/a", "x");
     m_bus.unsubscribe(handle);
     EXPECT_EQ(token.use_count(), 1);
+    m_bus.unsubscribe(handle);
+    m_bus.detach(4711);
+    testing::internal::CaptureStderr();
+    EXPECT_EQ(m_bus.deliver(), 1u);
+    EXPECT_EQ(testing::internal::GetCapturedStderr(), "") << "an empty callback was called";
 }
 
 TEST_F(InProcessBusTest, callbacksMaySubscribeAndPublish) {
@@ -164,9 +140,9 @@ TEST_F(InProcessBusTest, callbacksMaySubscribeAndPublish) {
 TEST_F(InProcessBusTest, nestedDeliveryGoesOnInOrder) {
     m_bus.subscribe(m_listener, "/a", [&](auto&, auto& text) {
         m_heard.push_back(text);
-        if (text != "1")
-            return;
-        EXPECT_EQ(m_bus.deliver(), 2u);
+        if (text == "1") {
+            EXPECT_EQ(m_bus.deliver(), 2u);
+        }
     });
     for (const char* const text : {"1", "2", "3"})
         m_bus.publish(m_speaker, "/a", text);
@@ -197,46 +173,28 @@ TEST_F(InProcessBusTest, wakesOnceForEachBatch) {
     });
     m_bus.publish(m_speaker, "/a", "ask");
     m_bus.setWake([&] { ++wakes; });
-    EXPECT_EQ(wakes, 1) << "texts were waiting";
     m_bus.publish(m_speaker, "/a", "same batch");
-    EXPECT_EQ(wakes, 1);
+    EXPECT_EQ(wakes, 1) << "once for the text that was waiting";
     m_bus.deliver();
-    EXPECT_EQ(wakes, 2);
-    m_bus.deliver();
-    m_bus.setWake(nullptr);
-    m_bus.publish(m_speaker, "/a", "nobody to wake");
     EXPECT_EQ(wakes, 2);
     EXPECT_FALSE(m_bus.idle());
 }
 
-TEST_F(InProcessBusTest, unknownHandlesAndConnectorsDoNothing) {
-    m_bus.subscribe(m_listener, "/a", recorder());
-    m_bus.unsubscribe(0);
-    m_bus.unsubscribe(4711);
-    m_bus.detach(4711);
-    m_bus.publish(m_speaker, "/a", "still here");
-    m_bus.deliver();
-    EXPECT_THAT(m_heard, ElementsAre("/a=still here"));
-}
-
 /// More channels than routes are remembered, so that forgetting them is exercised.
 TEST_F(InProcessBusTest, manyChannelsStayApart) {
-    std::map<std::string, std::string> heard;
-    m_bus.subscribeTree(m_listener, "/many", [&](auto& channel, auto& text) {
-        EXPECT_TRUE(heard.emplace(channel, text).second) << channel;
-    });
+    int heard = 0;
+    m_bus.subscribeTree(m_listener, "/many",
+                        [&](auto& channel, auto& text) { heard += channel == "/many/" + text; });
     for (int i = 0; i < 10000; ++i)
         m_bus.publish(m_speaker, "/many/" + std::to_string(i), std::to_string(i));
     m_bus.deliver();
-    ASSERT_EQ(heard.size(), 10000u);
-    EXPECT_EQ(heard["/many/9999"], "9999");
-    EXPECT_EQ(heard["/many/0"], "0");
+    EXPECT_EQ(heard, 10000);
 }
 
-/// Four threads publish while the test's own thread delivers, sleeping on the wake-up between.
-TEST_F(InProcessBusTest, publishersOnOtherThreadsKeepTheirOrder) {
-    constexpr int threads = 4;
-    constexpr int texts = 5000;
+/// Threads publish while the test's own thread delivers, sleeping on the wake-up between, and one
+/// more subscribes and ends.
+TEST_F(InProcessBusTest, otherThreadsKeepTheirOrderAndMaySubscribeMeanwhile) {
+    constexpr int threads = 3, texts = 5000;
     std::mutex mutex;
     std::condition_variable woken;
     bool wake = false;
@@ -251,41 +209,24 @@ TEST_F(InProcessBusTest, publishersOnOtherThreadsKeepTheirOrder) {
         EXPECT_EQ(std::stoi(text), next[channel]++);
         ++total;
     });
-    std::vector<std::thread> publishers;
+    std::vector<std::thread> others;
+    others.emplace_back([&] {
+        for (int i = 0; i < 2000; ++i)
+            m_bus.unsubscribe(m_bus.subscribe(m_listener, "/t/0", [](auto&, auto&) {}));
+    });
     for (int t = 0; t < threads; ++t)
-        publishers.emplace_back([&, t] {
+        others.emplace_back([&, t] {
             for (int i = 0; i < texts; ++i)
                 m_bus.publish(m_speaker, "/t/" + std::to_string(t), std::to_string(i));
         });
     while (total < threads * texts) {
         std::unique_lock<std::mutex> lock(mutex);
-        woken.wait(lock, [&] { return wake; });
-        wake = false;
+        woken.wait(lock, [&] { return std::exchange(wake, false); });
         lock.unlock();
         m_bus.deliver();
     }
-    for (std::thread& publisher : publishers)
-        publisher.join();
-    EXPECT_EQ(next.size(), static_cast<std::size_t>(threads));
-}
-
-TEST_F(InProcessBusTest, otherThreadsMaySubscribeAndEndWhileTextsAreDelivered) {
-    std::atomic<bool> done{false};
-    std::thread churner([&] {
-        for (int i = 0; i < 2000; ++i)
-            m_bus.unsubscribe(m_bus.subscribe(m_listener, "/a", [](auto&, auto&) {}));
-        done = true;
-    });
-    int delivered = 0;
-    m_bus.subscribe(m_listener, "/a", [&](auto&, auto&) { ++delivered; });
-    int published = 0;
-    while (!done) {
-        m_bus.publish(m_speaker, "/a", "x");
-        ++published;
-        m_bus.deliver();
-    }
-    churner.join();
-    EXPECT_EQ(delivered, published);
+    for (std::thread& other : others)
+        other.join();
 }
 
 }  // namespace

@@ -7,30 +7,13 @@
 namespace tdom::messaging {
 namespace {
 
-class MessageBusTest : public testing::Test {
-protected:
-    void TearDown() override { MessageBus::install(nullptr); }
-};
-
-TEST_F(MessageBusTest, firstUseInstallsAnInProcessBusForAll) {
-    const auto bus = MessageBus::current();
-    EXPECT_NE(dynamic_cast<InProcessBus*>(bus.get()), nullptr);
-    EXPECT_EQ(MessageBus::current(), bus);
-}
-
-TEST_F(MessageBusTest, aChosenBusIsTheOneInUse) {
-    const auto chosen = std::make_shared<InProcessBus>();
-    MessageBus::install(chosen);
-    EXPECT_EQ(MessageBus::current(), chosen);
-}
-
-TEST_F(MessageBusTest, aReplacedBusIsDestroyedWhileTheNextOneIsInUse) {
+TEST(MessageBusTest, aReplacedBusIsDestroyedWhileTheNextOneIsInUse) {
+    EXPECT_EQ(MessageBus::current(), MessageBus::current()) << "the first use installs one for all";
     const auto asker = std::shared_ptr<void>(nullptr, [](void*) { MessageBus::current(); });
     auto replaced = std::make_shared<InProcessBus>();
-    replaced->subscribe(replaced->attach("asker"), "/a",
-                        [asker](const std::string&, const std::string&) {});
+    replaced->subscribe(replaced->attach("asker"), "/a", [asker](auto&, auto&) {});
     MessageBus::install(std::move(replaced));
-    MessageBus::install(std::make_shared<InProcessBus>());  // would lock up if it held the lock
+    MessageBus::install(nullptr);  // would lock up if it held the lock
     EXPECT_EQ(asker.use_count(), 1);
 }
 
