@@ -172,7 +172,7 @@ async function measureBurst(browser, port) {
   const program = await start('bench_program', 0, 0, writes);
   const floors = [];
   const bursts = [];
-  for (let load = 0; load < 5; ++load) {
+  for (let load = 0; load < 15; ++load) {
     const { page } = await openProgram(browser, program.line);
     const burst = await page.evaluate(inPage.timeBurst, writes);
     if (burst.received !== writes || !burst.inOrder) throw new Error(`of ${writes} writes ${burst.received} arrived, in order: ${burst.inOrder}`);
