@@ -120,8 +120,13 @@ TEST_F(RequestRouterTest, filesAreServedOrRefusedAlwaysWithTheSecurityHeaders) {
         const std::string policy(answer["Content-Security-Policy"]);
         EXPECT_THAT(policy, HasSubstr("default-src 'none'; script-src 'self';"));
         EXPECT_THAT(policy, Not(HasSubstr("unsafe")));
+        EXPECT_THAT(policy, HasSubstr("trusted-types lit-html"));
         EXPECT_EQ(answer["X-Content-Type-Options"], "nosniff");
+        EXPECT_EQ(answer["Referrer-Policy"], "no-referrer");
+        EXPECT_EQ(answer["Cross-Origin-Opener-Policy"], "same-origin");
+        EXPECT_EQ(answer["Cross-Origin-Embedder-Policy"], "require-corp");
         EXPECT_EQ(answer["Cross-Origin-Resource-Policy"], "same-origin");
+        EXPECT_EQ(answer[http::field::cache_control], "no-cache");
         if (row.status != 200)
             continue;
         EXPECT_THAT(policy, HasSubstr("connect-src 'self' ws://localhost:8080;"));
