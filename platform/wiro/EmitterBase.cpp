@@ -29,12 +29,6 @@ EmitterBase::~EmitterBase() {
     detail::retire(retired);
 }
 
-std::size_t EmitterBase::numberOfConnections() const {
-    // Counting must not read a list that another thread replaces, so it pins it like an emission.
-    detail::Emission emission(*this);
-    return emission.size();
-}
-
 void EmitterBase::sendPacket(const Packet& packet, SendMode, bool firstOnly) {
     detail::Emission emission(*this);
     while (Connection* connection = emission.next()) {
@@ -70,6 +64,7 @@ void EmitterBase::remove(const Connection* connection, detail::Retired& retired)
 void EmitterBase::replaceList(const detail::ConnectionList* list, detail::Retired& retired) {
     const detail::ConnectionList* old = m_list.load(std::memory_order_relaxed);
     m_list.store(list, std::memory_order_release);
+    m_count.store(list ? list->size : 0, std::memory_order_release);
     if (old) {
         retired.lists.push_back(old);
     }

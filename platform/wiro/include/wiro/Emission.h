@@ -86,9 +86,6 @@ public:
     Emission(const Emission&) = delete;
     Emission& operator=(const Emission&) = delete;
 
-    /// How many connections the emitter had when the emission began.
-    unsigned size() const { return m_list ? m_list->size : 0; }
-
     /// The next open connection, null at the end. It is not deleted before the emission ends.
     Connection* next() {
         while (m_list && m_index < m_list->size) {

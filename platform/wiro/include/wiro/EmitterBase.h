@@ -25,7 +25,10 @@ public:
     EmitterBase& operator=(const EmitterBase&) = delete;
     ~EmitterBase();
 
-    std::size_t numberOfConnections() const;
+    /// As of now; another thread may be connecting or cutting meanwhile.
+    std::size_t numberOfConnections() const noexcept {
+        return m_count.load(std::memory_order_acquire);
+    }
 
     /// Delivers the packet to the connections in the order in which they were made; to the first
     /// one alone with `firstOnly`. Connections made meanwhile are left out, connections cut
@@ -42,6 +45,7 @@ private:
     void replaceList(const detail::ConnectionList* list, detail::Retired& retired);
 
     std::atomic<const detail::ConnectionList*> m_list{nullptr};  // replaced, never changed
+    std::atomic<unsigned> m_count{0};  // of the list, so that counting need not pin it
 };
 
 }  // namespace WIRO
