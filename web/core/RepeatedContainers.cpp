@@ -3,6 +3,7 @@
 #include <QJsonArray>
 #include <QJsonDocument>
 #include <algorithm>
+#include <cstring>
 
 namespace DOVA {
 
@@ -21,11 +22,12 @@ std::size_t skipBlanks(std::string_view text, std::size_t position) {
     return std::min(text.find_first_not_of(s_blanks, position), text.size());
 }
 
+// Most messages are one flat object, which shows at the price of one glance at the bytes.
+bool isFlat(const std::string& text) {
+    return text.size() < 2 || std::strcspn(text.c_str() + 1, "{[") == text.size() - 1;
+}
+
 bool hasContainerAsValue(std::string_view text) {
-    // Most messages are one flat object.
-    if (text.find('{', 1) == text.npos && text.find('[', 1) == text.npos) {
-        return false;
-    }
     for (auto at = text.find(':'); at != text.npos; at = text.find(':', at)) {
         do {
             at = skipBlanks(text, at + 1);
@@ -39,8 +41,8 @@ bool hasContainerAsValue(std::string_view text) {
 
 }  // namespace
 
-bool RepeatedContainers::occurIn(std::string_view text) {
-    return hasContainerAsValue(text) && RepeatedContainers(text).scan();
+bool RepeatedContainers::occurIn(const std::string& text) {
+    return !isFlat(text) && hasContainerAsValue(text) && RepeatedContainers(text).scan();
 }
 
 bool RepeatedContainers::scan() {

@@ -18,7 +18,7 @@ namespace DOVA {
 class RepeatedContainers {
 public:
     /// True if the text has such an object, complete or not. What is no JSON gives any answer.
-    static bool occurIn(std::string_view text);
+    static bool occurIn(const std::string& text);
 
 private:
     explicit RepeatedContainers(std::string_view text) : m_text(text) {}

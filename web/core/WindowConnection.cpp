@@ -1,6 +1,7 @@
 #include "WindowConnection.h"
 
 #include <QJsonObject>
+#include <cstring>
 
 #include "LifeCycleNames.h"
 #include "MessageService.h"
@@ -13,9 +14,9 @@ namespace {
 
 // Nearly every message is an event. A look at the bytes tells it from the one that says that the
 // window is ready, and costs less than a look into the parsed object: no event has the key's capital,
-// and nothing is hidden where nothing is escaped.
+// and nothing is hidden where nothing is escaped or behind a NUL.
 bool mayTellReady(const std::string& text) {
-    return text.find('R') != std::string::npos || text.find('\\') != std::string::npos;
+    return std::strcspn(text.c_str(), "R\\") < text.size();
 }
 
 }  // namespace
