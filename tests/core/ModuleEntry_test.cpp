@@ -23,10 +23,6 @@ namespace {
 
 using web::KorvidOnlineFlag;
 
-DVFactory2* webFactory() {
-    return DVFactory2::getFactory(StringID::setStringID("web"));
-}
-
 /// In a child, and only there, fails the story with a line that says where.
 void require(bool holds, const char* what) {
     if (!holds) {
@@ -36,23 +32,68 @@ void require(bool holds, const char* what) {
 }
 #define REQUIRE(condition) require(condition, #condition)
 
-void goOnline(RecordingClient& client) {
-    initialize_dova2_web();
-    KorvidOnlineFlag::set(true);
-    client.say(RecordingClient::Root, R"({"clientReady":"page"})");
-    client.take();
-}
-
 // The module starts and ends once in a process, so each story has a process of its own. It ends
 // through exit(), with everything that static objects do then.
 
-void initialisedTwice() {
+/// An online module with a client and a shown window, which counts what it is asked for.
+struct Scene {
+    Scene() {
+        initialize_dova2_web();
+        KorvidOnlineFlag::set(true);
+        say("", R"({"clientReady":"page"})");
+        window = std::make_unique<DVDialog2>();
+        button = std::make_unique<DVButton2>(window.get());
+        window->onCloseRequest([this] { asked(); });
+        window->onResize([this] { asked(); });
+        button->onClick([this] { asked(); });
+        window->show();
+        client.take();
+    }
+    void asked() {
+        ++requests;
+        if (handler) {
+            handler();
+        }
+    }
+    /// `channel` is below the root, and # in it and in the text stands for the window.
+    void publish(std::string channel, std::string text) {
+        for (std::string* each : {&channel, &text}) {
+            if (const auto at = each->find('#'); at != each->npos) {
+                each->replace(at, 1, std::to_string(window->identifier()));
+            }
+        }
+        client.publish(RecordingClient::Root + channel, text);
+    }
+    void say(const std::string& channel, const std::string& text) {
+        publish(channel, text);
+        client.deliver();
+    }
+    /// Where a new window comes to, empty if nowhere.
+    std::string channelOfANewWindow() {
+        client.take();
+        DVDialog2 next;
+        next.show();
+        const auto notes = client.take();
+        return notes.empty() ? "" : notes[0].first;
+    }
+
+    RecordingClient client;
+    std::unique_ptr<DVDialog2> window;
+    std::unique_ptr<DVButton2> button;
+    std::function<void()> handler;
+    int requests = 0;
+};
+
+void startsAndEndsOnce() {
     KVInitialize_dova2_web();
     const WebObjectService2* service = WebObjectService2::instance();
-    const DVFactory2* factory = webFactory();
+    const DVFactory2* factory = DVFactory2::current();
     initialize_dova2_web();
     REQUIRE(service && service == WebObjectService2::instance());
-    REQUIRE(factory && factory == webFactory());
+    REQUIRE(factory && factory == DVFactory2::current());
+    terminate_dova2_web();
+    initialize_dova2_web();
+    REQUIRE(!WebObjectService2::instance());
 }
 
 void terminatedBeforeInitialised() {
@@ -64,13 +105,6 @@ void terminatedBeforeInitialised() {
     REQUIRE(WebObjectService2::instance());
 }
 
-void noWayBack() {
-    initialize_dova2_web();
-    terminate_dova2_web();
-    initialize_dova2_web();
-    REQUIRE(!WebObjectService2::instance());
-}
-
 void displayBridgeIsShutDown() {
     struct Bridge : DVBridge {
         void shutDown() override {
@@ -79,145 +113,98 @@ void displayBridgeIsShutDown() {
         }
         int calls = 0;
     } bridge;
+    const StringID desktop = StringID::setStringID("qt");
     host::setHasDisplay(true);
     initialize_dova2_web();
-    DVBridge::registerBridge(StringID::setStringID("qt"), &bridge);
+    REQUIRE(DVBridge::getBridge(desktop));
+    DVBridge::registerBridge(desktop, &bridge);
     host::setHasDisplay(false);  // what counts is the start
     terminate_dova2_web();
-    REQUIRE(bridge.calls == 1);
-}
-
-void nothingIsSubscribedAtStart() {
-    RecordingClient client;
-    initialize_dova2_web();
-    DVDialog2 window;
-    client.say(RecordingClient::Root, R"({"clientReady":"page"})");
-    window.show();
-    REQUIRE(client.take().empty());
+    REQUIRE(bridge.calls == 1 && !DVBridge::getBridge(desktop));
 }
 
 void frontObjectsOutliveTheModule() {
-    RecordingClient client;
-    goOnline(client);
-    auto window = std::make_unique<DVDialog2>();
-    DVButton2 button(window.get());
-    window->show();
+    Scene scene;
     terminate_dova2_web();
-    client.take();
-    button.setLabel(u"late");
-    window->setTitle(u"late");
-    window->showNormal();
-    REQUIRE(button.label() == u"late");
-    REQUIRE(!button.parent() && window->children().empty());
-    window.reset();
+    scene.client.take();
+    scene.button->setLabel(u"late");
+    scene.window->setTitle(u"late");
+    scene.window->showNormal();
+    REQUIRE(scene.button->label() == u"late");
+    REQUIRE(!scene.button->parent() && scene.window->children().empty());
+    scene.window.reset();
     DVButton2 afterwards;
     afterwards.setLabel(u"kept");
     REQUIRE(afterwards.label() == u"kept");
-    REQUIRE(client.take().empty());
+    REQUIRE(scene.client.take().empty());
 }
 
-void messagesAfterTheModule() {
-    RecordingClient client;
-    goOnline(client);
-    DVDialog2 window;
-    int asked = 0;
-    window.onCloseRequest([&] { ++asked; });
-    window.onResize([&] { ++asked; });
-    window.show();
-    const std::string id = std::to_string(window.identifier());
-    client.publish("/dova2/web/page/" + id, "{\"id\":\"" + id + "\",\"resize\":true}");
-    client.publish("/dova2/web/page", "{\"dialogDestroyed\":\"" + id + "\"}");
-    client.publish("/dova2/web", R"({"clientReady":"other"})");
-    terminate_dova2_web();
-    client.deliver();
-    REQUIRE(asked == 0);
-}
-
-void messagesBetweenTwoSteps() {
-    RecordingClient client;
-    goOnline(client);
-    DVDialog2 window;
-    int asked = 0;
-    window.onCloseRequest([&] { ++asked; });
-    window.show();
+/// While the service is gone and the connections are not, and after both.
+void messagesAtAndAfterTheEnd() {
+    Scene scene;
+    const auto speak = [&] {
+        scene.publish("/page/#", R"({"id":"#","resize":true})");
+        scene.publish("/page", R"({"dialogDestroyed":"#"})");
+        scene.publish("", R"({"clientReady":"other"})");
+        scene.publish("", R"({"clientDestroyed":"other"})");
+    };
+    speak();
     WebObjectService2::install(nullptr);
-    client.say("/dova2/web/page",
-               "{\"dialogDestroyed\":\"" + std::to_string(window.identifier()) + "\"}");
-    client.say("/dova2/web", R"({"clientReady":"other"})");
-    client.say("/dova2/web", R"({"clientDestroyed":"other"})");
+    scene.client.deliver();
+    speak();
     terminate_dova2_web();
-    REQUIRE(asked == 0);
+    scene.client.deliver();
+    REQUIRE(scene.requests == 0);
 }
 
 void terminatedByAHandler() {
-    RecordingClient client;
-    goOnline(client);
-    DVDialog2 window;
-    DVButton2 button(&window);
-    int clicks = 0;
-    button.onClick([&] {
-        ++clicks;
-        terminate_dova2_web();
-    });
-    window.show();
+    Scene scene;
+    scene.handler = terminate_dova2_web;
     const std::string click =
-        "{\"id\":\"" + std::to_string(button.identifier()) + "\",\"event\":\"onClick\"}";
-    client.say("/dova2/web/page/" + std::to_string(window.identifier()),
-               "[" + click + "," + click + "]");
-    REQUIRE(clicks == 1);
+        "{\"id\":\"" + std::to_string(scene.button->identifier()) + "\",\"event\":\"onClick\"}";
+    scene.say("/page/#", "[" + click + "," + click + "]");
+    REQUIRE(scene.requests == 1);
 }
 
 void terminatedWhileDialogsAreAsked() {
-    RecordingClient client;
-    goOnline(client);
-    DVDialog2 first;
+    Scene scene;
     DVDialog2 second;
-    for (DVDialog2* window : {&first, &second}) {
-        window->onCloseRequest([] { terminate_dova2_web(); });
-        window->show();
-    }
-    client.say("/dova2/web", R"({"clientReady":"other"})");
-    DVDialog2 third;
-    client.take();
-    third.show();
-    REQUIRE(client.take().empty());
-}
-
-/// A later client that comes in while the old one's dialogs are asked must stay.
-void laterClientComesFirst() {
-    RecordingClient client;
-    goOnline(client);
-    DVDialog2 window;
-    window.onCloseRequest([&] { client.deliver(); });
-    window.show();
-    client.publish("/dova2/web", R"({"clientReady":"b"})");
-    client.publish("/dova2/web", R"({"clientReady":"c"})");
-    client.take();
-    DVDialog2 second;
+    second.onCloseRequest([&] { scene.asked(); });
     second.show();
-    const auto notes = client.take();
-    REQUIRE(notes.size() == 1 && notes[0].first == "/dova2/web/c");
+    scene.handler = terminate_dova2_web;
+    scene.say("", R"({"clientReady":"other"})");
+    REQUIRE(scene.requests == 1 && scene.channelOfANewWindow().empty());
 }
 
-/// A window that a static object keeps, in a program that ends without a word to the module.
+/// A later client that comes in while the old one's dialogs are asked must stay, and must not have
+/// them asked again.
+void laterClientComesFirst() {
+    Scene scene;
+    scene.handler = [&] { scene.client.deliver(); };
+    scene.publish("", R"({"clientReady":"b"})");
+    scene.say("", R"({"clientReady":"c"})");
+    REQUIRE(scene.requests == 1);
+    REQUIRE(scene.channelOfANewWindow() == "/dova2/web/c");
+}
+
+/// Windows that a static object keeps, in a program that ends without a word to the module.
 void endsWithoutTerminate() {
-    static std::unique_ptr<DVDialog2> window;
-    static RecordingClient client;
-    goOnline(client);
-    window = std::make_unique<DVDialog2>();
-    window->make<DVButton2>();
-    window->show();
+    static Scene scene;
 }
 
-void flagAsksTheHostOnce() {
-    int asked = 0;
+void answerOnlineWith(kaArray* (*answer)(), int& asked) {
     host::registerFunction("korvid.internal.environment.context.isKORVIDOnline",
-                           [&](const auto&, int) {
+                           [=, &asked](const auto&, int) {
                                ++asked;
                                std::vector<host::ArrayPointer> results;
-                               results.emplace_back(kaCreateLogicalScalar(true));
+                               results.emplace_back(answer());
                                return results;
                            });
+}
+
+void flagAsksTheHostOnceAndTheBusForClients() {
+    int asked = 0;
+    answerOnlineWith([] { return kaCreateLogicalScalar(true); }, asked);
     RecordingClient client;
     REQUIRE(KorvidOnlineFlag::get() && KorvidOnlineFlag::get() && asked == 1);
     REQUIRE(client.take().size() == 1);
@@ -229,19 +216,15 @@ void flagAsksTheHostOnce() {
 }
 
 void flagOfAHostWithoutAnswer() {
+    int asked = 0;
     REQUIRE(!KorvidOnlineFlag::get());
-    host::registerFunction("korvid.internal.environment.context.isKORVIDOnline",
-                           [](const auto&, int) {
-                               std::vector<host::ArrayPointer> results;
-                               results.emplace_back(kaCreateDoubleScalar(1));
-                               return results;
-                           });
+    answerOnlineWith([] { return kaCreateDoubleScalar(1); }, asked);
     KorvidOnlineFlag::reset();
-    REQUIRE(!KorvidOnlineFlag::get());  // a double is no logical
+    REQUIRE(!KorvidOnlineFlag::get() && asked == 1);  // a double is no logical
     host::setVantrolOnline(true);
     KorvidOnlineFlag::setFlagValue(true);
     KorvidOnlineFlag::reset();
-    REQUIRE(!KorvidOnlineFlag::get());
+    REQUIRE(!KorvidOnlineFlag::get() && asked == 1);
 }
 
 struct Story {
@@ -265,12 +248,11 @@ TEST_P(ModuleEntryTest, inAProcessOfItsOwn) {
     }
 INSTANTIATE_TEST_SUITE_P(
     Stories, ModuleEntryTest,
-    testing::Values(STORY(initialisedTwice), STORY(terminatedBeforeInitialised), STORY(noWayBack),
-                    STORY(displayBridgeIsShutDown), STORY(nothingIsSubscribedAtStart),
-                    STORY(frontObjectsOutliveTheModule), STORY(messagesAfterTheModule),
-                    STORY(messagesBetweenTwoSteps), STORY(terminatedByAHandler),
+    testing::Values(STORY(startsAndEndsOnce), STORY(terminatedBeforeInitialised),
+                    STORY(displayBridgeIsShutDown), STORY(frontObjectsOutliveTheModule),
+                    STORY(messagesAtAndAfterTheEnd), STORY(terminatedByAHandler),
                     STORY(terminatedWhileDialogsAreAsked), STORY(laterClientComesFirst),
-                    STORY(endsWithoutTerminate), STORY(flagAsksTheHostOnce),
+                    STORY(endsWithoutTerminate), STORY(flagAsksTheHostOnceAndTheBusForClients),
                     STORY(flagOfAHostWithoutAnswer)),
     [](const auto& story) { return std::string(story.param.name); });
 

@@ -8,28 +8,20 @@ namespace DOVA::test {
 WebFixture::WebFixture() {
     initialize_dova2_web();
     web::KorvidOnlineFlag::set(true);
-    clientReady("page");
+    client.say(RecordingClient::Root, R"({"clientReady":"page"})");
     client.take();
 }
 
 WebFixture::~WebFixture() {
-    clientDestroyed("page");
+    client.say(RecordingClient::Root, R"({"clientDestroyed":"page"})");
 }
 
-void WebFixture::clientReady(const std::string& id) {
-    client.say(RecordingClient::Root, "{\"clientReady\":\"" + id + "\"}");
+std::string WebFixture::clientChannel() {
+    return std::string(RecordingClient::Root) + "/page";
 }
 
-void WebFixture::clientDestroyed(const std::string& id) {
-    client.say(RecordingClient::Root, "{\"clientDestroyed\":\"" + id + "\"}");
-}
-
-std::string WebFixture::clientChannel(const std::string& id) {
-    return std::string(RecordingClient::Root) + "/" + id;
-}
-
-std::string WebFixture::windowChannel(const DVObject& window, const std::string& id) {
-    return clientChannel(id) + "/" + std::to_string(window.identifier());
+std::string WebFixture::windowChannel(const DVObject& window) {
+    return clientChannel() + "/" + std::to_string(window.identifier());
 }
 
 std::string WebFixture::message(const DVObject& object, const std::string& members) {

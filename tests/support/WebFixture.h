@@ -20,12 +20,9 @@ protected:
     ~WebFixture() override;
 
     WebObjectService2& service() { return *WebObjectService2::instance(); }
-    /// A client announces itself on the root channel.
-    void clientReady(const std::string& id);
-    void clientDestroyed(const std::string& id);
 
-    static std::string clientChannel(const std::string& id = "page");
-    static std::string windowChannel(const DVObject& window, const std::string& client = "page");
+    static std::string clientChannel();
+    static std::string windowChannel(const DVObject& window);
     /// {"id":"...",<members>}
     static std::string message(const DVObject& object, const std::string& members);
     /// The text of one sent property, "name":value, with its keys in Qt's order.

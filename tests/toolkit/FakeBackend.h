@@ -36,8 +36,6 @@ public:
     bool implements(const DOVA::DVObject& front) const {
         return m_objects.count(front.identifier()) > 0;
     }
-    /// Lets every object go, as a module does that ends before the program.
-    void shutDown() { m_objects.clear(); }
     /// The factory goes, the objects stay.
     void loseFactory() { m_factory.reset(); }
     DOVA::DVFactory2* factory() const { return m_factory.get(); }

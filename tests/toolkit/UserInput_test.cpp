@@ -19,19 +19,14 @@ TEST(UserInput, ToggledButtonKnowsItsStateBeforeTheProgramHears) {
     DVButton2 button;
     std::string log;
     button.onToggle([&] { log += button.isChecked() ? "on;" : "off;"; });
-    button.toggleEmitter().emit(DVButtonToggleEvent2(&button, true));
-    button.toggleEmitter().emit(DVButtonToggleEvent2(&button, true));
-    button.toggleEmitter().emit(DVButtonToggleEvent2(&button, false));
+    for (const bool checked : {true, true, false}) {
+        button.toggleEmitter().emit(DVButtonToggleEvent2(&button, checked));
+    }
     EXPECT_EQ(log, "on;on;off;");
-}
-
-// A check box is switched by its backend; the front object does not say so a second time.
-TEST(UserInput, ToggledCheckBoxIsLeftToTheBackend) {
+    // A check box is switched by its backend; the front object does not say so a second time.
     DVCheckBox2 box;
-    int told = 0;
-    WIRO::connect(box.emitters()->setChecked, [&] { ++told; });
+    WIRO::connect(box.emitters()->setChecked, [] { ADD_FAILURE() << "told"; });
     box.toggleEmitter().emit(DVButtonToggleEvent2(&box, true));
-    EXPECT_EQ(told, 0);
 }
 
 TEST(UserInput, EditKnowsItsTextBeforeTheProgramWhichHasTheLastWord) {

@@ -1,10 +1,8 @@
 // One end of a signal is used on one thread while another thread cuts, destroys or replaces it.
 
 #include <chrono>
-#include <future>
 #include <memory>
 #include <string>
-#include <utility>
 
 #include "Threads.h"
 
@@ -36,11 +34,11 @@ const CutRow cutRows[] = {
     {"subscriptionCut", [](Ends& ends) { WIRO::Subscription(ends.subscription).disconnect(); }},
     {"listenerDestroyedAfterAnotherCut",
      [](Ends& ends) {
-         std::thread cutting([&] { WIRO::Subscription(ends.subscription).disconnect(); });
+         const auto cutting = std::async(
+             std::launch::async, [&] { WIRO::Subscription(ends.subscription).disconnect(); });
          ends.waitUntilCut();
          ends.receiver.reset();
          EXPECT_TRUE(ends.finished);
-         cutting.join();
      }},
 };
 
@@ -64,11 +62,10 @@ TEST_P(Cut, WaitsForTheHandlerOnAnotherThread) {
         Event outer;
         WIRO::connect(outer, [&](int left) { (left == 1 ? *ends.emitter : outer).emit(left - 1); });
 
-        std::thread emitting([&] { outer.emit(depth); });
+        const auto emitting = std::async(std::launch::async, [&] { outer.emit(depth); });
         running.get_future().wait();
         GetParam().cut(ends);
         EXPECT_TRUE(ends.finished);
-        emitting.join();
     }
 }
 
@@ -87,15 +84,14 @@ TEST(Connection, CutByItsOwnHandlerOnTwoThreadsAtOnce) {
             bad += life.good() ? 0 : 1;
         });
         const auto emit = [&] {
-            ++ready;
-            while (ready < 2) {
+            for (++ready; ready < 2;) {
                 std::this_thread::yield();
             }
             emitter.emit(1);
         };
-        std::thread other(emit);
+        auto other = std::async(std::launch::async, emit);
         emit();
-        other.join();
+        other.wait();
         EXPECT_EQ(bad, 0);
         EXPECT_EQ(living, 0);
     }
@@ -110,10 +106,10 @@ TEST(Closure, GoesWithTheEmissionThatKeptIt) {
         std::promise<void> running;
         WIRO::connect(emitter, [&] { running.set_value(); });
         WIRO::Subscription other = WIRO::connect(emitter, [life = Life(living)] {});
-        std::thread emitting([&] { emitter.emit(1); });
+        auto emitting = std::async(std::launch::async, [&] { emitter.emit(1); });
         running.get_future().wait();
         other.disconnect();
-        emitting.join();
+        emitting.wait();
         ASSERT_EQ(living, 0) << round;
     }
 }
@@ -125,12 +121,10 @@ TEST(Signal, CrowdUsesNothingAfterItsEnd) {
 }
 
 void expectThatAnotherThreadCanConnect() {
-    std::packaged_task<void()> task([] {
+    const auto connected = runElsewhere([] {
         Event emitter;
         WIRO::connect(emitter, [] {});
     });
-    std::future<void> connected = task.get_future();
-    std::thread(std::move(task)).detach();  // fails instead of hanging
     EXPECT_EQ(connected.wait_for(std::chrono::seconds(20)), std::future_status::ready);
 }
 

@@ -2,9 +2,6 @@
 
 #include <gtest/gtest.h>
 
-#include <cstdio>
-#include <cstdlib>
-#include <memory>
 #include <stdexcept>
 #include <string>
 #include <vector>
@@ -22,29 +19,25 @@ TEST(Emitter, DeliversInTheOrderOfConnection) {
     const Receiver c([&](int value) { log += "c" + std::to_string(value); }, emitter);
 
     emitter.emit(7);
-    sendPacket(emitter, 8);
-    sendPacket(emitter, 9, true);
-    EXPECT_EQ(log, "a7b7c7a8b8c8a9");
+    EXPECT_EQ(log, "a7b7c7");
     EXPECT_EQ(emitter.numberOfConnections(), 3u);
 }
 
 TEST(Emitter, RequestIsAnsweredByTheFirst) {
     WIRO::Emitter<int(int)> emitter;
-    int calls = 0;
-    const auto answering = [&](int answer) {
-        return WIRO::connect(emitter, [&calls, answer](int factor) {
-            ++calls;
-            return answer * factor;
-        });
+    std::string log;
+    const auto answer = [&](int value) {
+        log += std::to_string(value) + ";";
+        return value;
     };
-    WIRO::Subscription first = answering(3);
-    WIRO::Subscription second = answering(4);
-    EXPECT_EQ(emitter.emit(10), 30);
+    WIRO::Subscription first = WIRO::connect(emitter, [&](int value) { return answer(value + 3); });
+    WIRO::Subscription second = WIRO::connect(emitter, answer);
+    EXPECT_EQ(emitter.emit(10), 13);
     first.disconnect();
-    EXPECT_EQ(emitter.emit(10), 40);
+    EXPECT_EQ(emitter.emit(10), 10);
     second.disconnect();
     EXPECT_EQ(emitter.emit(10), 0);
-    EXPECT_EQ(calls, 2);
+    EXPECT_EQ(log, "13;10;");
 }
 
 TEST(Emitter, EveryReceiverGetsTheWholeArgument) {
@@ -69,30 +62,6 @@ TEST(Emitter, CopyThatThrowsLeavesNoConnection) {
     EXPECT_THROW(WIRO::connect(emitter, CopyThrows()), std::runtime_error);
     emitter.emit(1);
     EXPECT_EQ(emitter.numberOfConnections(), 0u);
-}
-
-/// Uses its emitter to the last. Made before the library's own state, so that it ends after it.
-struct LastUser {
-    std::unique_ptr<Event> emitter;
-    int calls = 0;
-    ~LastUser() {
-        emitter->emit(1);
-        emitter.reset();
-        std::fprintf(stderr, "calls at the end: %d\n", calls);
-    }
-};
-
-TEST(EmitterDeathTest, WorksWhileTheProcessEnds) {
-    testing::FLAGS_gtest_death_test_style = "threadsafe";
-    EXPECT_EXIT(
-        {
-            static LastUser last;
-            last.emitter = std::make_unique<Event>();
-            WIRO::connect(*last.emitter, [&] { ++last.calls; });
-            last.emitter->emit(1);
-            std::exit(0);
-        },
-        testing::ExitedWithCode(0), "calls at the end: 2");
 }
 
 }  // namespace

@@ -8,8 +8,6 @@
 #include "wiro/Emitter.h"
 #include "wiro/GlobalConnectionLock.h"
 #include "wiro/Listener.h"
-#include "wiro/Packet.h"
-#include "wiro/Payload.h"
 
 using Event = WIRO::Emitter<void(int)>;
 
@@ -48,20 +46,3 @@ private:
 
     Handler m_handler;
 };
-
-/// An int on its way through sendPacket.
-class IntPayload : public WIRO::Payload {
-public:
-    explicit IntPayload(int value) : m_value(value) {}
-    void performDeliver(WIRO::Connection* connection) override {
-        static_cast<Event::ConnectionType*>(connection)->send(m_value);
-    }
-
-private:
-    int m_value;
-};
-
-inline void sendPacket(Event& emitter, int value, bool firstOnly = false) {
-    IntPayload payload(value);
-    emitter.sendPacket(WIRO::Packet(payload), WIRO::SendMode::Ordinary, firstOnly);
-}

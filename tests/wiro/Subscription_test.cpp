@@ -12,21 +12,18 @@ namespace {
 TEST(Subscription, OutlivesBothEnds) {
     auto emitter = std::make_unique<Event>();
     auto receiver = std::make_unique<Receiver>([](int) {});
-    WIRO::Subscription first(receiver->listenTo(*emitter));
-    WIRO::Subscription second(receiver->listenTo(*emitter));
-    { const WIRO::Subscription copy(first); }
-    WIRO::Subscription(first).disconnect();
-    EXPECT_FALSE(first.isConnected());
-    EXPECT_TRUE(second.isConnected());
+    const auto listen = [&] { return WIRO::Subscription(receiver->listenTo(*emitter)); };
+    WIRO::Subscription all[] = {listen(), listen(), listen(), WIRO::connect(*emitter, [] {}), {}};
+    WIRO::Subscription(all[1]).disconnect();
+    EXPECT_FALSE(all[1].isConnected());
+    EXPECT_TRUE(all[0].isConnected() && all[2].isConnected());
     receiver.reset();
-    EXPECT_FALSE(second.isConnected());
-    EXPECT_EQ(emitter->numberOfConnections(), 0u);
-    WIRO::Subscription third = WIRO::connect(*emitter, [] {});
+    EXPECT_FALSE(all[0].isConnected() || all[2].isConnected());
+    EXPECT_EQ(emitter->numberOfConnections(), 1u);
     emitter.reset();
-    WIRO::Subscription none;
-    for (WIRO::Subscription* ended : {&first, &second, &third, &none}) {
-        ended->disconnect();
-        EXPECT_FALSE(ended->isConnected());
+    for (WIRO::Subscription& each : all) {
+        each.disconnect();
+        EXPECT_FALSE(each.isConnected());
     }
 }
 
@@ -35,8 +32,8 @@ TEST(Subscription, MayBelongToItsOwnCallable) {
     Event emitter;
     auto own = std::make_shared<WIRO::Subscription>();
     const std::weak_ptr<WIRO::Subscription> watch = own;
-    WIRO::Subscription copy = WIRO::connect(emitter, [own] {});
-    *own = copy;
+    *own = WIRO::connect(emitter, [own] {});
+    const WIRO::Subscription copy = *own;
     WIRO::Subscription* const raw = own.get();
     own.reset();
     raw->disconnect();

@@ -3,17 +3,28 @@
 #include <gtest/gtest.h>
 
 #include <atomic>
+#include <functional>
+#include <future>
 #include <thread>
+#include <utility>
 #include <vector>
 
 #include "Receiver.h"
 #include "wiro/CallableConnection.h"
 
+/// Runs a task on a thread that is left behind should it hang, so that the test fails instead.
+inline std::future<void> runElsewhere(std::function<void()> run) {
+    std::packaged_task<void()> task(std::move(run));
+    std::future<void> done = task.get_future();
+    std::thread(std::move(task)).detach();
+    return done;
+}
+
 /// Shows the use of something after its end, even where memory is still readable.
 class Life {
 public:
     explicit Life(std::atomic<int>& living) : m_living(living) { ++m_living; }
-    Life(const Life& other) : m_living(other.m_living) { ++m_living; }
+    Life(const Life& other) : Life(other.m_living) {}
     ~Life() {
         m_mark = 0;
         --m_living;
@@ -36,25 +47,21 @@ struct Crowd {
     std::atomic<bool> done{false};
 
     void run(int emitting, int cutting) {
-        std::vector<std::thread> threads;
-        for (int i = 0; i < emitting; ++i) {
-            threads.emplace_back([this] { emitUntilDone(); });
+        std::vector<std::future<void>> emitters;
+        while (emitting-- > 0) {
+            emitters.push_back(std::async(std::launch::async, [this] { emitUntilDone(); }));
         }
-        std::vector<std::thread> others;
-        for (int i = 1; i < cutting; ++i) {
-            others.emplace_back([this] { connectAndCut(); });
+        std::vector<std::future<void>> others;
+        while (--cutting > 0) {
+            others.push_back(std::async(std::launch::async, [this] { connectAndCut(); }));
         }
         while (!emitted) {
             std::this_thread::yield();
         }
         connectAndCut();
-        for (std::thread& thread : others) {
-            thread.join();
-        }
+        others.clear();  // waits for them
         done = true;
-        for (std::thread& thread : threads) {
-            thread.join();
-        }
+        emitters.clear();
         int calls = 0;
         WIRO::connect(emitter, [&] { ++calls; });
         emitter.emit(1);

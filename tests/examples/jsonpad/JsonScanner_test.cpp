@@ -53,9 +53,9 @@ const Row rows[] = {
     {"unknownEscape", "{\"a\":\"\\x\"}",
      "line 1, column 8: a backslash in a text must begin one of "
      "\\\" \\\\ \\/ \\b \\f \\n \\r \\t \\uXXXX"},
-    {"shortEscape", "{\"a\":\"\\u12g4\"}",
-     "line 1, column 11: \\u in a text must be followed by four hexadecimal digits"},
-    {"lineEndInText", "{\"a\":\"x\ny\"}",
+    {"shortEscape", "{\"a\":\"\\u123g\"}",
+     "line 1, column 12: \\u in a text must be followed by four hexadecimal digits"},
+    {"controlCharacter", "{\"a\":\"x\x1F\"}",
      "line 1, column 8: a control character in a text must be written as an escape such as "
      "\\n or \\u0000"},
     {"encodedSurrogate", "{\"\xED\xA0\x80\":1}", "line 1, column 3: the text is not valid UTF-8"},

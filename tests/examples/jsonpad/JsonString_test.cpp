@@ -4,7 +4,6 @@
 
 #include <QJsonArray>
 #include <QJsonDocument>
-#include <random>
 
 #include "jsonpad/JsonScanner.h"
 
@@ -28,16 +27,10 @@ TEST(JsonText, DecodesEveryFormOfEscape) {
               u"/\u00e9\u00e9\U0001F600\\u0041");
 }
 
-TEST(JsonText, NoTextIsLostAndQtReadsTheSame) {
-    const auto seed = std::random_device{}();
-    SCOPED_TRACE("seed " + std::to_string(seed));
-    std::mt19937 random(seed);
-    for (int round = 0; round < 5000; ++round) {
-        std::u16string text;
-        for (std::size_t length = random() % 8; length > 0; --length) {
-            const char16_t high = random() % 3 == 0 ? 0xD8 + random() % 8 : random() % 256;
-            text += static_cast<char16_t>((random() % 2 == 0 ? 0 : high << 8U) + random() % 256);
-        }
+TEST(JsonText, NoUnitIsLostAndQtReadsTheSame) {
+    for (unsigned int unit = 0; unit <= 0xFFFF; ++unit) {
+        const auto first = static_cast<char16_t>(unit);
+        const std::u16string text{first, 0xDC00, first};
         const std::string token = encodeJsonString(text);
         ASSERT_EQ(decodeJsonString(token), text) << token;
         ASSERT_EQ(jsonpad::JsonScanner::scan("{" + token + ":" + token + "}").size(), 1U) << token;
