@@ -73,6 +73,8 @@ export class Link {
     private m_flushQueued = false;
     private m_cancelRetry: (() => void) | undefined;
     private m_cancelAcknowledge: (() => void) | undefined;
+    private m_channelName = '';
+    private m_channel: Channel | undefined;
 
     constructor(setup: LinkSetup) {
         this.m_setup = setup;
@@ -200,27 +202,32 @@ export class Link {
         this.acknowledgeSoon();
     }
 
-    /** In a burst most records are for the same channel, which is then read once. */
+    /** Most records are for the channel of the one before, which is then not read again. */
     private deliver(records: readonly FrameRecord[]): void {
-        let name = '';
-        let channel: Channel | undefined;
         for (const record of records) {
-            if (record.channel !== name) {
-                name = record.channel;
-                channel = parseChannel(name);
+            if (record.channel !== this.m_channelName) {
+                this.m_channelName = record.channel;
+                this.m_channel = parseChannel(record.channel);
             }
-            if (channel !== undefined) {
-                this.m_setup.listener.received(channel, record.text);
+            if (this.m_channel !== undefined) {
+                this.m_setup.listener.received(this.m_channel, record.text);
             }
         }
     }
 
+    /**
+     * The timer is left running when something sent has acknowledged meanwhile: a timer made and
+     * cancelled for every click costs as much as the click. It may acknowledge a little early.
+     */
     private acknowledgeSoon(): void {
         if (this.m_session.unacknowledged >= ACKNOWLEDGE_COUNT) {
             this.flush();
         } else if (this.m_session.unacknowledged > 0 && this.m_cancelAcknowledge === undefined) {
             const { clock } = this.m_setup;
-            this.m_cancelAcknowledge = clock.after(ACKNOWLEDGE_AFTER, () => this.flush());
+            this.m_cancelAcknowledge = clock.after(ACKNOWLEDGE_AFTER, () => {
+                this.m_cancelAcknowledge = undefined;
+                this.flush();
+            });
         }
     }
 
@@ -229,8 +236,6 @@ export class Link {
         if (!this.m_greeted) {
             return;
         }
-        this.m_cancelAcknowledge?.();
-        this.m_cancelAcknowledge = undefined;
         for (const frame of this.m_session.takeFrames()) {
             this.m_socket?.send(frame);
         }
