@@ -1,14 +1,45 @@
 // Functions that run inside the page. Each stands alone: it is sent there as text.
 
-/** Notes when each text reaches the page, before the page's own code sees it. */
+/** Notes when each text reaches the page, before the page's own code sees it, and what it sends. */
 export function watchSocket() {
   const Original = window.WebSocket;
-  window.measured = { arrivals: [] };
+  window.measured = { arrivals: [], sent: [] };
   window.WebSocket = class extends Original {
     constructor(...args) {
       super(...args);
       this.addEventListener('message', (event) => window.measured.arrivals.push([performance.now(), event.data]));
     }
+    send(text) {
+      window.measured.sent.push(text);
+      super.send(text);
+    }
+  };
+}
+
+/** Resolves when the program's dialog is there. */
+export function waitForDialog() {
+  const isThere = () => [...document.querySelectorAll('button')].some((button) => button.textContent.trim() === 'Click');
+  return new Promise((resolve) => {
+    const observer = new MutationObserver(() => {
+      if (isThere()) {
+        observer.disconnect();
+        resolve();
+      }
+    });
+    observer.observe(document, { childList: true, subtree: true });
+    if (isThere()) resolve();
+  });
+}
+
+/** Bytes that the socket carried: header, mask (upward only) and payload of each frame. */
+export function countBytes() {
+  const sizeOf = (texts, mask) =>
+    texts
+      .map((text) => new TextEncoder().encode(text).length)
+      .reduce((sum, length) => sum + length + mask + (length < 126 ? 2 : length < 65536 ? 4 : 10), 0);
+  return {
+    up: sizeOf(window.measured.sent, 4),
+    down: sizeOf(window.measured.arrivals.map(([, text]) => text), 0),
   };
 }
 

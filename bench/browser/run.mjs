@@ -2,13 +2,11 @@
 // run.mjs FOLDER_WITH_BENCHMARKS. Exits 1 when a limit is missed.
 
 import { spawn } from 'node:child_process';
-import { createRequire } from 'node:module';
 import { once } from 'node:events';
+import { createServer } from 'node:http';
 import { createInterface } from 'node:readline';
+import { Chromium } from './Chromium.mjs';
 import * as inPage from './in_page.mjs';
-
-const require = createRequire(new URL('../../client/package.json', import.meta.url));
-const { chromium } = require('playwright-core');
 
 const folder = process.argv[2];
 if (!folder) {
@@ -18,7 +16,7 @@ if (!folder) {
 
 const clicks = { warmUp: 20, counted: 300 };
 const writes = 10000;
-const loads = 2;
+const loads = 7;
 
 let missed = 0;
 function report(what, value, limit, unit = '') {
@@ -37,113 +35,80 @@ async function start(name, ...args) {
   return { line, stop: () => child.kill('SIGTERM') };
 }
 
-/** Clocks of isolated pages tick in 5 microseconds, those of others in 100. */
-async function isolate(route) {
-  const response = await route.fetch();
-  const headers = { ...response.headers(), 'cross-origin-embedder-policy': 'require-corp' };
-  await route.fulfill({ response, headers });
+/** A page for the floors, isolated like the program's: clocks of others tick 20 times slower. */
+async function serveBlank() {
+  const server = createServer((_request, response) => {
+    response.writeHead(200, {
+      'content-type': 'text/html',
+      'cross-origin-opener-policy': 'same-origin',
+      'cross-origin-embedder-policy': 'require-corp',
+    });
+    response.end('<!doctype html><button>Click</button><span>0</span>');
+  });
+  server.listen(0, '127.0.0.1').unref();
+  await once(server, 'listening');
+  return `http://127.0.0.1:${server.address().port}/`;
 }
 
-async function openBlank(browser) {
-  const page = await browser.newPage();
-  await page.route('http://127.0.0.1:9/', (route) =>
-    route.fulfill({
-      contentType: 'text/html',
-      headers: { 'cross-origin-opener-policy': 'same-origin', 'cross-origin-embedder-policy': 'require-corp' },
-      body: '<!doctype html><button>Click</button><span>0</span>',
-    }),
-  );
-  await page.goto('http://127.0.0.1:9/');
+async function openDialog(address) {
+  const page = await browser.open(address, inPage.watchSocket);
+  await page.evaluate(inPage.waitForDialog);
   return page;
 }
 
-/** Counts what the page's socket carries: header, mask (upward only) and payload of each frame. */
-function countBytes(page) {
-  const bytes = { up: 0, down: 0 };
-  const size = (payload, mask) => {
-    const length = Buffer.byteLength(payload);
-    return length + mask + (length < 126 ? 2 : length < 65536 ? 4 : 10);
-  };
-  page.on('websocket', (socket) => {
-    socket.on('framesent', (frame) => (bytes.up += size(frame.payload, 4)));
-    socket.on('framereceived', (frame) => (bytes.down += size(frame.payload, 0)));
-  });
-  return bytes;
+async function openEcho() {
+  const page = await openDialog(blank);
+  await page.evaluate(inPage.connectEcho, bare.line);
+  return page;
 }
 
-async function openProgram(browser, address) {
-  const page = await browser.newPage();
-  const bytes = countBytes(page);
-  await page.addInitScript(inPage.watchSocket);
-  await page.route((url) => url.pathname === '/', isolate);
-  await page.goto(address);
-  await page.getByRole('button', { name: 'Click', exact: true }).waitFor();
-  return { page, bytes };
+/** The times of all clicks on a page, and the bytes of an average one. */
+async function measureClick(page) {
+  const before = await page.evaluate(inPage.countBytes);
+  const times = await page.evaluate(inPage.timeClicks, clicks);
+  const after = await page.evaluate(inPage.countBytes);
+  await page.close();
+  const handled = clicks.warmUp + clicks.counted;
+  return { time: median(times), up: (after.up - before.up) / handled, down: (after.down - before.down) / handled };
 }
 
-async function clickTimes(browser, open) {
-  const times = [];
+/** Each in turn, because what the machine does beside changes with time. */
+async function measureClicks() {
+  const program = await start('bench_program', 0, 0, 0);
+  const crowded = await start('bench_program', 1000, 0, 0);
+  const results = { echo: [], small: [], large: [] };
   for (let load = 0; load < loads; ++load) {
-    const page = await open();
-    times.push(...(await page.evaluate(inPage.timeClicks, clicks)));
-    await page.close();
+    results.echo.push(await measureClick(await openEcho()));
+    results.small.push(await measureClick(await openDialog(program.line)));
+    results.large.push(await measureClick(await openDialog(crowded.line)));
   }
-  return times;
-}
-
-async function echoTimes(browser, port) {
-  return clickTimes(browser, async () => {
-    const page = await openBlank(browser);
-    await page.evaluate(inPage.connectEcho, port);
-    return page;
-  });
-}
-
-async function programTimes(browser, widgets) {
-  const program = await start('bench_program', widgets, 0, 0);
-  const total = { up: 0, down: 0 };
-  const times = await clickTimes(browser, async () => {
-    const { page, bytes } = await openProgram(browser, program.line);
-    const atStart = { ...bytes };
-    page.on('close', () => {
-      total.up += bytes.up - atStart.up;
-      total.down += bytes.down - atStart.down;
-    });
-    return page;
-  });
   program.stop();
-  const handled = loads * (clicks.warmUp + clicks.counted);
-  return { time: median(times), up: total.up / handled, down: total.down / handled };
-}
-
-async function measureClicks(browser, port) {
-  const before = median(await echoTimes(browser, port));
-  const small = await programTimes(browser, 0);
-  const large = await programTimes(browser, 1000);
-  const floor = (before + median(await echoTimes(browser, port))) / 2;
-  console.log(`click, bare echo ${floor.toFixed(3)} ms, program ${small.time.toFixed(3)} ms, with 1,000 widgets ${large.time.toFixed(3)} ms`);
-  report('click to changed text / bare echo', small.time / floor, 1.5);
-  report('the same with 1,000 more widgets', large.time / floor, 1.6);
-  for (const [name, measured] of [['', small], [', 1,000 widgets', large]]) {
-    report(`bytes up for a click${name}`, measured.up, 100, ' B');
-    report(`bytes down for a click${name}`, measured.down, 100, ' B');
+  crowded.stop();
+  const of = (name, member) => median(results[name].map((result) => result[member]));
+  const floor = of('echo', 'time');
+  console.log(`click, bare echo ${floor.toFixed(3)} ms, program ${of('small', 'time').toFixed(3)} ms, with 1,000 widgets ${of('large', 'time').toFixed(3)} ms`);
+  report('click to changed text / bare echo', of('small', 'time') / floor, 1.5);
+  report('the same with 1,000 more widgets', of('large', 'time') / floor, 1.6);
+  for (const [name, what] of [['small', ''], ['large', ', 1,000 widgets']]) {
+    report(`bytes up for a click${what}`, of(name, 'up'), 100, ' B');
+    report(`bytes down for a click${what}`, of(name, 'down'), 100, ' B');
   }
 }
 
 /** Milliseconds from the arrival of a window of rows to all of them in the document, and by hand.
  * Each is measured on a page of its own, just loaded: the second ten thousand elements of a page
  * find memory and compiled code for which the first had to wait, and take less than half as long. */
-async function windowTime(browser, rows) {
+async function windowTime(rows) {
   const program = await start('bench_program', 0, rows, 0);
   const mine = [];
   const hand = [];
-  for (let load = 0; load < 7; ++load) {
-    const { page } = await openProgram(browser, program.line);
+  for (let load = 0; load < loads; ++load) {
+    const page = await openDialog(program.line);
     mine.push(await page.evaluate(inPage.timeWindow, rows));
     const list = await page.evaluate(inPage.listRows);
     if (list.length !== rows) throw new Error(`${list.length} rows in the document`);
     await page.close();
-    const { page: byHand } = await openProgram(browser, program.line);
+    const byHand = await openDialog(program.line);
     hand.push(await byHand.evaluate(inPage.timeByHand, list));
     await byHand.close();
   }
@@ -151,34 +116,33 @@ async function windowTime(browser, rows) {
   return { mine: median(mine), hand: median(hand) };
 }
 
-async function measureWindows(browser) {
-  const small = await windowTime(browser, 1000);
-  const large = await windowTime(browser, 10000);
+async function measureWindows() {
+  const small = await windowTime(1000);
+  const large = await windowTime(10000);
   console.log(`10,000 widgets: ${large.mine.toFixed(1)} ms, by hand ${large.hand.toFixed(1)} ms; 1,000: ${small.mine.toFixed(1)} ms, by hand ${small.hand.toFixed(1)} ms`);
   report('10,000 widgets in the document / by hand', large.mine / large.hand, 1.5);
   report('10,000 widgets / 1,000 widgets', large.mine / small.mine, 12);
 }
 
 /** On a page of its own, like the program's: a page that has done it before has its code compiled. */
-async function bareBurst(browser, port, size) {
-  const page = await openBlank(browser);
-  await page.evaluate(inPage.connectEcho, port);
+async function bareBurst(size) {
+  const page = await openEcho();
   const time = await page.evaluate(inPage.timeBareBurst, { writes, size });
   await page.close();
   return time;
 }
 
-async function measureBurst(browser, port) {
+async function measureBurst() {
   const program = await start('bench_program', 0, 0, writes);
   const floors = [];
   const bursts = [];
-  for (let load = 0; load < 15; ++load) {
-    const { page } = await openProgram(browser, program.line);
+  for (let load = 0; load < loads; ++load) {
+    const page = await openDialog(program.line);
     const burst = await page.evaluate(inPage.timeBurst, writes);
     if (burst.received !== writes || !burst.inOrder) throw new Error(`of ${writes} writes ${burst.received} arrived, in order: ${burst.inOrder}`);
     bursts.push(burst);
     await page.close();
-    floors.push(await bareBurst(browser, port, burst.size));
+    floors.push(await bareBurst(burst.size));
   }
   program.stop();
   const of = (member) => median(bursts.map((burst) => burst[member]));
@@ -188,17 +152,12 @@ async function measureBurst(browser, port) {
 }
 
 const bare = await start('bare_server');
-const browser = await chromium.launch({
-  executablePath: '/usr/bin/chromium',
-  args: ['--no-sandbox', '--headless', '--disable-gpu', '--disable-quic', '--no-first-run',
-    '--disable-background-networking', '--disable-component-update', '--disable-sync',
-    // Pages that the benchmark answers for have no address of their own.
-    '--disable-features=LocalNetworkAccessChecks'],
-});
+const blank = await serveBlank();
+const browser = await Chromium.launch();
 try {
-  await measureClicks(browser, bare.line);
-  await measureWindows(browser);
-  await measureBurst(browser, bare.line);
+  await measureClicks();
+  await measureWindows();
+  await measureBurst();
 } finally {
   await browser.close();
   bare.stop();
