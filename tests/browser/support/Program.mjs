@@ -51,6 +51,10 @@ export class Program {
         this.m_process.stderr.on('data', (data) => (this.errors += data));
     }
 
+    get pid() {
+        return this.m_process.pid;
+    }
+
     get port() {
         return Number(new URL(this.address).port);
     }
