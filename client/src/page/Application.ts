@@ -162,7 +162,7 @@ export class Application implements LinkListener, InboxListener, WidgetHost, Des
                   desktop: this.m_desktop.store(),
                   edits: this.edits.store(),
                   boxes: this.m_boxes.store(),
-                  focus: this.m_renderer.focus.within(this.m_root),
+                  focus: this.m_renderer.focus.store(this.m_root),
               }
             : undefined;
     }
@@ -194,7 +194,7 @@ export class Application implements LinkListener, InboxListener, WidgetHost, Des
         this.m_hadWindows = this.m_store.windows.size > 0;
         this.m_desktop.restore(this.m_store.windows, stored['desktop']);
         this.m_boxes.restore(stored['boxes']);
-        this.m_renderer.focus.restore(stored['focus']);
+        this.m_renderer.focus.takeUp(stored['focus']);
     }
 
     private announce(): void {

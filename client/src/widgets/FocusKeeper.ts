@@ -1,10 +1,24 @@
-import { asId, asNumber, isObject } from '../protocol/guards.ts';
+import { asCount, asId, isObject } from '../protocol/guards.ts';
 
-/** Where the person is: the object that has the focus, and the selection in it. */
-export interface Focus {
-    readonly id: number;
+type Direction = 'forward' | 'backward' | 'none';
+
+/** What is selected in an edit; a caret is a selection of nothing. */
+interface Selection {
     readonly start: number;
     readonly end: number;
+    /** At which end the caret is that Shift and the arrow keys move. */
+    readonly direction: Direction;
+}
+
+/** Where the person is: the object that has the focus, and the selection if it is an edit. */
+export interface Focus extends Partial<Selection> {
+    readonly id: number;
+}
+
+/** What is kept over a reload: an edit without the focus has its caret all the same. */
+interface StoredFocus {
+    readonly focus: Focus | undefined;
+    readonly selections: readonly Focus[];
 }
 
 /** Brings the focus back to the same object when its element had to give way to another. */
@@ -23,21 +37,52 @@ export class FocusKeeper {
         if (!active || id === undefined || !element.contains(active)) {
             return undefined;
         }
-        const typing = active instanceof HTMLInputElement && active.type === 'text';
-        const start = typing ? (active.selectionStart ?? 0) : 0;
-        return { id, start, end: typing ? (active.selectionEnd ?? 0) : 0 };
+        return { id, ...selectionIn(active) };
     }
 
     restore(stored: unknown): void {
         const id = isObject(stored) ? asId(stored['id']) : undefined;
         const control = id === undefined ? undefined : this.m_control(id);
-        if (!isObject(stored) || control === undefined) {
-            return;
+        control?.focus({ preventScroll: true });
+        select(control, stored);
+    }
+
+    /** The focus in `root`, and each selection that differs from that of an edit just made. */
+    store(root: Element): StoredFocus {
+        const selections = [...root.querySelectorAll<HTMLInputElement>('input.edit')]
+            .filter((input) => input.selectionStart !== input.value.length)
+            .map((input) => ({ id: Number(input.dataset['id']), ...selectionIn(input) }));
+        return { focus: this.within(root), selections };
+    }
+
+    takeUp(stored: unknown): void {
+        const { focus, selections } = isObject(stored) ? stored : {};
+        for (const selection of Array.isArray(selections) ? (selections as unknown[]) : []) {
+            const id = isObject(selection) ? asId(selection['id']) : undefined;
+            select(id === undefined ? undefined : this.m_control(id), selection);
         }
-        control.focus({ preventScroll: true });
-        if (control instanceof HTMLInputElement && control.type === 'text') {
-            const start = asNumber(stored['start']) ?? 0;
-            control.setSelectionRange(start, asNumber(stored['end']) ?? start);
-        }
+        this.restore(focus);
+    }
+}
+
+function selectionIn(element: Element): Selection | undefined {
+    const typing = element instanceof HTMLInputElement && element.type === 'text';
+    return typing
+        ? {
+              start: element.selectionStart ?? 0,
+              end: element.selectionEnd ?? 0,
+              direction: element.selectionDirection ?? 'none',
+          }
+        : undefined;
+}
+
+function select(control: HTMLElement | undefined, stored: unknown): void {
+    if (isObject(stored) && control instanceof HTMLInputElement && control.type === 'text') {
+        const start = asCount(stored['start']) ?? 0;
+        control.setSelectionRange(
+            start,
+            asCount(stored['end']) ?? start,
+            stored['direction'] === 'backward' ? 'backward' : 'forward',
+        );
     }
 }

@@ -1,6 +1,6 @@
 import assert from 'node:assert/strict';
 import { after, before, test } from 'node:test';
-import type { Browser } from 'playwright-core';
+import type { Browser, Page } from 'playwright-core';
 import { launchBrowser, onStage, openWindow, widget, type Stage } from '../support/browser.ts';
 
 let browser: Browser;
@@ -15,6 +15,16 @@ const content = [
 
 function announcements(stage: Stage): number {
     return stage.gateway.messages('/dova2/web').length;
+}
+
+/** The texts and selections of a page's edits. */
+function selections(page: Page): Promise<string[]> {
+    const tell = (edits: (SVGElement | HTMLElement)[]): string[] =>
+        (edits as unknown as HTMLInputElement[]).map(
+            ({ value, selectionStart, selectionEnd, selectionDirection }) =>
+                `${value}: ${selectionStart} to ${selectionEnd} ${selectionDirection}`,
+        );
+    return page.locator('.edit').evaluateAll(tell);
 }
 
 test('a lost connection is told, what is done meanwhile is sent when it is back', () =>
@@ -43,8 +53,13 @@ test('a reload shows everything as it was and goes on with the session', () =>
         await openWindow(stage, 1, {}, content);
         await openWindow(stage, 30, { geometry: '[500,300,200,100]' }, [
             widget(32, 'Text', { text: 'second' }),
+            widget(33, 'Edit', { text: 'elsewhere' }),
         ]);
         const { page, gateway } = stage;
+        await page.getByLabel('second').focus();
+        for (const key of ['Home', 'ArrowRight', 'Shift+ArrowRight', 'Shift+ArrowRight']) {
+            await page.keyboard.press(key);
+        }
         gateway.send([
             './1',
             { type: 'messagebox', level: 'warning', title: 'Careful', body: 'x' },
@@ -53,12 +68,18 @@ test('a reload shows everything as it was and goes on with the session', () =>
         await page.getByLabel('Name').focus();
         await page.keyboard.type('typed');
         await page.keyboard.press('ArrowLeft');
+        await page.keyboard.press('Shift+ArrowLeft');
+        await page.keyboard.press('Shift+ArrowLeft');
         await page.getByRole('heading', { name: 'Careful' }).waitFor();
         const box = await page.locator('.window[data-id="30"]').boundingBox();
         await page.reload();
-        assert.equal(await page.getByLabel('Name').inputValue(), 'typed');
+        assert.deepEqual((await selections(page)).sort(), [
+            'elsewhere: 1 to 3 forward',
+            'typed: 2 to 4 backward',
+        ]);
+        await page.keyboard.press('Shift+ArrowRight');
         await page.keyboard.type('X');
-        assert.equal(await page.getByLabel('Name').inputValue(), 'typeXd');
+        assert.equal(await page.getByLabel('Name').inputValue(), 'typXd');
         assert.deepEqual(await page.locator('.window[data-id="30"]').boundingBox(), box);
         await page.getByRole('alertdialog', { name: 'Careful' }).waitFor();
         gateway.write(30, 32, { text: 'after the reload' });
