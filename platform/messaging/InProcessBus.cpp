@@ -58,23 +58,27 @@ void InProcessBus::unsubscribe(Handle handle) {
 }
 
 void InProcessBus::publish(ConnectorId connector, const std::string& channel, std::string text) {
-    std::shared_ptr<const std::function<void()>> wake;
+    Wake wake;
     {
         const Lock lock(m_mutex);
         const std::shared_ptr<const Route>& route = m_table->route(channel);
         if (!route->reachesOtherThan(connector))
             return;
         m_queue.push_back({m_nextNumber++, connector, route, std::move(text)});
-        if (m_wakePending || !m_wake)
-            return;
-        m_wakePending = true;
-        wake = m_wake;
+        wake = takeWake();
     }
-    (*wake)();
+    if (wake)
+        (*wake)();
+}
+
+/// What is to be called now that texts wait, without the lock; null if that was done or there is
+/// nobody to wake.
+InProcessBus::Wake InProcessBus::takeWake() {
+    return !m_wake || std::exchange(m_wakePending, true) ? nullptr : m_wake;
 }
 
 void InProcessBus::setWake(std::function<void()> wake) {
-    std::shared_ptr<const std::function<void()>> chosen;
+    Wake chosen;
     if (wake)
         chosen = std::make_shared<const std::function<void()>>(std::move(wake));
     {
@@ -92,13 +96,18 @@ std::size_t InProcessBus::deliver() {
     m_wakePending = false;
     const std::uint64_t end = m_nextNumber;
     std::size_t delivered = 0;
-    for (; !m_queue.empty() && m_queue.front().number < end; ++delivered) {
+    while (!m_queue.empty() && m_queue.front().number < end && delivered < largestBatch) {
         const Message message = std::move(m_queue.front());
         m_queue.pop_front();
         for (const auto& subscription : message.route->subscriptions)
             if (subscription->active && subscription->connector != message.from)
                 run(lock, *subscription, message);
+        ++delivered;
     }
+    const Wake wake = m_queue.empty() ? nullptr : takeWake();
+    lock.unlock();
+    if (wake)
+        (*wake)();
     return delivered;
 }
 

@@ -1,3 +1,4 @@
+#include <csignal>
 #include <stdexcept>
 #include <thread>
 
@@ -40,6 +41,26 @@ TEST_F(HostRunTest, EndsAlthoughTwoConnectorsAnswerEachOtherForEver) {
     ping.publish("/ping", "ball");
     host->post([&] { host->post([&] { host->quit(); }); });
     EXPECT_EQ(host->run(), 0);
+}
+
+TEST_F(HostRunTest, AFloodOfTextsLetsTimersAndSignalsInAndIsDeliveredAllTheSame) {
+    constexpr int flood = 20000;
+    start();
+    tdom::messaging::ConnectorMessageService program("program");
+    tdom::messaging::ConnectorMessageService hearer("hearer");
+    int heard = 0;
+    hearer.subscribe("/test", [&](const std::string& text) { heard += text == "x"; });
+    host->after(std::chrono::milliseconds(0), [&] {
+        for (int i = 0; i < flood; ++i)
+            program.publish("/test", "x");
+        host->after(std::chrono::milliseconds(0), [&] {
+            EXPECT_LT(heard, flood) << "the timer waited for the last text";
+            std::raise(SIGTERM);
+        });
+    });
+    host->onShutdown([&] { EXPECT_LT(heard, flood) << "the signal waited for the last text"; });
+    EXPECT_EQ(host->run(), 0);
+    EXPECT_EQ(heard, flood);
 }
 
 TEST_F(HostRunTest, RunsWhatOtherThreadsPostInTheirOrderOnItsOwnThread) {

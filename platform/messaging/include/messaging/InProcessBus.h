@@ -32,13 +32,18 @@ public:
 
     /// Sets what asks the delivery thread to call deliver(). It runs on the publishing thread,
     /// without a lock held, once for each batch: for the first text that is queued after
-    /// deliver() began. It is called at once when texts are waiting already. It must not throw.
+    /// deliver() began; else by deliver() itself, at its end, when texts are left. It is called at
+    /// once when texts are waiting already. It must not throw.
     /// An empty function takes it back.
     void setWake(std::function<void()> wake);
 
-    /// Delivers what was queued when it began, and returns how many texts that were; texts that
-    /// callbacks publish wait for the next call. Called again from within a callback it goes on
-    /// with the texts that are left, in order. The bus must outlive the call.
+    /// So many texts take about a millisecond when they are heard by a gateway.
+    static constexpr std::size_t largestBatch = 1000;
+
+    /// Delivers what was queued when it began, but at most `largestBatch` texts, and returns how
+    /// many they were; the rest, and what callbacks publish, waits for the next call, so that the
+    /// delivery thread gets at its other work in between. Called again from within a callback it
+    /// goes on with the texts that are left, in order. The bus must outlive the call.
     std::size_t deliver();
 
     /// Whether no text waits to be delivered.
@@ -52,8 +57,10 @@ private:
         std::string text;
     };
     using Lock = std::unique_lock<std::mutex>;
+    using Wake = std::shared_ptr<const std::function<void()>>;
 
     Handle add(ConnectorId connector, const std::string& channel, bool tree, Callback callback);
+    Wake takeWake();
     static void run(Lock& lock, Subscription& subscription, const Message& message);
     static void call(Subscription& subscription, const Message& message);
 
@@ -61,7 +68,7 @@ private:
     std::unique_ptr<SubscriptionTable> m_table;
     std::unordered_map<ConnectorId, std::string> m_connectors;
     std::deque<Message> m_queue;
-    std::shared_ptr<const std::function<void()>> m_wake;
+    Wake m_wake;
     std::uint64_t m_nextNumber = 0;
     ConnectorId m_lastConnector = 0;
     bool m_wakePending = false;
