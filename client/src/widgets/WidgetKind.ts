@@ -54,6 +54,8 @@ export interface WidgetKind {
     readonly prototype: HTMLElement;
     readonly appliers: Appliers;
     readonly events?: WidgetEvents;
+    /** May be lower than what it holds, which then scrolls. */
+    readonly scrolls?: boolean;
     /** The element that takes the focus and that labels point at; the element itself if absent. */
     control?(element: HTMLElement): HTMLElement;
     /** Gives a control that nothing else names a name, if need be by the element before it. */

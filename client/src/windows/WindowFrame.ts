@@ -5,7 +5,7 @@ import { asNumber, isObject } from '../protocol/guards.ts';
 import type { StoredObject } from '../store/StoredObject.ts';
 import { chrome } from './chrome.ts';
 import { makeMovable, type Movable } from './gestures.ts';
-import { fitSize, firstPlace, keepReachable } from './placement.ts';
+import { fitSize, firstPlace, keepEndInView, keepReachable } from './placement.ts';
 
 /** What a window asks of the desktop it stands on. */
 export interface WindowHost {
@@ -35,7 +35,10 @@ export class WindowFrame implements Movable {
     readonly body: HTMLFieldSetElement;
     object: StoredObject;
     private readonly m_host: WindowHost;
-    /** Where the window is when it is neither maximized nor minimized; unset until measured. */
+    /**
+     * Where the window is when it is neither maximized nor minimized, in the size that was asked
+     * for, also while the viewport has no room for it; unset until measured.
+     */
     private m_normal: Rect | undefined;
     private m_mode: Mode = 'normal';
     /** What it was before it was minimized. */
@@ -75,8 +78,12 @@ export class WindowFrame implements Movable {
     /** The whole window, title bar and border included, as it is now. */
     get frame(): Rect {
         const { viewport } = this.m_host;
-        const normal = this.m_normal ?? { x: 0, y: 0, width: 0, height: 0 };
-        return this.m_mode === 'maximized' ? { x: 0, y: 0, ...viewport } : normal;
+        if (this.m_mode === 'maximized') {
+            return { x: 0, y: 0, ...viewport };
+        }
+        return this.m_normal === undefined
+            ? { x: 0, y: 0, width: 0, height: 0 }
+            : keepReachable(this.m_normal, viewport);
     }
 
     get zoom(): number {
@@ -123,20 +130,24 @@ export class WindowFrame implements Movable {
 
     /** The contents changed: a window whose size nobody decided grows with them. */
     grow(): void {
-        if (!this.m_sized && this.m_normal !== undefined && this.m_mode === 'normal') {
+        const normal = this.m_normal;
+        if (!this.m_sized && normal !== undefined && this.m_mode === 'normal') {
             const { width, height } = this.naturalSize();
-            this.place({
-                ...this.m_normal,
-                width: Math.max(width, this.m_normal.width),
-                height: Math.max(height, this.m_normal.height),
-            });
+            const grown = {
+                ...normal,
+                width: Math.max(width, normal.width),
+                height: Math.max(height, normal.height),
+            };
+            const higher = grown.height > normal.height;
+            this.place(higher ? keepEndInView(grown, this.m_host.viewport) : grown);
             this.m_host.placed(this, true);
         }
     }
 
     adjustSize(): void {
         if (this.m_normal !== undefined) {
-            this.place({ ...this.m_normal, ...this.naturalSize() });
+            const frame = { ...this.m_normal, ...this.naturalSize() };
+            this.place(keepEndInView(frame, this.m_host.viewport));
             this.m_sized = false;
             this.m_host.placed(this, true);
         }
@@ -210,12 +221,13 @@ export class WindowFrame implements Movable {
     }
 
     private place(frame: Rect): void {
-        this.m_normal = keepReachable(frame, this.m_host.viewport);
+        const { x, y, width, height } = keepReachable(frame, this.m_host.viewport);
+        this.m_normal = { ...frame, x, y };
         const { style } = this.element;
-        style.left = `${this.m_normal.x}px`;
-        style.top = `${this.m_normal.y}px`;
-        style.width = `${this.m_normal.width}px`;
-        style.height = `${this.m_normal.height}px`;
+        style.left = `${x}px`;
+        style.top = `${y}px`;
+        style.width = `${width}px`;
+        style.height = `${height}px`;
     }
 
     private naturalSize(): Size {

@@ -20,10 +20,13 @@ function between(value: number, low: number, high: number): number {
     return Math.max(low, Math.min(value, high));
 }
 
-/** The same window, brought back so far that its title bar can be seen and taken hold of. */
+/**
+ * The same window, no larger than the viewport, and brought back so far that its title bar can be
+ * seen and taken hold of.
+ */
 export function keepReachable(frame: Rect, viewport: Size): Rect {
-    const width = Math.max(frame.width, SMALLEST.width);
-    const height = Math.max(frame.height, SMALLEST.height);
+    const width = Math.max(Math.min(frame.width, viewport.width), SMALLEST.width);
+    const height = Math.max(Math.min(frame.height, viewport.height), SMALLEST.height);
     const reach = Math.min(REACHABLE, width);
     return {
         x: between(frame.x, reach - width, Math.max(0, viewport.width - reach)),
@@ -31,6 +34,11 @@ export function keepReachable(frame: Rect, viewport: Size): Rect {
         width,
         height,
     };
+}
+
+/** A window that has grown moves up as far as it takes to have its lower end in sight. */
+export function keepEndInView(frame: Rect, viewport: Size): Rect {
+    return { ...frame, y: between(viewport.height - frame.height, 0, frame.y) };
 }
 
 /** A size that leaves the whole window in the viewport. */

@@ -290,9 +290,10 @@ test('without a layout a child stands where the program puts it', () =>
         await stage.page.getByRole('button', { name: 'mark' }).waitFor();
         const places = await stage.page.locator('[data-id="20"]').evaluate((panel) => {
             const { x, y } = panel.getBoundingClientRect();
+            const padding = parseFloat(getComputedStyle(panel).paddingLeft);
             return [...panel.children].map((child) => {
                 const place = child.getBoundingClientRect();
-                return [place.x - x, place.y - y];
+                return [place.x - x - padding, place.y - y - padding];
             });
         });
         assert.deepEqual(places, [

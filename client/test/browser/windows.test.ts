@@ -2,6 +2,7 @@ import assert from 'node:assert/strict';
 import { after, before, test } from 'node:test';
 import type { Browser, Locator } from 'playwright-core';
 import type { Rect } from '../../src/protocol/geometry.ts';
+import { META_BUTTON_SET } from '../../src/protocol/names.ts';
 import { launchBrowser, onStage, openWindow, widget, type Stage } from '../support/browser.ts';
 
 let browser: Browser;
@@ -222,4 +223,86 @@ test('a message is shown above everything and gives the focus back', () =>
         await message.waitFor({ state: 'detached' });
         await stage.page.keyboard.type('on');
         assert.equal(await stage.page.locator('[data-id="12"]').inputValue(), 'on');
+    }));
+
+const rows = (first: number, count: number): object[] =>
+    Array.from({ length: count }, (_, index) => widget(first + index, 'Edit', { text: 'x' }));
+const holder = (id: number, type: string, contents: object[]): object =>
+    widget(id, type, {}, contents);
+const buttons = widget(5, 'Panel', { meta: META_BUTTON_SET }, [widget(6, 'Button', { label: 'OK' })]);
+
+interface LongContent {
+    readonly name: string;
+    readonly window?: object;
+    readonly widgets: object[];
+    /** What has to be seen without scrolling, beside the button. */
+    readonly seen: readonly number[];
+}
+
+/** The last edit of each is number 199. */
+const longContents: readonly LongContent[] = [
+    {
+        name: 'a grid above a text',
+        widgets: [holder(10, 'GridLayout', rows(140, 60)), widget(7, 'Text', { text: 'x' })],
+        seen: [140, 7],
+    },
+    {
+        name: 'a small panel and a large one',
+        widgets: [holder(10, 'Panel', rows(20, 2)), holder(11, 'Panel', rows(140, 60))],
+        seen: [20, 21, 140],
+    },
+    { name: 'plain rows', widgets: rows(140, 60), seen: [140] },
+    {
+        name: 'a window that scrolls as a whole',
+        window: { scrollable: true },
+        widgets: [holder(10, 'GridLayout', rows(140, 60))],
+        seen: [140],
+    },
+    {
+        name: 'a window larger than the screen',
+        window: { geometry: '[10,40,3000,4000]' },
+        widgets: [holder(10, 'Panel', rows(140, 60))],
+        seen: [140],
+    },
+];
+
+/** Neither cut off nor covered, above nor below. */
+function inSight({ page }: Stage, id: number): Promise<boolean> {
+    return page.locator(`[data-id="${id}"]`).evaluate((element) => {
+        const { left, right, top, bottom } = element.getBoundingClientRect();
+        const at = (y: number): boolean =>
+            element.contains(document.elementFromPoint((left + right) / 2, y));
+        return at(top + 1) && at(bottom - 1);
+    });
+}
+
+test('what is too long for the screen scrolls, and the buttons stay in sight', () =>
+    onStage(browser, async (stage) => {
+        for (const { name, window, widgets, seen } of longContents) {
+            await openWindow(stage, 1, { ...window }, [...widgets, buttons]);
+            for (const height of [800, 330, 600]) {
+                await stage.page.setViewportSize({ width: 900, height });
+                for (const id of [...seen, 6]) {
+                    assert.ok(await inSight(stage, id), `${name}: ${id} at ${height}`);
+                }
+                await stage.page.locator('[data-id="199"]').focus();
+                assert.ok(await inSight(stage, 199), `${name}: what has the focus, at ${height}`);
+                assert.ok(await inSight(stage, 6), `${name}: the button, at ${height}`);
+                await stage.page.locator(`[data-id="${seen[0]}"]`).focus();
+                await stage.page.locator('[data-id="140"]').focus();
+            }
+            stage.gateway.write(1, 1, { command: 'close' });
+            await frame(stage, 1).waitFor({ state: 'detached' });
+        }
+    }));
+
+test('a window that its contents make higher moves up, so that its end stays in sight', () =>
+    onStage(browser, async (stage) => {
+        await openWindow(stage, 1, {}, [holder(10, 'Panel', rows(20, 2)), buttons]);
+        const panel = holder(10, 'Panel', rows(180, 20));
+        stage.gateway.send(['./1', { ...panel, msgType: 'refresh', parentId: '2' }]);
+        await stage.page.locator('[data-id="199"]').waitFor();
+        const { y, height } = await box(stage, 1);
+        assert.ok(y > 0 && y + height <= 600, `${y} + ${height}`);
+        assert.ok(await inSight(stage, 6));
     }));

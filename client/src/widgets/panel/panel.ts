@@ -24,6 +24,7 @@ export const containerAppliers: Appliers = { ...baseAppliers, layoutGrid: showGr
 export const panel: WidgetKind = {
     type: Kind.panel,
     prototype,
+    scrolls: true,
     appliers: {
         ...containerAppliers,
         meta: (element, meta) => {
