@@ -13,6 +13,7 @@
 #include "host/FunctionEvaluation.h"
 #include "host/OnlineQuery.h"
 #include "support/RecordingClient.h"
+#include "support/RowNames.h"
 #include "toolkit/DVBridge.h"
 #include "toolkit/DVButton2.h"
 #include "toolkit/DVDialog2.h"
@@ -226,6 +227,8 @@ void flagOfAHostWithoutAnswer() {
     KorvidOnlineFlag::reset();
     REQUIRE(!KorvidOnlineFlag::get() && asked == 1);
 }
+
+using test::operator<<;
 
 struct Story {
     const char* name;

@@ -5,6 +5,7 @@
 
 #include "ModelPage.h"
 #include "PageFixture.h"
+#include "support/RowNames.h"
 
 namespace DOVA::gateway {
 namespace {
@@ -12,6 +13,8 @@ namespace {
 using namespace std::chrono_literals;
 
 class GatewayLimitsTest : public PageFixture {};
+
+using DOVA::test::operator<<;
 
 struct FaultRow {
     const char* name;

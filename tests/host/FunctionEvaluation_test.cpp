@@ -4,6 +4,8 @@
 
 #include <stdexcept>
 
+#include "support/RowNames.h"
+
 namespace {
 
 using host::ArrayPointer;
@@ -34,6 +36,8 @@ std::string evaluate(const char* name, int outputCount) {
     EXPECT_TRUE(message.empty() || !first) << "an output in spite of the failure";
     return message + (first ? std::to_string(static_cast<int>(kaGetScalar(first.get()))) : "");
 }
+
+using DOVA::test::operator<<;
 
 struct Row {
     const char* name;

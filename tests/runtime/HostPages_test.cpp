@@ -1,6 +1,9 @@
 #include "HostFixture.h"
+#include "support/RowNames.h"
 
 namespace DOVA::runtime {
+
+using DOVA::test::operator<<;
 
 struct Announcements {
     const char* name;

@@ -4,12 +4,15 @@
 #include <functional>
 
 #include "HostFixture.h"
+#include "support/RowNames.h"
 
 namespace DOVA::runtime {
 
 using test::TemporaryFolder;
 using testing::HasSubstr;
 using testing::Not;
+
+using DOVA::test::operator<<;
 
 struct BadStart {
     const char* name;

@@ -7,6 +7,7 @@
 #include <string>
 #include <vector>
 
+#include "support/RowNames.h"
 #include "support/TemporaryFolder.h"
 
 namespace {
@@ -34,6 +35,8 @@ public:
 private:
     const DOVA::test::TemporaryFolder m_folder;
 };
+
+using DOVA::test::operator<<;
 
 struct Row {
     const char* name;

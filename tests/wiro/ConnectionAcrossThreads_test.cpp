@@ -5,6 +5,7 @@
 #include <string>
 
 #include "Threads.h"
+#include "support/RowNames.h"
 
 namespace {
 
@@ -21,6 +22,8 @@ struct Ends {
         }
     }
 };
+
+using DOVA::test::operator<<;
 
 struct CutRow {
     const char* name;

@@ -9,6 +9,7 @@
 #include <utility>
 
 #include "Receiver.h"
+#include "support/RowNames.h"
 #include "wiro/CallableConnection.h"
 
 namespace {
@@ -66,6 +67,8 @@ struct Scene {
         return log;
     }
 };
+
+using DOVA::test::operator<<;
 
 struct Row {
     const char* name;

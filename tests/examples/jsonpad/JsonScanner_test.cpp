@@ -6,6 +6,7 @@
 
 #include "AllTexts.h"
 #include "jsonpad/JsonError.h"
+#include "support/RowNames.h"
 
 namespace {
 
@@ -25,6 +26,8 @@ std::string scan(const std::string& text) {
     }
     return result;
 }
+
+using DOVA::test::operator<<;
 
 struct Row {
     const char* name;
