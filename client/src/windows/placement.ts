@@ -6,6 +6,8 @@ import type { Point, Rect, Size } from '../protocol/geometry.ts';
 const REACHABLE = 96;
 const TITLE_HEIGHT = 34;
 const SMALLEST: Size = { width: 140, height: 72 };
+/** What a new window leaves of the page. */
+export const PAGE_MARGIN = 16;
 const CASCADE_STEP = 28;
 const CASCADE_LENGTH = 8;
 
@@ -21,16 +23,22 @@ function between(value: number, low: number, high: number): number {
 }
 
 /**
- * The same window, no larger than the viewport, and brought back so far that its title bar can be
- * seen and taken hold of.
+ * The same window, brought back so far that its title bar can be seen and taken hold of. One that
+ * is larger than the viewport gets all of it.
  */
 export function keepReachable(frame: Rect, viewport: Size): Rect {
     const width = Math.max(Math.min(frame.width, viewport.width), SMALLEST.width);
     const height = Math.max(Math.min(frame.height, viewport.height), SMALLEST.height);
     const reach = Math.min(REACHABLE, width);
     return {
-        x: between(frame.x, reach - width, Math.max(0, viewport.width - reach)),
-        y: between(frame.y, 0, Math.max(0, viewport.height - TITLE_HEIGHT)),
+        x:
+            frame.width > viewport.width
+                ? 0
+                : between(frame.x, reach - width, Math.max(0, viewport.width - reach)),
+        y:
+            frame.height > viewport.height
+                ? 0
+                : between(frame.y, 0, Math.max(0, viewport.height - TITLE_HEIGHT)),
         width,
         height,
     };
@@ -43,17 +51,16 @@ export function keepEndInView(frame: Rect, viewport: Size): Rect {
 
 /** A size that leaves the whole window in the viewport. */
 export function fitSize(size: Size, viewport: Size): Size {
-    const margin = 16;
     return {
         width: between(
             size.width,
             SMALLEST.width,
-            Math.max(SMALLEST.width, viewport.width - margin),
+            Math.max(SMALLEST.width, viewport.width - PAGE_MARGIN),
         ),
         height: between(
             size.height,
             SMALLEST.height,
-            Math.max(SMALLEST.height, viewport.height - margin),
+            Math.max(SMALLEST.height, viewport.height - PAGE_MARGIN),
         ),
     };
 }

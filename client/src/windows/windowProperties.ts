@@ -2,6 +2,7 @@ import type { Name, Trigger, Values } from '../protocol/properties.ts';
 import { enableContents } from '../widgets/base.ts';
 import { panel } from '../widgets/panel/panel.ts';
 import type { WidgetHost } from '../widgets/WidgetKind.ts';
+import { PAGE_MARGIN } from './placement.ts';
 import type { WindowFrame } from './WindowFrame.ts';
 
 /** What a window does for the desktop that only the desktop can do. */
@@ -29,10 +30,14 @@ function toBody<N extends Name>(name: N) {
     };
 }
 
-function limit(window: WindowFrame, side: 'minWidth' | 'minHeight' | 'maxWidth' | 'maxHeight') {
-    return (length: number): void => {
-        window.element.style[side] = length >= 16777215 ? '' : `${length}px`;
-    };
+/** Nothing makes a window larger than what it gets when it is first shown. */
+function atLeast(window: WindowFrame, side: 'minWidth' | 'minHeight', length: number): void {
+    const page = side === 'minWidth' ? '100vw' : '100vh';
+    window.element.style[side] = `min(${length}px, ${page} - ${PAGE_MARGIN}px)`;
+}
+
+function atMost(window: WindowFrame, side: 'maxWidth' | 'maxHeight', length: number): void {
+    window.element.style[side] = length >= 16777215 ? '' : `${length}px`;
 }
 
 /** What a write of each property does to a window. */
@@ -56,10 +61,10 @@ const appliers: WindowAppliers = {
     moveTo: (window, point) => window.setFrame({ ...window.frame, ...point }, true),
     resize: (window, size) => resizeContent(window, size.width, size.height),
     setPreferredSize: (window, size) => resizeContent(window, size.width, size.height),
-    setMinimumWidth: (window, width) => limit(window, 'minWidth')(width),
-    setMinimumHeight: (window, height) => limit(window, 'minHeight')(height),
-    setMaximumWidth: (window, width) => limit(window, 'maxWidth')(width),
-    setMaximumHeight: (window, height) => limit(window, 'maxHeight')(height),
+    setMinimumWidth: (window, width) => atLeast(window, 'minWidth', width),
+    setMinimumHeight: (window, height) => atLeast(window, 'minHeight', height),
+    setMaximumWidth: (window, width) => atMost(window, 'maxWidth', width),
+    setMaximumHeight: (window, height) => atMost(window, 'maxHeight', height),
     updateEnabled: (window, _enabled, actions) => actions.showAgain(window),
 };
 

@@ -260,7 +260,7 @@ const longContents: readonly LongContent[] = [
     },
     {
         name: 'a window larger than the screen',
-        window: { geometry: '[10,40,3000,4000]' },
+        window: { geometry: '[10,40,3000,4000]', setMinimumHeight: '2000' },
         widgets: [holder(10, 'Panel', rows(140, 60))],
         seen: [140],
     },
