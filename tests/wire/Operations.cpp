@@ -1,6 +1,7 @@
 #include "Operations.h"
 
 #include <stdexcept>
+#include <tuple>
 
 #include "core/KorvidOnlineFlag.h"
 #include "core/WebObjectService2.h"
@@ -16,209 +17,178 @@ namespace DOVA::test {
 
 namespace {
 
-std::u16string u16(const QString& text) {
-    return {reinterpret_cast<const char16_t*>(text.utf16()), static_cast<std::size_t>(text.size())};
-}
+/// An argument of a call as the rows write it; what is left out is nought, empty or none.
+struct Argument {
+    const Stage& stage;
+    QJsonValue value;
 
-/// The arguments of a call, after object and operation.
-struct Arguments {
-    Stage& stage;
-    const QJsonArray& call;
+    int number(int index) const { return value[index].toInt(); }
 
-    QJsonValue at(int index) const { return call.at(index + 2); }
-    bool flag(int index = 0) const { return at(index).toBool(); }
-    int number(int index = 0) const { return at(index).toInt(); }
-    std::u16string text() const { return u16(at(0).toString()); }
-    std::string utf8() const { return at(0).toString().toStdString(); }
-    DVObject2* object() const { return stage.front(utf8()); }
-    diagram::PointTemplate<int> point() const { return {at(0)[0].toInt(), at(0)[1].toInt()}; }
-    diagram::TSize<int> size() const { return {at(0)[0].toInt(), at(0)[1].toInt()}; }
-    diagram::RectTemplate<int> rectangle() const {
-        return {at(0)[0].toInt(), at(0)[1].toInt(), at(0)[2].toInt(), at(0)[3].toInt()};
+    void read(bool& flag) const { flag = value.toBool(); }
+    void read(int& number) const { number = value.toInt(); }
+    void read(std::string& text) const { text = value.toString().toStdString(); }
+    void read(std::u16string& text) const {
+        const QString utf16 = value.toString();
+        text.assign(reinterpret_cast<const char16_t*>(utf16.utf16()),
+                    static_cast<std::size_t>(utf16.size()));
     }
-    Color color(int index) const {
-        const QJsonArray channels = at(index).toArray();
+    void read(diagram::PointTemplate<int>& point) const { point = {number(0), number(1)}; }
+    void read(diagram::TSize<int>& size) const { size = {number(0), number(1)}; }
+    void read(diagram::RectTemplate<int>& place) const {
+        place = {number(0), number(1), number(2), number(3)};
+    }
+    void read(ColorRole& role) const { role = static_cast<ColorRole>(value.toInt()); }
+    void read(Color& color) const {
         std::uint32_t rgba = 0;
-        for (const QJsonValue channel : channels) {
-            rgba = rgba << 8 | static_cast<std::uint32_t>(channel.toInt());
+        for (int channel = 0; channel < 4; ++channel) {
+            rgba = rgba << 8 | static_cast<std::uint32_t>(number(channel));
         }
-        return Color(rgba);
+        color = Color(rgba);
     }
-    std::vector<int> numbers() const {
-        std::vector<int> all;
-        const QJsonArray array = at(0).toArray();
-        for (const QJsonValue number : array) {
-            all.push_back(number.toInt());
-        }
-        return all;
+    void read(Icon& icon) const { icon.insertImage(value.toString().toStdString()); }
+    void read(Alignment& alignment) const { alignment = Alignment::None; }
+    void read(DVObject*& object) const {
+        object = value.isString() ? stage.front(value.toString().toStdString()) : nullptr;
     }
-    TextMessage map() const {
-        TextMessage texts;
-        const QJsonObject object = at(0).toObject();
-        for (auto entry = object.begin(); entry != object.end(); ++entry) {
-            texts[entry.key().toStdString()] = u16(entry.value().toString());
+    void read(TextMessage& texts) const {
+        const QJsonObject members = value.toObject();
+        for (const QString& name : members.keys()) {
+            Argument{stage, members[name]}.read(texts[name.toStdString()]);
         }
-        return texts;
     }
 };
 
-using Operation = std::function<bool(WebObject2*, const Arguments&)>;
-using Operations = std::multimap<std::string, Operation>;
-
-/// An entry for objects of class Web; false for others, whose class may have an operation of the
-/// same name.
-template <class Web, class Call>
-Operations::value_type entry(const char* name, Call call) {
-    return {name, [call](WebObject2* object, const Arguments& arguments) {
-                auto* web = dynamic_cast<Web*>(object);
-                if (web) {
-                    call(*web, arguments);
-                }
-                return web != nullptr;
-            }};
+template <class Value>
+Value read(const Stage& stage, const QJsonValue& value) {
+    Value read{};
+    Argument{stage, value}.read(read);
+    return read;
 }
 
-using W = WebWidget2;
-using A = Arguments;
+/// False for an object whose class does not have the operation, though another of that name.
+using Operation = std::function<bool(WebObject2*, const Stage&, const QJsonArray& call)>;
 
-Operations widgetOperations() {
-    return {
-        entry<W>("show", [](W& w, const A&) { w.doShow(); }),
-        entry<W>("hide", [](W& w, const A&) { w.doHide(); }),
-        entry<W>("raise", [](W& w, const A&) { w.doRaise(); }),
-        entry<W>("refresh", [](W& w, const A&) { w.doRefresh(); }),
-        entry<W>("update", [](W& w, const A&) { w.doUpdate(); }),
-        entry<W>("adjustSize", [](W& w, const A&) { w.doAdjustSize(); }),
-        entry<W>("setFocus", [](W& w, const A&) { w.doSetFocus(); }),
-        entry<W>("setVisible", [](W& w, const A& a) { w.doSetVisible(a.flag()); }),
-        entry<W>("setEnabled", [](W& w, const A& a) { w.doSetEnabled(a.flag()); }),
-        entry<W>("setUpdatesEnabled", [](W& w, const A& a) { w.doSetUpdatesEnabled(a.flag()); }),
-        entry<W>("setToolTip", [](W& w, const A& a) { w.doSetToolTipU(a.text()); }),
-        entry<W>("setObjectName", [](W& w, const A& a) { w.doSetObjectName(a.utf8()); }),
-        entry<W>("setColor",
-                 [](W& w, const A& a) {
-                     w.doSetColor(static_cast<ColorRole>(a.number(0)), a.color(1));
-                 }),
-        entry<W>("setPosition", [](W& w, const A& a) { w.doSetPosition(a.rectangle()); }),
-        entry<W>("moveTo", [](W& w, const A& a) { w.doMoveTo(a.point()); }),
-        entry<W>("resize", [](W& w, const A& a) { w.doResize(a.size()); }),
-        entry<W>("setMinimumSize", [](W& w, const A& a) { w.doSetMinimumSize(a.size()); }),
-        entry<W>("setMaximumSize", [](W& w, const A& a) { w.doSetMaximumSize(a.size()); }),
-        entry<W>("setPreferredSize", [](W& w, const A& a) { w.doSetPreferredSize(a.size()); }),
-        entry<W>("restoreGeometry", [](W& w, const A& a) { w.doRestoreGeometry(a.utf8()); }),
-        entry<W>("setRowSpan",
-                 [](W& w, const A& a) {
-                     auto spans = a.numbers();
-                     w.doSetRowSpan(spans.data(), static_cast<int>(spans.size()));
-                 }),
-        entry<W>("setColSpan",
-                 [](W& w, const A& a) {
-                     auto spans = a.numbers();
-                     w.doSetColSpan(spans.data(), static_cast<int>(spans.size()));
-                 }),
-        entry<W>("sendTextMessage", [](W& w, const A& a) { w.doSendTextMessage(a.map()); }),
+template <class Web, class... Parameters>
+Operation call(void (Web::*method)(Parameters...)) {
+    return [method](WebObject2* object, const Stage& stage, const QJsonArray& call) {
+        auto* web = dynamic_cast<Web*>(object);
+        if (web) {
+            int index = 2;
+            [[maybe_unused]] const auto next = [&] { return call.at(index++); };
+            std::tuple<Web*, std::decay_t<Parameters>...> arguments{
+                web, read<std::decay_t<Parameters>>(stage, next())...};
+            std::apply(method, arguments);
+        }
+        return web != nullptr;
     };
-}
-
-Operations kindOperations() {
-    using Button = WebAbstractButton2;
-    using Layout = WebLayout2;
-    return {
-        entry<Button>("setLabel", [](Button& b, const A& a) { b.doSetLabelU(a.text()); }),
-        entry<Button>("setCheckable", [](Button& b, const A& a) { b.doSetCheckable(a.flag()); }),
-        entry<Button>("setChecked", [](Button& b, const A& a) { b.doSetChecked(a.flag()); }),
-        entry<Button>("setExclusive", [](Button& b, const A& a) { b.doSetExclusive(a.flag()); }),
-        entry<Button>("setIcon",
-                      [](Button& b, const A& a) {
-                          Icon icon;
-                          icon.insertImage(a.utf8());
-                          b.doSetIcon(icon);
-                      }),
-        entry<WebButton2>("setDefault",
-                          [](WebButton2& b, const A& a) { b.doSetDefault(a.flag()); }),
-        entry<WebEdit2>("setText", [](WebEdit2& e, const A& a) { e.doSetTextU(a.text()); }),
-        entry<WebEdit2>("setPlaceHolderText",
-                        [](WebEdit2& e, const A& a) { e.doSetPlaceHolderText(a.text()); }),
-        entry<WebText2>("setText", [](WebText2& t, const A& a) { t.doSetTextU(a.text()); }),
-        entry<WebText2>("setBuddy", [](WebText2& t, const A& a) { t.doSetBuddy(a.object()); }),
-        entry<Layout>("addWidget",
-                      [](Layout& l, const A& a) { l.doAddWidget(a.object(), Alignment::None); }),
-        entry<Layout>("removeWidget", [](Layout& l, const A& a) { l.doRemoveWidget(a.object()); }),
-        entry<Layout>("invalidate", [](Layout& l, const A&) { l.doInvalidate(); }),
-        entry<Layout>("refresh", [](Layout& l, const A&) { l.doRefresh(); }),
-        entry<Layout>("setEnabled", [](Layout& l, const A& a) { l.doSetEnabled(a.flag()); }),
-        entry<Layout>("setSpacing", [](Layout& l, const A& a) { l.doSetSpacing(a.number()); }),
-        entry<Layout>("setMargins", [](Layout& l, const A& a) { l.doSetMargins(a.rectangle()); }),
-        entry<WebPanel2>("setButtonPanel",
-                         [](WebPanel2& p, const A& a) { p.setButtonPanel(a.flag()); }),
-        entry<WebContainer2>("setLayoutGrid",
-                             [](WebContainer2& c, const A& a) {
-                                 auto grid = a.numbers();
-                                 c.doSetLayoutGrid(grid.data(), static_cast<int>(grid.size()));
-                             }),
-    };
-}
-
-Operations windowOperations() {
-    using Window = WebAbstractWindow2;
-    using Dialog = WebDialog2;
-    return {
-        entry<Window>("showNormal", [](Window& w, const A&) { w.doShowNormal(); }),
-        entry<Window>("showMinimized", [](Window& w, const A&) { w.doShowMinimized(); }),
-        entry<Window>("showMaximized", [](Window& w, const A&) { w.doShowMaximized(); }),
-        entry<Window>("setTitle", [](Window& w, const A& a) { w.doSetTitle(a.text()); }),
-        entry<Window>("setGeometry", [](Window& w, const A& a) { w.doSetGeometry(a.rectangle()); }),
-        entry<Window>(
-            "setFrameGeometry",
-            [](Window& w, const A& a) { w.doSetFrameGeometry(a.rectangle(), a.flag(1)); }),
-        entry<Window>("move", [](Window& w, const A& a) { w.doMove(a.point()); }),
-        entry<Window>("setIconWithPath",
-                      [](Window& w, const A& a) { w.doSetIconWithPath(a.text()); }),
-        entry<Dialog>("setTransient", [](Dialog& d, const A& a) { d.doSetTransient(a.flag()); }),
-        entry<Dialog>("setModal", [](Dialog& d, const A& a) { d.doSetModal(a.flag()); }),
-        entry<Dialog>("setScrollable", [](Dialog& d, const A& a) { d.doSetScrollable(a.flag()); }),
-        entry<Dialog>("monitorResize", [](Dialog& d, const A& a) { d.doMonitorResize(a.flag()); }),
-    };
-}
-
-const Operations& operations() {
-    static const Operations all = [] {
-        Operations joined = widgetOperations();
-        joined.merge(kindOperations());
-        joined.merge(windowOperations());
-        return joined;
-    }();
-    return all;
-}
-
-QJsonValue text(const std::u16string& value) {
-    return QString::fromUtf16(value.data(), static_cast<int>(value.size()));
-}
-
-QJsonValue rectangle(diagram::RectTemplate<int> value) {
-    return QJsonArray{value.x, value.y, value.width, value.height};
 }
 
 template <class Web>
-Web& as(const Stage& stage, const std::string& object) {
-    return dynamic_cast<Web&>(*stage.web(object));
+Operation call(void (Web::*method)(int*, int)) {
+    return [method](WebObject2* object, const Stage&, const QJsonArray& call) {
+        auto* web = dynamic_cast<Web*>(object);
+        std::vector<int> numbers;
+        const QJsonArray written = call.at(2).toArray();
+        for (const QJsonValue number : written) {
+            numbers.push_back(number.toInt());
+        }
+        if (web) {
+            (web->*method)(numbers.data(), static_cast<int>(numbers.size()));
+        }
+        return web != nullptr;
+    };
 }
 
-QJsonValue askWindow(const WebAbstractWindow2& window, const std::string& question) {
-    if (question == "getTitle") {
-        return text(window.doGetTitle());
-    }
-    if (question == "isMaximized") {
-        return window.doIsMaximized();
-    }
-    if (question == "isMinimized") {
-        return window.doIsMinimized();
-    }
-    return question == "getGeometry"        ? rectangle(window.doGetGeometry())
-           : question == "getFrameGeometry" ? rectangle(window.doGetFrameGeometry())
-           : question == "getFrameOffset"   ? rectangle(window.doGetFrameOffset())
-                                            : QJsonValue(QJsonValue::Undefined);
+const std::multimap<std::string, Operation> s_operations{
+    {"show", call(&WebWidget2::doShow)},
+    {"hide", call(&WebWidget2::doHide)},
+    {"raise", call(&WebWidget2::doRaise)},
+    {"refresh", call(&WebWidget2::doRefresh)},
+    {"update", call(&WebWidget2::doUpdate)},
+    {"adjustSize", call(&WebWidget2::doAdjustSize)},
+    {"setFocus", call(&WebWidget2::doSetFocus)},
+    {"setVisible", call(&WebWidget2::doSetVisible)},
+    {"setEnabled", call(&WebWidget2::doSetEnabled)},
+    {"setUpdatesEnabled", call(&WebWidget2::doSetUpdatesEnabled)},
+    {"setToolTip", call(&WebWidget2::doSetToolTipU)},
+    {"setObjectName", call(&WebWidget2::doSetObjectName)},
+    {"setColor", call(&WebWidget2::doSetColor)},
+    {"setPosition", call(&WebWidget2::doSetPosition)},
+    {"moveTo", call(&WebWidget2::doMoveTo)},
+    {"resize", call(&WebWidget2::doResize)},
+    {"setMinimumSize", call(&WebWidget2::doSetMinimumSize)},
+    {"setMaximumSize", call(&WebWidget2::doSetMaximumSize)},
+    {"setPreferredSize", call(&WebWidget2::doSetPreferredSize)},
+    {"restoreGeometry", call(&WebWidget2::doRestoreGeometry)},
+    {"setRowSpan", call(&WebWidget2::doSetRowSpan)},
+    {"setColSpan", call(&WebWidget2::doSetColSpan)},
+    {"sendTextMessage", call(&WebWidget2::doSendTextMessage)},
+    {"setLabel", call(&WebAbstractButton2::doSetLabelU)},
+    {"setCheckable", call(&WebAbstractButton2::doSetCheckable)},
+    {"setChecked", call(&WebAbstractButton2::doSetChecked)},
+    {"setExclusive", call(&WebAbstractButton2::doSetExclusive)},
+    {"setIcon", call(&WebAbstractButton2::doSetIcon)},
+    {"setDefault", call(&WebButton2::doSetDefault)},
+    {"setText", call(&WebEdit2::doSetTextU)},
+    {"setPlaceHolderText", call(&WebEdit2::doSetPlaceHolderText)},
+    {"setText", call(&WebText2::doSetTextU)},
+    {"setBuddy", call(&WebText2::doSetBuddy)},
+    {"addWidget", call(&WebLayout2::doAddWidget)},
+    {"removeWidget", call(&WebLayout2::doRemoveWidget)},
+    {"invalidate", call(&WebLayout2::doInvalidate)},
+    {"refresh", call(&WebLayout2::doRefresh)},
+    {"setEnabled", call(&WebLayout2::doSetEnabled)},
+    {"setSpacing", call(&WebLayout2::doSetSpacing)},
+    {"setMargins", call(&WebLayout2::doSetMargins)},
+    {"setButtonPanel", call(&WebPanel2::setButtonPanel)},
+    {"setLayoutGrid", call(&WebContainer2::doSetLayoutGrid)},
+    {"showNormal", call(&WebAbstractWindow2::doShowNormal)},
+    {"showMinimized", call(&WebAbstractWindow2::doShowMinimized)},
+    {"showMaximized", call(&WebAbstractWindow2::doShowMaximized)},
+    {"setTitle", call(&WebAbstractWindow2::doSetTitle)},
+    {"setGeometry", call(&WebAbstractWindow2::doSetGeometry)},
+    {"setFrameGeometry", call(&WebAbstractWindow2::doSetFrameGeometry)},
+    {"move", call(&WebAbstractWindow2::doMove)},
+    {"setIconWithPath", call(&WebAbstractWindow2::doSetIconWithPath)},
+    {"setTransient", call(&WebDialog2::doSetTransient)},
+    {"setModal", call(&WebDialog2::doSetModal)},
+    {"setScrollable", call(&WebDialog2::doSetScrollable)},
+    {"monitorResize", call(&WebDialog2::doMonitorResize)},
+};
+
+QJsonValue written(bool flag) {
+    return flag;
 }
+
+QJsonValue written(const std::u16string& text) {
+    return QString::fromUtf16(text.data(), static_cast<int>(text.size()));
+}
+
+QJsonValue written(diagram::RectTemplate<int> place) {
+    return QJsonArray{place.x, place.y, place.width, place.height};
+}
+
+using Question = std::function<QJsonValue(WebObject2&)>;
+
+template <class Web, class Answer, class... Given>
+Question get(Answer (Web::*getter)(Given...) const) {
+    return [getter](WebObject2& object) {
+        return written((dynamic_cast<Web&>(object).*getter)(Given()...));
+    };
+}
+
+const std::map<std::string, Question> s_questions{
+    {"isChecked", get(&WebAbstractButton2::doIsChecked)},
+    {"getLabel", get(&WebAbstractButton2::doGetLabelU)},
+    {"isEnabled", get(&WebWidget2::doIsEnabled)},
+    {"getText", get(&WebEdit2::doGetTextU)},
+    {"getTitle", get(&WebAbstractWindow2::doGetTitle)},
+    {"isMaximized", get(&WebAbstractWindow2::doIsMaximized)},
+    {"isMinimized", get(&WebAbstractWindow2::doIsMinimized)},
+    {"getGeometry", get(&WebAbstractWindow2::doGetGeometry)},
+    {"getFrameGeometry", get(&WebAbstractWindow2::doGetFrameGeometry)},
+    {"getFrameOffset", get(&WebAbstractWindow2::doGetFrameOffset)},
+};
 
 }  // namespace
 
@@ -233,10 +203,9 @@ void perform(Stage& stage, const QJsonArray& call) {
         stage.destroy(object);
         return;
     }
-    const auto range = operations().equal_range(name);
-    const Arguments arguments{stage, call};
+    const auto range = s_operations.equal_range(name);
     for (auto operation = range.first; operation != range.second; ++operation) {
-        if (operation->second(stage.web(object), arguments)) {
+        if (operation->second(stage.web(object), stage, call)) {
             return;
         }
     }
@@ -250,19 +219,7 @@ QJsonValue ask(const Stage& stage, const std::string& object, const std::string&
     if (question == "ready") {
         return WebObjectService2::instance()->isReady(stage.identifier(object));
     }
-    if (question == "isChecked") {
-        return as<WebAbstractButton2>(stage, object).doIsChecked();
-    }
-    if (question == "getLabel") {
-        return text(as<WebAbstractButton2>(stage, object).doGetLabelU());
-    }
-    if (question == "isEnabled") {
-        return as<WebWidget2>(stage, object).doIsEnabled();
-    }
-    if (question == "getText") {
-        return text(as<WebEdit2>(stage, object).doGetTextU(false));
-    }
-    return askWindow(as<WebAbstractWindow2>(stage, object), question);
+    return s_questions.at(question)(*stage.web(object));
 }
 
 }  // namespace DOVA::test

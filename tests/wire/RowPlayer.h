@@ -19,15 +19,16 @@ public:
     void playPrefixes();
 
 private:
-    void set();
+    void startModule();
+    void setScene();
     void listen();
     void perform(const QJsonArray& calls);
-    void step(const QJsonObject& step);
     void compare(const QJsonObject& step);
-    void compareState(const QJsonArray& state);
     QJsonArray expectedNotes(const QJsonObject& step) const;
+    QJsonArray expectedEvents(const QJsonObject& step) const;
     QJsonArray takeNotes();
     std::string channel(const QJsonObject& step) const;
+    QJsonValue written(const QJsonValue& text) const;
     IdentifierOf identifierOf() const;
 
     WireRow m_row;

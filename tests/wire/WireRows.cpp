@@ -4,6 +4,7 @@
 #include <QFile>
 #include <QJsonDocument>
 #include <QJsonValue>
+#include <algorithm>
 #include <cstdlib>
 #include <iostream>
 
@@ -22,35 +23,27 @@ QJsonDocument readDocument(const QString& path) {
     return document;
 }
 
-std::string joined(const QJsonArray& parts);
-
-std::string rawText(const QJsonValue& text) {
-    if (text.isString()) {
-        return text.toString().toStdString();
-    }
-    if (text.isArray()) {
-        return QJsonDocument(text.toArray()).toJson(QJsonDocument::Compact).toStdString();
-    }
-    const QJsonObject object = text.toObject();
-    return object.contains("parts")
-               ? joined(object["parts"].toArray())
-               : QJsonDocument(object).toJson(QJsonDocument::Compact).toStdString();
+std::string compact(const QJsonDocument& document) {
+    return document.toJson(QJsonDocument::Compact).toStdString();
 }
 
-std::string joined(const QJsonArray& parts) {
-    std::string text;
-    for (const QJsonValue part : parts) {
-        if (part.isString()) {
-            text += part.toString().toStdString();
-        } else if (part["bytes"].isString()) {
-            text += QByteArray::fromHex(part["bytes"].toString().toLatin1()).toStdString();
-        } else {
-            for (int times = part["times"].toInt(); times > 0; --times) {
-                text += part["repeat"].toString().toStdString();
-            }
-        }
+std::string rawText(const QJsonValue& text) {
+    const QJsonValue parts = text["parts"];
+    if (text.isString() || (text.isObject() && !parts.isArray())) {
+        return text.isString() ? text.toString().toStdString()
+                               : compact(QJsonDocument(text.toObject()));
     }
-    return text;
+    if (text.isArray()) {
+        return compact(QJsonDocument(text.toArray()));
+    }
+    std::string joined;
+    const QJsonArray all = parts.toArray();
+    for (const QJsonValue part : all) {
+        joined += QByteArray::fromHex(part["bytes"].toString().toLatin1()).toStdString();
+        const QString repeated = part.isString() ? part.toString() : part["repeat"].toString();
+        joined += repeated.repeated(part["times"].toInt(1)).toStdString();
+    }
+    return joined;
 }
 
 std::string written(std::uint32_t identifier, const std::string& form) {
@@ -73,15 +66,19 @@ std::ostream& operator<<(std::ostream& stream, const WireRow& row) {
     return stream << row.file << ": " << row.name();
 }
 
-std::vector<WireRow> readRows(const std::string& folder) {
-    const QDir files(QString::fromStdString(WIRE_ROWS_FOLDER "/" + folder));
+std::vector<WireRow> readRows(const std::vector<std::string>& folders,
+                              bool (*isWanted)(const WireRow&)) {
     std::vector<WireRow> rows;
-    for (const QString& name : files.entryList({"*.json"}, QDir::Files, QDir::Name)) {
-        const QJsonArray content = readDocument(files.filePath(name)).array();
-        for (const QJsonValue row : content) {
-            rows.push_back({folder + "/" + name.toStdString(), row.toObject()});
+    for (const std::string& folder : folders) {
+        const QDir files(QString::fromStdString(WIRE_ROWS_FOLDER "/" + folder));
+        for (const QString& name : files.entryList({"*.json"}, QDir::Files, QDir::Name)) {
+            const QJsonArray content = readDocument(files.filePath(name)).array();
+            for (const QJsonValue one : content) {
+                rows.push_back({folder + "/" + name.toStdString(), one.toObject()});
+            }
         }
     }
+    rows.erase(std::remove_if(rows.begin(), rows.end(), std::not_fn(isWanted)), rows.end());
     return rows;
 }
 

@@ -15,14 +15,17 @@ struct WireRow {
     QJsonObject content;
 
     std::string name() const;
+    bool beginsOnline() const { return content["online"].toBool(true); }
     /// The row's steps; the row itself if it has none.
     QJsonArray steps() const;
 };
 
 std::ostream& operator<<(std::ostream& stream, const WireRow& row);
 
-/// The rows of a folder. A file that cannot be read ends the program with a line that says so.
-std::vector<WireRow> readRows(const std::string& folder);
+/// Those rows of the folders that are wanted. A file that cannot be read ends the program with a
+/// line that says so.
+std::vector<WireRow> readRows(const std::vector<std::string>& folders,
+                              bool (*isWanted)(const WireRow&));
 /// The scene of rows that bring none.
 QJsonObject standardScene();
 

@@ -39,6 +39,9 @@ export const validators = new Map(
     ]),
 );
 
+/** Whether a page can do something with a property of this value. */
+export const isUsable = ajv.compile({ $ref: 'properties.json#/definitions/usable' });
+
 /** Names of the messages that may travel on a channel; `action` is the program's. */
 export function messagesOn(channel, action) {
     return Object.values(api.operations)
@@ -108,16 +111,13 @@ export function missingFrom(entries) {
         objects[where].some((object) => types.includes(object.type) && name in object);
     return [
         ...[...validators.keys()].filter((name) => payloads(name).length === 0),
-        ...properties.filter((property) => !occurs(property)).map(labelOf),
+        ...properties
+            .filter((property) => !occurs(property))
+            .map(({ where, list, name }) => `${name} of ${list} in ${where}`),
         ...clientEvents
             .filter(({ isIn }) => !payloads('clientEvent').some(isIn))
             .map(({ name }) => name),
     ];
-}
-
-/** How `missingFrom` names a property. */
-export function labelOf({ where, list, name }) {
-    return `${name} of ${list} in ${where}`;
 }
 
 /** An object of a description and all below it. */

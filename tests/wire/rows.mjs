@@ -36,57 +36,33 @@ function rawText(value) {
     if (typeof value === 'string') {
         return value;
     }
-    return hasParts(value) ? joined(value.parts) : compact(value);
+    const parts = value.parts ?? [compact(value)];
+    return parts.some((part) => part.bytes !== undefined)
+        ? undefined
+        : parts.map((part) => (part.times ? part.repeat.repeat(part.times) : part)).join('');
 }
 
-/** `${name}` with its modifiers replaced. */
+const forms = {
+    wrapped: (id) => String(id + 2 ** 32),
+    hex: (id) => id.toString(16),
+};
+
+/** `${name}` with its modifiers replaced; a name or a form that there is not is an exception. */
 export function fillIn(text, identifiers) {
     return text.replace(/\$\{(\w+)(?::(\w+))?\}/g, (_, name, form) => {
         if (!identifiers.has(name)) {
             throw new Error(`no object named ${name}`);
         }
-        return write(identifiers.get(name), form);
+        const id = identifiers.get(name);
+        return form === undefined ? String(id) : forms[form](id);
     });
 }
 
-function write(id, form) {
-    switch (form) {
-        case undefined:
-            return String(id);
-        case 'wrapped':
-            return String(id + 2 ** 32);
-        case 'hex':
-            return id.toString(16);
-        default:
-            throw new Error(`no such form: ${form}`);
-    }
-}
-
-function hasParts(value) {
-    return !Array.isArray(value) && value.parts !== undefined;
-}
-
-/** Undefined when a part is raw bytes. */
-function joined(parts) {
-    if (parts.some((part) => part.bytes !== undefined)) {
-        return undefined;
-    }
-    return parts
-        .map((part) => (typeof part === 'string' ? part : part.repeat.repeat(part.times)))
-        .join('');
-}
-
 /** Compact JSON text with the keys of every object in alphabetical order. */
-export function compact(value) {
+function compact(value) {
     return JSON.stringify(value, (_, member) =>
-        isObject(member) ? Object.fromEntries(Object.entries(member).sort(byKey)) : member,
+        typeof member === 'object' && member !== null && !Array.isArray(member)
+            ? Object.fromEntries(Object.entries(member).sort(([a], [b]) => (a < b ? -1 : 1)))
+            : member,
     );
-}
-
-function isObject(value) {
-    return typeof value === 'object' && value !== null && !Array.isArray(value);
-}
-
-function byKey([a], [b]) {
-    return a < b ? -1 : 1;
 }

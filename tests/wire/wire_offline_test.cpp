@@ -7,16 +7,6 @@
 namespace DOVA::test {
 namespace {
 
-std::vector<WireRow> offlineRows() {
-    std::vector<WireRow> all;
-    for (WireRow& row : readRows("lifecycle")) {
-        if (!row.content["online"].toBool(true)) {
-            all.push_back(std::move(row));
-        }
-    }
-    return all;
-}
-
 class WireOfflineTest : public testing::TestWithParam<WireRow> {};
 
 /// A process goes online once, so each row gets a child of its own; this one stays offline.
@@ -28,7 +18,10 @@ TEST_P(WireOfflineTest, replaysAsWritten) {
     EXPECT_EXIT(child(), testing::ExitedWithCode(0), "");
 }
 
-INSTANTIATE_TEST_SUITE_P(Rows, WireOfflineTest, testing::ValuesIn(offlineRows()));
+INSTANTIATE_TEST_SUITE_P(Rows, WireOfflineTest,
+                         testing::ValuesIn(readRows({"lifecycle"}, [](const WireRow& row) {
+                             return !row.beginsOnline();
+                         })));
 
 }  // namespace
 }  // namespace DOVA::test

@@ -5,37 +5,10 @@
 namespace DOVA::test {
 namespace {
 
-/// Rows that begin offline have a program of their own, since a process goes online once.
-bool isOnline(const WireRow& row) {
-    return row.content["online"].toBool(true);
-}
-
-std::vector<WireRow> onlineRows() {
-    std::vector<WireRow> all;
-    for (const char* folder : {"outgoing", "descriptions", "incoming", "lifecycle"}) {
-        for (WireRow& row : readRows(folder)) {
-            if (isOnline(row)) {
-                all.push_back(std::move(row));
-            }
-        }
-    }
-    return all;
-}
-
 /// One text that is a single object, of which no proper prefix is JSON.
 bool isCuttable(const WireRow& row) {
     const QJsonValue text = row.content["text"];
     return text.isObject() && !text.toObject().contains("parts");
-}
-
-std::vector<WireRow> cuttableRows() {
-    std::vector<WireRow> all;
-    for (WireRow& row : readRows("incoming")) {
-        if (isCuttable(row)) {
-            all.push_back(std::move(row));
-        }
-    }
-    return all;
 }
 
 class WireTest : public testing::TestWithParam<WireRow> {};
@@ -44,7 +17,11 @@ TEST_P(WireTest, replaysAsWritten) {
     RowPlayer(GetParam()).play();
 }
 
-INSTANTIATE_TEST_SUITE_P(Rows, WireTest, testing::ValuesIn(onlineRows()));
+/// Rows that begin offline have a program of their own, since a process goes online once.
+INSTANTIATE_TEST_SUITE_P(
+    Rows, WireTest,
+    testing::ValuesIn(readRows({"outgoing", "descriptions", "incoming", "lifecycle"},
+                               [](const WireRow& row) { return row.beginsOnline(); })));
 
 class WireTruncationTest : public testing::TestWithParam<WireRow> {};
 
@@ -52,7 +29,8 @@ TEST_P(WireTruncationTest, everyPrefixIsDropped) {
     RowPlayer(GetParam()).playPrefixes();
 }
 
-INSTANTIATE_TEST_SUITE_P(Rows, WireTruncationTest, testing::ValuesIn(cuttableRows()));
+INSTANTIATE_TEST_SUITE_P(Rows, WireTruncationTest,
+                         testing::ValuesIn(readRows({"incoming"}, isCuttable)));
 
 }  // namespace
 }  // namespace DOVA::test

@@ -127,7 +127,7 @@ const decoders: { readonly [N in Name]: (value: unknown) => Values[N] | undefine
 };
 
 /** How an object is when its description says nothing else; large windows are mostly this. */
-const initial: PartialValues = {
+export const initialValues: PartialValues = {
     visible: true,
     enable: true,
     tooltip: '',
@@ -149,7 +149,7 @@ export const propertyNames = Object.keys(decoders) as readonly Name[];
 const properties = new Map<string, Property>(
     propertyNames.map((name) => [
         name,
-        { decode: decoders[name], initial: initial[name] },
+        { decode: decoders[name], initial: initialValues[name] },
     ]),
 );
 

@@ -1,27 +1,28 @@
-import { clientChannel, parseChannel, type Channel } from '../../src/gateway/channel.ts';
+import { parseChannel } from '../../src/gateway/channel.ts';
 import { Inbox } from '../../src/page/Inbox.ts';
-import { Kind, ROOT_CHANNEL } from '../../src/protocol/names.ts';
 import type { MessageBox } from '../../src/protocol/messagebox.ts';
-import { propertyNames, type Name } from '../../src/protocol/properties.ts';
+import { initialValues, propertyNames, type Name } from '../../src/protocol/properties.ts';
 import { ObjectStore } from '../../src/store/ObjectStore.ts';
+import { describe } from '../../src/store/snapshot.ts';
 import { subtree, type StoredObject } from '../../src/store/StoredObject.ts';
-import { rows, type Ids, type Row, type Scene } from './wireRows.ts';
+import { rows, shownWindows, type Ids, type Row } from './wireRows.ts';
 
 /** How a value that the page keeps stands on the wire; written without the page's own guards. */
 type Form = (value: never) => unknown;
 
-const points: Form = (point: { x: number; y: number }) => `[${point.x},${point.y}]`;
-const sizes: Form = (size: { width: number; height: number }) =>
-    `[${size.width.toFixed(6)},${size.height.toFixed(6)}]`;
-const rects: Form = (rect: { x: number; y: number; width: number; height: number }) =>
-    `[${rect.x},${rect.y},${rect.width},${rect.height}]`;
+function list(between: string, write: (number: number) => string): Form {
+    return (value: object) => `[${Object.values(value).map(write).join(between)}]`;
+}
+
+const places = list(',', String);
+const sizes = list(',', (number) => number.toFixed(6));
 
 const forms: { readonly [N in Name]?: Form } = {
-    geometry: rects,
-    frameGeometry: rects,
-    saveGeometry: rects,
-    moveTo: points,
-    move: (point: { x: number; y: number }) => `[${point.x}, ${point.y}]`,
+    geometry: places,
+    frameGeometry: places,
+    saveGeometry: places,
+    moveTo: places,
+    move: list(', ', String),
     resize: sizes,
     setPreferredSize: sizes,
     setMinimumWidth: String,
@@ -31,97 +32,98 @@ const forms: { readonly [N in Name]?: Form } = {
     buddy: (id: number) => String(id === 0 ? 4294967295 : id),
 };
 
-/** What a description says of an object that has nothing special. */
-const initial: Readonly<Record<string, unknown>> = {
-    visible: true,
-    enable: true,
-    tooltip: '',
-    label: '',
-    icon: '',
-    checked: false,
-    defaultbutton: false,
-    text: '',
-    buddy: '4294967295',
-};
-
 /** A page without a document, at the end of the wire. */
 export class WirePage {
     readonly ids: Ids;
-    readonly triggered: string[] = [];
-    readonly boxes: MessageBox[] = [];
-    pings = 0;
+    /** What the store told, each as an event, the object's name and details. */
+    readonly told: string[] = [];
+    box: MessageBox | undefined;
+    private m_pings = 0;
+    private readonly m_names: ReadonlyMap<number, string>;
     readonly store = new ObjectStore({
-        opened: () => undefined,
-        reopened: () => undefined,
-        closed: () => undefined,
-        inserted: () => undefined,
-        removed: () => undefined,
-        changed: () => undefined,
-        triggered: (object, trigger) => this.triggered.push(`${object.id} ${trigger}`),
+        opened: (window) => this.note('opened', window),
+        reopened: (window) => this.note('reopened', window),
+        closed: (window) => this.note('closed', window),
+        inserted: (object, before) => this.note('inserted', object, before ? 'for old' : 'last'),
+        removed: (object) => this.note('removed', object),
+        changed: (object, names) => this.note('changed', object, [...names].join()),
+        triggered: (object, trigger) => this.note('triggered', object, trigger),
     });
     private readonly m_inbox = new Inbox(this.store, {
-        pinged: () => (this.pings += 1),
+        pinged: () => (this.m_pings += 1),
         described: () => undefined,
-        told: (_window, box) => this.boxes.push(box),
+        told: (_window, box) => (this.box = box),
     });
 
     /** The windows that the row's scene shows are there. */
     constructor(row: Row) {
         this.ids = rows.identifiersOf(row);
-        const scene = row.scene ?? rows.scene;
-        for (const name of scene.show) {
-            this.feed(clientChannel, JSON.stringify(describe(scene, name, this.ids)));
-        }
+        this.m_names = new Map([...this.ids].map(([name, id]) => [id, name]));
+        shownWindows(row, this.ids).forEach((window) => this.arrives('.', JSON.stringify(window)));
+        this.told.length = 0;
     }
 
-    /** A text on a channel as rows write it. */
     arrives(address: string, text: string): void {
-        this.feed(channelOf(rows.fillIn(address, this.ids)), text);
-    }
-
-    /** The value of a property as it would stand on the wire. */
-    value(object: StoredObject, name: string): unknown {
-        const value = object.values[name as Name];
-        return value === undefined
-            ? initial[name]
-            : (forms[name as Name]?.(value as never) ?? value);
-    }
-
-    /** Every property of every object that is not as at the beginning. */
-    state(): ReadonlyMap<string, unknown> {
-        const state = new Map<string, unknown>();
-        const names = new Map([...this.ids].map(([name, id]) => [id, name]));
-        for (const object of [...this.store.windows.values()].flatMap((top) => [...subtree(top)])) {
-            for (const name of propertyNames) {
-                if (object.values[name] !== undefined) {
-                    const owner = names.get(object.id) ?? String(object.id);
-                    state.set(`${owner}.${name}`, this.value(object, name));
-                }
-            }
-        }
-        return state;
-    }
-
-    private feed(channel: Channel | undefined, text: string): void {
+        const channel = parseChannel(address);
         if (channel !== undefined) {
             this.m_inbox.received(channel, text);
             this.store.flush();
         }
     }
+
+    /** What shows the windows goes, and comes again as it was kept. */
+    reload(): void {
+        const kept = [...this.store.windows.values()].map((window) => describe(window));
+        this.store.clear();
+        kept.forEach((window) => this.arrives('.', JSON.stringify(window)));
+    }
+
+    nameOf(object: StoredObject): string {
+        return this.m_names.get(object.id) ?? String(object.id);
+    }
+
+    /** The value of a property as it would stand on the wire. */
+    value(object: StoredObject, name: string): unknown {
+        const value = object.values[name as Name] ?? initialValues[name as Name];
+        const form = forms[name as Name];
+        return value === undefined || form === undefined ? value : form(value as never);
+    }
+
+    /** What every object has that it did not begin with, and how they stand in each other. */
+    state(): State {
+        const windows = [...this.store.windows.values()];
+        const state: Record<string, unknown> = { 'page.windows': this.namesOf(windows) };
+        for (const object of windows.flatMap((window) => [...subtree(window)])) {
+            const owner = this.nameOf(object);
+            for (const name of propertyNames) {
+                const value = object.values[name];
+                if (value !== undefined && value !== initialValues[name]) {
+                    state[`${owner}.${name}`] = this.value(object, name);
+                }
+            }
+            if (object.children.length > 0) {
+                state[`${owner}.contents`] = this.namesOf(object.children);
+            }
+        }
+        return { ...state, 'page.pings': this.m_pings, 'page.box': this.box };
+    }
+
+    private namesOf(objects: readonly StoredObject[]): string {
+        return objects.map((object) => this.nameOf(object)).join();
+    }
+
+    private note(event: string, object: StoredObject, details = ''): void {
+        this.told.push(`${event} ${this.nameOf(object)} ${details}`.trim());
+    }
 }
 
-/** Full channels as the gateway shortens them. */
-export function shortChannel(address: string): string {
-    return address.replace(/^\/dova2\/web\/[^/]+/, '.');
-}
+type State = Readonly<Record<string, unknown>>;
 
-function channelOf(address: string): Channel | undefined {
-    return parseChannel(address === ROOT_CHANNEL ? address : shortChannel(address));
-}
-
-function describe(scene: Scene, name: string, ids: Ids): object {
-    const kind = scene.objects.find((object) => object.name === name)?.kind ?? Kind.dialog;
-    const inner = scene.objects.filter((object) => object.parent === name);
-    const contents = inner.map((object) => describe(scene, object.name, ids));
-    return { id: String(ids.get(name)), type: kind, contents };
+/** What differs between two states, in the form of rows. */
+export function changes(before: State, now: State): readonly unknown[] {
+    const text = (state: State, key: string): string => JSON.stringify(state[key] ?? null);
+    return Object.keys({ ...before, ...now })
+        .filter((key) => text(before, key) !== text(now, key))
+        .map((key) => [...key.split('.'), JSON.parse(text(now, key))])
+        .sort();
 }

@@ -1,16 +1,10 @@
 import assert from 'node:assert/strict';
 import { test } from 'node:test';
 import type { Rect } from '../../src/protocol/geometry.ts';
-import {
-    edgeCursor,
-    edgesAt,
-    firstPlace,
-    fitSize,
-    keepReachable,
-    resized,
-} from '../../src/windows/placement.ts';
+import * as placement from '../../src/windows/placement.ts';
 
 const viewport = { width: 1000, height: 600 };
+const start = rect(100, 100, 300, 200);
 
 function rect(x: number, y: number, width: number, height: number): Rect {
     return { x, y, width, height };
@@ -28,43 +22,37 @@ const reachable: readonly (readonly [name: string, from: Rect, to: Rect])[] = [
 
 for (const [name, from, to] of reachable) {
     test(`a window ${name} is within reach`, () =>
-        assert.deepEqual(keepReachable(from, viewport), to));
+        assert.deepEqual(placement.keepReachable(from, viewport), to));
 }
 
-const start = rect(100, 100, 300, 200);
-const drags: readonly (readonly [name: string, edges: object, by: object, to: Rect])[] = [
-    ['right', { right: true }, { x: 20, y: 50 }, rect(100, 100, 320, 200)],
-    ['left', { left: true }, { x: 20, y: 0 }, rect(120, 100, 280, 200)],
-    ['left beyond right', { left: true }, { x: 900, y: 0 }, rect(260, 100, 140, 200)],
-    ['top beyond bottom', { top: true }, { x: 0, y: 900 }, rect(100, 228, 300, 72)],
-    ['corner', { right: true, bottom: true }, { x: -10, y: 10 }, rect(100, 100, 290, 210)],
+const drags: readonly (readonly [edges: readonly string[], x: number, y: number, to: Rect])[] = [
+    [['right'], 20, 50, rect(100, 100, 320, 200)],
+    [['left'], 20, 0, rect(120, 100, 280, 200)],
+    [['left'], 900, 0, rect(260, 100, 140, 200)],
+    [['top'], 0, 900, rect(100, 228, 300, 72)],
+    [['right', 'bottom'], -10, 10, rect(100, 100, 290, 210)],
 ];
 
-for (const [name, edges, by, to] of drags) {
-    test(`dragging ${name}`, () => {
-        assert.deepEqual(resized(start, edges, { x: 0, y: 0, ...by }), to);
+for (const [edges, x, y, to] of drags) {
+    test(`dragging ${edges.join(' and ')} by ${x}, ${y}`, () => {
+        const dragged = Object.fromEntries(edges.map((edge) => [edge, true]));
+        assert.deepEqual(placement.resized(start, dragged, { x, y }), to);
     });
 }
 
 test('the pointer shows which edge it is on', () => {
-    const cursors = [
-        [100, 100],
-        [250, 101],
-        [399, 299],
-        [101, 200],
-        [250, 200],
-    ].map(([x = 0, y = 0]) => edgeCursor(edgesAt(start, { x, y }, 6)));
+    const points = [rect(100, 100, 0, 0), rect(250, 101, 0, 0), rect(399, 299, 0, 0)];
+    points.push(rect(101, 200, 0, 0), rect(250, 200, 0, 0));
+    const cursors = points.map((at) => placement.edgeCursor(placement.edgesAt(start, at, 6)));
     assert.deepEqual(cursors, ['nw-resize', 'n-resize', 'se-resize', 'w-resize', '']);
 });
 
 test('new windows stand in the viewport, each a step from the last, whatever their size', () => {
-    const size = fitSize({ width: 5000, height: 300 }, viewport);
-    assert.ok(size.width <= viewport.width);
+    assert.ok(placement.fitSize({ width: 5000, height: 300 }, viewport).width <= viewport.width);
+    const size = { width: 300, height: 200 };
     const places = Array.from({ length: 20 }, (_, index) =>
-        firstPlace({ width: 300, height: 200 }, viewport, index),
+        placement.firstPlace(size, viewport, index),
     );
     assert.equal(new Set(places.map((place) => JSON.stringify(place))).size, 8);
-    for (const place of places) {
-        assert.ok(place.x >= 0 && place.x + 300 <= 1000 && place.y >= 0 && place.y + 200 <= 600);
-    }
+    assert.ok(places.every(({ x, y }) => x >= 0 && x + 300 <= 1000 && y >= 0 && y + 200 <= 600));
 });

@@ -3,56 +3,43 @@ import { connect, createServer } from 'node:net';
 
 /** Stands between a page and the program, and takes the connection away when told. */
 export class CuttableProxy {
+    m_pages = new Set();
+    m_refusing = false;
+    m_deaf = false;
+
     static async to(port) {
-        const proxy = new CuttableProxy(port);
+        const proxy = new CuttableProxy();
+        proxy.m_server = createServer((page) => proxy.join(page, connect(port, '127.0.0.1')));
         proxy.m_server.listen(0, '127.0.0.1');
         await once(proxy.m_server, 'listening');
         return proxy;
-    }
-
-    constructor(port) {
-        this.m_pairs = new Set();
-        this.m_refusing = false;
-        this.m_deaf = false;
-        this.m_server = createServer((page) => this.join(page, port));
     }
 
     get port() {
         return this.m_server.address().port;
     }
 
-    join(page, port) {
-        if (this.m_refusing) {
-            page.destroy();
-            return;
+    join(page, program) {
+        for (const [socket, other] of [[page, program], [program, page]]) {
+            socket.on('error', () => other.destroy());
+            socket.on('close', () => other.destroy());
         }
-        const program = connect(port, '127.0.0.1');
-        const pair = { page, program };
-        this.m_pairs.add(pair);
-        const end = () => {
-            page.destroy();
-            program.destroy();
-            this.m_pairs.delete(pair);
-        };
         page.on('data', (data) => {
             program.write(data);
             this.m_passedUp?.();
         });
+        page.on('close', () => this.m_pages.delete(page));
         program.on('data', (data) => this.m_deaf || page.write(data));
-        for (const socket of [page, program]) {
-            socket.on('error', end);
-            socket.on('close', end);
+        this.m_pages.add(page);
+        if (this.m_refusing) {
+            page.destroy();
         }
     }
 
     /** Cuts every connection and lets none through until restore(). */
     cut() {
         this.m_refusing = true;
-        for (const { page, program } of [...this.m_pairs]) {
-            page.resetAndDestroy?.() ?? page.destroy();
-            program.destroy();
-        }
-        this.m_pairs.clear();
+        this.m_pages.forEach((page) => page.resetAndDestroy());
     }
 
     restore() {

@@ -1,87 +1,66 @@
 import assert from 'node:assert/strict';
-import { cp, mkdtemp, readFile, rm, writeFile } from 'node:fs/promises';
-import { createRequire } from 'node:module';
+import { readFileSync } from 'node:fs';
+import { mkdtemp, readFile, rm, writeFile } from 'node:fs/promises';
 import { tmpdir } from 'node:os';
 import { basename, join } from 'node:path';
-import { fileURLToPath } from 'node:url';
+import { after, test } from 'node:test';
+import { launchBrowser, openTab } from '../../../client/test/support/chromium.mjs';
 import { Program } from './Program.mjs';
 
-const require = createRequire(new URL('../../../client/package.json', import.meta.url));
-const { chromium } = require('playwright-core');
+/** The text of a file of this repository. */
+export function inTree(path) {
+    return readFileSync(new URL(`../../../${path}`, import.meta.url), 'utf8');
+}
 
-/** A file of this repository. */
-export const inTree = (path) => fileURLToPath(new URL(`../../../${path}`, import.meta.url));
+let shared;
+after(async () => (await shared)?.close());
+const sample = inTree('examples/jsonpad/sample.json');
 
-/** Debian's Chromium, without anything that reaches beyond this machine. */
-export function launchBrowser(...args) {
-    return chromium.launch({
-        executablePath: process.env['CHROMIUM'] ?? '/usr/bin/chromium',
-        args: [
-            '--no-sandbox',
-            '--headless',
-            '--disable-gpu',
-            '--disable-quic',
-            '--no-first-run',
-            '--disable-background-networking',
-            '--disable-component-update',
-            '--disable-sync',
-            ...args,
-        ],
+/** A test with jsonpad on a file with this text. */
+export function onScene(name, play, text = sample, fileName = 'sample.json') {
+    test(name, async () => {
+        const folder = await mkdtemp(join(tmpdir(), 'jsonpad-'));
+        const file = join(folder, fileName);
+        await writeFile(file, text);
+        const scene = new Scene(file, text, await Program.start(file));
+        shared ??= launchBrowser();
+        await scene.in(await shared);
+        try {
+            await play(scene);
+        } finally {
+            await scene.end();
+            await rm(folder, { recursive: true });
+        }
     });
 }
 
-/** jsonpad on a copy of a file, and the pages of one person's browser. */
+/** jsonpad on a file, and the pages of one person's browser. */
 export class Scene {
-    /** `t` is the test, with which it ends. */
-    static async on(t, browser, source = inTree('examples/jsonpad/sample.json')) {
-        const folder = await mkdtemp(join(tmpdir(), 'jsonpad-'));
-        const file = join(folder, basename(source));
-        await cp(source, file);
-        return Scene.onFile(t, browser, folder, file);
-    }
-
-    static async onText(t, browser, text) {
-        const folder = await mkdtemp(join(tmpdir(), 'jsonpad-'));
-        const file = join(folder, 'written.json');
-        await writeFile(file, text);
-        return Scene.onFile(t, browser, folder, file);
-    }
-
-    static async onFile(t, browser, folder, file) {
-        const program = await Program.start(file);
-        const context = await browser.newContext({ viewport: { width: 1000, height: 800 } });
-        const scene = new Scene(folder, file, program, context);
-        t.after(() => scene.end());
-        return scene;
-    }
-
-    constructor(folder, file, program, context) {
-        this.folder = folder;
-        this.file = file;
-        this.name = basename(file);
-        this.program = program;
-        this.m_context = context;
+    /** `before` is the file's text in the beginning. */
+    constructor(file, before, program) {
+        Object.assign(this, { file, before, program, name: basename(file) });
         this.m_faults = [];
     }
 
-    /** The same program as seen from another browser. */
-    async inBrowser(browser) {
-        await this.m_context.close();
+    /** From now on the person uses this browser. */
+    async in(browser) {
+        await this.m_context?.close();
         this.m_context = await browser.newContext({ viewport: { width: 1000, height: 800 } });
-        return this;
     }
 
     /** Opens the printed address in a new tab and waits for the dialog. */
     async open() {
-        const page = await this.m_context.newPage();
-        page.on('pageerror', (error) => this.m_faults.push(error.message));
-        page.on('console', (message) => {
-            if (/Content Security Policy|Trusted/.test(message.text())) {
-                this.m_faults.push(message.text());
-            }
-        });
+        const page = await openTab(this.m_context, this.m_faults);
         await page.goto(this.program.address);
         await this.dialog(page).waitFor();
+        return page;
+    }
+
+    /** Opens it and types the operator's name, which is then not saved yet. */
+    async openEdited() {
+        const page = await this.open();
+        await page.getByLabel('operator').fill('Jana');
+        await this.dialog(page, 'modified').waitFor();
         return page;
     }
 
@@ -99,15 +78,27 @@ export class Scene {
         await this.button(page, name).click();
     }
 
-    text() {
-        return readFile(this.file, 'utf8');
+    async save(page) {
+        await this.press(page, 'Save');
+        await this.dialog(page, 'saved').waitFor();
+    }
+
+    /** The file holds what it held in the beginning, with these parts replaced, each once. */
+    async assertText(...changes) {
+        const changed = (text, [from, to]) => {
+            assert.ok(text.includes(from), from);
+            return text.replace(from, () => to);
+        };
+        assert.equal(await readFile(this.file, 'utf8'), changes.reduce(changed, this.before));
     }
 
     /** Ends everything; fails when a page threw or broke its policy. */
     async end() {
         await this.m_context.close();
         await this.program.end();
-        await rm(this.folder, { recursive: true });
         assert.deepEqual(this.m_faults, []);
     }
 }
+
+/** The operator, typed over. */
+export const jana = ['Šárka Nováková', 'Jana'];

@@ -1,0 +1,58 @@
+import { decodeFrame, encodeFrame, type FrameRecord } from '../../src/gateway/frame.ts';
+
+/** One session: what went down, and how much came up. */
+interface Ledger {
+    readonly down: FrameRecord[];
+    received: number;
+}
+
+/** The gateway's half of the protocol, whatever carries the frames. */
+export class Peer {
+    private readonly m_sessions = new Map<string, Ledger>();
+    private m_session: Ledger = { down: [], received: 0 };
+
+    /** What a new connection hears first; a session that is not known any more is lost. */
+    greet(query: URLSearchParams): readonly string[] {
+        const id = query.get('client') ?? '';
+        const received = query.get('received');
+        const session = received === null ? { down: [], received: 0 } : this.m_sessions.get(id);
+        if (session === undefined) {
+            return ['{"session":"lost","reason":"unknown"}'];
+        }
+        this.m_session = session;
+        this.m_sessions.set(id, session);
+        return received === null
+            ? ['{"session":"new","received":0}']
+            : [
+                  `{"session":"resumed","received":${session.received}}`,
+                  this.frame(Number(received)),
+              ];
+    }
+
+    forgetSessions(): void {
+        this.m_sessions.clear();
+    }
+
+    /** The frame with these records, which are kept for a page that does not get it. */
+    publish(records: readonly FrameRecord[]): string {
+        return this.frame(this.m_session.down.push(...records) - records.length);
+    }
+
+    /** The records of a frame that are new; undefined for a frame that fits no session. */
+    take(text: string): readonly FrameRecord[] | undefined {
+        const { down, received } = this.m_session;
+        const frame = decodeFrame(text);
+        if (!frame || frame.sequence > received + 1 || frame.acknowledged > down.length) {
+            return undefined;
+        }
+        const fresh = frame.records.slice(received + 1 - frame.sequence);
+        this.m_session.received += fresh.length;
+        return fresh;
+    }
+
+    private frame(from: number): string {
+        const { down, received } = this.m_session;
+        const records = down.slice(from);
+        return encodeFrame({ sequence: from + 1, acknowledged: received, records });
+    }
+}

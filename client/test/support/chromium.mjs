@@ -1,0 +1,31 @@
+import { chromium } from 'playwright-core';
+
+/** Debian's Chromium, without anything that reaches beyond this machine. */
+export function launchBrowser(...args) {
+    return chromium.launch({
+        executablePath: process.env['CHROMIUM'] ?? '/usr/bin/chromium',
+        args: [
+            '--no-sandbox',
+            '--headless',
+            '--disable-gpu',
+            '--disable-quic',
+            '--no-first-run',
+            '--disable-background-networking',
+            '--disable-component-update',
+            '--disable-sync',
+            ...args,
+        ],
+    });
+}
+
+/** A new tab; exceptions and breaches of its policy are added to `faults`. */
+export async function openTab(context, faults) {
+    const page = await context.newPage();
+    page.on('pageerror', (error) => faults.push(error.message));
+    page.on('console', (message) => {
+        if (/Content Security Policy|Trusted/.test(message.text())) {
+            faults.push(message.text());
+        }
+    });
+    return page;
+}
