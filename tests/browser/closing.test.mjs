@@ -17,7 +17,7 @@ const ways = {
 };
 
 for (const [way, close] of Object.entries(ways)) {
-    onScene(`closed by ${way}, an unedited dialog goes at once, an edited one asks`, async (scene) => {
+    onScene(`closed by ${way}, a dialog goes at once, an edited one asks`, async (scene) => {
         const page = await scene.open();
         await close(scene, page);
         await allClosed(page);

@@ -7,7 +7,7 @@ import { Program } from './support/Program.mjs';
 import { jana, onScene } from './support/Scene.mjs';
 
 test('hello greets who tells a name, by button and by Enter', async (t) => {
-    const program = await Program.startExample('hello');
+    const program = await Program.start('hello');
     t.after(() => program.end());
     const browser = await launchBrowser();
     t.after(() => browser.close());
@@ -58,10 +58,10 @@ onScene('a second page takes over with the unsaved edits, the first one says so'
 });
 
 const ends = [
-    { signal: 'SIGTERM', code: 0, notice: 'The program has ended.' },
-    { signal: 'SIGKILL', code: null, notice: 'Connection lost.' },
+    ['SIGTERM', 0, 'The program has ended.'],
+    ['SIGKILL', null, 'Connection lost.'],
 ];
-for (const { signal, code, notice } of ends) {
+for (const [signal, code, notice] of ends) {
     onScene(`after ${signal} the page says "${notice}"`, async (scene) => {
         const page = await scene.open();
         assert.equal(await scene.program.end(signal), code);
@@ -72,7 +72,7 @@ for (const { signal, code, notice } of ends) {
 /** The browser believes to talk to the program's own address. */
 function behindProxy(name, play) {
     onScene(name, async (scene) => {
-        const { port } = scene.program;
+        const { port } = new URL(scene.program.address);
         const proxy = await CuttableProxy.to(port);
         const rule = `MAP 127.0.0.1:${port} 127.0.0.1:${proxy.port}`;
         const proxied = await launchBrowser(`--host-resolver-rules=${rule}`);
@@ -86,7 +86,7 @@ function behindProxy(name, play) {
     });
 }
 
-behindProxy('what is done while the connection is cut arrives when it is back', async (scene, proxy) => {
+behindProxy('what is done while the connection is cut arrives later', async (scene, proxy) => {
     const page = await scene.open();
     await page.getByLabel('operator').fill('J');
     await scene.dialog(page, 'modified').waitFor();

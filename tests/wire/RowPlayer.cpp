@@ -129,8 +129,18 @@ void RowPlayer::playPrefixes() {
 
 void RowPlayer::compare(const QJsonObject& step) {
     const bool anyOrder = step["anyOrder"].toBool(false);
-    EXPECT_EQ(lines(takeNotes(), anyOrder), lines(expectedNotes(step), anyOrder));
-    EXPECT_EQ(lines(m_stage.takeEvents(), anyOrder), lines(expectedEvents(step), anyOrder));
+    QJsonArray notes;
+    for (const auto& [address, text] : m_client.take()) {
+        notes.append(QJsonArray{QString::fromStdString(address), QString::fromStdString(text)});
+    }
+    QJsonArray expected = step["publishes"].toArray();
+    const QJsonArray sends = step["sends"].toArray();
+    for (const QJsonValue sent : sends) {
+        expected.append(QJsonArray{s_window, sent});
+    }
+    EXPECT_EQ(lines(notes, anyOrder), lines(filledIn(expected), anyOrder));
+    const QJsonArray events = step["events"].toArray();
+    EXPECT_EQ(lines(m_stage.takeEvents(), anyOrder), lines(filledIn(events), anyOrder));
     const QJsonArray state = step["state"].toArray();
     for (const QJsonValue entry : state) {
         const std::string object = entry[0].toString().toStdString();
@@ -140,46 +150,23 @@ void RowPlayer::compare(const QJsonObject& step) {
     }
 }
 
-QJsonArray RowPlayer::expectedNotes(const QJsonObject& step) const {
-    QJsonArray notes;
-    const QJsonArray sends = step["sends"].toArray();
-    for (const QJsonValue sent : sends) {
-        notes.append(QJsonArray{written(s_window), written(sent)});
-    }
-    const QJsonArray publishes = step["publishes"].toArray();
-    for (const QJsonValue published : publishes) {
-        notes.append(QJsonArray{written(published[0]), written(published[1])});
-    }
-    return notes;
-}
-
-QJsonArray RowPlayer::expectedEvents(const QJsonObject& step) const {
-    QJsonArray events;
-    const QJsonArray described = step["events"].toArray();
-    for (const QJsonValue one : described) {
-        QJsonArray event = one.toArray();
-        if (event.last().isObject()) {
-            event[event.size() - 1] = written(event.last());
+QJsonArray RowPlayer::filledIn(const QJsonArray& entries) const {
+    QJsonArray filled;
+    for (const QJsonValue entry : entries) {
+        QJsonArray members;
+        const QJsonArray written = entry.toArray();
+        for (const QJsonValue member : written) {
+            const bool isText = member.isString() || member.isObject() || member.isArray();
+            members.append(isText ? QString::fromStdString(wireText(member, identifierOf()))
+                                  : member);
         }
-        events.append(event);
+        filled.append(members);
     }
-    return events;
-}
-
-QJsonArray RowPlayer::takeNotes() {
-    QJsonArray notes;
-    for (const auto& [channel, text] : m_client.take()) {
-        notes.append(QJsonArray{QString::fromStdString(channel), QString::fromStdString(text)});
-    }
-    return notes;
+    return filled;
 }
 
 std::string RowPlayer::channel(const QJsonObject& step) const {
     return fillIn(step["channel"].toString(s_window).toStdString(), identifierOf());
-}
-
-QJsonValue RowPlayer::written(const QJsonValue& text) const {
-    return QString::fromStdString(wireText(text, identifierOf()));
 }
 
 IdentifierOf RowPlayer::identifierOf() const {

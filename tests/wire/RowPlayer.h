@@ -24,11 +24,9 @@ private:
     void listen();
     void perform(const QJsonArray& calls);
     void compare(const QJsonObject& step);
-    QJsonArray expectedNotes(const QJsonObject& step) const;
-    QJsonArray expectedEvents(const QJsonObject& step) const;
-    QJsonArray takeNotes();
+    /// The entries with every text in them as it stands on the wire.
+    QJsonArray filledIn(const QJsonArray& entries) const;
     std::string channel(const QJsonObject& step) const;
-    QJsonValue written(const QJsonValue& text) const;
     IdentifierOf identifierOf() const;
 
     WireRow m_row;

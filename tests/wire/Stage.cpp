@@ -46,9 +46,9 @@ void Stage::make(const std::string& name) {
     m_order.push_back(name);
 }
 
-void Stage::makeKind(const std::string& name, const std::string& kind) {
+void Stage::add(const QJsonObject& description) {
     using Maker = void (Stage::*)(const std::string&);
-    static const std::map<std::string, Maker> makers{
+    static const std::map<QString, Maker> makers{
         {"BoxLayout", &Stage::make<WebBoxLayout2, DVBoxLayout2Emitters, DVBoxLayout2>},
         {"Button", &Stage::make<WebButton2, DVButton2Emitters, DVButton2>},
         {"CheckBox", &Stage::make<WebCheckBox2, DVCheckBox2Emitters, DVCheckBox2>},
@@ -58,12 +58,8 @@ void Stage::makeKind(const std::string& name, const std::string& kind) {
         {"Panel", &Stage::make<WebPanel2, DVPanel2Emitters, DVPanel2>},
         {"Text", &Stage::make<WebText2, DVText2Emitters, DVText2>},
     };
-    (this->*makers.at(kind))(name);
-}
-
-void Stage::add(const QJsonObject& description) {
     const std::string name = description["name"].toString().toStdString();
-    makeKind(name, description["kind"].toString().toStdString());
+    (this->*makers.at(description["kind"].toString()))(name);
     if (description.contains("parent")) {
         place(name, description["parent"].toString().toStdString());
     }

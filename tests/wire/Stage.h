@@ -52,7 +52,6 @@ private:
 
     template <class Web, class Emitters, class Front>
     void make(const std::string& name);
-    void makeKind(const std::string& name, const std::string& kind);
     void place(const std::string& name, const std::string& parent);
     void note(const std::string& name, const std::string& event, const QJsonArray& values);
 

@@ -55,35 +55,9 @@ export function kindOf(channel, action, payload) {
     return messagesOn(channel, action).find((name) => validators.get(name)(payload));
 }
 
-/** Every property that objects have: in writes or in descriptions, of which types. */
-export const properties = [
-    ...propertiesOf('writes', schemas.get('property-write.json').definitions),
-    ...propertiesOf('descriptions', schemas.get('description.json').definitions),
-];
-
-function propertiesOf(where, definitions) {
-    const branches = (definitions.write ?? definitions.object).allOf[1].oneOf.map((branch) =>
-        branch.$ref ? definitions[basename(branch.$ref)] : branch,
-    );
-    const lists = new Map();
-    for (const { properties: { type }, propertyNames } of branches) {
-        for (const { $ref } of propertyNames.anyOf.filter((part) => isList(part.$ref))) {
-            const list = basename($ref);
-            lists.set(list, [...(lists.get(list) ?? []), type.const]);
-        }
-    }
-    return [...lists].flatMap(([list, types]) =>
-        namesIn(list).map((name) => ({ where, list, types, name })),
-    );
-}
-
-function isList($ref) {
-    return $ref?.startsWith('properties.json') ?? false;
-}
-
-function namesIn(list) {
-    return schemas.get('properties.json').definitions[list].enum;
-}
+/** The name of every property that objects have. */
+const { values } = schemas.get('properties.json').definitions;
+export const properties = Object.keys(values.properties);
 
 /** Every client event and report member, with a predicate that finds it in a message. */
 export const clientEvents = listClientEvents(schemas.get('client-event.json').definitions);
@@ -103,20 +77,12 @@ function listClientEvents(definitions) {
 export function missingFrom(entries) {
     const payloads = (kind) =>
         entries.filter((entry) => entry.kind === kind).flatMap((entry) => entry.payload);
-    const objects = {
-        writes: payloads('propertyWrite'),
-        descriptions: [...payloads('description'), ...payloads('refresh')].flatMap(flattened),
-    };
-    const occurs = ({ where, types, name }) =>
-        objects[where].some((object) => types.includes(object.type) && name in object);
+    const objects = ['propertyWrite', 'description', 'refresh'].flatMap(payloads).flatMap(flattened);
+    const said = payloads('clientEvent');
     return [
         ...[...validators.keys()].filter((name) => payloads(name).length === 0),
-        ...properties
-            .filter((property) => !occurs(property))
-            .map(({ where, list, name }) => `${name} of ${list} in ${where}`),
-        ...clientEvents
-            .filter(({ isIn }) => !payloads('clientEvent').some(isIn))
-            .map(({ name }) => name),
+        ...properties.filter((name) => !objects.some((object) => name in object)),
+        ...clientEvents.filter(({ isIn }) => !said.some(isIn)).map(({ name }) => name),
     ];
 }
 

@@ -41,23 +41,24 @@ function entryOf(row, channel, action, value, conforms = true) {
 function libraryTexts(row) {
     return stepsOf(row).flatMap((step) => {
         const sent = step.publishes ?? (step.sends ?? []).map((text) => [defaultChannel, text]);
+        const entries = sent.map(([address, text]) =>
+            entryOf(row, channelKind(address), 'send', text),
+        );
         const { channel = defaultChannel, text, conforms } = step;
-        return [
-            ...sent.map(([address, value]) => entryOf(row, channelKind(address), 'send', value)),
-            ...(text === undefined
-                ? []
-                : [entryOf(row, channelKind(channel), 'receive', text, conforms)]),
-        ];
+        return text === undefined
+            ? entries
+            : [...entries, entryOf(row, channelKind(channel), 'receive', text, conforms)];
     });
 }
 
-function garbledText(row) {
-    return entryOf(row, channelKind(row.channel ?? defaultChannel), 'send', row.text, row.conforms);
+function garbledTexts(row) {
+    const channel = channelKind(row.channel ?? defaultChannel);
+    return row.applies === 'any' ? [] : [entryOf(row, channel, 'send', row.text, row.conforms)];
 }
 
-function frameText(row) {
+function frameTexts(row) {
     const action = row.direction === 'up' ? 'receive' : 'send';
-    return entryOf(row, 'socket', action, row.frame, row.conforms);
+    return [entryOf(row, 'socket', action, row.frame, row.conforms)];
 }
 
 const forms = {
@@ -72,12 +73,12 @@ const forms = {
     },
     garbled: {
         rows: readRows('garbled'),
-        texts: (row) => (row.applies === 'any' ? [] : [garbledText(row)]),
+        texts: garbledTexts,
         keys: ['name', 'file', 'channel', 'text', 'conforms', 'applies', 'tells'],
     },
     frames: {
         rows: readRows('frames'),
-        texts: (row) => [frameText(row)],
+        texts: frameTexts,
         keys: [
             'name', 'file', 'direction', 'first', 'received', 'sent', 'frame', 'conforms',
             'records', 'acknowledged', 'canonical', 'close', 'restart', 'session',
@@ -133,9 +134,10 @@ function resolves(path, [, file, pointer]) {
 describe('document', () => {
     test('all references resolve', () => {
         for (const path of ['asyncapi.json', ...[...schemas.keys()].map((f) => `schemas/${f}`)]) {
-            const references = JSON.stringify(readJson(path)).matchAll(/"\$ref":"([^"#]*)#?([^"]*)"/g);
-            const broken = [...references].filter((reference) => !resolves(path, reference));
-            assert.deepEqual(broken.map(([text]) => text), [], path);
+            const text = JSON.stringify(readJson(path));
+            const references = [...text.matchAll(/"\$ref":"([^"#]*)#?([^"]*)"/g)];
+            const broken = references.filter((reference) => !resolves(path, reference));
+            assert.deepEqual(broken.map(([reference]) => reference), [], path);
         }
     });
 
@@ -172,7 +174,7 @@ describe('document', () => {
 const guide = readFileSync(join(folder, 'README.md'), 'utf8');
 
 test('the guide names every message, property and event', () => {
-    const names = [...properties, ...clientEvents].map(({ name }) => name);
+    const names = [...properties, ...clientEvents.map(({ name }) => name)];
     const keys = ['ping', 'clientReady', 'clientDestroyed', 'dialogReady', 'dialogDestroyed'];
     const absent = [...names, ...keys].filter((name) => !guide.includes(`\`${name}\``));
     assert.deepEqual(absent, []);

@@ -113,6 +113,23 @@ export const baseAppliers: Appliers = {
     colSpan: (element, span) => (element.style.gridColumn = gridSpan(span)),
 };
 
+/** The same for a control whose name depends on its caption and its tooltip. */
+export function namedAppliers(
+    showName: (element: HTMLElement, object: StoredObject) => void,
+): Appliers {
+    return {
+        ...baseAppliers,
+        label: (element, label, object) => {
+            setCaption(element, label);
+            showName(element, object);
+        },
+        tooltip: (element, tooltip, object, host) => {
+            baseAppliers.tooltip?.(element, tooltip, object, host);
+            showName(element, object);
+        },
+    };
+}
+
 /** Fits the element to its contents again: sizes that were asked for no longer count. */
 export function adjustSize(element: HTMLElement): void {
     element.style.width = '';

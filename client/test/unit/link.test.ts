@@ -118,6 +118,18 @@ test('a session that the gateway no longer knows begins afresh under a new name'
     assert.deepEqual(page.texts(), []);
 });
 
+test('a session that the gateway begins anew in its own mind begins anew here', async () => {
+    const page = new Page();
+    await page.shortSession();
+    page.gateway.peer.greet = () => ['{"session":"new","received":0}'];
+    page.gateway.close(1006);
+    await turn();
+    page.clock.step();
+    await turn();
+    page.gateway.raw('1,0\u001e.\u001fafresh');
+    assert.deepEqual(page.texts(), ['afresh']);
+});
+
 const closings: readonly (readonly [code: number, status: LinkStatus, during?: LinkStatus])[] = [
     [1006, 'open', 'lost'],
     [1001, 'open', 'ended'],
@@ -213,6 +225,7 @@ test('a long queue leaves in frames that the gateway takes, in order', () => {
     const texts = Array.from({ length: 50 }, (_, index) => `${index}`.padEnd(20_000, 'x'));
     texts.forEach((text) => session.push('.', text));
     assert.deepEqual([session.pendingCount, session.pendingCharacters], [50, 1_000_000]);
+    assert.equal(session.receive('1,1'), undefined, 'nothing has left yet');
     const frames = session.takeFrames();
     assert.ok(frames.every((frame) => frame.length < 300_000));
     const sent = frames.flatMap((frame) => frame.split('\u001e').slice(1));

@@ -2,20 +2,19 @@ import assert from 'node:assert/strict';
 import { randomFillSync } from 'node:crypto';
 import { test } from 'node:test';
 import { imageAddress, isClientId, makeClientId, tokenOf } from '../../src/page/identity.ts';
-import { Keep } from '../../src/page/Keep.ts';
+import { Keep, type TabStorage } from '../../src/page/Keep.ts';
 
-/** A tab's storage, which may be full, with what is in it. */
-function storageOf(items: Map<string, string>, full = false) {
+/** A tab's storage with what is in it; `set` may refuse. */
+function storageOf(items: Map<string, string>, set = items.set.bind(items)): TabStorage {
     return {
-        getItem: (name: string): string | null => items.get(name) ?? null,
-        setItem: (name: string, text: string): void => {
-            if (full) {
-                throw new Error('QuotaExceededError');
-            }
-            items.set(name, text);
-        },
-        removeItem: (name: string): void => void items.delete(name),
+        getItem: (name) => items.get(name) ?? null,
+        setItem: (name, text) => void set(name, text),
+        removeItem: (name) => void items.delete(name),
     };
+}
+
+function refuse(): never {
+    throw new Error('QuotaExceededError');
 }
 
 test('what is kept is found once, so that a duplicated tab does not find it', () => {
@@ -25,7 +24,7 @@ test('what is kept is found once, so that a duplicated tab does not find it', ()
     assert.deepEqual(keep.take()?.['a'], [1]);
     assert.equal(keep.take(), undefined);
     keep.put({ a: 1 });
-    assert.equal(new Keep(storageOf(items, true)).put({ a: 2 }), false, 'it does not fit');
+    assert.equal(new Keep(storageOf(items, refuse)).put({ a: 2 }), false, 'it does not fit');
     assert.equal(keep.take(), undefined, 'nor is what was kept before');
 });
 

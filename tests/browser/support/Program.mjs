@@ -7,8 +7,8 @@ import { fileURLToPath } from 'node:url';
 
 const root = fileURLToPath(new URL('../../../', import.meta.url));
 
-/** JSONPAD in the environment, else what a build has left. */
-export function jsonpadPath() {
+/** JSONPAD in the environment, else what a build has left; the other examples lie beside it. */
+function jsonpadPath() {
     const built = ['ci', 'dev'].map((preset) => `${root}build/${preset}/bin/jsonpad`);
     const path = process.env['JSONPAD'] ?? built.find((candidate) => existsSync(candidate));
     if (path === undefined) {
@@ -17,26 +17,14 @@ export function jsonpadPath() {
     return path;
 }
 
-/** A program of this tree at work, from its address to its end. */
+/** An example of this tree at work, from its address to its end. */
 export class Program {
-    static start(...args) {
-        return Program.startAt(jsonpadPath(), args);
-    }
-
-    /** Another example of the same build. */
-    static startExample(name, ...args) {
-        return Program.startAt(join(dirname(jsonpadPath()), name), args);
-    }
-
-    static async startAt(path, args) {
-        const program = new Program(path, args);
-        await Promise.race([
-            program.m_address,
-            program.m_ended.then(() => {
-                throw new Error(`${path} has not started: ${program.errors}`);
-            }),
-        ]);
-        program.address = await program.m_address;
+    static async start(example, ...args) {
+        const program = new Program(join(dirname(jsonpadPath()), example), args);
+        const failed = program.m_ended.then(() => {
+            throw new Error(`${example} has not started: ${program.errors}`);
+        });
+        program.address = await Promise.race([program.m_address, failed]);
         return program;
     }
 
@@ -53,10 +41,6 @@ export class Program {
 
     get pid() {
         return this.m_process.pid;
-    }
-
-    get port() {
-        return Number(new URL(this.address).port);
     }
 
     /** Ends it and gives its exit code, null when the signal killed it. */

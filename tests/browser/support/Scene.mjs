@@ -22,7 +22,7 @@ export function onScene(name, play, text = sample, fileName = 'sample.json') {
         const folder = await mkdtemp(join(tmpdir(), 'jsonpad-'));
         const file = join(folder, fileName);
         await writeFile(file, text);
-        const scene = new Scene(file, text, await Program.start(file));
+        const scene = new Scene(file, text, await Program.start('jsonpad', file));
         shared ??= launchBrowser();
         await scene.in(await shared);
         try {

@@ -1,7 +1,7 @@
 import { clicked, toggled } from '../../protocol/events.ts';
 import { Kind } from '../../protocol/names.ts';
 import type { StoredObject } from '../../store/StoredObject.ts';
-import { baseAppliers, enableControl, prototypeOf, setCaption } from '../base.ts';
+import { baseAppliers, enableControl, namedAppliers, prototypeOf } from '../base.ts';
 import type { WidgetKind } from '../WidgetKind.ts';
 
 const prototype = prototypeOf('button', 'button', Kind.button);
@@ -57,16 +57,8 @@ export const button: WidgetKind = {
     type: Kind.button,
     prototype,
     appliers: {
-        ...baseAppliers,
+        ...namedAppliers(showName),
         enable: enableControl,
-        label: (element, label, object) => {
-            setCaption(element, label);
-            showName(element, object);
-        },
-        tooltip: (element, tooltip, object, host) => {
-            baseAppliers.tooltip?.(element, tooltip, object, host);
-            showName(element, object);
-        },
         objectName: (element, name, object, host) => {
             baseAppliers.objectName?.(element, name, object, host);
             showName(element, object);

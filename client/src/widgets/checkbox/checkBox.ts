@@ -1,7 +1,7 @@
 import { toggled } from '../../protocol/events.ts';
 import { Kind } from '../../protocol/names.ts';
 import type { StoredObject } from '../../store/StoredObject.ts';
-import { baseAppliers, enableControl, prototypeOf, setCaption } from '../base.ts';
+import { enableControl, namedAppliers, prototypeOf } from '../base.ts';
 import type { WidgetKind } from '../WidgetKind.ts';
 
 const prototype = prototypeOf('label', 'checkbox', Kind.checkBox);
@@ -28,18 +28,10 @@ export const checkBox: WidgetKind = {
     prototype,
     control: boxOf,
     appliers: {
-        ...baseAppliers,
+        ...namedAppliers(showName),
         enable: (element, enabled) => {
             enableControl(boxOf(element), enabled);
             element.toggleAttribute('data-disabled', !enabled);
-        },
-        label: (element, label, object) => {
-            setCaption(element, label);
-            showName(element, object);
-        },
-        tooltip: (element, tooltip, object, host) => {
-            baseAppliers.tooltip?.(element, tooltip, object, host);
-            showName(element, object);
         },
         checked: (element, checked) => (boxOf(element).checked = checked),
     },
