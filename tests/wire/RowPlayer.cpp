@@ -156,9 +156,11 @@ QJsonArray RowPlayer::filledIn(const QJsonArray& entries) const {
         QJsonArray members;
         const QJsonArray written = entry.toArray();
         for (const QJsonValue member : written) {
-            const bool isText = member.isString() || member.isObject() || member.isArray();
-            members.append(isText ? QString::fromStdString(wireText(member, identifierOf()))
-                                  : member);
+            // UTF-8 has no half pairs, so a text that needs no filling stays as it is.
+            const bool isPlain =
+                !member.isObject() && !member.isArray() && !member.toString().contains("${");
+            members.append(isPlain ? member
+                                   : QString::fromStdString(wireText(member, identifierOf())));
         }
         filled.append(members);
     }
