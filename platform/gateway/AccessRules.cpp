@@ -99,4 +99,11 @@ std::string AccessRules::hostAndPort(const std::string& address, std::uint16_t p
     return (isIpv6 ? "[" + address + "]" : address) + ":" + std::to_string(port);
 }
 
+std::string AccessRules::shownHost(const std::string& bindAddress, std::uint16_t port) {
+    const auto address = boost::asio::ip::make_address(bindAddress);
+    if (!address.is_unspecified())
+        return hostAndPort(bindAddress, port);
+    return hostAndPort(address.is_v6() ? "::1" : "127.0.0.1", port);
+}
+
 }  // namespace DOVA::gateway

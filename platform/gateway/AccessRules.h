@@ -40,6 +40,10 @@ public:
     /// How an address and port stand in a URL: an IPv6 address in brackets.
     static std::string hostAndPort(const std::string& address, std::uint16_t port);
 
+    /// The same for the user's browser on this machine: an address that stands for every interface
+    /// is none that can be opened everywhere, so its loopback address is named.
+    static std::string shownHost(const std::string& bindAddress, std::uint16_t port);
+
 private:
     void addHost(const std::string& address, std::uint16_t port);
 

@@ -66,11 +66,8 @@ void GatewayCore::openAcceptor() {
 std::string GatewayCore::address() const {
     if (m_port == 0)
         return {};
-    std::string host = m_options.bindAddress;
-    const auto address = asio::ip::make_address(host);
-    if (address.is_unspecified())
-        host = address.is_v6() ? "::1" : "127.0.0.1";
-    return "http://" + AccessRules::hostAndPort(host, m_port) + "/#" + m_options.token;
+    return "http://" + AccessRules::shownHost(m_options.bindAddress, m_port) + "/#" +
+           m_options.token;
 }
 
 void GatewayCore::accept() {

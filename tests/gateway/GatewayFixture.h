@@ -3,6 +3,7 @@
 #include <gmock/gmock.h>
 #include <gtest/gtest.h>
 
+#include <algorithm>
 #include <boost/asio/io_context.hpp>
 #include <boost/asio/post.hpp>
 #include <boost/asio/steady_timer.hpp>
@@ -13,9 +14,10 @@
 #include <string>
 #include <vector>
 
-#include "TemporaryFolder.h"
+#include "TestPage.h"
 #include "gateway/Gateway.h"
 #include "messaging/InProcessBus.h"
+#include "support/TemporaryFolder.h"
 
 namespace DOVA::gateway {
 
@@ -23,8 +25,6 @@ namespace DOVA::gateway {
 /// side of the bus. Everything, the browsers of the tests included, runs on this one loop.
 class GatewayFixture : public testing::Test {
 protected:
-    static constexpr const char* kToken = "0123456789abcdef";
-
     GatewayFixture() {
         tdom::messaging::MessageBus::install(bus);
         bus->setWake([this] { boost::asio::post(loop, [this] { bus->deliver(); }); });
@@ -32,8 +32,10 @@ protected:
                            [this](const std::string& channel, const std::string& text) {
                                heard.push_back(channel + "=" + text);
                            });
-        options.pageFolder = pageFiles.path();
-        options.token = kToken;
+        pageFiles.write("index.html", "<!doctype html>");
+        pageFiles.write("app.js", "script");
+        options.pageFolder = pageFiles / "";
+        options.token = "0123456789abcdef";
     }
 
     ~GatewayFixture() override {
@@ -58,6 +60,10 @@ protected:
         }
     }
 
+    void awaitHeard(const std::string& text) {
+        await([&] { return std::find(heard.begin(), heard.end(), text) != heard.end(); });
+    }
+
     /// Runs the loop for a time that is itself under test.
     void passTime(std::chrono::milliseconds time) {
         bool passed = false;
@@ -70,13 +76,50 @@ protected:
         bus->publish(program, channel, text);
     }
 
+    std::unique_ptr<TestPage> openPage(const std::string& client, const std::string& more = "") {
+        return std::make_unique<TestPage>(
+            loop, [this](const auto& happened) { await(happened); }, gateway->port(),
+            "token=" + options.token + "&client=" + client + more);
+    }
+
+    std::unique_ptr<TestPage> openFresh(const std::string& client) {
+        auto page = openPage(client);
+        EXPECT_EQ(page->read(), R"({"session":"new","received":0})");
+        return page;
+    }
+
+    /// A fresh page whose first record was "clientReady".
+    std::unique_ptr<TestPage> openReady(const std::string& client) {
+        auto page = openFresh(client);
+        page->send("1,0\x1e/dova2/web\x1f{\"clientReady\":\"" + client + "\"}");
+        awaitHeard("/dova2/web={\"clientReady\":\"" + client + "\"}");
+        return page;
+    }
+
+    /// "me" comes back with nothing, and the gateway has handled so many records of it.
+    std::unique_ptr<TestPage> openAgain(int handled) {
+        auto page = openPage("me", "&received=0");
+        EXPECT_EQ(page->read(),
+                  R"({"session":"resumed","received":)" + std::to_string(handled) + "}");
+        return page;
+    }
+
+    /// The session of "me" has ended, and the program knows.
+    void expectSessionIsOver() {
+        awaitHeard(R"(/dova2/web={"clientDestroyed":"me"})");
+        const auto back = openPage("me", "&received=0");
+        EXPECT_EQ(back->read(),
+                  R"({"session":"lost","reason":"the session is unknown or expired"})");
+        EXPECT_EQ(back->end(), "4000 session lost");
+    }
+
     boost::asio::io_context loop;
     const std::shared_ptr<tdom::messaging::InProcessBus> bus =
         std::make_shared<tdom::messaging::InProcessBus>();
     const tdom::messaging::MessageBus::ConnectorId program = bus->attach("program");
     /// "channel=text" of what the pages said.
     std::vector<std::string> heard;
-    const TemporaryFolder pageFiles{{{"index.html", "<!doctype html>"}, {"app.js", "script"}}};
+    const test::TemporaryFolder pageFiles;
     GatewayOptions options;
     std::unique_ptr<Gateway> gateway;
 };

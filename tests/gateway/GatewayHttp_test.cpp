@@ -9,22 +9,20 @@
 namespace DOVA::gateway {
 namespace {
 
+using namespace std::chrono_literals;
 using testing::EndsWith;
 using testing::HasSubstr;
 using testing::StartsWith;
-using tcp = boost::asio::ip::tcp;
 
 /// A browser's plain connection: sends bytes, collects what comes back.
 class RawClient {
 public:
-    RawClient(boost::asio::io_context& loop, std::uint16_t port) : m_socket(loop) {
+    RawClient(boost::asio::io_context& loop, std::uint16_t port, const std::string& bytes)
+        : m_socket(loop) {
         m_socket.connect({boost::asio::ip::make_address("127.0.0.1"), port});
-        read();
-    }
-
-    void send(const std::string& bytes) {
         boost::system::error_code ignored;
         boost::asio::write(m_socket, boost::asio::buffer(bytes), ignored);
+        read();
     }
 
     const std::string& received() const { return m_got->received; }
@@ -42,13 +40,13 @@ private:
             boost::asio::buffer(m_got->part),
             [this, got = m_got](boost::system::error_code error, std::size_t bytes) {
                 got->received.append(got->part, bytes);
-                got->over = static_cast<bool>(error);
+                got->over = error.failed();
                 if (!error)
                     read();
             });
     }
 
-    tcp::socket m_socket;
+    boost::asio::ip::tcp::socket m_socket;
     const std::shared_ptr<Got> m_got = std::make_shared<Got>();
 };
 
@@ -59,27 +57,37 @@ protected:
                more + "\r\n";
     }
 
-    /// The whole answer to these bytes, once the gateway has ended the connection.
-    std::string answerTo(const std::string& bytes) {
-        RawClient client(loop, gateway->port());
-        client.send(bytes);
-        await([&] { return client.isOver(); });
-        return client.received();
+    std::string handshake(const std::string& query, const std::string& more) const {
+        return request("GET /socket?token=" + options.token + "&client=me" + query,
+                       "Origin: http://127.0.0.1:" + std::to_string(gateway->port()) +
+                           "\r\nConnection: Upgrade\r\nUpgrade: websocket\r\n"
+                           "Sec-WebSocket-Version: 13\r\n"
+                           "Sec-WebSocket-Protocol: dova.gateway.1\r\n" +
+                           more);
     }
 
-    std::string fetch(const std::string& line) {
-        return answerTo(request(line, "Connection: close\r\n"));
+    std::unique_ptr<RawClient> send(const std::string& bytes) {
+        return std::make_unique<RawClient>(loop, gateway->port(), bytes);
     }
+
+    /// The whole answer to these bytes, once the gateway has ended the connection.
+    std::string answerTo(const std::string& bytes) {
+        const auto client = send(bytes);
+        await([&] { return client->isOver(); });
+        return client->received();
+    }
+
+    const std::string key = "Sec-WebSocket-Key: dGhlIHNhbXBsZSBub25jZQ==\r\n";
+    const std::string close = "Connection: close\r\n";
 };
 
 TEST_F(GatewayHttpTest, servesThePageOnOneConnection) {
     start();
-    RawClient client(loop, gateway->port());
-    client.send(request("GET /") + request("GET /app.js"));
-    await([&] { return client.received().find("\r\n\r\nscript") != std::string::npos; });
-    EXPECT_THAT(client.received(), HasSubstr("\r\n\r\n<!doctype html>HTTP/1.1 200 OK\r\n"));
-    EXPECT_FALSE(client.isOver());
-    const std::string head = fetch("HEAD /app.js");
+    const auto client = send(request("GET /") + request("GET /app.js"));
+    await([&] { return client->received().find("\r\n\r\nscript") != std::string::npos; });
+    EXPECT_THAT(client->received(), HasSubstr("\r\n\r\n<!doctype html>HTTP/1.1 200 OK\r\n"));
+    EXPECT_FALSE(client->isOver());
+    const std::string head = answerTo(request("HEAD /app.js", close));
     EXPECT_THAT(head, HasSubstr("Content-Length: 6\r\n"));
     EXPECT_THAT(head, EndsWith("\r\n\r\n"));
 }
@@ -92,43 +100,60 @@ TEST_F(GatewayHttpTest, nonsenseIsAnsweredAndClosed) {
           std::pair{get + "X: " + std::string(300000, 'x'), "HTTP/1.1 431 "},
           std::pair{get + "Content-Length: 5\r\n\r\nhello", "HTTP/1.1 400 "},
           std::pair{get + "Transfer-Encoding: chunked\r\n\r\n", "HTTP/1.1 400 "},
-          std::pair{get + "\r\n", "HTTP/1.1 403 "}})
+          std::pair{get + "\r\n", "HTTP/1.1 403 "}, std::pair{handshake("", ""), "HTTP/1.1 400 "},
+          std::pair{handshake("", key) + "data behind it", "HTTP/1.1 400 "}})
         EXPECT_THAT(answerTo(bytes), StartsWith(answer)) << bytes.substr(0, 60);
 }
 
-TEST_F(GatewayHttpTest, aHeaderThatNeverEndsIsCut) {
-    options.limits.httpHeaderTime = std::chrono::milliseconds(50);
+TEST_F(GatewayHttpTest, whatNeverEndsIsCut) {
+    options.limits.httpHeaderTime = options.limits.handshakeTime = 50ms;
     start();
     EXPECT_EQ(answerTo(""), "");
     EXPECT_EQ(answerTo("GET / HTTP/1.1\r\nHost: 127"), "");
     EXPECT_THAT(answerTo(request("GET /app.js")), EndsWith("script")) << "then idle";
-}
-
-TEST_F(GatewayHttpTest, dataBehindTheHandshakeIsRefused) {
-    start();
-    EXPECT_THAT(answerTo(request("GET /socket?token=0123456789abcdef&client=me",
-                                 "Origin: http://127.0.0.1:" + std::to_string(gateway->port()) +
-                                     "\r\nConnection: Upgrade\r\nUpgrade: websocket\r\n"
-                                     "Sec-WebSocket-Version: 13\r\n"
-                                     "Sec-WebSocket-Key: dGhlIHNhbXBsZSBub25jZQ==\r\n"
-                                     "Sec-WebSocket-Protocol: dova.gateway.1\r\n") +
-                         "surplus"),
-                StartsWith("HTTP/1.1 400 "));
+    EXPECT_THAT(answerTo(handshake("&received=0", key)), EndsWith("session lost"))
+        << "and the goodbye is not returned";
 }
 
 /// Far more connections than are even refused: those wait their turn and none is forgotten.
 TEST_F(GatewayHttpTest, aCrowdIsToldSoAndWorkedOff) {
     options.limits.connections = 2;
-    options.limits.httpHeaderTime = std::chrono::milliseconds(50);
     start();
     std::vector<std::unique_ptr<RawClient>> crowd;
     for (int i = 0; i < 60; ++i)
-        crowd.push_back(std::make_unique<RawClient>(loop, gateway->port()));
-    crowd[2]->send(request("GET /app.js"));
-    for (const auto& one : crowd)
-        await([&] { return one->isOver(); });
+        crowd.push_back(send(request("GET /app.js")));
+    await([&] { return !crowd[17]->received().empty(); });
+    while (loop.poll() > 0) {
+    }
+    EXPECT_THAT(crowd[1]->received(), StartsWith("HTTP/1.1 200 "));
     EXPECT_THAT(crowd[2]->received(), StartsWith("HTTP/1.1 503 "));
-    EXPECT_THAT(fetch("GET /app.js"), StartsWith("HTTP/1.1 200 "));
+    EXPECT_EQ(crowd[18]->received(), "");
+    crowd.erase(crowd.begin(), crowd.end() - 1);
+    await([&] { return !crowd[0]->received().empty(); });
+}
+
+TEST_F(GatewayHttpTest, stopWaitsForAnswersButNotForIdleBrowsers) {
+    options.limits.stopTime = options.limits.httpHeaderTime = 60s;
+    pageFiles.write("large.txt", std::string(8 << 20, 'x'));
+    start();
+    const auto idle = send(request("GET /app.js"));
+    await([&] { return !idle->received().empty(); });
+    const auto loading = send(request("GET /large.txt"));
+    await([&] { return !loading->received().empty(); });
+    gateway->stop();
+    await([&] { return idle->isOver() && loading->isOver(); });
+    EXPECT_GT(loading->received().size(), 8u << 20);
+}
+
+/// With handlers of a connection still pending.
+TEST_F(GatewayHttpTest, theLoopMayEndFirstOnceTheGatewayIsGone) {
+    auto other = std::make_unique<boost::asio::io_context>();
+    auto onOther = std::make_unique<Gateway>(*other, options);
+    onOther->start();
+    const RawClient client(loop, onOther->port(), "");
+    other->poll();
+    onOther.reset();
+    other.reset();
 }
 
 }  // namespace

@@ -5,6 +5,7 @@
 
 #include <memory>
 #include <string>
+#include <utility>
 #include <vector>
 
 #include "PageLink.h"
@@ -31,7 +32,7 @@ protected:
         options.graceTime = std::chrono::seconds(30);
         registry = std::make_unique<SessionRegistry>(bus, options);
         bus->subscribeTree(program, "", [this](auto& channel, auto& text) {
-            programHeard.push_back(channel + "=" + text);
+            heard.push_back(channel + "=" + text);
         });
     }
 
@@ -40,14 +41,10 @@ protected:
         bus->deliver();
     }
 
-    /// A new session whose page was ready, and the program has heard that already.
-    std::shared_ptr<Session> openReady(const char* id, PageLink& link) {
-        const auto session = registry->open(id, {}, link).session;
-        const std::string text = std::string(R"({"clientReady":")") + id + "\"}";
-        EXPECT_EQ(registry->handle(session, {"/dova2/web", text}), nullptr);
+    /// What the program has heard since the last call.
+    std::vector<std::string> takeHeard() {
         bus->deliver();
-        programHeard.clear();
-        return session;
+        return std::exchange(heard, {});
     }
 
     const std::shared_ptr<tdom::messaging::InProcessBus> bus =
@@ -55,7 +52,7 @@ protected:
     const tdom::messaging::MessageBus::ConnectorId program = bus->attach("program");
     GatewayOptions options;
     std::unique_ptr<SessionRegistry> registry;
-    std::vector<std::string> programHeard;
+    std::vector<std::string> heard;
     const SessionRegistry::Clock::time_point now{std::chrono::hours(1)};
 };
 

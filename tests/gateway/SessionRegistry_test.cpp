@@ -1,5 +1,6 @@
 #include "SessionRegistry.h"
 
+#include "FrameReceiver.h"
 #include "RegistryFixture.h"
 
 namespace DOVA::gateway {
@@ -7,11 +8,23 @@ namespace {
 
 using namespace std::chrono_literals;
 using testing::ElementsAre;
-using testing::HasSubstr;
 using testing::IsEmpty;
 
 class SessionRegistryTest : public RegistryFixture {
 protected:
+    std::shared_ptr<Session> openFresh(const char* id, PageLink& page) {
+        return registry->open(id, {}, page).session;
+    }
+
+    /// A new session whose page was ready, and the program has heard that and nothing else.
+    std::shared_ptr<Session> openReady(const std::string& id, PageLink& page) {
+        const auto session = openFresh(id.c_str(), page);
+        const std::string ready = R"({"clientReady":")" + id + "\"}";
+        EXPECT_EQ(registry->handle(session, {"/dova2/web", ready}), nullptr);
+        EXPECT_THAT(takeHeard(), ElementsAre("/dova2/web=" + ready));
+        return session;
+    }
+
     /// The texts that wait for the page, joined as they would travel.
     static std::string waiting(Session& session) {
         std::string all;
@@ -23,11 +36,11 @@ protected:
     /// What the program hears when the time has come to that point.
     std::vector<std::string> heardAt(SessionRegistry::Clock::time_point time) {
         registry->endExpired(time);
-        bus->deliver();
-        return programHeard;
+        return takeHeard();
     }
 
     NotingLink link, other, third, fourth;
+    const std::string destroyed = R"(/dova2/web={"clientDestroyed":"me"})";
 };
 
 TEST_F(SessionRegistryTest, aPageHearsItsOwnChannelsAndPingsThatCanTravel) {
@@ -35,41 +48,48 @@ TEST_F(SessionRegistryTest, aPageHearsItsOwnChannelsAndPingsThatCanTravel) {
     EXPECT_EQ(opening.control, R"({"session":"new","received":0})");
     say("/dova2/web/me", "own");
     say("/dova2/web/me/12/x", "window");
-    say("/dova2/web/you/12", "another page's");
-    say("/dova2/web/mean", "a longer name");
-    say("/dova2/web", R"({"ping":-1})");
-    say("/dova2/web", R"({"clientReady":"you"})");
+    for (const char* const foreign : {"/dova2/web/you/12", "/dova2/web/mean"})
+        say(foreign, "x");
+    for (const char* const noPing : {"", "{}", R"({"pingpong":1})", R"({"clientReady":"ping"})",
+                                     R"(["ping"])", R"({"clientReady":"you"})"})
+        say("/dova2/web", noPing);
+    say("/dova2/web", "{ \"ping\" : {\"a\":1} }");
     for (const char* const bad : {"a\x1e", "\xe2\x82"})
         say("/dova2/web/me", bad);
     say("/dova2/web/me/\x1f", "bad channel");
     EXPECT_EQ(waiting(*opening.session),
-              "\x1e.\x1fown\x1e./12/x\x1fwindow\x1e/dova2/web\x1f{\"ping\":-1}");
+              "\x1e.\x1fown\x1e./12/x\x1fwindow\x1e/dova2/web\x1f{ \"ping\" : {\"a\":1} }");
     EXPECT_EQ(link.asked, 3);
 }
 
 TEST_F(SessionRegistryTest, clientReadyTakesTheProgramOver) {
     openReady("first", link);
-    registry->disconnected(*registry->open("second", {}, other).session, other, now);
-    openReady("third", third);
+    registry->disconnected(*openFresh("second", other), other, now);
+    openReady("third", third);  // the program replaces its page itself and hears no goodbye
     EXPECT_EQ(link.ended, 4002);
     EXPECT_EQ(third.ended, 0);
     EXPECT_EQ(registry->size(), 1u);
-    EXPECT_THAT(heardAt(now + 1h), IsEmpty()) << "the program replaces its page itself";
 }
 
 TEST_F(SessionRegistryTest, aSecondSocketTakesTheSessionOver) {
-    const auto session = registry->open("me", {}, link).session;
+    const auto session = openReady("me", link);
     EXPECT_EQ(registry->open("me", 0, other).session, session);
     EXPECT_EQ(link.ended, 4001);
     registry->disconnected(*session, link, now);
     say("/dova2/web/me", "for the latter");
     EXPECT_EQ(other.asked, 1);
     EXPECT_EQ(registry->nextExpiry(), std::nullopt) << "the former's end means nothing now";
+    registry->disconnected(*session, other, now);
+    EXPECT_EQ(registry->open("me", 0, third).session, session);
+    takeHeard();
+    EXPECT_THAT(heardAt(now + 1h), IsEmpty()) << "it came back in time";
+    EXPECT_EQ(third.ended, 0);
 }
 
 TEST_F(SessionRegistryTest, aFreshStartDropsTheOldSessionSilently) {
     openReady("me", link);
     say("/dova2/web/me", "for the old one");
+    takeHeard();
     const auto opening = registry->open("me", {}, other);
     EXPECT_EQ(link.ended, 4001);
     EXPECT_EQ(opening.control, R"({"session":"new","received":0})");
@@ -81,50 +101,77 @@ TEST_F(SessionRegistryTest, whatCannotBeResumedIsLost) {
     struct {
         const char *name, *id;
         std::uint64_t received;
-    } const rows[] = {
-        {"unknownSession", "you", 0}, {"gapThatIsNotKept", "me", 0}, {"moreThanWasSent", "me", 3}};
+        int ended;
+    } const rows[] = {{"unknownSession", "you", 0, 0},
+                      {"gapThatIsNotKept", "me", 0, 4000},
+                      {"moreThanWasSent", "me", 3, 4000}};
     for (const auto& row : rows) {
-        const auto session = registry->open("me", {}, link).session;
+        link.ended = 0;
+        const auto session = openFresh("me", link);
         say("/dova2/web/me", "one");
         say("/dova2/web/me", "two");
         waiting(*session);
         ASSERT_TRUE(session->downward().acknowledge(1));
+        link.ended = 0;
         const auto opening = registry->open(row.id, row.received, other);
         EXPECT_EQ(opening.session, nullptr) << row.name;
-        EXPECT_THAT(opening.control, HasSubstr(R"({"session":"lost","reason":")"));
+        EXPECT_THAT(opening.control, testing::StartsWith(R"({"session":"lost","reason":")"));
+        EXPECT_EQ(link.ended, row.ended) << row.name;
     }
 }
 
 TEST_F(SessionRegistryTest, theGraceTimeEndsASession) {
     registry->disconnected(*openReady("me", link), link, now);
+    registry->disconnected(*openFresh("never ready", other), other, now + 1s);
     EXPECT_EQ(registry->nextExpiry(), now + 30s);
     EXPECT_THAT(heardAt(now + 30s - 1ms), IsEmpty());
-    EXPECT_THAT(heardAt(now + 30s), ElementsAre(R"(/dova2/web={"clientDestroyed":"me"})"));
-    EXPECT_EQ(registry->open("me", 0, other).session, nullptr);
-}
-
-TEST_F(SessionRegistryTest, aPageThatWasNeverReadyGoesUnheard) {
-    registry->disconnected(*registry->open("me", {}, link).session, link, now);
-    EXPECT_THAT(heardAt(now + 31s), IsEmpty());
+    EXPECT_THAT(heardAt(now + 30s), ElementsAre(destroyed));
+    EXPECT_EQ(registry->open("me", 0, third).session, nullptr);
+    EXPECT_EQ(registry->nextExpiry(), now + 31s);
+    EXPECT_THAT(heardAt(now + 31s), IsEmpty()) << "the program does not know of that page";
     EXPECT_EQ(registry->size(), 0u);
 }
 
 TEST_F(SessionRegistryTest, waitingSessionsMakeRoomForNewOnes) {
-    registry->open("a", {}, link);
-    registry->disconnected(*registry->open("b", {}, other).session, other, now + 2s);
-    registry->disconnected(*registry->open("c", {}, third).session, third, now + 1s);
-    registry->open("d", {}, fourth);
+    openFresh("a", link);
+    registry->disconnected(*openFresh("b", other), other, now + 2s);
+    registry->disconnected(*openFresh("c", third), third, now + 1s);
+    openFresh("d", fourth);
     EXPECT_EQ(registry->size(), 3u);
     EXPECT_EQ(registry->open("c", 0, third).session, nullptr) << "c has waited longest";
     EXPECT_NE(registry->open("b", 0, other).session, nullptr);
 }
 
-TEST_F(SessionRegistryTest, itsEndLeavesNothingOnTheBus) {
-    registry->open("me", {}, link);
-    bus->publish(program, "/dova2/web/me", "queued");
+TEST_F(SessionRegistryTest, whatHasEndedLeavesNothingOnTheBus) {
+    bus->detach(program);  // it hears everything, but for these
+    const auto speaker = bus->attach("speaker");
+    openFresh("gone", other);
+    bus->publish(speaker, "/dova2/web/gone", "queued");
+    registry->end(*openFresh("over", third), close_reason::kSessionEnded);
+    EXPECT_EQ(third.ended, 1000);
     registry.reset();
     bus->deliver();
-    EXPECT_EQ(link.asked, 0);
+    EXPECT_EQ(other.asked, 0);
+    for (const char* const channel : {"/dova2/web/gone", "/dova2/web/over", "/dova2/web"})
+        bus->publish(speaker, channel, R"({"ping":1})");
+    EXPECT_TRUE(bus->idle()) << "somebody hears it";
+}
+
+TEST_F(SessionRegistryTest, aFrameIsWorkedOffInStepsUntilItsEndOrTheSessions) {
+    const auto session = openFresh("me", link);
+    FrameReceiver receiver{*registry, session};
+    for (const char* const faulty : {"1,0\x1e.\x1f{}\x1e.", "2,0\x1e.\x1f{}", "1,1\x1e.\x1f{}"})
+        EXPECT_NE(receiver.begin(faulty), nullptr) << faulty;
+    EXPECT_EQ(receiver.pending(), 0u) << "nothing of a faulty frame is handled";
+    const std::string frame =
+        "1,0\x1e.\x1fx\x1e.\x1fy\x1e/dova2/web\x1f{\"clientDestroyed\":\"me\"}\x1e.\x1ftoo late";
+    ASSERT_EQ(receiver.begin(frame), nullptr);
+    EXPECT_EQ(receiver.handle(0), nullptr);
+    EXPECT_EQ(receiver.handle(1), nullptr);
+    EXPECT_EQ(receiver.pending(), 3u);
+    EXPECT_EQ(session->received(), 1u) << "only what was handled is acknowledged";
+    EXPECT_EQ(receiver.handle(3), nullptr);
+    EXPECT_THAT(takeHeard(), ElementsAre("/dova2/web/me=x", "/dova2/web/me=y", destroyed));
 }
 
 }  // namespace

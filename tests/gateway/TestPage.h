@@ -2,63 +2,108 @@
 
 #include <boost/asio/io_context.hpp>
 #include <boost/asio/ip/tcp.hpp>
+#include <boost/asio/write.hpp>
+#include <boost/beast/core/buffers_to_string.hpp>
 #include <boost/beast/core/flat_buffer.hpp>
 #include <boost/beast/websocket/stream.hpp>
-#include <cstdint>
 #include <functional>
 #include <memory>
+#include <optional>
 #include <string>
 
 namespace DOVA::gateway {
 
+namespace websocket = boost::beast::websocket;
+
 /// A browser's end of the WebSocket, driven step by step by a test on the gateway's own loop.
 class TestPage {
 public:
-    using Stream = boost::beast::websocket::stream<boost::asio::ip::tcp::socket>;
     /// Runs the loop until a condition holds.
     using Await = std::function<void(const std::function<bool()>&)>;
-    using Adjust = std::function<void(boost::beast::websocket::request_type&)>;
 
-    TestPage(boost::asio::io_context& loop, Await await, std::uint16_t port);
+    /// Opens the socket as a page of ours does. Throws when it is refused.
+    TestPage(boost::asio::io_context& loop, Await await, std::uint16_t port,
+             const std::string& query)
+        : m_await(std::move(await)), m_stream(loop) {
+        const std::string host = "127.0.0.1:" + std::to_string(port);
+        auto& socket = m_stream.next_layer();
+        socket.open(boost::asio::ip::tcp::v4());
+        // The network between holds little, so that a page that does not read is felt soon.
+        socket.set_option(boost::asio::socket_base::receive_buffer_size(64 * 1024));
+        socket.connect({boost::asio::ip::make_address("127.0.0.1"), port});
+        socket.set_option(boost::asio::ip::tcp::no_delay(true));  // as browsers do
+        m_stream.set_option(websocket::stream_base::decorator([&](websocket::request_type& asked) {
+            asked.set("Origin", "http://" + host);
+            asked.set("Sec-WebSocket-Protocol", subProtocol);
+        }));
+        m_stream.control_callback(
+            [this](auto type, auto) { pings += type == websocket::frame_type::ping ? 1 : 0; });
+        m_stream.read_message_max(0);
+        websocket::response_type response;
+        run([&](auto done) { m_stream.async_handshake(response, host, "/socket?" + query, done); });
+        subProtocol = std::string(response["Sec-WebSocket-Protocol"]);
+    }
 
-    /// Opens the socket as a page of ours does; `adjust` may spoil the request. Returns the HTTP
-    /// status, 101 when it worked.
-    unsigned open(const std::string& query, const Adjust& adjust = {});
-
-    void send(const std::string& frame) { write(frame, false); }
-    void sendBinary(const std::string& frame) { write(frame, true); }
+    void send(const std::string& frame) {
+        run([&](auto done) { m_stream.async_write(boost::asio::buffer(frame), done); });
+    }
+    void sendBinary(const std::string& frame) {
+        m_stream.binary(true);
+        send(frame);
+    }
     /// Bytes as they are, beneath the WebSocket.
-    void sendRaw(const std::string& bytes);
+    void sendRaw(const std::string& bytes) {
+        boost::asio::write(m_stream.next_layer(), boost::asio::buffer(bytes));
+    }
 
     /// The next text frame. Throws when the connection ends instead.
-    std::string read();
+    std::string read() {
+        m_buffer.clear();
+        run([&](auto done) { m_stream.async_read(m_buffer, done); });
+        return m_stream.got_text() ? boost::beast::buffers_to_string(m_buffer.data()) : "no text";
+    }
 
-    /// Reads on until the connection ends: the close code, or 0 when it was merely cut.
-    unsigned closeCode();
+    /// Reads on until the connection ends: "code reason", or "0 " when it was merely cut.
+    std::string end() {
+        try {
+            while (true)
+                read();
+        } catch (const boost::system::system_error&) {
+            return std::to_string(m_stream.reason().code) + " " + m_stream.reason().reason.c_str();
+        }
+    }
 
     /// Keeps reading, and so answering pings, without waiting for anything.
-    void readInBackground();
-    bool isOver() const { return m_over; }
-    int pings() const { return m_pings; }
+    void readInBackground() {
+        m_buffer.clear();
+        m_stream.async_read(m_buffer, [this, alive = std::weak_ptr<int>(m_alive)](
+                                          boost::system::error_code error, std::size_t) {
+            if (!alive.expired() && !(isOver = error.failed()))
+                readInBackground();
+        });
+    }
 
     /// The network goes away.
-    void cut();
+    void cut() { m_stream.next_layer().close(); }
 
-    std::string subProtocol() const { return m_subProtocol; }
+    int pings = 0;
+    bool isOver = false;
+    std::string subProtocol = "dova.gateway.1";
 
 private:
-    using Done = std::function<void(boost::beast::error_code)>;
+    /// Begins an operation, runs the loop until it is done, and throws when it failed.
+    template <class Begin>
+    void run(Begin begin) {
+        const auto result = std::make_shared<std::optional<boost::system::error_code>>();
+        begin([result](boost::system::error_code error, std::size_t = 0) { *result = error; });
+        m_await([&] { return result->has_value(); });
+        if (**result)
+            throw boost::system::system_error(**result);
+    }
 
-    boost::beast::error_code wait(const std::function<void(Done)>& begin);
-    void write(const std::string& frame, bool binary);
-
-    Await m_await;
-    const std::uint16_t m_port;
-    Stream m_stream;
+    const Await m_await;
+    websocket::stream<boost::asio::ip::tcp::socket> m_stream;
     boost::beast::flat_buffer m_buffer;
-    std::string m_subProtocol;
-    int m_pings = 0;
-    bool m_over = false;
     const std::shared_ptr<int> m_alive = std::make_shared<int>();
 };
 

@@ -4,29 +4,24 @@
 
 #include <stdexcept>
 
-#include "support/RowNames.h"
-
 namespace {
 
 using host::ArrayPointer;
 using Inputs = std::vector<const kaArray*>;
 using Outputs = std::vector<ArrayPointer>;
 
-host::Function giving(const std::vector<double>& values) {
-    return [values](const Inputs&, int) {
-        Outputs result;
-        for (const double value : values) {
-            result.emplace_back(kaCreateDoubleScalar(value));
-        }
-        return result;
-    };
+Outputs numbers(const std::vector<double>& values) {
+    Outputs result;
+    for (const double value : values) {
+        result.emplace_back(kaCreateDoubleScalar(value));
+    }
+    return result;
 }
 
 /// The message of a failure, otherwise the first output; with two inputs, 5 and 6.
 std::string evaluate(const char* name, int outputCount) {
-    const ArrayPointer five(kaCreateDoubleScalar(5));
-    const ArrayPointer six(kaCreateDoubleScalar(6));
-    const kaArray* inputs[] = {five.get(), six.get()};
+    const Outputs given = numbers({5, 6});
+    const kaArray* inputs[] = {given[0].get(), given[1].get()};
     kaArray* outputs[3] = {};
     vnsvDiagnostic* diagnostic = vnsvFEVAL_NoThrow(name, outputCount, outputs, 2, inputs);
     const std::string message = vnsvGetDiagnosticMessage(diagnostic);
@@ -37,48 +32,44 @@ std::string evaluate(const char* name, int outputCount) {
     return message + (first ? std::to_string(static_cast<int>(kaGetScalar(first.get()))) : "");
 }
 
-using DOVA::test::operator<<;
-
-struct Row {
-    const char* name;
-    host::Function function;
-    int outputCount;
-    const char* result;
-};
-
-const Row rows[] = {
-    {"tooMany", giving({1, 2, 3}), 2, "1"},
-    {"noneWanted", giving({1}), 0, ""},
-    {"seesInputsAndHowManyAreWanted",
-     [](const Inputs& in, int wanted) {
-         return giving({10 * kaGetScalar(in.at(1)) + wanted})({}, 1);
-     },
-     1, "61"},
-    {"tooFew", giving({1}), 2, "Function 'test.f' returned too few values."},
-    {"throws", [](const Inputs&, int) -> Outputs { throw std::runtime_error("No licence."); }, 1,
-     "No licence."},
-    {"throwsSomethingElse", [](const Inputs&, int) -> Outputs { throw 1; }, 1,
-     "Function 'test.f' failed."},
-    {"unknown", {}, 1, "Undefined function 'test.f'."},
-    {"negativeCount", giving({1}), -1, "Invalid function name or number of arguments."},
-};
-
-class Evaluation : public testing::TestWithParam<Row> {};
-
-TEST_P(Evaluation, GivesOutputsOrADiagnostic) {
-    host::registerFunction("test.f", GetParam().function);
-    EXPECT_EQ(evaluate("test.f", GetParam().outputCount), GetParam().result);
+TEST(FunctionEvaluation, GivesOutputsOrADiagnostic) {
+    struct {
+        const char* name;
+        host::Function function;
+        int outputCount;
+        const char* result;
+    } const rows[] = {
+        {"tooMany",
+         [](auto&, int) {
+             return numbers({1, 2, 3});
+         },
+         2, "1"},
+        {"noneWanted", [](auto&, int) { return numbers({1}); }, 0, ""},
+        {"seesInputsAndHowManyAreWanted",
+         [](auto& in, int wanted) { return numbers({10 * kaGetScalar(in.at(1)) + wanted}); }, 1,
+         "61"},
+        {"tooFew", [](auto&, int) { return numbers({1}); }, 2,
+         "Function 'test.f' returned too few values."},
+        {"throws", [](auto&, int) -> Outputs { throw std::runtime_error("No licence."); }, 1,
+         "No licence."},
+        {"throwsSomethingElse", [](auto&, int) -> Outputs { throw 1; }, 1,
+         "Function 'test.f' failed."},
+        {"unknown", {}, 1, "Undefined function 'test.f'."},
+        {"negativeCount", [](auto&, int) { return numbers({1}); }, -1,
+         "Invalid function name or number of arguments."},
+    };
+    for (const auto& row : rows) {
+        host::registerFunction("test.f", row.function);
+        EXPECT_EQ(evaluate("test.f", row.outputCount), row.result) << row.name;
+    }
     host::registerFunction("test.f", {});
 }
 
-INSTANTIATE_TEST_SUITE_P(All, Evaluation, testing::ValuesIn(rows),
-                         [](const auto& row) { return row.param.name; });
-
-TEST(FunctionRegistry, FunctionMayReplaceItselfAndCallOthersWhileItRuns) {
-    host::registerFunction("test.outer", [](const Inputs&, int) {
-        host::registerFunction("test.outer", giving({2}));
+TEST(FunctionEvaluation, AFunctionMayReplaceItselfAndCallOthersWhileItRuns) {
+    host::registerFunction("test.outer", [](auto&, int) {
+        host::registerFunction("test.outer", [](auto&, int) { return numbers({2}); });
         EXPECT_EQ(evaluate(nullptr, 1), "Invalid function name or number of arguments.");
-        return giving({1})({}, 1);
+        return numbers({1});
     });
     EXPECT_EQ(evaluate("test.outer", 1), "1");
     EXPECT_EQ(evaluate("test.outer", 1), "2");

@@ -9,45 +9,38 @@
 #include "messaging/InProcessBus.h"
 
 namespace tdom::messaging {
-namespace {
 
-using testing::ElementsAre;
-
-class ConnectorMessageServiceTest : public testing::Test {
-protected:
-    void SetUp() override { MessageBus::install(m_bus); }
-    void TearDown() override { MessageBus::install(nullptr); }
-
-    std::function<void(const std::string&)> recorder() {
-        return [this](const std::string& text) { m_heard.push_back(text); };
-    }
-
-    const std::shared_ptr<InProcessBus> m_bus = std::make_shared<InProcessBus>();
-    std::vector<std::string> m_heard;
-};
-
-TEST_F(ConnectorMessageServiceTest, destroyingItEndsItsSubscriptionsButNotItsTexts) {
+TEST(ConnectorMessageServiceTest, staysOnItsBusAndTakesItsSubscriptionsAlongButNotItsTexts) {
+    const auto bus = std::make_shared<InProcessBus>();
+    MessageBus::install(bus);
+    std::vector<std::string> heard;
+    const auto record = [&](const std::string& text) { heard.push_back(text); };
     ConnectorMessageService listener("listener");
-    listener.subscribe("/a", recorder());
-    listener.publish("/a", "not for itself");
-    {
-        ConnectorMessageService leaving("leaving");
-        leaving.subscribe("/b", recorder());
-        leaving.publish("/a", "farewell");
-        listener.publish("/b", "too late");
-    }
-    m_bus->deliver();
-    EXPECT_THAT(m_heard, ElementsAre("farewell"));
-}
-
-TEST_F(ConnectorMessageServiceTest, staysOnItsBusWhenAnotherIsChosen) {
-    ConnectorMessageService speaker("speaker"), listener("listener");
+    auto leaving = std::make_unique<ConnectorMessageService>("leaving");
     MessageBus::install(std::make_shared<InProcessBus>());
-    listener.subscribe("/a", recorder());
-    speaker.publish("/a", "still together");
-    m_bus->deliver();
-    EXPECT_THAT(m_heard, ElementsAre("still together"));
+    listener.subscribe("/a", record);
+    listener.unsubscribe(listener.subscribe("/a", record));
+    listener.publish("/a", "not for itself");
+    leaving->subscribe("/b", record);
+    leaving->publish("/a", "farewell");
+    listener.publish("/b", "too late");
+    leaving.reset();
+    bus->deliver();
+    EXPECT_THAT(heard, testing::ElementsAre("farewell"));
+    MessageBus::install(nullptr);
 }
 
-}  // namespace
+TEST(MessageBusTest, aReplacedBusIsDestroyedWhileTheNextOneIsInUse) {
+    EXPECT_EQ(MessageBus::current(), MessageBus::current()) << "the first use installs one for all";
+    bool hasAsked = false;
+    auto asker =
+        std::shared_ptr<void>(nullptr, [&](void*) { hasAsked = MessageBus::current() != nullptr; });
+    auto replaced = std::make_shared<InProcessBus>();
+    replaced->subscribe(replaced->attach("asker"), "/a",
+                        [asker = std::move(asker)](auto&, auto&) {});
+    MessageBus::install(std::move(replaced));
+    MessageBus::install(nullptr);  // would lock up if it held the lock
+    EXPECT_TRUE(hasAsked);
+}
+
 }  // namespace tdom::messaging

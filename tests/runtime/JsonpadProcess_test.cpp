@@ -1,9 +1,12 @@
 #include <gmock/gmock.h>
 #include <gtest/gtest.h>
 
+#include <boost/asio/ip/tcp.hpp>
 #include <boost/process.hpp>
+#include <chrono>
 #include <csignal>
 #include <iterator>
+#include <stdexcept>
 #include <string>
 #include <vector>
 
@@ -16,6 +19,15 @@ namespace bp = boost::process;
 
 std::string rest(std::istream& stream) {
     return {std::istreambuf_iterator<char>(stream), {}};
+}
+
+void awaitText(std::istream& stream, const std::string& text) {
+    for (std::string got; got.find(text) == got.npos;
+         got.push_back(static_cast<char>(stream.get()))) {
+        if (!stream) {
+            throw std::runtime_error("\"" + text + "\" never came");
+        }
+    }
 }
 
 /// jsonpad in a folder of its own, beside a.json. What it says is far below what a pipe holds, so
@@ -87,6 +99,34 @@ TEST(JsonpadProcessTest, PrintsOneAddressAndServesUntilTheSignal) {
         jsonpad.process.wait();
         EXPECT_EQ(jsonpad.process.native_exit_code(), 0) << "killed, or ended with a failure";
     }
+}
+
+/// A page that does not return the goodbye holds the end up, but the user need not wait for it.
+TEST(JsonpadProcessTest, ASecondSignalEndsItOnTheSpotWhileItSaysGoodbye) {
+    Jsonpad jsonpad({"a.json"}, "{}");
+    std::string host, token;
+    jsonpad.output.ignore(sizeof "http://" - 1);
+    std::getline(std::getline(jsonpad.output, host, '/').ignore(), token);
+    boost::asio::ip::tcp::iostream page("127.0.0.1", host.substr(host.find(':') + 1));
+    page.expires_after(std::chrono::seconds(30));
+    page << "GET /socket?client=me&token=" << token << " HTTP/1.1\r\nHost: " << host
+         << "\r\nOrigin: http://" << host << "\r\nConnection: Upgrade\r\nUpgrade: websocket\r\n"
+         << "Sec-WebSocket-Version: 13\r\nSec-WebSocket-Key: dGhlIHNhbXBsZSBub25jZQ==\r\n"
+         << "Sec-WebSocket-Protocol: dova.gateway.1\r\n\r\n"
+         << std::flush;
+    awaitText(page, "\"session\":\"new\"");
+    ::kill(jsonpad.process.id(), SIGINT);
+    awaitText(page, "program ended");
+    ::kill(jsonpad.process.id(), SIGINT);
+    jsonpad.process.wait();
+    EXPECT_EQ(jsonpad.process.native_exit_code(), SIGINT) << "it was to die of the signal";
+}
+
+TEST(JsonpadProcessTest, TellsItsOptionsWhenAskedAndEnds) {
+    Jsonpad jsonpad({"--help"}, "{}");
+    EXPECT_THAT(rest(jsonpad.output), testing::HasSubstr("--allow-remote"));
+    jsonpad.process.wait();
+    EXPECT_EQ(jsonpad.process.native_exit_code(), 0);
 }
 
 }  // namespace

@@ -27,6 +27,7 @@ public:
     std::string operator/(const std::string& name) const { return m_path / name; }
 
     std::string write(const std::string& name, const std::string& bytes) const {
+        std::filesystem::create_directories((m_path / name).parent_path());
         std::ofstream(m_path / name, std::ios::binary) << bytes;
         return m_path / name;
     }
