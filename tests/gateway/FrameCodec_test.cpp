@@ -27,34 +27,24 @@ TEST(FrameCodecTest, everyTruncationIsRefusedOrEndsAtATextsBytes) {
     }
 }
 
-TEST(FrameCodecTest, whatATextMayHoldIsToldWhereverItStands) {
-    struct {
-        const char* text;
-        bool carriable;
-    } const rows[] = {
-        // The neighbours of the separators, code points that end like them, and each length.
-        {"{\"id\":\"12\"}", true},
-        {"\x1d \x20\x7f", true},
-        {"\xc4\x9e\xc4\x9f", true},
-        {"\xe2\x82\xac", true},
-        {"\xf0\x9f\x98\x80", true},
-        {"\xf4\x8f\xbf\xbf", true},
-        // The separators, then what is no UTF-8: lone, overlong, a surrogate, too large, cut.
-        {"\x1e", false},
-        {"\x1f", false},
-        {"\x80", false},
-        {"\xc0\x9e", false},
-        {"\xe0\x80\xaf", false},
-        {"\xed\xa0\x80", false},
-        {"\xf4\x90\x80\x80", false},
-        {"\xe2\x82", false}};
-    for (const auto& row : rows)
-        for (std::size_t before = 0; before < 17; ++before)  // eight bytes are looked at in one go
+/// At every offset, since eight bytes are looked at in one go.
+void expectCarriable(bool expected, std::initializer_list<std::string> texts) {
+    for (const std::string& text : texts)
+        for (std::size_t before = 0; before < 17; ++before)
             for (const std::size_t after : {0u, 1u, 8u, 17u})
-                EXPECT_EQ(FrameCodec::isCarriable(std::string(before, 'x') + row.text +
+                EXPECT_EQ(FrameCodec::isCarriable(std::string(before, 'x') + text +
                                                   std::string(after, '~')),
-                          row.carriable)
-                    << row.text << ", " << before << " before, " << after << " after";
+                          expected)
+                    << text << ", " << before << " before, " << after << " after";
+}
+
+TEST(FrameCodecTest, whatATextMayHoldIsToldWhereverItStands) {
+    // The neighbours of the separators, code points that end like them, and each length there is.
+    expectCarriable(true, {"{\"id\":\"12\"}", "\x1d \x20\x7f", "\xc4\x9e\xc4\x9f", "\xe2\x82\xac",
+                           "\xf0\x9f\x98\x80", "\xf4\x8f\xbf\xbf"});
+    // The separators, then what is no UTF-8: lone, overlong, a surrogate, too large, cut.
+    expectCarriable(false, {"\x1e", "\x1f", "\x80", "\xc0\x9e", "\xe0\x80\xaf", "\xed\xa0\x80",
+                            "\xf4\x90\x80\x80", "\xe2\x82"});
 }
 
 }  // namespace

@@ -91,7 +91,7 @@ TEST_F(GatewayTest, aPageIsReplacedByItsDuplicateAndByOthers) {
 TEST_F(GatewayTest, pagesThatStayAwayAreGoneEachAtItsTime) {
     options.graceTime = 60ms;
     start();
-    const auto early = openFresh("early"), late = openReady("me");
+    const auto late = openReady("me"), early = openFresh("early");
     early->cut();
     passTime(30ms);
     late->cut();

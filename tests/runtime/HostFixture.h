@@ -42,7 +42,7 @@ protected:
     }
 
     void note(const std::string& event) { m_events.push_back(event); }
-    const Events& events() const { return m_events; }
+    Events& events() { return m_events; }
 
     /// Publishes as pages do, through the gateway; when all of it has been dealt with, ends run().
     int runThrough(const std::vector<std::string>& rootTexts) {

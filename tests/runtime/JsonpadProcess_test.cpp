@@ -10,7 +10,6 @@
 #include <string>
 #include <vector>
 
-#include "support/RowNames.h"
 #include "support/TemporaryFolder.h"
 
 namespace {
@@ -48,45 +47,37 @@ private:
     const DOVA::test::TemporaryFolder m_folder;
 };
 
-using DOVA::test::operator<<;
-
-struct Row {
-    const char* name;
-    std::vector<std::string> arguments;
-    int exitCode;
-    const char* sentence;
-    const char* text = "{}";  ///< in a.json
-};
-
-class BadRunTest : public testing::TestWithParam<Row> {};
-
-TEST_P(BadRunTest, EndsWithOneLineThatSaysWhy) {
-    Jsonpad jsonpad(GetParam().arguments, GetParam().text);
-    const std::string errors = rest(jsonpad.errors);
-    EXPECT_THAT(errors, testing::StartsWith("jsonpad: "));
-    EXPECT_THAT(errors, testing::HasSubstr(GetParam().sentence));
-    EXPECT_EQ(errors.find('\n'), errors.size() - 1);
-    EXPECT_EQ(rest(jsonpad.output), "");
-    jsonpad.process.wait();
-    EXPECT_EQ(jsonpad.process.exit_code(), GetParam().exitCode);
+TEST(JsonpadProcessTest, EndsABadRunWithOneLineThatSaysWhy) {
+    struct {
+        std::vector<std::string> arguments;
+        int exitCode;
+        const char* sentence;
+        const char* text = "{}";  ///< in a.json
+    } const rows[] = {
+        {{}, 2, "FILE is required"},
+        {{"a.json", "b"}, 2, "b"},
+        {{"--fast", "a.json"}, 2, "--fast"},
+        {{"--first\nsecond", "a.json"}, 2, "first second"},
+        {{"--port", "http", "a.json"}, 2, "--port"},
+        {{"--port", "65536", "a.json"}, 2, "--port"},
+        {{"--bind", "localhost", "a.json"}, 2, "is not a numeric IP address"},
+        {{"--bind", "::", "a.json"}, 2, "--allow-remote"},
+        {{"none.json"}, 1, "none.json"},
+        {{"a.json"}, 1, "line 2", "{\n  \"a\": tru\n}"},
+        {{"--token-file", ".", "a.json"}, 1, "is not a regular file"},
+    };
+    for (const auto& row : rows) {
+        SCOPED_TRACE(row.sentence);
+        Jsonpad jsonpad(row.arguments, row.text);
+        const std::string errors = rest(jsonpad.errors);
+        EXPECT_THAT(errors, testing::StartsWith("jsonpad: "));
+        EXPECT_THAT(errors, testing::HasSubstr(row.sentence));
+        EXPECT_EQ(errors.find('\n'), errors.size() - 1);
+        EXPECT_EQ(rest(jsonpad.output), "");
+        jsonpad.process.wait();
+        EXPECT_EQ(jsonpad.process.exit_code(), row.exitCode);
+    }
 }
-
-const Row rows[] = {
-    {"NoFile", {}, 2, "FILE is required"},
-    {"TwoFiles", {"a.json", "b"}, 2, "b"},
-    {"UnknownOption", {"--fast", "a.json"}, 2, "--fast"},
-    {"LineBreaks", {"--first\nsecond", "a.json"}, 2, "first second"},
-    {"PortIsAWord", {"--port", "http", "a.json"}, 2, "--port"},
-    {"PortTooLarge", {"--port", "65536", "a.json"}, 2, "--port"},
-    {"AddressIsAName", {"--bind", "localhost", "a.json"}, 2, "is not a numeric IP address"},
-    {"Remote", {"--bind", "::", "a.json"}, 2, "--allow-remote"},
-    {"MissingFile", {"none.json"}, 1, "none.json"},
-    {"NoJson", {"a.json"}, 1, "line 2", "{\n  \"a\": tru\n}"},
-    {"TokenFileIsAFolder", {"--token-file", ".", "a.json"}, 1, "is not a regular file"},
-};
-
-INSTANTIATE_TEST_SUITE_P(Jsonpad, BadRunTest, testing::ValuesIn(rows),
-                         [](const auto& row) { return row.param.name; });
 
 TEST(JsonpadProcessTest, PrintsOneAddressAndServesUntilTheSignal) {
     for (const int signal : {SIGINT, SIGTERM}) {
