@@ -53,7 +53,7 @@ INSTANTIATE_TEST_SUITE_P(Rows, GatewayFaultTest, testing::ValuesIn(kFaults),
                          [](const auto& row) { return row.param.name; });
 
 TEST_F(GatewayLimitsTest, aSilentPageIsPingedAndStaysButOneThatDiedInAFrameIsCut) {
-    options.limits.idleTime = 80ms;
+    options.limits.idleTime = 600ms;
     options.graceTime = 0ms;
     start();
     const auto dead = openReady("me");  // answers no ping, since it does not read
@@ -62,20 +62,20 @@ TEST_F(GatewayLimitsTest, aSilentPageIsPingedAndStaysButOneThatDiedInAFrameIsCut
     const auto silent = openFresh("silent");
     silent->readInBackground();
     awaitHeard(R"(/dova2/web={"clientDestroyed":"me"})");
-    await([&] { return silent->pings >= 4; });
+    await([&] { return silent->pings >= 3; });
     EXPECT_FALSE(silent->isOver);
 }
 
 TEST_F(GatewayLimitsTest, aPageThatStopsReadingIsCutAndCanComeBack) {
-    options.limits.writeTime = 500ms;
+    options.limits.writeTime = 1s;
     start();
     const auto page = openReady("me");
     const std::string large(8 << 20, 'x');
     publish("/dova2/web/me", large);
-    passTime(200ms);
+    passTime(300ms);
     EXPECT_EQ(page->read(), "1,1\x1e.\x1f" + large) << "slow, but not too slow";
     publish("/dova2/web/me", large);
-    passTime(700ms);
+    passTime(1300ms);
     EXPECT_EQ(page->end(), "0 ") << "the rest of the frame must not come any more";
     EXPECT_EQ(openAgain(1)->read(), "1,1\x1e.\x1f" + large);
 }
@@ -93,16 +93,16 @@ TEST_F(GatewayLimitsTest, whatAPageDoesNotAcknowledgeIsBounded) {
 /// A page that sends more than its rate is slowed down; it keeps nobody else waiting, and is not
 /// taken for dead meanwhile.
 TEST_F(GatewayLimitsTest, aFloodIsHandledInOrderAndHoldsUpOnlyItsOwnPage) {
-    options.limits.upwardRecordsPerSecond = 10;
+    options.limits.upwardRecordsPerSecond = 2;
     options.limits.upwardBurstRecords = 100;
-    options.limits.idleTime = 60ms;
+    options.limits.idleTime = 300ms;
     start();
     const auto flooding = openFresh("flooding"), calm = openFresh("calm");
     const auto before = std::chrono::steady_clock::now();
     std::vector<std::string> expected;
     for (int frame = 0; frame < 2; ++frame) {
-        std::string text = std::to_string(frame * 52 + 1) + ",0";
-        for (int i = 0; i < 52; ++i) {
+        std::string text = std::to_string(frame * 51 + 1) + ",0";
+        for (int i = 0; i < 51; ++i) {
             expected.push_back("/dova2/web/flooding=" + std::to_string(expected.size()));
             text += "\x1e.\x1f" + std::to_string(expected.size() - 1);
         }
@@ -110,12 +110,13 @@ TEST_F(GatewayLimitsTest, aFloodIsHandledInOrderAndHoldsUpOnlyItsOwnPage) {
     }
     calm->send("1,0\x1e.\x1fhere");
     awaitHeard("/dova2/web/calm=here");
-    EXPECT_LT(heard.size(), 104u);
+    EXPECT_LT(heard.size(), 102u);
     heard.erase(std::find(heard.begin(), heard.end(), "/dova2/web/calm=here"));
     flooding->readInBackground();
-    await([&] { return heard.size() == 104; });
-    EXPECT_GE(std::chrono::steady_clock::now() - before, 390ms) << "4 beyond the burst";
+    await([&] { return heard.size() == 102; });
+    EXPECT_GE(std::chrono::steady_clock::now() - before, 990ms) << "2 beyond the burst";
     EXPECT_EQ(heard, expected);
+    passTime(100ms);
     EXPECT_FALSE(flooding->isOver);
 }
 

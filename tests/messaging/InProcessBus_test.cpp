@@ -126,6 +126,8 @@ TEST_F(InProcessBusTest, anEndedCallbackIsGoneEvenWhileTextsForItAreQueued) {
     EXPECT_EQ(m_bus.deliver(), 1u);
     EXPECT_EQ(testing::internal::GetCapturedStderr(), "") << "an empty callback was called";
     EXPECT_THAT(m_heard, ElementsAre());
+    publish({"y"});
+    EXPECT_TRUE(m_bus.idle()) << "queued for one that has ended";
     publish({"x"}, "/b");
     m_bus.deliver();
     EXPECT_THAT(m_heard, ElementsAre("gone"));
