@@ -19,10 +19,14 @@ function jsonpadPath() {
 
 /** An example of this tree at work, from its address to its end. */
 export class Program {
-    static async start(example, ...args) {
-        const program = new Program(join(dirname(jsonpadPath()), example), args);
+    static start(example, ...args) {
+        return Program.startAt(join(dirname(jsonpadPath()), example), args);
+    }
+
+    static async startAt(path, args) {
+        const program = new Program(path, args);
         const failed = program.m_ended.then(() => {
-            throw new Error(`${example} has not started: ${program.errors}`);
+            throw new Error(`${path} has not started: ${program.errors}`);
         });
         program.address = await Promise.race([program.m_address, failed]);
         return program;
