@@ -35,7 +35,7 @@ export function decodeDescription(raw: unknown): Description | undefined {
         return undefined;
     }
     const values: PartialValues = {};
-    const triggers = readProperties(raw, values, true);
+    const triggers = readProperties(raw, values);
     const contents = raw[Key.contents];
     return {
         id,

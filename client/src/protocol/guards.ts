@@ -29,10 +29,23 @@ export function asIntegers(value: unknown): readonly number[] | undefined {
 
 /** An object's identifier: 1 to 2^32-1, as decimal text or as a number. */
 export function asId(value: unknown): number | undefined {
-    const id = typeof value === 'string' && /^\d{1,10}$/.test(value) ? Number(value) : value;
+    const id = typeof value === 'string' ? parseDecimal(value) : value;
     return typeof id === 'number' && Number.isInteger(id) && id > 0 && id <= 0xffffffff
         ? id
         : undefined;
+}
+
+const ZERO = 0x30;
+const MOST_DIGITS = 10;
+
+/** Digits and nothing else; by hand, because every message and every object has an identifier. */
+function parseDecimal(text: string): number {
+    let number = text.length <= MOST_DIGITS ? 0 : NaN;
+    for (let index = 0; index < text.length && number >= 0; index += 1) {
+        const digit = text.charCodeAt(index) - ZERO;
+        number = digit >= 0 && digit <= 9 ? number * 10 + digit : NaN;
+    }
+    return number;
 }
 
 export function parseJson(text: string): unknown {

@@ -178,13 +178,13 @@ const NO_TRIGGERS: readonly Trigger[] = [];
 
 /**
  * Puts the members of `raw` whose name is known and whose kind is right into `values`, and answers
- * the triggers among them. In a description of a new object (`isNew`) the values that every
- * object has to begin with need not be put.
+ * the triggers among them. `written` is told their names; without it they describe a new object, and
+ * the values that every object has to begin with need not be put.
  */
 export function readProperties(
     raw: JsonObject,
     values: PartialValues,
-    isNew: boolean,
+    written?: Set<Name>,
 ): readonly Trigger[] {
     let triggered = NO_TRIGGERS;
     for (const name in raw) {
@@ -194,10 +194,11 @@ export function readProperties(
             if (value === true && triggerNames.has(name)) {
                 triggered = [...triggered, name as Trigger];
             }
-        } else if (!isNew || value !== property.initial) {
+        } else if (written !== undefined || value !== property.initial) {
             const decoded = property.decode(value);
-            if (decoded !== undefined && !(isNew && decoded === property.initial)) {
+            if (decoded !== undefined && (written !== undefined || decoded !== property.initial)) {
                 put(values, name, decoded);
+                written?.add(name as Name);
             }
         }
     }

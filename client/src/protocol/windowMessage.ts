@@ -2,15 +2,6 @@ import { decodeDescription, type Description } from './description.ts';
 import { asId, asText, isObject, parseJson, type JsonObject } from './guards.ts';
 import { decodeMessageBox, type MessageBox } from './messagebox.ts';
 import { COMMAND_CLOSE, Key, MessageType } from './names.ts';
-import { readProperties, type PartialValues, type Trigger } from './properties.ts';
-
-/** Down, window channel: writes to one object. */
-export interface PropertyWrite {
-    readonly id: number;
-    readonly values: PartialValues;
-    readonly triggers: readonly Trigger[];
-    readonly close: boolean;
-}
 
 /** Down, window channel: the state of an object and all below it, to show in place of the old. */
 export interface Refresh {
@@ -19,8 +10,12 @@ export interface Refresh {
     readonly description: Description;
 }
 
+/**
+ * Writes to objects, each as it was parsed: a burst of ten thousand is taken over without a copy
+ * of each. What is no write among them is for the reader to drop.
+ */
 export type WindowMessage =
-    | { readonly kind: 'writes'; readonly writes: readonly PropertyWrite[] }
+    | { readonly kind: 'writes'; readonly writes: readonly unknown[] }
     | { readonly kind: 'refresh'; readonly refresh: Refresh }
     | { readonly kind: 'messageBox'; readonly box: MessageBox };
 
@@ -28,7 +23,7 @@ export type WindowMessage =
 export function decodeWindowMessage(text: string): WindowMessage | undefined {
     const message = parseJson(text);
     if (Array.isArray(message)) {
-        return { kind: 'writes', writes: decodeWrites(message) };
+        return { kind: 'writes', writes: message };
     }
     if (!isObject(message)) {
         return undefined;
@@ -39,8 +34,7 @@ export function decodeWindowMessage(text: string): WindowMessage | undefined {
     if (asText(message[Key.type]) === MessageType.messageBox) {
         return { kind: 'messageBox', box: decodeMessageBox(message) };
     }
-    const write = decodeWrite(message);
-    return write && { kind: 'writes', writes: [write] };
+    return { kind: 'writes', writes: [message] };
 }
 
 function decodeRefresh(message: JsonObject): WindowMessage | undefined {
@@ -49,23 +43,7 @@ function decodeRefresh(message: JsonObject): WindowMessage | undefined {
     return description && { kind: 'refresh', refresh: { parentId, description } };
 }
 
-function decodeWrites(list: readonly unknown[]): readonly PropertyWrite[] {
-    const writes: PropertyWrite[] = [];
-    for (const item of list) {
-        const write = decodeWrite(item);
-        if (write !== undefined) {
-            writes.push(write);
-        }
-    }
-    return writes;
-}
-
-function decodeWrite(value: unknown): PropertyWrite | undefined {
-    const id = isObject(value) ? asId(value[Key.id]) : undefined;
-    if (!isObject(value) || id === undefined) {
-        return undefined;
-    }
-    const values: PartialValues = {};
-    const triggers = readProperties(value, values, false);
-    return { id, values, triggers, close: value[Key.command] === COMMAND_CLOSE };
+/** Whether a write asks that the object be gone. */
+export function asksToClose(write: JsonObject): boolean {
+    return write[Key.command] === COMMAND_CLOSE;
 }

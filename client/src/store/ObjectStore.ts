@@ -1,6 +1,8 @@
 import { decodeDescription, type Description } from '../protocol/description.ts';
-import type { Name, Trigger, Values } from '../protocol/properties.ts';
-import type { PropertyWrite, Refresh } from '../protocol/windowMessage.ts';
+import { asId, isObject } from '../protocol/guards.ts';
+import { Key } from '../protocol/names.ts';
+import { readProperties, type Name, type Trigger, type Values } from '../protocol/properties.ts';
+import { asksToClose, type Refresh } from '../protocol/windowMessage.ts';
 import { StoredObject, subtree } from './StoredObject.ts';
 
 /** Deeper nesting is no dialog any more, and browsers lay elements out recursively. */
@@ -60,20 +62,24 @@ export class ObjectStore {
         return window;
     }
 
-    /** Writes that arrived on a window's channel; those to another window's objects are dropped. */
-    apply(windowId: number, write: PropertyWrite): void {
-        const object = this.m_objects.get(write.id);
-        if (object === undefined || object.windowId !== windowId) {
+    /**
+     * A write that arrived on a window's channel, as it was parsed; one to another window's object
+     * or to none is dropped.
+     */
+    apply(windowId: number, write: unknown): void {
+        const id = isObject(write) ? asId(write[Key.id]) : undefined;
+        const object = id === undefined ? undefined : this.m_objects.get(id);
+        if (!isObject(write) || object === undefined || object.windowId !== windowId) {
             return;
         }
-        for (const name in write.values) {
-            this.write(object, name as Name, write.values[name as Name] as Values[Name]);
-        }
-        for (const trigger of write.triggers) {
+        const unseen = object.unseen ?? new Set();
+        const triggers = readProperties(write, object.values, unseen);
+        this.tellLater(object, unseen);
+        for (const trigger of triggers) {
             this.flush();
             this.m_observer.triggered(object, trigger);
         }
-        if (write.close) {
+        if (asksToClose(write)) {
             this.remove(object);
         }
     }
@@ -104,11 +110,14 @@ export class ObjectStore {
     /** The new value of one property, to be told with the next flush. */
     write<N extends Name>(object: StoredObject, name: N, value: Values[N]): void {
         object.values[name] = value as never;
-        if (object.unseen === undefined) {
-            object.unseen = new Set();
+        this.tellLater(object, (object.unseen ?? new Set<Name>()).add(name));
+    }
+
+    private tellLater(object: StoredObject, unseen: Set<Name>): void {
+        if (object.unseen === undefined && unseen.size > 0) {
+            object.unseen = unseen;
             this.m_unseen.push(object);
         }
-        object.unseen.add(name);
     }
 
     /** Tells the observer what was written since the last time. */
