@@ -49,6 +49,7 @@ export class Application implements LinkListener, InboxListener, WidgetHost, Des
     private readonly m_banner = new Banner(() => this.link.startAfresh());
     private readonly m_observer: PageObserver;
     private m_hadWindows = false;
+    private m_full = false;
     private m_failures = 0;
 
     constructor(root: HTMLElement, token: string, connect: Connect, clock: Clock) {
@@ -204,7 +205,8 @@ export class Application implements LinkListener, InboxListener, WidgetHost, Des
     private checkQueue(): void {
         const { pendingCount, pendingCharacters } = this.link.session;
         const full = pendingCount >= WAITING_RECORDS || pendingCharacters >= WAITING_CHARACTERS;
-        if (full !== this.m_root.inert) {
+        if (full !== this.m_full) {
+            this.m_full = full;
             this.m_root.inert = full;
             this.m_banner.full(full);
         }

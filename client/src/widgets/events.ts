@@ -18,7 +18,7 @@ export function listen(root: HTMLElement, store: ObjectStore, host: WidgetHost):
     const hand = <E extends EventName>(name: E, event: HTMLElementEventMap[E]): void => {
         const target = event.target instanceof Element ? event.target : null;
         const element = target?.closest<HTMLElement>('[data-id]');
-        const object = store.get(asId(element?.dataset['id']) ?? 0);
+        const object = store.get(asId(element?.getAttribute('data-id')) ?? 0);
         if (element && object) {
             kindOf(object.type).events?.[name]?.(object, element, event, host);
         }
