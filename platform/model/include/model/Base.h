@@ -70,7 +70,7 @@ public:
     /// The tag when there is one, else the UUID's text. The client addresses elements by it.
     std::u16string getId() const;
 
-    /// "Button", "CheckBox", "Edit", "Text" ...
+    /// "Button", "CheckBox", "ComboBox", "Edit", "Text" ...
     std::string getTypeName() const { return std::string(m_type.name); }
     std::string_view typeName() const noexcept override { return m_type.name; }
 

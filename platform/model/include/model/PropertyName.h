@@ -16,5 +16,8 @@ inline constexpr std::string_view checked = "checked";
 inline constexpr std::string_view defaultbutton = "defaultbutton";
 inline constexpr std::string_view text = "text";
 inline constexpr std::string_view placeholder = "placeholder";
+inline constexpr std::string_view editable = "editable";
+inline constexpr std::string_view currentindex = "currentindex";
+inline constexpr std::string_view entries = "entries";
 
 }  // namespace tdom::PropertyName
