@@ -13,7 +13,7 @@ const beneathLibrary = ['wiro', 'toolkit', 'model', 'messaging', 'host'];
 const mayKnow = {
   'platform/wiro': ['wiro'],
   'platform/messaging': ['messaging', 'wiro'],
-  'platform/model': ['model', 'wiro'],
+  'platform/model': ['messaging', 'model', 'wiro'],
   'platform/toolkit': ['toolkit', 'wiro'],
   'platform/host': ['host', 'wiro'],
   'platform/gateway': ['gateway', 'messaging'],

@@ -8,6 +8,7 @@ namespace {
 
 constexpr std::string_view kClientReady = "\"clientReady\"";
 constexpr std::string_view kClientDestroyed = "\"clientDestroyed\"";
+constexpr std::string_view kSnapshot = "\"snapshot\"";
 constexpr std::string_view kPing = "\"ping\"";
 
 void skipSpace(std::string_view& text) {
@@ -28,12 +29,13 @@ bool takeTokens(std::string_view& text, std::initializer_list<std::string_view> 
     return true;
 }
 
-bool isLifeCycle(std::string_view text, std::string_view key, std::string_view clientId) {
+/// Whether a text says just this about the page itself.
+bool isStatement(std::string_view text, std::string_view key, std::string_view clientId) {
     const std::string quoted = std::string("\"").append(clientId).append("\"");
     return takeTokens(text, {"{", key, ":", quoted, "}"}) && text.empty();
 }
 
-std::string lifeCycle(std::string_view key, std::string_view clientId) {
+std::string statement(std::string_view key, std::string_view clientId) {
     return std::string("{").append(key).append(":\"").append(clientId).append("\"}");
 }
 
@@ -57,19 +59,25 @@ PageChannels::Kind PageChannels::classify(std::string_view clientId, std::string
                                           std::string_view text) {
     if (channel == "." || (channel.substr(0, 2) == "./" && channel.size() > 2))
         return Kind::Own;
+    if (channel == kDocument)
+        return isStatement(text, kSnapshot, clientId) ? Kind::Snapshot : Kind::Refused;
     if (channel != kRoot)
         return Kind::Refused;
-    if (isLifeCycle(text, kClientReady, clientId))
+    if (isStatement(text, kClientReady, clientId))
         return Kind::ClientReady;
-    return isLifeCycle(text, kClientDestroyed, clientId) ? Kind::ClientDestroyed : Kind::Refused;
+    return isStatement(text, kClientDestroyed, clientId) ? Kind::ClientDestroyed : Kind::Refused;
 }
 
 std::string PageChannels::clientReady(std::string_view clientId) {
-    return lifeCycle(kClientReady, clientId);
+    return statement(kClientReady, clientId);
 }
 
 std::string PageChannels::clientDestroyed(std::string_view clientId) {
-    return lifeCycle(kClientDestroyed, clientId);
+    return statement(kClientDestroyed, clientId);
+}
+
+std::string PageChannels::snapshot(std::string_view clientId) {
+    return statement(kSnapshot, clientId);
 }
 
 bool PageChannels::isPing(std::string_view text) {

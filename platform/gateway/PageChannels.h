@@ -6,14 +6,15 @@
 namespace DOVA::gateway {
 
 /// The channels of the bus as one page may see them: the root channel, its own channel and those
-/// below it. On the wire its own channel is written "." and one below it "./rest"; every other
-/// channel stands in full.
+/// below it, and the channel of the model document. On the wire its own channel is written "." and
+/// one below it "./rest"; every other channel stands in full.
 class PageChannels {
 public:
     static constexpr const char* kRoot = "/dova2/web";
+    static constexpr const char* kDocument = "/tdom";
 
     /// What a text from a page is.
-    enum class Kind { Refused, Own, ClientReady, ClientDestroyed };
+    enum class Kind { Refused, Own, ClientReady, ClientDestroyed, Snapshot };
 
     /// The page's own channel.
     static std::string own(const std::string& clientId);
@@ -31,6 +32,9 @@ public:
     /// The life-cycle messages as they go on the root channel.
     static std::string clientReady(std::string_view clientId);
     static std::string clientDestroyed(std::string_view clientId);
+
+    /// A page's request for the model document, as it goes on that channel.
+    static std::string snapshot(std::string_view clientId);
 
     /// Whether a text of the root channel asks pages to announce themselves.
     static bool isPing(std::string_view text);

@@ -15,7 +15,13 @@ SessionRegistry::SessionRegistry(std::shared_ptr<tdom::messaging::MessageBus> bu
       m_graceTime(options.graceTime),
       m_connector(m_bus->attach("dova_gateway")) {
     m_bus->subscribe(m_connector, PageChannels::kRoot,
-                     [this](const std::string&, const std::string& text) { sendPing(text); });
+                     [this](const std::string& channel, const std::string& text) {
+                         if (PageChannels::isPing(text))
+                             sendToAll(channel, text);
+                     });
+    m_bus->subscribe(
+        m_connector, PageChannels::kDocument,
+        [this](const std::string& channel, const std::string& text) { sendToAll(channel, text); });
 }
 
 SessionRegistry::~SessionRegistry() {
@@ -127,6 +133,10 @@ const CloseReason* SessionRegistry::handle(const std::shared_ptr<Session>& sessi
             session->setReady();  // even one that never came is to be heard going
             end(*session, close_reason::kSessionEnded);
             break;
+        case PageChannels::Kind::Snapshot:
+            m_bus->publish(m_connector, PageChannels::kDocument,
+                           PageChannels::snapshot(session->id()));
+            break;
     }
     return nullptr;
 }
@@ -174,14 +184,12 @@ void SessionRegistry::drop(Sessions::iterator entry, const CloseReason& reason) 
         link->end(reason);
 }
 
-void SessionRegistry::sendPing(const std::string& text) {
-    if (!PageChannels::isPing(text))
-        return;
+void SessionRegistry::sendToAll(const std::string& channel, const std::string& text) {
     std::vector<std::shared_ptr<Session>> all;
     for (const auto& [id, entry] : m_sessions)
         all.push_back(entry.session);
     for (const auto& session : all)
-        push(*session, PageChannels::kRoot, text);
+        push(*session, channel, text);
 }
 
 void SessionRegistry::push(Session& session, std::string_view shortChannel,

@@ -74,7 +74,7 @@ private:
     static Opening lost(const char* reason);
     void makeRoom();
     void push(Session& session, std::string_view shortChannel, const std::string& text);
-    void sendPing(const std::string& text);
+    void sendToAll(const std::string& channel, const std::string& text);
     void endOthers(const Session& owner);
     void publishClientReady(Session& session);
     void drop(Sessions::iterator entry, const CloseReason& reason);

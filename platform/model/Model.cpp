@@ -6,6 +6,8 @@
 #include <boost/multi_index_container.hpp>
 #include <utility>
 
+#include "LivingModels.h"
+
 namespace pf::zero {
 
 namespace {
@@ -39,12 +41,17 @@ Model::ChangeGroup::~ChangeGroup() {
 }
 
 Ref<Model> Model::create(const ModelConstellation&) {
-    return Ref<Model>(new Model);
+    const Ref<Model> model(new Model);
+    LivingModels::announce(model);
+    return model;
 }
 
-Model::Model() : m_registry(std::make_unique<Registry>()) {}
+Model::Model() : m_registry(std::make_unique<Registry>()) {
+    LivingModels::add(*this);
+}
 
 Model::~Model() {
+    LivingModels::remove(*this);
     for (ModelElement* element : m_registry->elements) {
         element->m_model = nullptr;
     }

@@ -23,8 +23,9 @@ bool ModelElement::isRecorded() const noexcept {
     return m_model != nullptr && m_model->isRecording();
 }
 
-void ModelElement::record(std::string_view property, Value value) {
-    m_model->record({Change::Kind::Property, m_uuid, property, std::move(value)});
+void ModelElement::record(std::string_view property, Value value, Value before) {
+    m_model->record(
+        {Change::Kind::Property, m_uuid, property, std::move(value), std::move(before)});
 }
 
 }  // namespace pf::zero

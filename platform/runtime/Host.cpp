@@ -11,6 +11,7 @@
 #include "TokenFile.h"
 #include "gateway/Gateway.h"
 #include "messaging/InProcessBus.h"
+#include "model/DocumentMirror.h"
 #include "runtime/StartError.h"
 #include "toolkit/ApplicationContext.h"
 
@@ -72,6 +73,7 @@ private:
     MainLoop m_loop;
     std::shared_ptr<InProcessBus> m_bus = installBus();
     PageListener m_pages;
+    tdom::DocumentMirror m_mirror;
     Module m_module;
     std::unique_ptr<gateway::Gateway> m_gateway;
 };
@@ -85,6 +87,7 @@ Host::Implementation::Implementation(const HostOptions& options)
               }
           });
       }),
+      m_mirror([this](std::function<void()> call) { m_loop.post(std::move(call)); }),
       m_module(options.module.empty() ? InstalledFiles::module() : options.module) {
     openGateway(options);
     m_loop.deliver(m_bus);

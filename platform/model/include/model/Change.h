@@ -26,6 +26,8 @@ struct Change {
     /// The property's name; for `Created` and `Removed` the element's type name. Static storage.
     std::string_view name;
     Value value;
+    /// What `value` was before; not for sequences, whose edit says what went.
+    Value before = {};
 };
 
 }  // namespace pf::zero

@@ -6,6 +6,7 @@
 
 #include "model/Element.h"
 #include "model/PrimitiveSequence.h"
+#include "model/PropertyDefault.h"
 #include "model/PropertyName.h"
 #include "wiro/Export.h"
 
@@ -68,7 +69,7 @@ private:
     std::u16string m_text;
     std::u16string m_placeholder;
     bool m_editable = false;
-    std::int32_t m_currentindex = -1;
+    std::int32_t m_currentindex = PropertyDefault::currentindex;
     Items m_items{*this, PropertyName::entries};
 };
 

@@ -5,6 +5,7 @@
 #include <string_view>
 
 #include "model/Base.h"
+#include "model/PropertyDefault.h"
 #include "wiro/Export.h"
 
 namespace tdom {
@@ -48,7 +49,7 @@ protected:
     Impl(const Type& type, const pf::zero::Uuid& uuid) noexcept : Base::Impl(type, uuid) {}
 
 private:
-    bool m_visible = true;
+    bool m_visible = PropertyDefault::visible;
     std::optional<bool> m_enabled;
     std::u16string m_tooltip;
 };

@@ -54,6 +54,10 @@ public:
     /// Whether changes are recorded, which is when there is a listener.
     bool isRecording() const noexcept { return m_listener != nullptr; }
 
+    /// Whether records wait for their batch to be complete: a group is open, or a listener is being
+    /// called. A listener hears of them for certain, so it may put off what needs their end.
+    bool hasUncommitted() const noexcept { return !m_pending.empty(); }
+
     /// Registers an element, for the libraries that define elements. Gives false and changes
     /// nothing when the element is already in a model or its UUID is taken in this one.
     bool insert(ModelElement& element);

@@ -7,6 +7,7 @@
 #include <optional>
 #include <string>
 #include <string_view>
+#include <utility>
 
 #include "model/Change.h"
 #include "model/Ref.h"
@@ -53,17 +54,20 @@ protected:
         if (isSame(stored, given)) {
             return;
         }
-        stored = given;
-        if (isRecorded()) {
-            record(property, toValue(stored));
+        if (!isRecorded()) {
+            stored = given;
+            return;
         }
+        Stored before(given);  // first: what is given may be a part of what is stored
+        std::swap(before, stored);
+        record(property, toValue(stored), toValue(std::move(before)));
     }
 
     static Value toValue(bool value) { return Value(std::in_place_type<bool>, value); }
     static Value toValue(std::int32_t value) {
         return Value(std::in_place_type<std::int32_t>, value);
     }
-    static Value toValue(const std::u16string& value) { return value; }
+    static Value toValue(std::u16string value) { return Value(std::move(value)); }
     static Value toValue(std::optional<bool> value) { return value ? toValue(*value) : Value(); }
 
 private:
@@ -83,7 +87,7 @@ private:
     }
 
     bool isRecorded() const noexcept;
-    void record(std::string_view property, Value value);
+    void record(std::string_view property, Value value, Value before = {});
 
     std::uint32_t m_references = 0;
     Model* m_model = nullptr;

@@ -77,7 +77,10 @@ public:
 private:
     SequenceEdit edit(std::size_t index, std::size_t removed, std::size_t inserted) const {
         const auto first = m_items.begin() + static_cast<std::ptrdiff_t>(index);
-        return {index, removed, {first, first + static_cast<std::ptrdiff_t>(inserted)}};
+        return {index,
+                removed,
+                {first, first + static_cast<std::ptrdiff_t>(inserted)},
+                size() + removed - inserted};
     }
 
     void recordEdit(std::size_t index, std::size_t removed, std::size_t inserted) {

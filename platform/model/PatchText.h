@@ -1,0 +1,47 @@
+#pragma once
+
+#include <functional>
+#include <string>
+#include <string_view>
+
+#include "JsonText.h"
+#include "TurnChanges.h"
+#include "model/ModelElement.h"
+#include "model/Ref.h"
+
+namespace tdom {
+
+/// Writes the changes of a turn as a JSON Patch (RFC 6902): an array of operations. Each operation
+/// fits a document to which everything before it was applied.
+class PatchText {
+public:
+    using Find = std::function<pf::zero::Ref<pf::zero::ModelElement>(const pf::zero::Uuid& uuid)>;
+
+    /// `find` gives the elements that there are, as they are at the end of the turn.
+    explicit PatchText(Find find) : m_find(std::move(find)) {}
+
+    void write(const TurnChanges& changes);
+
+    /// Whether nothing is different at the turn's end from what it was.
+    bool empty() const noexcept { return m_text.size() == 0; }
+
+    /// The array, once; the text is used up.
+    std::string take();
+
+private:
+    void write(const TurnChanges::Element& element);
+    void write(const std::string& parent, const TurnChanges::Scalar& scalar);
+    void write(const std::string& parent, const TurnChanges::Sequence& sequence,
+               const pf::zero::Uuid& uuid);
+    void writeEdit(const std::string& path, const pf::zero::SequenceEdit& edit);
+    void writeProperty(bool existed, const std::string& path, std::string_view name,
+                       const pf::zero::Value& value);
+    pf::zero::Value wholeOf(const pf::zero::Uuid& uuid, std::string_view name) const;
+
+    void begin(std::string_view operation, std::string_view path);
+
+    Find m_find;
+    JsonText m_text;
+};
+
+}  // namespace tdom
