@@ -36,8 +36,9 @@ void require(bool condition) {
 void attachProgram(InProcessBus& bus) {
     const auto program = bus.attach("program");
     bus.subscribeTree(program, "", [&bus, program](auto& channel, auto& text) {
-        require(channel == "/dova2/web" || channel == "/dova2/web/me" ||
+        require(channel == "/dova2/web" || channel == "/tdom" || channel == "/dova2/web/me" ||
                 channel.compare(0, 14, "/dova2/web/me/") == 0);
+        require(channel != "/tdom" || text == "{\"snapshot\":\"me\"}");
         if (channel == "/dova2/web")
             require(text == "{\"clientReady\":\"me\"}" || text == "{\"clientDestroyed\":\"me\"}");
         else

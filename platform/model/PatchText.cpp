@@ -23,7 +23,7 @@ constexpr std::size_t s_itemsPerOperation = 4;
 std::string pointerStep(std::string_view name) {
     std::string step = "/";
     for (const char letter : name) {
-        letter == '~' ? step += "~0" : letter == '/' ? step += "~1" : step += letter;
+        step += letter == '~' ? "~0" : letter == '/' ? "~1" : std::string(1, letter);
     }
     return step;
 }

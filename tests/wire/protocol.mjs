@@ -73,15 +73,27 @@ function listClientEvents(definitions) {
     ];
 }
 
+/** Every property that elements of the model document have. */
+export const elementProperties = Object.keys(schemas.get('model.json').definitions.values.properties);
+
+function isInModel(name, { snapshot = {}, patch = [] }) {
+    const written = Object.values(snapshot).some((element) => name in element);
+    return written || patch.some(({ path }) => path.split('/')[2] === name);
+}
+
 /** Messages, properties and events that do not occur among `{kind, payload}` entries. */
 export function missingFrom(entries) {
     const payloads = (kind) =>
         entries.filter((entry) => entry.kind === kind).flatMap((entry) => entry.payload);
     const objects = ['propertyWrite', 'description', 'refresh'].flatMap(payloads).flatMap(flattened);
     const said = payloads('clientEvent');
+    const ofModel = [...payloads('modelSnapshot'), ...payloads('modelPatch')];
     return [
         ...[...validators.keys()].filter((name) => payloads(name).length === 0),
         ...properties.filter((name) => !objects.some((object) => name in object)),
+        ...elementProperties
+            .filter((name) => !ofModel.some((payload) => isInModel(name, payload)))
+            .map((name) => `${name} of elements`),
         ...clientEvents.filter(({ isIn }) => !said.some(isIn)).map(({ name }) => name),
     ];
 }

@@ -26,6 +26,33 @@ export function identifiersOf(row) {
     return new Map(objects.map((object, index) => [object.name, index + 1]));
 }
 
+/** UUIDs for the elements of a row of `model`. */
+export function uuidsOf(row) {
+    const created = stepsOf(row)
+        .flatMap(({ calls = [] }) => calls)
+        .filter(([, operation]) => operation === 'create');
+    const names = [...new Set(created.map(([name]) => name))];
+    const uuid = (index) => `00000000-0000-4000-8000-${String(index).padStart(12, '0')}`;
+    return new Map(names.map((name, index) => [name, uuid(index)]));
+}
+
+/** The texts that a page hears in each step of a row of `model`. */
+export function modelSteps(row) {
+    const uuids = uuidsOf(row);
+    let version = 0;
+    return stepsOf(row).map(({ patch, snapshot }) => {
+        const messages = [];
+        if (patch !== undefined) {
+            version += 1;
+            messages.push({ version, patch });
+        }
+        if (snapshot !== undefined) {
+            messages.push({ version, snapshot });
+        }
+        return messages.map((message) => fillIn(compact(message), uuids));
+    });
+}
+
 /** The wire text that a row means, or undefined when it holds bytes that are no text. */
 export function textOf(value, identifiers) {
     const text = rawText(value);

@@ -4,10 +4,10 @@ import { dirname, join } from 'node:path';
 import { describe, test } from 'node:test';
 
 import {
-    api, clientEvents, examples, flattened, folder, isUsable, kindOf, messagesOn, missingFrom,
-    properties, readJson, schemas, validators,
+    api, clientEvents, elementProperties, examples, flattened, folder, isUsable, kindOf, messagesOn,
+    missingFrom, properties, readJson, schemas, validators,
 } from './protocol.mjs';
-import { identifiersOf, readRows, stepsOf, textOf } from './rows.mjs';
+import { identifiersOf, modelSteps, readRows, stepsOf, textOf } from './rows.mjs';
 
 /** The documentation, its schemas and examples, and the rows say the same. */
 
@@ -19,6 +19,9 @@ const defaultChannel = '/dova2/web/page/${window}';
 function channelKind(address) {
     if (address === '/dova2/web') {
         return 'root';
+    }
+    if (address === '/tdom') {
+        return 'model';
     }
     return /\$\{\w+\}$/.test(address) ? 'window' : 'client';
 }
@@ -56,9 +59,18 @@ function garbledTexts(row) {
     return row.applies === 'any' ? [] : [entryOf(row, channel, 'send', row.text, row.conforms)];
 }
 
+/** The frame, and what it carries on the model channel if it is handled. */
 function frameTexts(row) {
     const action = row.direction === 'up' ? 'receive' : 'send';
-    return [entryOf(row, 'socket', action, row.frame, row.conforms)];
+    const ofModel = (row.records ?? []).filter(([, channel]) => channelKind(channel) === 'model');
+    return [
+        entryOf(row, 'socket', action, row.frame, row.conforms),
+        ...ofModel.map(([, , text]) => entryOf(row, 'model', action, text)),
+    ];
+}
+
+function modelTexts(row) {
+    return modelSteps(row).flat().map((text) => entryOf(row, 'model', 'send', text));
 }
 
 const forms = {
@@ -83,6 +95,11 @@ const forms = {
             'name', 'file', 'direction', 'first', 'received', 'sent', 'frame', 'conforms',
             'records', 'acknowledged', 'canonical', 'close', 'restart', 'session',
         ],
+    },
+    model: {
+        rows: readRows('model'),
+        texts: modelTexts,
+        keys: ['name', 'file', 'steps', 'calls', 'patch', 'snapshot', 'document'],
     },
 };
 
@@ -176,7 +193,8 @@ const guide = readFileSync(join(folder, 'README.md'), 'utf8');
 test('the guide names every message, property and event', () => {
     const names = [...properties, ...clientEvents.map(({ name }) => name)];
     const keys = ['ping', 'clientReady', 'clientDestroyed', 'dialogReady', 'dialogDestroyed'];
-    const absent = [...names, ...keys].filter((name) => !guide.includes(`\`${name}\``));
+    const ofModel = [...elementProperties, 'snapshot', 'patch', 'version'];
+    const absent = [...names, ...keys, ...ofModel].filter((name) => !guide.includes(`\`${name}\``));
     assert.deepEqual(absent, []);
 });
 
