@@ -50,20 +50,34 @@ private:
         [this](std::function<void()> call) { m_later.push_back(std::move(call)); }};
 };
 
+QString pathOf(const char* property) {
+    return QString::fromStdString("/" + pf::zero::Uuid::generate().toString() + property);
+}
+
+QJsonObject operation(const char* name, const QString& path, const QJsonValue& value) {
+    QJsonObject made;
+    made.insert(QStringLiteral("op"), QLatin1String(name));
+    made.insert(QStringLiteral("path"), path);
+    if (!value.isUndefined()) {
+        made.insert(QStringLiteral("value"), value);
+    }
+    return made;
+}
+
+void writeFloor(const QJsonArray& operations) {
+    QJsonObject message;
+    message.insert(QStringLiteral("version"), 1);
+    message.insert(QStringLiteral("patch"), operations);
+    benchmark::DoNotOptimize(QJsonDocument(message).toJson(QJsonDocument::Compact));
+}
+
 void patchFloor(benchmark::State& state) {
-    const QString path = QString::fromStdString("/" + pf::zero::Uuid::generate().toString());
+    const QString path = pathOf("/text");
     const QString texts[2] = {QString::fromStdU16String(s_texts[0]),
                               QString::fromStdU16String(s_texts[1])};
-    int version = 0;
+    std::size_t turn = 0;
     for (auto _ : state) {
-        QJsonObject operation;
-        operation.insert(QStringLiteral("op"), QStringLiteral("replace"));
-        operation.insert(QStringLiteral("path"), path + QLatin1String("/text"));
-        operation.insert(QStringLiteral("value"), texts[++version % 2]);
-        QJsonObject message;
-        message.insert(QStringLiteral("version"), version);
-        message.insert(QStringLiteral("patch"), QJsonArray{operation});
-        benchmark::DoNotOptimize(QJsonDocument(message).toJson(QJsonDocument::Compact));
+        writeFloor({operation("replace", path, texts[++turn % 2])});
     }
 }
 BENCHMARK(patchFloor);
@@ -102,8 +116,10 @@ void writeNobodyAsked(benchmark::State& state) {
 }
 BENCHMARK(writeNobodyAsked);
 
+const std::u16string s_item = u"an item of the list";
+
 std::vector<std::u16string> items(std::int64_t count) {
-    return std::vector<std::u16string>(static_cast<std::size_t>(count), u"an item of the list");
+    return std::vector<std::u16string>(static_cast<std::size_t>(count), s_item);
 }
 
 /// One item comes at the end of a long list, and goes again in the next turn.
@@ -121,6 +137,27 @@ void appendItem(benchmark::State& state) {
     }
 }
 BENCHMARK(appendItem)->Arg(10)->Arg(10000)->Arg(100000);
+
+/// The three patches of fillInsertClear.
+void fillInsertClearFloor(benchmark::State& state) {
+    const QString path = pathOf("/entries");
+    const QString item = QString::fromStdU16String(s_item);
+    const std::int64_t middle = state.range(0) / 2;
+    for (auto _ : state) {
+        QJsonArray whole;
+        for (std::int64_t i = 0; i < state.range(0); ++i) {
+            whole.append(item);
+        }
+        writeFloor({operation("add", path, whole)});
+        QJsonArray single;
+        for (std::int64_t i = middle; i < middle + state.range(0) / 10; ++i) {
+            single.append(operation("add", path + '/' + QString::number(i), item));
+        }
+        writeFloor(single);
+        writeFloor({operation("remove", path, QJsonValue::Undefined)});
+    }
+}
+BENCHMARK(fillInsertClearFloor)->RangeMultiplier(10)->Range(10, 100000);
 
 /// Many items come into an empty list, as many into the middle of it, and all of them go.
 void fillInsertClear(benchmark::State& state) {
@@ -140,6 +177,28 @@ void fillInsertClear(benchmark::State& state) {
 }
 BENCHMARK(fillInsertClear)->RangeMultiplier(10)->Range(10, 100000);
 
+void snapshotFloor(benchmark::State& state) {
+    std::vector<QString> uuids;
+    for (std::int64_t i = 0; i < state.range(0); ++i) {
+        uuids.push_back(QString::fromStdString(pf::zero::Uuid::generate().toString()));
+    }
+    const QString text = QString::fromStdU16String(s_texts[0]);
+    for (auto _ : state) {
+        QJsonObject document;
+        for (const QString& uuid : uuids) {
+            QJsonObject element;
+            element.insert(QStringLiteral("type"), QStringLiteral("Text"));
+            element.insert(QStringLiteral("text"), text);
+            document.insert(uuid, element);
+        }
+        QJsonObject message;
+        message.insert(QStringLiteral("version"), 0);
+        message.insert(QStringLiteral("snapshot"), document);
+        benchmark::DoNotOptimize(QJsonDocument(message).toJson(QJsonDocument::Compact));
+    }
+}
+BENCHMARK(snapshotFloor)->Arg(1000)->Arg(10000);
+
 /// What a page that comes late gets of as many elements.
 void snapshot(benchmark::State& state) {
     Mirrored mirrored(true);
@@ -154,6 +213,6 @@ void snapshot(benchmark::State& state) {
         mirrored.endTurn();
     }
 }
-BENCHMARK(snapshot)->Arg(10000)->Arg(100000);
+BENCHMARK(snapshot)->Arg(1000)->Arg(10000);
 
 }  // namespace

@@ -1,6 +1,6 @@
 #include "PatchText.h"
 
-#include <algorithm>
+#include <limits>
 
 #include "DocumentText.h"
 #include "model/PropertyDefault.h"
@@ -107,24 +107,32 @@ void PatchText::writeProperty(bool existed, const std::string& path, std::string
 
 void PatchText::write(const std::string& parent, const TurnChanges::Sequence& sequence,
                       const Uuid& uuid) {
-    const bool existed = sequence.sizeBefore > 0;
     const std::string path = parent + pointerStep(sequence.name);
     if (sequence.wasEmpty) {
-        if (existed || sequence.size > 0) {
-            writeProperty(existed, path, sequence.name, wholeOf(uuid, sequence.name));
+        if (sequence.sizeBefore > 0 || sequence.size > 0) {
+            writeWhole(path, sequence, uuid, std::numeric_limits<std::size_t>::max());
         }
         return;
     }
-    if (sequence.size <= sequence.moved * s_itemsPerOperation) {
-        const Value whole = wholeOf(uuid, sequence.name);
-        if (lengthOf(std::get<SequenceEdit>(whole)) < lengthOf(sequence, path)) {
-            writeProperty(existed, path, sequence.name, whole);
-            return;
-        }
+    if (sequence.size <= sequence.moved * s_itemsPerOperation &&
+        writeWhole(path, sequence, uuid, lengthOf(sequence, path))) {
+        return;
     }
     for (const SequenceEdit& edit : sequence.edits) {
         writeEdit(path + "/", edit);
     }
+}
+
+bool PatchText::writeWhole(const std::string& path, const TurnChanges::Sequence& sequence,
+                           const Uuid& uuid, std::size_t limit) {
+    bool isWritten = false;
+    m_find(uuid)->visitProperties([&](std::string_view name, const Value& value) {
+        if (name == sequence.name && lengthOf(std::get<SequenceEdit>(value)) < limit) {
+            writeProperty(sequence.sizeBefore > 0, path, name, value);
+            isWritten = true;
+        }
+    });
+    return isWritten;
 }
 
 void PatchText::writeEdit(const std::string& path, const SequenceEdit& edit) {
@@ -139,16 +147,6 @@ void PatchText::writeEdit(const std::string& path, const SequenceEdit& edit) {
         DocumentText::write(m_text, edit.inserted[i]);
         m_text.raw('}');
     }
-}
-
-Value PatchText::wholeOf(const Uuid& uuid, std::string_view name) const {
-    Value whole = SequenceEdit();
-    m_find(uuid)->visitProperties([&](std::string_view each, const Value& value) {
-        if (each == name) {
-            whole = value;
-        }
-    });
-    return whole;
 }
 
 }  // namespace tdom

@@ -36,7 +36,9 @@ private:
     void writeEdit(const std::string& path, const pf::zero::SequenceEdit& edit);
     void writeProperty(bool existed, const std::string& path, std::string_view name,
                        const pf::zero::Value& value);
-    pf::zero::Value wholeOf(const pf::zero::Uuid& uuid, std::string_view name) const;
+    /// Writes a sequence as one value if that is shorter than `limit`, and says whether it is.
+    bool writeWhole(const std::string& path, const TurnChanges::Sequence& sequence,
+                    const pf::zero::Uuid& uuid, std::size_t limit);
 
     void begin(std::string_view operation, std::string_view path);
 

@@ -1,0 +1,88 @@
+// Runs the benchmarks and prints each figure as a ratio to its floor of the same run, with its limit:
+// ratios.mjs [--brief] FOLDER_WITH_BENCHMARKS. Exits 1 when a limit is missed. With --brief
+// everything runs once for a moment and the limits are not judged: that only keeps the benchmarks
+// from rotting where other work shares the machine.
+
+import { execFileSync } from 'node:child_process';
+
+const brief = process.argv.includes('--brief');
+const folder = process.argv.slice(2).find((argument) => !argument.startsWith('--'));
+if (!folder) {
+  console.error('ratios.mjs: usage: ratios.mjs [--brief] FOLDER');
+  process.exit(2);
+}
+
+/** What is promised: `of` over `to` (times `per`, where the sizes differ) is at most `limit`. */
+const promises = [
+  { bench: 'signal_bench', what: 'signal with one connection / virtual call', of: 'signalOneConnection', to: 'virtualCall', limit: 3 },
+  { bench: 'property_bench', what: 'property write, shown, model element', of: 'propertyWriteShown', to: 'propertyWriteFloor', limit: 1.3 },
+  { bench: 'property_bench', what: 'property write, shown, stored', of: 'storedPropertyWriteShown', to: 'propertyWriteFloor', limit: 1.3 },
+  { bench: 'property_bench', what: 'property write, unserved, model element', of: 'propertyWriteUnserved', to: 'propertyWriteFloor', limit: 0.5 },
+  { bench: 'property_bench', what: 'property write, unserved, stored', of: 'storedPropertyWriteUnserved', to: 'propertyWriteFloor', limit: 0.5 },
+  { bench: 'event_bench', what: 'event, text to listener', of: 'eventDelivered', to: 'eventFloor', limit: 1.4 },
+  ...[1000, 10000, 100000].map((size) => ({
+    bench: 'description_bench',
+    what: `description of ${size} objects, built and published`,
+    of: `descriptionPublished/${size}`,
+    to: `descriptionFloor/${size}`,
+    limit: 1.3,
+  })),
+  { bench: 'description_bench', what: 'description of 100,000 / of 10,000', of: 'descriptionPublished/100000', to: 'descriptionPublished/10000', limit: 12 },
+  { bench: 'description_bench', what: 'array append at 10,000 / at 100', of: 'arrayAppend/10000', to: 'arrayAppend/100', limit: 1.1 },
+  { bench: 'mirror_bench', what: 'model patch, change to bus', of: 'patchMirrored', to: 'patchFloor', limit: 0.5 },
+  { bench: 'mirror_bench', what: 'model write, nobody asked / no mirror', of: 'writeNobodyAsked', to: 'writeWithoutMirror', limit: 1.1 },
+  { bench: 'mirror_bench', what: 'item appended to 100,000 / to 10', of: 'appendItem/100000', to: 'appendItem/10', limit: 1.3 },
+  ...[10, 100, 1000, 10000, 100000].map((size) => ({
+    bench: 'mirror_bench',
+    what: `${size} items filled in, inserted, cleared`,
+    of: `fillInsertClear/${size}`,
+    to: `fillInsertClearFloor/${size}`,
+    limit: 0.8,
+  })),
+  ...[1000, 10000].map((size) => ({
+    bench: 'mirror_bench',
+    what: `model snapshot of ${size} elements`,
+    of: `snapshot/${size}`,
+    to: `snapshotFloor/${size}`,
+    limit: 0.5,
+  })),
+];
+
+/** Median processor time of each benchmark, in nanoseconds an iteration. */
+function run(bench) {
+  const options = brief
+    ? ['--benchmark_min_time=0.001']
+    : ['--benchmark_repetitions=9', '--benchmark_min_time=0.1', '--benchmark_enable_random_interleaving=true'];
+  const output = execFileSync(`${folder}/${bench}`, [...options, '--benchmark_format=json'], {
+    encoding: 'utf8',
+    maxBuffer: 1 << 26,
+    stdio: ['ignore', 'pipe', 'ignore'],
+  });
+  const times = new Map();
+  const perUnit = { ns: 1, us: 1e3, ms: 1e6, s: 1e9 };
+  for (const row of JSON.parse(output).benchmarks) {
+    if (row.error_occurred) throw new Error(`${bench}: ${row.name}: ${row.error_message}`);
+    const counts = brief ? row.run_type === 'iteration' : row.aggregate_name === 'median';
+    if (counts) times.set(row.run_name, row.cpu_time * perUnit[row.time_unit]);
+  }
+  return times;
+}
+
+function timeOf(times, promise, name) {
+  const time = times.get(name);
+  if (time === undefined) throw new Error(`${promise.bench} has no benchmark ${name}`);
+  return time;
+}
+
+let missed = 0;
+for (const bench of ['mirror_bench']) {
+  const times = run(bench);
+  for (const promise of promises.filter((each) => each.bench === bench)) {
+    const ratio = timeOf(times, promise, promise.of) / timeOf(times, promise, promise.to);
+    const kept = ratio <= promise.limit;
+    missed += kept ? 0 : 1;
+    const verdict = brief ? 'not judged' : kept ? 'kept' : 'MISSED';
+    console.log(`${promise.what.padEnd(52)} ${ratio.toFixed(2).padStart(7)}  at most ${String(promise.limit).padStart(4)}  ${verdict}`);
+  }
+}
+process.exitCode = !brief && missed > 0 ? 1 : 0;
