@@ -12,18 +12,26 @@ class DVBridge;
 class DVBoxLayout2;
 class DVButton2;
 class DVCheckBox2;
+class DVComboBox2;
 class DVDialog2;
 class DVEdit2;
 class DVGridLayout2;
+class DVGroupBox2;
 class DVPanel2;
+class DVTab2;
+class DVTabContainer2;
 class DVText2;
 struct DVBoxLayout2Emitters;
 struct DVButton2Emitters;
 struct DVCheckBox2Emitters;
+struct DVComboBox2Emitters;
 struct DVDialog2Emitters;
 struct DVEdit2Emitters;
 struct DVGridLayout2Emitters;
+struct DVGroupBox2Emitters;
 struct DVPanel2Emitters;
+struct DVTab2Emitters;
+struct DVTabContainer2Emitters;
 struct DVText2Emitters;
 
 /// Asks a backend for the implementations of front objects: the backend binds the emitters of one
@@ -56,10 +64,15 @@ public:
     WIRO::Emitter<void(DVBoxLayout2*, DVBoxLayout2Emitters*, DVObject*, Direction)>
         createBoxLayout2;
     WIRO::Emitter<void(DVGridLayout2*, DVGridLayout2Emitters*, DVObject*)> createGridLayout2;
+    WIRO::Emitter<void(DVGroupBox2*, DVGroupBox2Emitters*, DVObject*)> createGroupBox2;
     WIRO::Emitter<void(DVPanel2*, DVPanel2Emitters*, DVObject*, bool)> createPanel2;
     WIRO::Emitter<void(DVText2*, DVText2Emitters*, DVObject*)> createText2;
     WIRO::Emitter<void(DVButton2*, DVButton2Emitters*, DVObject*)> createButton2;
     WIRO::Emitter<void(DVEdit2*, DVEdit2Emitters*, DVObject*)> createEdit2;
+    WIRO::Emitter<void(DVComboBox2*, DVComboBox2Emitters*, DVObject*)> createComboBox2;
+    WIRO::Emitter<void(DVTab2*, DVTab2Emitters*, DVObject*)> createTab2;
+    WIRO::Emitter<void(DVTabContainer2*, DVTabContainer2Emitters*, DVObject*)>
+        createTabContainer2;
 
 private:
     friend class DVObject2;

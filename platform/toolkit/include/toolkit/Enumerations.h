@@ -24,6 +24,12 @@ enum class Direction { LeftToRight = 0, RightToLeft = 1, TopToBottom = 2, Bottom
 /// Where a combo box puts a text that the user typed.
 enum class ComboInsertPolicy { NoInsert = 0, InsertAtTop = 1, InsertAtBottom = 2 };
 
+/// The side of a tab container on which the names of its pages stand.
+enum class Position { North = 1, South = 2, West = 4, East = 8 };
+
+/// A corner of a widget.
+enum class WindowCorner { TopLeft = 0, TopRight = 1, BottomLeft = 2, BottomRight = 3 };
+
 /// Ways in which a widget takes the keyboard focus.
 enum class FocusPolicy { None = 0, Tab = 1, Click = 2, Strong = 3 };
 

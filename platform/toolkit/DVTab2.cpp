@@ -1,0 +1,57 @@
+#include "toolkit/DVTab2.h"
+
+#include "toolkit/DVFactory2.h"
+#include "toolkit/DVTabContainer2.h"
+
+namespace DOVA {
+
+DVTab2::DVTab2(DVObject* parent, const std::u16string& name)
+    : DVContainer2(std::make_unique<DVTab2Emitters>()) {
+    if (factory()) {
+        factory()->createTab2.emit(this, emitters(), parent);
+    }
+    if (!name.empty()) {
+        setName(name);
+    }
+    if (auto* container = dynamic_cast<DVTabContainer2*>(parent)) {
+        container->addTab(this);
+    } else if (parent) {
+        setParent(parent);
+    }
+}
+
+DVTab2::~DVTab2() = default;
+
+void DVTab2::setName(const std::u16string& name) {
+    emitters()->setName.emit(name);
+}
+
+std::u16string DVTab2::name() const {
+    return emitters()->getName.emit();
+}
+
+bool DVTab2::isPage() const {
+    return dynamic_cast<DVTabContainer2*>(parent()) != nullptr;
+}
+
+// Backends take a page's parent for a tab container here, and need not come back from another one.
+
+void DVTab2::setTabVisible(bool visible) {
+    if (isPage()) {
+        emitters()->setTabVisible.emit(visible);
+    }
+}
+
+bool DVTab2::isTabVisible() const {
+    return isPage() && emitters()->isTabVisible.emit();
+}
+
+void DVTab2::setTabEnabled(bool enabled) {
+    emitters()->setTabEnabled.emit(enabled);
+}
+
+bool DVTab2::isTabEnabled() const {
+    return emitters()->isTabEnabled.emit();
+}
+
+}  // namespace DOVA

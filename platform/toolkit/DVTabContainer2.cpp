@@ -1,0 +1,111 @@
+#include "toolkit/DVTabContainer2.h"
+
+#include <algorithm>
+
+#include "toolkit/DVFactory2.h"
+#include "toolkit/DVTab2.h"
+
+namespace DOVA {
+
+DVTabContainer2::DVTabContainer2(DVObject* parent)
+    : DVWidget2(std::make_unique<DVTabContainer2Emitters>()) {
+    if (factory()) {
+        factory()->createTabContainer2.emit(this, emitters(), parent);
+    }
+    if (parent) {
+        setParent(parent);
+    }
+}
+
+DVTabContainer2::~DVTabContainer2() {
+    dismantle();
+}
+
+// A backend may take it for granted that a page has its implementation.
+bool DVTabContainer2::mayTake(const DVTab2* tab) const {
+    return tab && tab->emitters()->destroy.numberOfConnections() > 0 &&
+           std::find(m_pages.begin(), m_pages.end(), tab->identifier()) == m_pages.end();
+}
+
+void DVTabContainer2::addTab(DVTab2* tab) {
+    if (mayTake(tab)) {
+        m_pages.push_back(tab->identifier());
+        emitters()->addTab.emit(tab);
+    }
+}
+
+void DVTabContainer2::insertTab(int index, DVTab2* tab) {
+    if (mayTake(tab)) {
+        const bool inside = index >= 0 && index < static_cast<int>(m_pages.size());
+        m_pages.insert(inside ? m_pages.begin() + index : m_pages.end(), tab->identifier());
+        emitters()->insertTab.emit(index, tab);
+    }
+}
+
+// The web backend would not come back from taking out a page that others follow.
+void DVTabContainer2::removeTab(int index) {
+    const bool isLast = index >= 0 && index + 1 == static_cast<int>(m_pages.size());
+    if (!isLast || m_pages.back() == 0) {
+        return;
+    }
+    DVTab2* page = tab(index);
+    m_pages.back() = 0;
+    emitters()->removeTab.emit(index);
+    if (page) {
+        page->setParent(nullptr);
+    }
+}
+
+DVTab2* DVTabContainer2::tab(int index) const {
+    return emitters()->getTab.emit(index);
+}
+
+DVTab2* DVTabContainer2::currentTab() const {
+    return emitters()->currentTab.emit();
+}
+
+int DVTabContainer2::tabCount() const {
+    return emitters()->getTabCount.emit();
+}
+
+void DVTabContainer2::setCurrentIndex(int index) {
+    emitters()->setCurrentTab.emit(index);
+}
+
+int DVTabContainer2::currentIndex() const {
+    return emitters()->getCurrentTab.emit();
+}
+
+void DVTabContainer2::setTabPosition(Position position) {
+    emitters()->setTabPosition.emit(position);
+}
+
+Position DVTabContainer2::tabPosition() const {
+    return emitters()->getTabPosition.emit();
+}
+
+void DVTabContainer2::setTabMovable(bool movable) {
+    emitters()->setTabMovable.emit(movable);
+}
+
+bool DVTabContainer2::isTabMovable() const {
+    return emitters()->getTabMovable.emit();
+}
+
+void DVTabContainer2::setTabsClosable(bool closable) {
+    emitters()->setTabsClosable.emit(closable);
+}
+
+bool DVTabContainer2::isTabsClosable() const {
+    return emitters()->getTabsClosable.emit();
+}
+
+void DVTabContainer2::setDocumentMode(bool documentMode) {
+    emitters()->setDocumentMode.emit(documentMode);
+}
+
+bool DVTabContainer2::isDocumentMode() const {
+    return emitters()->getDocumentMode.emit();
+}
+
+}  // namespace DOVA

@@ -1,0 +1,79 @@
+#pragma once
+
+#include <string>
+#include <vector>
+
+#include "toolkit/DVComboBox2Emitters.h"
+#include "toolkit/DVComboBoxEditEvent2.h"
+#include "toolkit/DVComboBoxSelectEvent2.h"
+#include "toolkit/DVWidget2.h"
+#include "wiro/CallableConnection.h"
+
+namespace DOVA {
+
+/// A list of items of which the user chooses one; with setEditable(true) the user may type another
+/// text as well. Text of the field and placeholder are set on the backend's own object.
+///
+///     DVComboBox2 size(&dialog, {u"small", u"large"});
+///     size.setSelection(0);
+///     size.onSelect([&] { order.setSize(size.selectedItem()); });
+class DOVA_PLATFORM_EXPORT DVComboBox2 : public DVWidget2 {
+public:
+    explicit DVComboBox2(DVObject* parent = nullptr, const std::vector<std::u16string>& items = {});
+    ~DVComboBox2() override;
+
+    void addItem(const std::u16string& item);
+    /// Many at once cost the display one change, one by one as many as there are items.
+    void addItems(const std::vector<std::u16string>& items);
+    /// Puts the items before position `index` in their order; an index that no item has appends.
+    /// The selection keeps its number, so that another item may be selected afterwards.
+    void insertItems(int index, const std::vector<std::u16string>& items);
+    /// Takes one item out; an index that no item has changes nothing. The selection as above.
+    void removeItem(int index);
+    /// Takes every item out.
+    void clear();
+    std::vector<std::u16string> items() const;
+    int count() const;
+
+    /// Selects the item at `index`, -1 for none. An index that no item has is kept as it is.
+    void setSelection(int index);
+    /// What was last set or chosen by the user; -1 at first.
+    int selection() const;
+    /// The text of the selected item; empty if there is none.
+    std::u16string selectedItem() const;
+
+    /// Lets the user type in the field.
+    void setEditable(bool editable);
+
+    /// The user chose an item; selection() answers it already.
+    template <class Callable>
+    WIRO::Subscription onSelect(Callable&& callable) {
+        return WIRO::connect(m_selection, std::forward<Callable>(callable));
+    }
+    /// The user changed the text of the field, which the event brings.
+    template <class Callable>
+    WIRO::Subscription onEdit(Callable&& callable) {
+        return WIRO::connect(m_edit, std::forward<Callable>(callable));
+    }
+    /// The user finished typing: pressed Enter, or left the field after a change.
+    template <class Callable>
+    WIRO::Subscription onEditFinish(Callable&& callable) {
+        return WIRO::connect(m_editFinished, std::forward<Callable>(callable));
+    }
+
+    WIRO::Emitter<void(const DVComboBoxSelectEvent2&)>& selectionEmitter() { return m_selection; }
+    WIRO::Emitter<void(const DVComboBoxEditEvent2&)>& editEmitter() { return m_edit; }
+    WIRO::Emitter<void(const DVComboBoxEditEvent2&)>& editFinishedEmitter() {
+        return m_editFinished;
+    }
+    DVComboBox2Emitters* emitters() const {
+        return static_cast<DVComboBox2Emitters*>(DVObject2::emitters());
+    }
+
+private:
+    WIRO::Emitter<void(const DVComboBoxSelectEvent2&)> m_selection;
+    WIRO::Emitter<void(const DVComboBoxEditEvent2&)> m_edit;
+    WIRO::Emitter<void(const DVComboBoxEditEvent2&)> m_editFinished;
+};
+
+}  // namespace DOVA

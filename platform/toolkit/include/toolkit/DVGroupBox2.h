@@ -1,0 +1,27 @@
+#pragma once
+
+#include <string>
+
+#include "toolkit/DVContainer2.h"
+#include "toolkit/DVGroupBox2Emitters.h"
+
+namespace DOVA {
+
+/// A frame with a title around other widgets.
+class DOVA_PLATFORM_EXPORT DVGroupBox2 : public DVContainer2 {
+public:
+    explicit DVGroupBox2(DVObject* parent = nullptr, const std::u16string& title = {});
+    ~DVGroupBox2() override;
+
+    void setTitle(const std::u16string& title);
+    std::u16string title() const;
+    /// A flat box has its title and no frame.
+    void setFlat(bool flat);
+    bool isFlat() const;
+
+    DVGroupBox2Emitters* emitters() const {
+        return static_cast<DVGroupBox2Emitters*>(DVObject2::emitters());
+    }
+};
+
+}  // namespace DOVA

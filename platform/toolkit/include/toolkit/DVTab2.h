@@ -1,0 +1,37 @@
+#pragma once
+
+#include <string>
+
+#include "toolkit/DVContainer2.h"
+#include "toolkit/DVTab2Emitters.h"
+
+namespace DOVA {
+
+/// A page of a tab container.
+class DOVA_PLATFORM_EXPORT DVTab2 : public DVContainer2 {
+public:
+    /// With a tab container for parent the page is its last one at once. With another parent, or
+    /// none, it waits for addTab() or insertTab().
+    explicit DVTab2(DVObject* parent = nullptr, const std::u16string& name = {});
+    ~DVTab2() override;
+
+    /// The text on the tab. Takes effect with the next full description of the container.
+    void setName(const std::u16string& name);
+    std::u16string name() const;
+    /// Outside a tab container nothing happens. The web backend hides the whole container with one
+    /// page, and shows it with one.
+    void setTabVisible(bool visible);
+    /// True if this page and its container were made visible by setTabVisible(); false outside one.
+    bool isTabVisible() const;
+    /// Whether the user may turn to the page, true at first. Outside a tab container nothing
+    /// happens.
+    void setTabEnabled(bool enabled);
+    bool isTabEnabled() const;
+
+    DVTab2Emitters* emitters() const { return static_cast<DVTab2Emitters*>(DVObject2::emitters()); }
+
+private:
+    bool isPage() const;
+};
+
+}  // namespace DOVA

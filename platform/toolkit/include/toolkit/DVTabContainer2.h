@@ -1,0 +1,86 @@
+#pragma once
+
+#include <vector>
+
+#include "toolkit/DVTabContainer2Emitters.h"
+#include "toolkit/DVTabContainerEvent2.h"
+#include "toolkit/DVWidget2.h"
+#include "wiro/CallableConnection.h"
+
+namespace DOVA {
+
+/// Pages of which the user sees one at a time.
+///
+///     DVTabContainer2 tabs(&dialog);
+///     DVTab2 general(&tabs, u"General");
+///     DVTab2 network(&tabs, u"Network");
+///     tabs.onCurrentChanged([&](const DVTabContainerEvent2& event) { load(event.index()); });
+///
+/// What is told here of pages, tooltips and style flags takes effect with the next full description
+/// of the container, which show() sends; the current page and the position take effect at once.
+class DOVA_PLATFORM_EXPORT DVTabContainer2 : public DVWidget2 {
+public:
+    explicit DVTabContainer2(DVObject* parent = nullptr);
+    ~DVTabContainer2() override;
+
+    /// Makes the page, which stays the caller's, the last one. The first page added becomes the
+    /// current one. Null, a page that is here already and one without implementation change
+    /// nothing.
+    void addTab(DVTab2* tab);
+    /// The same before position `index`; an index that no page has appends. The current page keeps
+    /// its number.
+    void insertTab(int index, DVTab2* tab);
+    /// Takes the last page out. Backends keep the position of every other page, so that another
+    /// index, and a page taken out before, change nothing. If it was current, page 0 is.
+    void removeTab(int index);
+    /// The page at a position; null if there is none or it was destroyed. A page that was destroyed
+    /// keeps its position.
+    DVTab2* tab(int index) const;
+    DVTab2* currentTab() const;
+    int tabCount() const;
+
+    /// Turns to a page. The number is kept as it is, whether there is such a page or not.
+    void setCurrentIndex(int index);
+    /// Follows the user. -1 before the first page.
+    int currentIndex() const;
+    void setTabPosition(Position position);
+    Position tabPosition() const;
+    /// Lets the user move the tabs about.
+    void setTabMovable(bool movable);
+    bool isTabMovable() const;
+    /// Gives every tab a close button. The web backend does so whatever the argument, so call it
+    /// only on such a container; likewise setDocumentMode().
+    void setTabsClosable(bool closable);
+    bool isTabsClosable() const;
+    /// Draws the pages without a frame.
+    void setDocumentMode(bool documentMode);
+    bool isDocumentMode() const;
+
+    /// The user turned to another page; currentIndex() answers it already.
+    template <class Callable>
+    WIRO::Subscription onCurrentChanged(Callable&& callable) {
+        return WIRO::connect(m_tabChanged, std::forward<Callable>(callable));
+    }
+    /// The user wants a page closed. Without a handler it stays. The handler may destroy the page.
+    template <class Callable>
+    WIRO::Subscription onCloseRequest(Callable&& callable) {
+        return WIRO::connect(m_closeRequest, std::forward<Callable>(callable));
+    }
+
+    WIRO::Emitter<void(const DVTabContainerEvent2&)>& tabChangedEmitter() { return m_tabChanged; }
+    WIRO::Emitter<void(const DVTabContainerEvent2&)>& closeRequestEmitter() {
+        return m_closeRequest;
+    }
+    DVTabContainer2Emitters* emitters() const {
+        return static_cast<DVTabContainer2Emitters*>(DVObject2::emitters());
+    }
+
+private:
+    bool mayTake(const DVTab2* tab) const;
+
+    WIRO::Emitter<void(const DVTabContainerEvent2&)> m_tabChanged;
+    WIRO::Emitter<void(const DVTabContainerEvent2&)> m_closeRequest;
+    std::vector<Identifier> m_pages;  // by position; 0 where one was taken out
+};
+
+}  // namespace DOVA
