@@ -31,11 +31,16 @@ public:
                           Direction direction);  // direction: the client lays out by itself
     void createGridLayout2(DVGridLayout2* front, DVGridLayout2Emitters* emitters,
                            DVObject* parent);
+    void createGroupBox2(DVGroupBox2* front, DVGroupBox2Emitters* emitters, DVObject* parent);
     void createPanel2(DVPanel2* front, DVPanel2Emitters* emitters, DVObject* parent,
                       bool framed);  // framed: the client draws no frames
     void createText2(DVText2* front, DVText2Emitters* emitters, DVObject* parent);
     void createButton2(DVButton2* front, DVButton2Emitters* emitters, DVObject* parent);
     void createEdit2(DVEdit2* front, DVEdit2Emitters* emitters, DVObject* parent);
+    void createComboBox2(DVComboBox2* front, DVComboBox2Emitters* emitters, DVObject* parent);
+    void createTab2(DVTab2* front, DVTab2Emitters* emitters, DVObject* parent);
+    void createTabContainer2(DVTabContainer2* front, DVTabContainer2Emitters* emitters,
+                             DVObject* parent);
 
     /// Deletes the web object with this identifier; an unknown one is ignored.
     void destroyObject(unsigned int id);

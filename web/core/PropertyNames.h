@@ -41,10 +41,15 @@ extern const QString height;
 // What a client sends.
 extern const QString event;
 extern const QString value;
+extern const QString index;
+extern const QString newIndex;
 extern const QString onClick;
 extern const QString onToggle;
 extern const QString onEdit;
 extern const QString onEditFinish;
+extern const QString onSelectionChange;
+extern const QString tabchanged;
+extern const QString close;
 extern const QString increaseFontSize;
 extern const QString decreaseFontSize;
 extern const QString resize;
@@ -102,5 +107,16 @@ extern const std::u16string layoutGrid;
 extern const std::u16string invalidate;
 extern const std::u16string spacing;
 extern const std::u16string enabled;
+
+extern const std::u16string flat;
+extern const std::u16string name;
+extern const std::u16string tabcount;
+extern const std::u16string currentindex;
+extern const std::u16string closable;
+extern const std::u16string documentmode;
+extern const std::u16string movable;
+extern const std::u16string tabposition;
+extern const std::u16string text;
+extern const std::u16string select;
 
 }  // namespace DOVA::names

@@ -5,12 +5,16 @@
 #include "core/WebObjectService2.h"
 #include "widgets/WebButton2.h"
 #include "widgets/WebCheckBox2.h"
+#include "widgets/WebComboBox2.h"
 #include "widgets/WebEdit2.h"
 #include "widgets/WebText2.h"
 #include "windows/WebBoxLayout2.h"
 #include "windows/WebDialog2.h"
 #include "windows/WebGridLayout2.h"
+#include "windows/WebGroupBox2.h"
 #include "windows/WebPanel2.h"
+#include "windows/WebTab2.h"
+#include "windows/WebTabContainer2.h"
 
 namespace DOVA {
 
@@ -22,10 +26,14 @@ WebFactory2::WebFactory2(DVFactory2* factory) {
     WIRO::bind(factory->createCheckBox2, this, &WebFactory2::createCheckBox2);
     WIRO::bind(factory->createBoxLayout2, this, &WebFactory2::createBoxLayout2);
     WIRO::bind(factory->createGridLayout2, this, &WebFactory2::createGridLayout2);
+    WIRO::bind(factory->createGroupBox2, this, &WebFactory2::createGroupBox2);
     WIRO::bind(factory->createPanel2, this, &WebFactory2::createPanel2);
     WIRO::bind(factory->createText2, this, &WebFactory2::createText2);
     WIRO::bind(factory->createButton2, this, &WebFactory2::createButton2);
     WIRO::bind(factory->createEdit2, this, &WebFactory2::createEdit2);
+    WIRO::bind(factory->createComboBox2, this, &WebFactory2::createComboBox2);
+    WIRO::bind(factory->createTab2, this, &WebFactory2::createTab2);
+    WIRO::bind(factory->createTabContainer2, this, &WebFactory2::createTabContainer2);
 }
 
 WebFactory2::~WebFactory2() = default;
@@ -63,6 +71,11 @@ void WebFactory2::createGridLayout2(DVGridLayout2* front, DVGridLayout2Emitters*
     new WebGridLayout2(front, emitters, parent);
 }
 
+void WebFactory2::createGroupBox2(DVGroupBox2* front, DVGroupBox2Emitters* emitters,
+                                  DVObject* parent) {
+    new WebGroupBox2(front, emitters, parent);
+}
+
 void WebFactory2::createPanel2(DVPanel2* front, DVPanel2Emitters* emitters, DVObject* parent,
                                bool) {
     new WebPanel2(front, emitters, parent);
@@ -78,6 +91,20 @@ void WebFactory2::createButton2(DVButton2* front, DVButton2Emitters* emitters, D
 
 void WebFactory2::createEdit2(DVEdit2* front, DVEdit2Emitters* emitters, DVObject* parent) {
     new WebEdit2(front, emitters, parent);
+}
+
+void WebFactory2::createComboBox2(DVComboBox2* front, DVComboBox2Emitters* emitters,
+                                  DVObject* parent) {
+    new WebComboBox2(front, emitters, parent);
+}
+
+void WebFactory2::createTab2(DVTab2* front, DVTab2Emitters* emitters, DVObject* parent) {
+    new WebTab2(front, emitters, parent);
+}
+
+void WebFactory2::createTabContainer2(DVTabContainer2* front, DVTabContainer2Emitters* emitters,
+                                      DVObject* parent) {
+    new WebTabContainer2(front, emitters, parent);
 }
 
 void WebFactory2::destroyObject(unsigned int id) {

@@ -1,0 +1,57 @@
+#include "windows/WebGroupBox2.h"
+
+#include "../core/PropertyNames.h"
+#include "../core/TextConversions.h"
+
+namespace DOVA {
+
+WebGroupBox2::WebGroupBox2(DVGroupBox2* front, DVGroupBox2Emitters* emitters, DVObject*)
+    : WebContainer2(front, emitters) {
+    setProperty(names::type, u"GroupBox", false);
+    doLower();
+    bind(emitters->setTitle, &WebGroupBox2::doSetTitle);
+    bind(emitters->setTitleU, &WebGroupBox2::doSetTitleU);
+    bind(emitters->setFlat, &WebGroupBox2::doSetFlat);
+    bind(emitters->getTitle, &WebGroupBox2::doGetTitle);
+    bind(emitters->getTitleU, &WebGroupBox2::doGetTitleU);
+    bind(emitters->isFlat, &WebGroupBox2::doIsFlat);
+}
+
+WebGroupBox2::~WebGroupBox2() {
+    disconnectAll();
+    disableEventBroadcasting();
+}
+
+void WebGroupBox2::doSetTitle(const std::string& title) {
+    doSetTitleU(utf8ToU16(title));
+}
+
+void WebGroupBox2::doSetTitleU(const std::u16string& title) {
+    m_title = title;
+    sendProperty(names::title, title);
+}
+
+void WebGroupBox2::doSetFlat(bool flat) {
+    m_flat = flat;
+    sendProperty(names::flat, flat);
+}
+
+std::string WebGroupBox2::doGetTitle() const {
+    return u16ToUtf8(m_title);
+}
+
+std::u16string WebGroupBox2::doGetTitleU() const {
+    return m_title;
+}
+
+bool WebGroupBox2::doIsFlat() const {
+    return m_flat;
+}
+
+void WebGroupBox2::handleJSONMessage(const QJsonObject&) {}
+
+std::string WebGroupBox2::getTypeName() const {
+    return "GroupBox";
+}
+
+}  // namespace DOVA
