@@ -1,5 +1,6 @@
 #include "Operations.h"
 
+#include <optional>
 #include <stdexcept>
 #include <tuple>
 
@@ -7,11 +8,15 @@
 #include "core/WebObjectService2.h"
 #include "widgets/WebButton2.h"
 #include "widgets/WebCheckBox2.h"
+#include "widgets/WebComboBox2.h"
 #include "widgets/WebEdit2.h"
 #include "widgets/WebText2.h"
 #include "windows/WebDialog2.h"
+#include "windows/WebGroupBox2.h"
 #include "windows/WebLayout2.h"
 #include "windows/WebPanel2.h"
+#include "windows/WebTab2.h"
+#include "windows/WebTabContainer2.h"
 
 namespace DOVA::test {
 
@@ -37,6 +42,13 @@ struct Argument {
     void read(diagram::RectTemplate<int>& place) const {
         place = {number(0), number(1), number(2), number(3)};
     }
+    void read(std::vector<std::u16string>& texts) const {
+        const QJsonArray written = value.toArray();
+        for (const QJsonValue text : written) {
+            Argument{stage, text}.read(texts.emplace_back());
+        }
+    }
+    void read(Position& side) const { side = static_cast<Position>(value.toInt()); }
     void read(ColorRole& role) const { role = static_cast<ColorRole>(value.toInt()); }
     void read(Color& color) const {
         std::uint32_t rgba = 0;
@@ -49,6 +61,11 @@ struct Argument {
     void read(Alignment& alignment) const { alignment = Alignment::None; }
     void read(DVObject*& object) const {
         object = value.isString() ? stage.front(value.toString().toStdString()) : nullptr;
+    }
+    void read(DVTab2*& page) const {
+        page = value.isString()
+                   ? dynamic_cast<DVTab2*>(stage.front(value.toString().toStdString()))
+                   : nullptr;
     }
     void read(TextMessage& texts) const {
         const QJsonObject members = value.toObject();
@@ -68,8 +85,8 @@ Value read(const Stage& stage, const QJsonValue& value) {
 /// False for an object whose class does not have the operation, though another of that name.
 using Operation = std::function<bool(WebObject2*, const Stage&, const QJsonArray& call)>;
 
-template <class Web, class... Parameters>
-Operation call(void (Web::*method)(Parameters...)) {
+template <class Web, class Result, class... Parameters>
+Operation call(Result (Web::*method)(Parameters...)) {
     return [method](WebObject2* object, const Stage& stage, const QJsonArray& call) {
         auto* web = dynamic_cast<Web*>(object);
         if (web) {
@@ -154,10 +171,37 @@ const std::multimap<std::string, Operation> s_operations{
     {"setModal", call(&WebDialog2::doSetModal)},
     {"setScrollable", call(&WebDialog2::doSetScrollable)},
     {"monitorResize", call(&WebDialog2::doMonitorResize)},
+    {"setText", call(&WebComboBox2::doSetTextU)},
+    {"setPlaceholderText", call(&WebComboBox2::doSetPlaceholderText)},
+    {"setEditable", call(&WebComboBox2::doSetEditable)},
+    {"setSelection", call(&WebComboBox2::doSetSelection)},
+    {"addItems", call(&WebComboBox2::doAddItemsU)},
+    {"insertItems", call(&WebComboBox2::doInsertItemsU)},
+    {"removeItems", call(&WebComboBox2::doRemoveItems)},
+    {"imEdit", call(&WebComboBox2::doimEdit)},
+    {"imSelect", call(&WebComboBox2::doimSelect)},
+    {"imSelectByString", call(&WebComboBox2::doimSelectByString)},
+    {"addTab", call(&WebTabContainer2::doAddTab)},
+    {"insertTab", call(&WebTabContainer2::doInsertTab)},
+    {"removeTab", call(&WebTabContainer2::doRemoveTab)},
+    {"setCurrentTab", call(&WebTabContainer2::doSetCurrentTab)},
+    {"setCurrentTabWithSideEffects", call(&WebTabContainer2::doSetCurrentTabWithSideEffects)},
+    {"setTabToolTip", call(&WebTabContainer2::doSetTabToolTip)},
+    {"setTabMovable", call(&WebTabContainer2::doSetTabMovable)},
+    {"moveTab", call(&WebTabContainer2::doMoveTab)},
+    {"setTabPosition", call(&WebTabContainer2::doSetTabPosition)},
+    {"setTabsClosable", call(&WebTabContainer2::doSetTabsClosable)},
+    {"setDocumentMode", call(&WebTabContainer2::doSetDocumentMode)},
+    {"setName", call(&WebTab2::doSetName)},
+    {"setTabVisible", call(&WebTab2::doSetTabVisible)},
+    {"setTabEnabled", call(&WebTab2::doSetTabEnabled)},
+    {"setTitle", call(&WebGroupBox2::doSetTitleU)},
+    {"setFlat", call(&WebGroupBox2::doSetFlat)},
 };
 
-QJsonValue written(bool flag) {
-    return flag;
+template <class Plain>
+QJsonValue written(Plain flagOrNumber) {
+    return flagOrNumber;
 }
 
 QJsonValue written(const std::u16string& text) {
@@ -168,20 +212,35 @@ QJsonValue written(diagram::RectTemplate<int> place) {
     return QJsonArray{place.x, place.y, place.width, place.height};
 }
 
-using Question = std::function<QJsonValue(WebObject2&)>;
+QJsonValue written(const std::vector<std::u16string>& texts) {
+    QJsonArray array;
+    for (const std::u16string& text : texts) {
+        array.append(written(text));
+    }
+    return array;
+}
+
+/// No answer from an object whose class has no such getter, though another may have it.
+using Question = std::function<std::optional<QJsonValue>(const WebObject2*)>;
 
 template <class Web, class Answer, class... Given>
 Question get(Answer (Web::*getter)(Given...) const) {
-    return [getter](WebObject2& object) {
-        return written((dynamic_cast<Web&>(object).*getter)(Given()...));
+    return [getter](const WebObject2* object) -> std::optional<QJsonValue> {
+        const auto* web = dynamic_cast<const Web*>(object);
+        return web ? std::optional(written((web->*getter)(Given()...))) : std::nullopt;
     };
 }
 
-const std::map<std::string, Question> s_questions{
+const std::multimap<std::string, Question> s_questions{
     {"isChecked", get(&WebAbstractButton2::doIsChecked)},
     {"getLabel", get(&WebAbstractButton2::doGetLabelU)},
     {"isEnabled", get(&WebWidget2::doIsEnabled)},
     {"getText", get(&WebEdit2::doGetTextU)},
+    {"getText", get(&WebComboBox2::doGetTextU)},
+    {"getItems", get(&WebComboBox2::doGetItemsU)},
+    {"getSelection", get(&WebComboBox2::doGetSelection)},
+    {"getTabCount", get(&WebTabContainer2::doGetTabCount)},
+    {"getCurrentTab", get(&WebTabContainer2::doGetCurrentTab)},
     {"getTitle", get(&WebAbstractWindow2::doGetTitle)},
     {"isMaximized", get(&WebAbstractWindow2::doIsMaximized)},
     {"isMinimized", get(&WebAbstractWindow2::doIsMinimized)},
@@ -219,7 +278,13 @@ QJsonValue ask(const Stage& stage, const std::string& object, const std::string&
     if (question == "ready") {
         return WebObjectService2::instance()->isReady(stage.identifier(object));
     }
-    return s_questions.at(question)(*stage.web(object));
+    const auto range = s_questions.equal_range(question);
+    for (auto entry = range.first; entry != range.second; ++entry) {
+        if (const auto answer = entry->second(stage.web(object))) {
+            return *answer;
+        }
+    }
+    throw std::logic_error("no question " + question + " to " + object);
 }
 
 }  // namespace DOVA::test

@@ -6,19 +6,27 @@
 #include "toolkit/DVBoxLayout2.h"
 #include "toolkit/DVButton2.h"
 #include "toolkit/DVCheckBox2.h"
+#include "toolkit/DVComboBox2.h"
 #include "toolkit/DVDialog2.h"
 #include "toolkit/DVEdit2.h"
 #include "toolkit/DVGridLayout2.h"
+#include "toolkit/DVGroupBox2.h"
 #include "toolkit/DVPanel2.h"
+#include "toolkit/DVTab2.h"
+#include "toolkit/DVTabContainer2.h"
 #include "toolkit/DVText2.h"
 #include "widgets/WebButton2.h"
 #include "widgets/WebCheckBox2.h"
+#include "widgets/WebComboBox2.h"
 #include "widgets/WebEdit2.h"
 #include "widgets/WebText2.h"
 #include "windows/WebBoxLayout2.h"
 #include "windows/WebDialog2.h"
 #include "windows/WebGridLayout2.h"
+#include "windows/WebGroupBox2.h"
 #include "windows/WebPanel2.h"
+#include "windows/WebTab2.h"
+#include "windows/WebTabContainer2.h"
 
 namespace DOVA::test {
 
@@ -52,10 +60,14 @@ void Stage::add(const QJsonObject& description) {
         {"BoxLayout", &Stage::make<WebBoxLayout2, DVBoxLayout2Emitters, DVBoxLayout2>},
         {"Button", &Stage::make<WebButton2, DVButton2Emitters, DVButton2>},
         {"CheckBox", &Stage::make<WebCheckBox2, DVCheckBox2Emitters, DVCheckBox2>},
+        {"ComboBox", &Stage::make<WebComboBox2, DVComboBox2Emitters, DVComboBox2>},
         {"Dialog", &Stage::make<WebDialog2, DVDialog2Emitters, DVDialog2>},
         {"Edit", &Stage::make<WebEdit2, DVEdit2Emitters, DVEdit2>},
         {"GridLayout", &Stage::make<WebGridLayout2, DVGridLayout2Emitters, DVGridLayout2>},
+        {"GroupBox", &Stage::make<WebGroupBox2, DVGroupBox2Emitters, DVGroupBox2>},
         {"Panel", &Stage::make<WebPanel2, DVPanel2Emitters, DVPanel2>},
+        {"Tab", &Stage::make<WebTab2, DVTab2Emitters, DVTab2>},
+        {"TabContainer", &Stage::make<WebTabContainer2, DVTabContainer2Emitters, DVTabContainer2>},
         {"Text", &Stage::make<WebText2, DVText2Emitters, DVText2>},
     };
     const std::string name = description["name"].toString().toStdString();
@@ -68,8 +80,12 @@ void Stage::add(const QJsonObject& description) {
 void Stage::place(const std::string& name, const std::string& parent) {
     auto* layout = dynamic_cast<DVLayout2*>(front(name));
     auto* container = dynamic_cast<WebContainer2*>(web(parent));
+    auto* page = dynamic_cast<DVTab2*>(front(name));
+    auto* tabs = dynamic_cast<WebTabContainer2*>(web(parent));
     if (layout && container) {
         container->doSetLayout(layout);
+    } else if (page && tabs) {
+        tabs->doAddTab(page);
     } else if (auto* outer = dynamic_cast<WebLayout2*>(web(parent))) {
         outer->doAddWidget(front(name), Alignment::None);
     } else {
@@ -90,6 +106,24 @@ void Stage::listen(const std::string& name) {
         edit->onEdit([say = noter("edit")](const DVEditEvent2& e) { say({fromU16(e.text())}); });
         edit->onEditFinish(
             [say = noter("editFinish")](const DVEditEvent2& e) { say({fromU16(e.text())}); });
+    } else if (auto* combo = dynamic_cast<DVComboBox2*>(object)) {
+        combo->onSelect([say = noter("select")](const DVComboBoxSelectEvent2& event) {
+            say({event.index(), fromU16(event.text()), event.cause()});
+        });
+        const auto edited = [=](const char* event) {
+            return [say = noter(event)](const DVComboBoxEditEvent2& e) {
+                say({fromU16(e.text()), e.cause()});
+            };
+        };
+        combo->onEdit(edited("edit"));
+        combo->onEditFinish(edited("editFinish"));
+    } else if (auto* tabs = dynamic_cast<DVTabContainer2*>(object)) {
+        tabs->onCurrentChanged([say = noter("currentChanged")](const DVTabContainerEvent2& event) {
+            say({event.index()});
+        });
+        tabs->onCloseRequest([say = noter("closeRequest")](const DVTabContainerEvent2& event) {
+            say({event.index()});
+        });
     } else if (auto* dialog = dynamic_cast<DVDialog2*>(object)) {
         dialog->onKey([say = noter("key")](const DVKeyEvent2& event) {
             say({event.key(), static_cast<double>(event.modifiers())});

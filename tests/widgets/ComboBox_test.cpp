@@ -1,0 +1,146 @@
+#include <future>
+#include <memory>
+#include <mutex>
+
+#include "core/WebFactory2.h"
+#include "support/WebFixture.h"
+#include "toolkit/DVComboBox2.h"
+#include "toolkit/DVFactory2.h"
+#include "widgets/WebComboBox2.h"
+
+namespace DOVA::test {
+namespace {
+
+using testing::ElementsAre;
+using testing::IsEmpty;
+using Items = std::vector<std::u16string>;
+
+/// Counts what is committed to the model document.
+class Commits : public pf::zero::ChangeListener {
+public:
+    Commits() { m_model->setChangeListener(this); }
+    ~Commits() override { m_model->setChangeListener(nullptr); }
+    void onChanges(const std::vector<pf::zero::Change>& batch) noexcept override {
+        sizes.push_back(batch.size());
+    }
+
+    std::vector<std::size_t> sizes;
+
+private:
+    const pf::zero::Ref<pf::zero::Model> m_model = WebFactory2::getModel();
+};
+
+class ComboBoxTest : public WebFixture {
+protected:
+    ComboBoxTest() { show(window); }
+
+    WebComboBox2& web() { return *webObject<WebComboBox2>(combo); }
+
+    DVDialog2 window;
+    DVComboBox2 combo{&window, {u"a", u"b"}};
+};
+
+TEST_F(ComboBoxTest, theFirstItemIsNotAnsweredByItsIndex) {
+    const std::pair<int, const char16_t*> rows[] = {
+        {-1, u""}, {0, u""}, {1, u"b"}, {2, u""}, {2147483647, u""}};
+    for (const auto& [index, item] : rows) {
+        EXPECT_EQ(web().doGetItemAtU(index), item) << index;
+    }
+}
+
+TEST_F(ComboBoxTest, manyItemsAreOneChangeOfTheDocument) {
+    const Items many(1000, u"x");
+    Commits commits;
+    combo.addItems(many);
+    combo.insertItems(1, many);
+    web().doAddItemsU(many, "");
+    combo.insertItems(1, {});
+    combo.clear();
+    EXPECT_THAT(commits.sizes, ElementsAre(1u, 1u, 1u, 1u));
+}
+
+TEST_F(ComboBoxTest, theProgramEditsTheList) {
+    combo.addItem(u"d");
+    combo.insertItems(2, {u"c"});
+    combo.removeItem(0);
+    combo.removeItem(-1);
+    combo.removeItem(3);
+    EXPECT_THAT(combo.items(), ElementsAre(u"b", u"c", u"d"));
+    combo.clear();
+    EXPECT_EQ(combo.count(), 0);
+    EXPECT_EQ(combo.selection(), -1);
+}
+
+TEST_F(ComboBoxTest, theSelectedItemFollowsProgramAndUser) {
+    const std::pair<int, const char16_t*> rows[] = {{0, u"a"}, {1, u"b"}, {2, u""}, {-1, u""}};
+    for (const auto& [index, item] : rows) {
+        combo.setSelection(index);
+        EXPECT_EQ(combo.selectedItem(), item) << index;
+    }
+    std::u16string heard;
+    combo.onSelect([&] { heard = combo.selectedItem(); });
+    say(window, combo, R"("event":"onSelectionChange","index":1,"value":"b")");
+    EXPECT_EQ(heard, u"b");
+}
+
+TEST_F(ComboBoxTest, thePartsOfItsEvents) {
+    std::u16string heard;
+    combo.onSelect([&](const DVComboBoxSelectEvent2& event) {
+        EXPECT_EQ(event.comboBox(), &combo);
+        heard += event.text() + (event.cause() == 0 ? u" chosen;" : u"?");
+    });
+    combo.onEdit([&](const DVComboBoxEditEvent2& event) {
+        EXPECT_EQ(event.comboBox(), &combo);
+        heard += event.text() + u" typed;";
+    });
+    say(window, combo, R"("event":"onSelectionChange","index":0,"value":"a")");
+    say(window, combo, R"("event":"onEdit","value":"x")");
+    EXPECT_EQ(heard, u"a chosen;x typed;");
+}
+
+/// A handler may wait for another thread that asks whether an object is alive.
+TEST_F(ComboBoxTest, itsEventsAreEmittedWithoutTheObjectLock) {
+    std::vector<bool> locked;
+    const auto tryLock = [&] {
+        locked.push_back(std::async(std::launch::async, [] {
+                             std::unique_lock lock(DVObject::m_lock, std::try_to_lock);
+                             return !lock.owns_lock();
+                         }).get());
+    };
+    combo.onSelect(tryLock);
+    combo.onEdit(tryLock);
+    combo.onEditFinish(tryLock);
+    say(window, combo, R"("event":"onSelectionChange")");
+    say(window, combo, R"("event":"onEdit")");
+    say(window, combo, R"("event":"onEditFinish")");
+    EXPECT_THAT(locked, ElementsAre(false, false, false));
+}
+
+TEST_F(ComboBoxTest, aHandlerMayDestroyIt) {
+    auto own = std::make_unique<DVComboBox2>(&window);
+    const std::string choice = message(*own, R"("event":"onSelectionChange","index":0,"value":"")");
+    own->onSelect([&] { own.reset(); });
+    client.say(windowChannel(window), "[" + choice + "," + choice + "]");
+    EXPECT_FALSE(own);
+}
+
+TEST_F(ComboBoxTest, withoutImplementationItAnswersDefaults) {
+    combo.setSelection(1);
+    window.close();
+    combo.addItems({u"c"});
+    combo.setEditable(true);
+    EXPECT_THAT(combo.items(), IsEmpty());
+    EXPECT_EQ(combo.selectedItem(), u"");
+}
+
+TEST_F(ComboBoxTest, everyRequestIsBoundOnce) {
+    const DVComboBox2Emitters& all = *combo.emitters();
+    for (const WIRO::EmitterBase* request : std::initializer_list<const WIRO::EmitterBase*>{
+             &all.insertItemsU, &all.removeItems, &all.getItemsU, &all.setSelection,
+             &all.getSelection, &all.setEditable}) {
+        EXPECT_EQ(request->numberOfConnections(), 1u);
+    }
+}
+
+}  // namespace
+}  // namespace DOVA::test
