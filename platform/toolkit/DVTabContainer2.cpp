@@ -44,7 +44,7 @@ void DVTabContainer2::insertTab(int index, DVTab2* tab) {
 
 // The web backend would not come back from taking out a page that others follow.
 void DVTabContainer2::removeTab(int index) {
-    const bool isLast = index >= 0 && index + 1 == static_cast<int>(m_pages.size());
+    const bool isLast = index >= 0 && index == static_cast<int>(m_pages.size()) - 1;
     if (!isLast || m_pages.back() == 0) {
         return;
     }
