@@ -1,13 +1,15 @@
-import { ROOT_CHANNEL } from '../protocol/names.ts';
+import { MODEL_CHANNEL, ROOT_CHANNEL } from '../protocol/names.ts';
 
-/** Where a text belongs: the root channel, the page's own, or a window's below it. */
+/** Where a text belongs: the root channel, the page's own, a window's below it, the model's. */
 export type Channel =
     | { readonly kind: 'root' }
     | { readonly kind: 'client' }
-    | { readonly kind: 'window'; readonly id: number };
+    | { readonly kind: 'window'; readonly id: number }
+    | { readonly kind: 'model' };
 
 export const rootChannel: Channel = { kind: 'root' };
 export const clientChannel: Channel = { kind: 'client' };
+export const modelChannel: Channel = { kind: 'model' };
 
 export function windowChannel(id: number): Channel {
     return { kind: 'window', id };
@@ -22,6 +24,8 @@ export function channelName(channel: Channel): string {
             return '.';
         case 'window':
             return `./${channel.id}`;
+        case 'model':
+            return MODEL_CHANNEL;
     }
 }
 
@@ -31,6 +35,9 @@ export function parseChannel(name: string): Channel | undefined {
     }
     if (name === '.') {
         return clientChannel;
+    }
+    if (name === MODEL_CHANNEL) {
+        return modelChannel;
     }
     return /^\.\/[1-9]\d{0,9}$/.test(name) ? windowChannel(Number(name.slice(2))) : undefined;
 }

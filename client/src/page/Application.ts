@@ -1,4 +1,10 @@
-import { clientChannel, rootChannel, windowChannel, type Channel } from '../gateway/channel.ts';
+import {
+    clientChannel,
+    modelChannel,
+    rootChannel,
+    windowChannel,
+    type Channel,
+} from '../gateway/channel.ts';
 import { Link, type LinkListener, type LinkStatus } from '../gateway/Link.ts';
 import { Session } from '../gateway/Session.ts';
 import type { Clock, Connect } from '../gateway/transport.ts';
@@ -7,6 +13,7 @@ import { fontSizeStep } from '../protocol/events.ts';
 import { asText, type JsonObject } from '../protocol/guards.ts';
 import { clientReady, dialogDestroyed, dialogReady } from '../protocol/lifecycle.ts';
 import type { MessageBox } from '../protocol/messagebox.ts';
+import { snapshotRequest } from '../protocol/modelMessage.ts';
 import { ObjectStore } from '../store/ObjectStore.ts';
 import { describe } from '../store/snapshot.ts';
 import type { StoredObject } from '../store/StoredObject.ts';
@@ -76,6 +83,7 @@ export class Application implements LinkListener, InboxListener, WidgetHost, Des
         this.m_store.clear();
         this.m_boxes.closeAll();
         this.announce();
+        this.m_inbox.model.begin();
     }
 
     received(channel: Channel, text: string): void {
@@ -110,6 +118,10 @@ export class Application implements LinkListener, InboxListener, WidgetHost, Des
         this.m_boxes.show(windowId, box);
     }
 
+    modelNeeded(): void {
+        this.link.send(modelChannel, snapshotRequest(this.link.clientId));
+    }
+
     // What widgets and windows ask for.
 
     send(object: StoredObject, message: string): void {
@@ -131,6 +143,10 @@ export class Application implements LinkListener, InboxListener, WidgetHost, Des
 
     imageAddress(path: string): string | undefined {
         return imageAddress(path, this.m_token);
+    }
+
+    rebuild(object: StoredObject): void {
+        this.m_renderer.inserted(object, object);
     }
 
     closeRequested(window: StoredObject): void {
@@ -175,6 +191,7 @@ export class Application implements LinkListener, InboxListener, WidgetHost, Des
         if (stored !== undefined && session !== undefined && mine) {
             this.link.resume(clientId, session);
             this.showStored(stored);
+            this.m_inbox.model.begin();
         } else {
             this.link.start();
         }

@@ -1,4 +1,5 @@
 import type { Channel } from '../gateway/channel.ts';
+import { ModelFeed } from '../model/ModelFeed.ts';
 import { decodeWindow } from '../protocol/description.ts';
 import { parseJson } from '../protocol/guards.ts';
 import { isPing } from '../protocol/lifecycle.ts';
@@ -13,16 +14,20 @@ export interface InboxListener {
     /** A window was described, for the first time or again. */
     described(window: StoredObject): void;
     told(windowId: number, box: MessageBox): void;
+    /** The model document is needed as a whole. */
+    modelNeeded(): void;
 }
 
 /** Takes the texts of the program and brings what they say into the store; without a document. */
 export class Inbox {
+    readonly model: ModelFeed;
     private readonly m_store: ObjectStore;
     private readonly m_listener: InboxListener;
 
     constructor(store: ObjectStore, listener: InboxListener) {
         this.m_store = store;
         this.m_listener = listener;
+        this.model = new ModelFeed(store, () => listener.modelNeeded());
     }
 
     received(channel: Channel, text: string): void {
@@ -38,6 +43,9 @@ export class Inbox {
             case 'window':
                 this.windowMessage(channel.id, text);
                 break;
+            case 'model':
+                this.model.received(text);
+                break;
         }
     }
 
@@ -49,6 +57,7 @@ export class Inbox {
         this.m_store.flush();
         const window = this.m_store.open(description);
         if (window !== undefined) {
+            this.model.described(window.id);
             this.m_listener.described(window);
         }
     }
@@ -63,6 +72,7 @@ export class Inbox {
                 break;
             case 'refresh':
                 this.m_store.refresh(windowId, message.refresh);
+                this.model.described(windowId);
                 break;
             case 'messageBox':
                 this.m_store.flush();

@@ -19,6 +19,29 @@ export function editFinished(id: number, value: string): string {
     return JSON.stringify({ [Up.id]: String(id), [Up.event]: Event.editFinish, [Up.value]: value });
 }
 
+/** An item of a combo box was chosen. */
+export function itemSelected(id: number, index: number, value: string): string {
+    return JSON.stringify({
+        [Up.id]: String(id),
+        [Up.event]: Event.selectionChange,
+        [Up.index]: index,
+        [Up.value]: value,
+    });
+}
+
+export function tabChanged(id: number, newIndex: number): string {
+    return tabEvent(id, Event.tabChanged, newIndex);
+}
+
+/** The person wants the tab to go; the program decides. */
+export function tabCloseRequested(id: number, newIndex: number): string {
+    return tabEvent(id, Event.tabClose, newIndex);
+}
+
+function tabEvent(id: number, event: string, newIndex: number): string {
+    return JSON.stringify({ [Up.id]: String(id), [Up.event]: event, [Up.newIndex]: newIndex });
+}
+
 export function fontSizeStep(id: number, larger: boolean): string {
     const request = larger ? Up.increaseFontSize : Up.decreaseFontSize;
     return JSON.stringify({ [Up.id]: String(id), [request]: true });

@@ -23,8 +23,18 @@ export function asCount(value: unknown): number | undefined {
     return Number.isSafeInteger(value) && (value as number) >= 0 ? (value as number) : undefined;
 }
 
+export function asInteger(value: unknown): number | undefined {
+    return Number.isSafeInteger(value) ? (value as number) : undefined;
+}
+
 export function asIntegers(value: unknown): readonly number[] | undefined {
     return Array.isArray(value) && value.every(Number.isInteger) ? (value as number[]) : undefined;
+}
+
+export function asTexts(value: unknown): readonly string[] | undefined {
+    return Array.isArray(value) && value.every((item) => typeof item === 'string')
+        ? (value as string[])
+        : undefined;
 }
 
 /** An object's identifier: 1 to 2^32-1, as decimal text or as a number. */

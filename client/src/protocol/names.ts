@@ -1,6 +1,7 @@
 /** Every name that appears on the wire, once. */
 
 export const ROOT_CHANNEL = '/dova2/web';
+export const MODEL_CHANNEL = '/tdom';
 export const SUB_PROTOCOL = 'dova.gateway.1';
 export const SOCKET_PATH = '/socket';
 export const ICON_PATH = '/icon/';
@@ -37,10 +38,14 @@ export const Kind = {
     panel: 'Panel',
     boxLayout: 'BoxLayout',
     gridLayout: 'GridLayout',
+    groupBox: 'GroupBox',
+    tabContainer: 'TabContainer',
+    tab: 'Tab',
     button: 'Button',
     checkBox: 'CheckBox',
     edit: 'Edit',
     text: 'Text',
+    comboBox: 'ComboBox',
 } as const;
 
 /** Members of what the page sends up. */
@@ -48,6 +53,8 @@ export const Up = {
     id: 'id',
     event: 'event',
     value: 'value',
+    index: 'index',
+    newIndex: 'newIndex',
     geometry: 'geometry',
     frameGeometry: 'frameGeometry',
     maximized: 'maximized',
@@ -62,6 +69,21 @@ export const Event = {
     toggle: 'onToggle',
     edit: 'onEdit',
     editFinish: 'onEditFinish',
+    selectionChange: 'onSelectionChange',
+    tabChanged: 'tabchanged',
+    tabClose: 'close',
+} as const;
+
+/** Members of the messages on the model document's channel. */
+export const ModelKey = { version: 'version', snapshot: 'snapshot', patch: 'patch' } as const;
+
+/** Members of the model document's elements that the page reads. */
+export const ElementKey = {
+    type: 'type',
+    tag: 'tag',
+    items: 'items',
+    placeholder: 'placeholder',
+    checkable: 'checkable',
 } as const;
 
 /** Close codes of the gateway's socket that mean something to the page. */

@@ -1,9 +1,11 @@
 import {
     asFlag,
     asId,
+    asInteger,
     asIntegers,
     asNumber,
     asText,
+    asTexts,
     isObject,
     type JsonObject,
 } from './guards.ts';
@@ -50,6 +52,14 @@ export interface Values {
     meta: string;
     spacing: number;
     enabled: boolean;
+    flat: boolean;
+    // tabs
+    name: string;
+    tabcount: number;
+    tabposition: string;
+    closable: boolean;
+    documentmode: boolean;
+    movable: boolean;
     // controls
     label: string;
     icon: string;
@@ -58,6 +68,12 @@ export interface Values {
     defaultbutton: boolean;
     text: string;
     placeholder: string;
+    editable: boolean;
+    entries: readonly string[];
+    /** Of an item or a tab; -1: none. */
+    currentindex: number;
+    /** The item of this text is to be chosen, as a person would. */
+    select: string;
     /** 0: none. */
     buddy: number;
 }
@@ -116,6 +132,13 @@ const decoders: { readonly [N in Name]: (value: unknown) => Values[N] | undefine
     meta: asText,
     spacing: asNumber,
     enabled: asFlag,
+    flat: asFlag,
+    name: asText,
+    tabcount: asInteger,
+    tabposition: asText,
+    closable: asFlag,
+    documentmode: asFlag,
+    movable: asFlag,
     label: asText,
     icon: asText,
     checkable: asFlag,
@@ -123,6 +146,10 @@ const decoders: { readonly [N in Name]: (value: unknown) => Values[N] | undefine
     defaultbutton: asFlag,
     text: asText,
     placeholder: asText,
+    editable: asFlag,
+    entries: asTexts,
+    currentindex: asInteger,
+    select: asText,
     buddy: asBuddy,
 };
 
@@ -136,6 +163,7 @@ export const initialValues: PartialValues = {
     checked: false,
     defaultbutton: false,
     text: '',
+    editable: false,
     buddy: 0,
 };
 

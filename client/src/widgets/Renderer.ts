@@ -31,7 +31,7 @@ export class Renderer {
     control(id: number): HTMLElement | undefined {
         const object = this.m_store.get(id);
         const element = object && elementOf(object);
-        return element && (kindOf(object.type).control?.(element) ?? element);
+        return element && (kindOf(object).control?.(element) ?? element);
     }
 
     /** Shows a window's children in `body`, in place of what was there. */
@@ -59,12 +59,14 @@ export class Renderer {
         } else {
             parent?.append(element);
         }
+        arrangeParent(object);
         this.m_focus.restore(focus);
     }
 
     removed(object: StoredObject): void {
         elementOf(object)?.remove();
         this.forget(object);
+        arrangeParent(object);
     }
 
     /** Drops what is known of objects that are no longer there. */
@@ -81,7 +83,7 @@ export class Renderer {
         if (element === undefined || isHeld(object)) {
             return;
         }
-        const { appliers } = kindOf(object.type);
+        const { appliers } = kindOf(object);
         for (const name of names) {
             if (name === 'updateEnabled') {
                 this.showAgain(object);
@@ -96,7 +98,7 @@ export class Renderer {
         for (const each of subtree(object)) {
             const element = elementOf(each);
             if (element !== undefined && each.parent !== undefined) {
-                this.applyAll(element, each, kindOf(each.type));
+                this.applyAll(element, each, kindOf(each));
             }
         }
     }
@@ -118,7 +120,7 @@ export class Renderer {
 
     /** The object's own element; what it holds is built once it stands in its parent. */
     private build(object: StoredObject, previous: Element | undefined): HTMLElement {
-        const kind = kindOf(object.type);
+        const kind = kindOf(object);
         const element = kind.prototype.cloneNode(true) as HTMLElement;
         element.setAttribute('data-id', String(object.id));
         if (kind.type !== object.type) {
@@ -147,6 +149,7 @@ export class Renderer {
             }
             previous = element;
         }
+        kindOf(object).arrange?.(into, object);
     }
 
     private applyAll(element: HTMLElement, object: StoredObject, kind: WidgetKind): void {
@@ -190,6 +193,14 @@ const MOST_SHARING = 1000;
 function letShareHeight(box: StoredObject | undefined): void {
     if (box?.type === Kind.boxLayout && box.children.length <= MOST_SHARING) {
         elementOf(box)?.classList.add('shares-height');
+    }
+}
+
+function arrangeParent(object: StoredObject): void {
+    const { parent } = object;
+    const element = parent && elementOf(parent);
+    if (parent !== undefined && element !== undefined) {
+        kindOf(parent).arrange?.(element, parent);
     }
 }
 

@@ -13,6 +13,8 @@ export interface WidgetHost {
     pressDefault(object: StoredObject): void;
     /** Where an image of the program is to be had; undefined when it has no path. */
     imageAddress(path: string): string | undefined;
+    /** Makes the object's element anew, because its state asks for another one. */
+    rebuild(object: StoredObject): void;
 }
 
 /** What a write of each property does to the element. Writing a value again must do no harm. */
@@ -56,6 +58,10 @@ export interface WidgetKind {
     readonly events?: WidgetEvents;
     /** May be lower than what it holds, which then scrolls. */
     readonly scrolls?: boolean;
+    /** The kind in the shape that the object's state asks for; the kind itself if absent. */
+    variantOf?(object: StoredObject): WidgetKind;
+    /** Told once its children are there, and again whenever one has come or gone. */
+    arrange?(element: HTMLElement, object: StoredObject): void;
     /** The element that takes the focus and that labels point at; the element itself if absent. */
     control?(element: HTMLElement): HTMLElement;
     /** Gives a control that nothing else names a name, if need be by the element before it. */

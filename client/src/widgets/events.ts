@@ -20,7 +20,7 @@ export function listen(root: HTMLElement, store: ObjectStore, host: WidgetHost):
         const element = target?.closest<HTMLElement>('[data-id]');
         const object = store.get(asId(element?.getAttribute('data-id')) ?? 0);
         if (element && object) {
-            kindOf(object.type).events?.[name]?.(object, element, event, host);
+            kindOf(object).events?.[name]?.(object, element, event, host);
         }
     };
     for (const name of names) {

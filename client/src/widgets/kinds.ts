@@ -1,11 +1,16 @@
 import { Kind } from '../protocol/names.ts';
+import type { StoredObject } from '../store/StoredObject.ts';
 import { boxLayout } from './boxlayout/boxLayout.ts';
 import { button } from './button/button.ts';
 import { checkBox } from './checkbox/checkBox.ts';
+import { comboBox } from './combobox/comboBox.ts';
 import { container } from './container/container.ts';
 import { edit } from './edit/edit.ts';
 import { gridLayout } from './gridlayout/gridLayout.ts';
+import { groupBox } from './groupbox/groupBox.ts';
 import { panel } from './panel/panel.ts';
+import { tabContainer } from './tabs/tabContainer.ts';
+import { tabPage } from './tabs/tabPage.ts';
 import { text } from './text/text.ts';
 import type { WidgetKind } from './WidgetKind.ts';
 
@@ -17,8 +22,13 @@ const kinds = new Map<string, WidgetKind>([
     [Kind.checkBox, checkBox],
     [Kind.edit, edit],
     [Kind.text, text],
+    [Kind.comboBox, comboBox],
+    [Kind.groupBox, groupBox],
+    [Kind.tabContainer, tabContainer],
+    [Kind.tab, tabPage],
 ]);
 
-export function kindOf(type: string): WidgetKind {
-    return kinds.get(type) ?? container;
+export function kindOf(object: StoredObject): WidgetKind {
+    const kind = kinds.get(object.type) ?? container;
+    return kind.variantOf?.(object) ?? kind;
 }

@@ -2,7 +2,7 @@ import { asId } from '../protocol/guards.ts';
 import type { Desktop } from './Desktop.ts';
 import type { WindowFrame } from './WindowFrame.ts';
 
-const TAKES_FOCUS = 'input, label, .body button, .tool';
+const TAKES_FOCUS = 'input, select, label, legend, .body button, .tool, .choices';
 
 /** What the person does to windows, as opposed to what is in them. */
 export function listenOnDesktop(desktop: Desktop, root: HTMLElement): void {
@@ -52,9 +52,12 @@ function pressed(desktop: Desktop, frame: WindowFrame, event: KeyboardEvent): vo
     }
 }
 
-/** Escape puts away what was put in front of the work, not the work itself. */
+/** Escape puts away what was put in front of the work, not the work itself; a list comes first. */
 function escape(desktop: Desktop, frame: WindowFrame, event: KeyboardEvent): void {
     event.preventDefault();
+    if ((event.target as Element).getAttribute('aria-expanded') === 'true') {
+        return;
+    }
     if (frame.modal || frame.object.values.transient) {
         desktop.closeRequested(frame);
     }

@@ -53,6 +53,7 @@ export class WirePage {
         pinged: () => (this.m_pings += 1),
         described: () => undefined,
         told: (_window, box) => (this.box = box),
+        modelNeeded: () => undefined,
     });
 
     /** The windows that the row's scene shows are there. */

@@ -1,0 +1,66 @@
+import type { Name, Values } from '../protocol/properties.ts';
+import type { ObjectStore } from '../store/ObjectStore.ts';
+import type { StoredObject } from '../store/StoredObject.ts';
+import type { ElementValues } from './elementValues.ts';
+import { ModelMirror } from './ModelMirror.ts';
+
+const initial: Required<ElementValues> = { entries: [], placeholder: '', checkable: false };
+
+/** Brings what the model document says of the objects into the store. */
+export class ModelFeed {
+    private readonly m_store: ObjectStore;
+    private readonly m_mirror: ModelMirror;
+
+    constructor(store: ObjectStore, ask: () => void) {
+        this.m_store = store;
+        this.m_mirror = new ModelMirror(ask);
+    }
+
+    /** What was known belongs to a session that is gone, or to an earlier life of the page. */
+    begin(): void {
+        this.m_mirror.begin();
+    }
+
+    received(text: string): void {
+        for (const id of this.m_mirror.received(text)) {
+            const object = this.m_store.get(id);
+            if (object !== undefined) {
+                this.fill(object);
+            }
+        }
+    }
+
+    /** Objects of this window were described, which leaves out what the document holds. */
+    described(windowId: number): void {
+        for (const id of this.m_mirror.objects) {
+            const object = this.m_store.get(id);
+            if (object?.windowId === windowId) {
+                this.fill(object);
+            }
+        }
+    }
+
+    private fill(object: StoredObject): void {
+        const values: ElementValues = this.m_mirror.valuesOf(object.id) ?? {};
+        for (const name in values) {
+            this.put(object, name as keyof ElementValues, values[name as keyof ElementValues]);
+        }
+    }
+
+    private put<N extends Name & keyof ElementValues>(
+        object: StoredObject,
+        name: N,
+        value: Values[N] | undefined,
+    ): void {
+        if (value !== undefined && !same(object.values[name] ?? initial[name], value)) {
+            this.m_store.write(object, name, value);
+        }
+    }
+}
+
+function same(a: unknown, b: unknown): boolean {
+    if (!Array.isArray(a) || !Array.isArray(b)) {
+        return a === b;
+    }
+    return a.length === b.length && a.every((item, index) => item === b[index]);
+}

@@ -1,0 +1,26 @@
+import { asCount, isObject, parseJson, type JsonObject } from './guards.ts';
+import { ModelKey } from './names.ts';
+
+/** Down, model channel: the whole document, or what changed in it since the version before. */
+export type ModelMessage =
+    | { readonly kind: 'snapshot'; readonly version: number; readonly document: JsonObject }
+    | { readonly kind: 'patch'; readonly version: number; readonly patch: readonly unknown[] };
+
+export function decodeModelMessage(text: string): ModelMessage | undefined {
+    const message = parseJson(text);
+    const version = isObject(message) ? asCount(message[ModelKey.version]) : undefined;
+    if (!isObject(message) || version === undefined) {
+        return undefined;
+    }
+    const document = message[ModelKey.snapshot];
+    if (isObject(document)) {
+        return { kind: 'snapshot', version, document };
+    }
+    const patch = message[ModelKey.patch];
+    return Array.isArray(patch) ? { kind: 'patch', version, patch } : undefined;
+}
+
+/** Up, model channel: this page wants the whole document. */
+export function snapshotRequest(clientId: string): string {
+    return JSON.stringify({ [ModelKey.snapshot]: clientId });
+}

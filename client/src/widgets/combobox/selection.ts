@@ -1,0 +1,28 @@
+import { itemSelected } from '../../protocol/events.ts';
+import type { StoredObject } from '../../store/StoredObject.ts';
+import type { WidgetHost } from '../WidgetKind.ts';
+
+/** The text of the current item; empty when there is none. */
+export function currentItem(object: StoredObject): string {
+    return object.values.entries?.[object.values.currentindex ?? -1] ?? '';
+}
+
+/** The person chose an item. */
+export function tellSelected(object: StoredObject, index: number, host: WidgetHost): void {
+    object.values.currentindex = index;
+    object.values.text = currentItem(object);
+    host.send(object, itemSelected(object.id, index, object.values.text));
+}
+
+/**
+ * The program wants the item of this text chosen, as a person would: it does not say which one
+ * that is, so it is told. Once done it is done: showing the object again does not repeat it.
+ */
+export function selectByText(object: StoredObject, text: string, host: WidgetHost): boolean {
+    delete object.values.select;
+    const index = object.values.entries?.indexOf(text) ?? -1;
+    if (index >= 0) {
+        tellSelected(object, index, host);
+    }
+    return index >= 0;
+}
