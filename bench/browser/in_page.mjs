@@ -7,6 +7,7 @@ export function watchSocket() {
   window.WebSocket = class extends Original {
     constructor(...args) {
       super(...args);
+      window.measured.socket = this;
       this.addEventListener('message', (event) => window.measured.arrivals.push([performance.now(), event.data]));
     }
     send(text) {
@@ -100,6 +101,31 @@ export async function timeWindow(rows) {
   });
   const [arrival] = window.measured.arrivals.find(([, text]) => text.includes('Row 0'));
   return done - arrival;
+}
+
+/** Hands the page a window of rows of each kind as a frame; milliseconds until it is in the document. */
+export function timeMixedWindow(rows) {
+  const items = ['red', 'orange', 'yellow', 'green', 'blue'];
+  const widget = (id, type, values) => ({ enable: true, id: String(id), tooltip: '', type, visible: true, ...values });
+  const contents = [];
+  for (let row = 0; row < rows; ++row) {
+    const id = 1000 + row * 5;
+    contents.push(
+      widget(id, 'Text', { buddy: '4294967295', text: `Name ${row}` }),
+      widget(id + 1, 'Edit', { text: `value ${row}` }),
+      widget(id + 2, 'CheckBox', { checked: false, label: `Option ${row}` }),
+      widget(id + 3, 'ComboBox', { currentindex: row % 5, editable: false, entries: items, text: '' }),
+      widget(id + 4, 'Button', { defaultbutton: false, icon: '', label: `Row ${row}` }),
+    );
+  }
+  const described = { contents: [{ contents, id: '999', type: 'BoxLayout' }], id: '998', type: 'Dialog' };
+  const { arrivals, socket } = window.measured;
+  const frames = arrivals.map(([, text]) => text).filter((text) => /^\d+,/.test(text));
+  const sequence = Number(frames.at(-1).split(',')[0]) + frames.at(-1).split('\u001e').length - 1;
+  const data = `${sequence},0\u001e.\u001f${JSON.stringify(described)}`;
+  const start = performance.now();
+  socket.dispatchEvent(new MessageEvent('message', { data }));
+  return performance.now() - start;
 }
 
 /** The elements of the window of rows: tags, attributes and texts. */

@@ -99,14 +99,18 @@ async function measureClicks() {
  * Each is measured on a page of its own, just loaded: the second ten thousand elements of a page
  * find memory and compiled code for which the first had to wait, and take less than half as long. */
 async function windowTime(rows) {
-  const program = await start('bench_program', 0, rows, 0);
+  return timeRows(['bench_program', 0, rows, 0], inPage.timeWindow, rows, rows);
+}
+
+async function timeRows(command, timeWindow, rows, widgets) {
+  const program = await start(...command);
   const mine = [];
   const hand = [];
   for (let load = 0; load < loads; ++load) {
     const page = await openDialog(program.line);
-    mine.push(await page.evaluate(inPage.timeWindow, rows));
+    mine.push(await page.evaluate(timeWindow, rows));
     const list = await page.evaluate(inPage.listRows);
-    if (list.length !== rows) throw new Error(`${list.length} rows in the document`);
+    if (list.length !== widgets) throw new Error(`${list.length} rows in the document`);
     await page.close();
     const byHand = await openDialog(program.line);
     hand.push(await byHand.evaluate(inPage.timeByHand, list));
@@ -122,6 +126,9 @@ async function measureWindows() {
   console.log(`10,000 widgets: ${large.mine.toFixed(1)} ms, by hand ${large.hand.toFixed(1)} ms; 1,000: ${small.mine.toFixed(1)} ms, by hand ${small.hand.toFixed(1)} ms`);
   report('10,000 widgets in the document / by hand', large.mine / large.hand, 1.5);
   report('10,000 widgets / 1,000 widgets', large.mine / small.mine, 12);
+  const mixed = await timeRows(['bench_program', 0, 0, 0], inPage.timeMixedWindow, 1000, 5000);
+  console.log(`1,000 rows of text, edit, check box, combo box and button: ${mixed.mine.toFixed(1)} ms, by hand ${mixed.hand.toFixed(1)} ms`);
+  report('1,000 rows of five kinds in the document / by hand', mixed.mine / mixed.hand, 1.5);
 }
 
 /** On a page of its own, like the program's: a page that has done it before has its code compiled. */

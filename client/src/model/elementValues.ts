@@ -14,15 +14,15 @@ function checkable(element: JsonObject): ElementValues {
 }
 
 /** The sequence is copied: patches change the document's own in place. */
-function items(element: JsonObject): ElementValues {
-    const entries = asTexts(element[ElementKey.items])?.slice() ?? [];
-    return { entries, ...placeholder(element) };
+function entries(element: JsonObject): ElementValues {
+    const items = asTexts(element[ElementKey.entries])?.slice() ?? [];
+    return { entries: items, ...placeholder(element) };
 }
 
 const readers = new Map<unknown, (element: JsonObject) => ElementValues>([
     [Kind.button, checkable],
     [Kind.edit, placeholder],
-    [Kind.comboBox, items],
+    [Kind.comboBox, entries],
 ]);
 
 /** A member that an element does not hold has the default of its kind. */

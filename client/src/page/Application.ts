@@ -19,12 +19,14 @@ import { describe } from '../store/snapshot.ts';
 import type { StoredObject } from '../store/StoredObject.ts';
 import { EditTexts } from '../widgets/edit/EditTexts.ts';
 import { listen } from '../widgets/events.ts';
+import { TabPositions } from '../widgets/tabs/TabPositions.ts';
 import { Buddies } from '../widgets/text/Buddies.ts';
 import { Renderer } from '../widgets/Renderer.ts';
 import type { WidgetHost } from '../widgets/WidgetKind.ts';
 import { Desktop, type DesktopListener } from '../windows/Desktop.ts';
 import { MessageBoxes } from '../windows/MessageBoxes.ts';
 import { Banner } from './Banner.ts';
+import { CompositionGate } from './CompositionGate.ts';
 import { showEmptyNote } from './emptyNote.ts';
 import { imageAddress, isClientId, makeClientId } from './identity.ts';
 import { Inbox, type InboxListener } from './Inbox.ts';
@@ -44,6 +46,7 @@ const UNAUTHORIZED = 401;
 export class Application implements LinkListener, InboxListener, WidgetHost, DesktopListener {
     readonly edits = new EditTexts();
     readonly buddies = new Buddies((id) => this.m_renderer.control(id));
+    readonly tabs = new TabPositions();
     readonly link: Link;
     private readonly m_token: string;
     private readonly m_root: HTMLElement;
@@ -55,6 +58,7 @@ export class Application implements LinkListener, InboxListener, WidgetHost, Des
     private readonly m_boxes: MessageBoxes;
     private readonly m_banner = new Banner(() => this.link.startAfresh());
     private readonly m_observer: PageObserver;
+    private readonly m_gate: CompositionGate;
     private m_hadWindows = false;
     private m_full = false;
     private m_failures = 0;
@@ -74,12 +78,17 @@ export class Application implements LinkListener, InboxListener, WidgetHost, Des
         this.m_observer.connect(this.m_renderer, this.m_desktop, () => this.showNote());
         this.m_boxes = new MessageBoxes(root, () => this.topChanged());
         listen(root, this.m_store, this);
+        this.m_gate = new CompositionGate(root, (channel, text) => {
+            this.m_inbox.received(channel, text);
+            this.m_store.flush();
+        });
         this.topChanged();
     }
 
     // What the link tells.
 
     began(): void {
+        this.m_gate.drop();
         this.m_store.clear();
         this.m_boxes.closeAll();
         this.announce();
@@ -87,7 +96,9 @@ export class Application implements LinkListener, InboxListener, WidgetHost, Des
     }
 
     received(channel: Channel, text: string): void {
-        this.m_inbox.received(channel, text);
+        if (!this.m_gate.holds(channel, text)) {
+            this.m_inbox.received(channel, text);
+        }
     }
 
     settled(): void {
@@ -145,10 +156,6 @@ export class Application implements LinkListener, InboxListener, WidgetHost, Des
         return imageAddress(path, this.m_token);
     }
 
-    rebuild(object: StoredObject): void {
-        this.m_renderer.inserted(object, object);
-    }
-
     closeRequested(window: StoredObject): void {
         this.link.send(clientChannel, dialogDestroyed(window.id));
     }
@@ -170,6 +177,7 @@ export class Application implements LinkListener, InboxListener, WidgetHost, Des
 
     /** Undefined when there is nothing that a reload could go on with. */
     state(): JsonObject | undefined {
+        this.m_gate.open();
         return this.link.resumable
             ? {
                   token: this.m_token,
@@ -178,6 +186,7 @@ export class Application implements LinkListener, InboxListener, WidgetHost, Des
                   windows: [...this.m_store.windows.values()].map(describe),
                   desktop: this.m_desktop.store(),
                   edits: this.edits.store(),
+                  tabs: this.tabs.store(),
                   boxes: this.m_boxes.store(),
                   focus: this.m_renderer.focus.store(this.m_root),
               }
@@ -201,6 +210,7 @@ export class Application implements LinkListener, InboxListener, WidgetHost, Des
     private showStored(stored: JsonObject): void {
         const windows = Array.isArray(stored['windows']) ? (stored['windows'] as unknown[]) : [];
         this.edits.restore(stored['edits']);
+        this.tabs.restore(stored['tabs']);
         this.m_observer.quietly(() => {
             for (const window of windows) {
                 const description = decodeWindow(window);

@@ -81,7 +81,7 @@ export const ModelKey = { version: 'version', snapshot: 'snapshot', patch: 'patc
 export const ElementKey = {
     type: 'type',
     tag: 'tag',
-    items: 'items',
+    entries: 'entries',
     placeholder: 'placeholder',
     checkable: 'checkable',
 } as const;

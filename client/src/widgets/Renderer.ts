@@ -4,7 +4,7 @@ import type { ObjectStore } from '../store/ObjectStore.ts';
 import { subtree, type StoredObject } from '../store/StoredObject.ts';
 import { adjustSize } from './base.ts';
 import { FocusKeeper } from './FocusKeeper.ts';
-import { kindOf } from './kinds.ts';
+import { isOfKind, kindOf } from './kinds.ts';
 import type { Appliers, WidgetHost, WidgetKind } from './WidgetKind.ts';
 
 /**
@@ -59,14 +59,14 @@ export class Renderer {
         } else {
             parent?.append(element);
         }
-        arrangeParent(object);
+        this.arrangeParent(object);
         this.m_focus.restore(focus);
     }
 
     removed(object: StoredObject): void {
         elementOf(object)?.remove();
         this.forget(object);
-        arrangeParent(object);
+        this.arrangeParent(object);
     }
 
     /** Drops what is known of objects that are no longer there. */
@@ -74,6 +74,7 @@ export class Renderer {
         for (const object of subtree(top)) {
             if (this.m_store.get(object.id) === undefined) {
                 this.m_host.edits.forget(object.id);
+                this.m_host.tabs.forget(object.id);
             }
         }
     }
@@ -83,12 +84,16 @@ export class Renderer {
         if (element === undefined || isHeld(object)) {
             return;
         }
-        const { appliers } = kindOf(object);
+        const kind = kindOf(object);
+        if (!isOfKind(element, kind)) {
+            this.inserted(object, object);
+            return;
+        }
         for (const name of names) {
             if (name === 'updateEnabled') {
                 this.showAgain(object);
             } else {
-                this.apply(appliers, name, element, object);
+                this.apply(kind.appliers, name, element, object);
             }
         }
     }
@@ -98,7 +103,7 @@ export class Renderer {
         for (const each of subtree(object)) {
             const element = elementOf(each);
             if (element !== undefined && each.parent !== undefined) {
-                this.applyAll(element, each, kindOf(each));
+                this.showState(element, each);
             }
         }
     }
@@ -138,6 +143,14 @@ export class Renderer {
         return element;
     }
 
+    private arrangeParent(object: StoredObject): void {
+        const { parent } = object;
+        const element = parent && elementOf(parent);
+        if (parent !== undefined && element !== undefined) {
+            kindOf(parent).arrange?.(element, parent, this.m_host);
+        }
+    }
+
     /** Parents first: an element that moves is told to all below it, which adds up. */
     private buildChildren(into: HTMLElement, object: StoredObject): void {
         let previous: Element | undefined;
@@ -149,7 +162,16 @@ export class Renderer {
             }
             previous = element;
         }
-        kindOf(object).arrange?.(into, object);
+        kindOf(object).arrange?.(into, object, this.m_host);
+    }
+
+    private showState(element: HTMLElement, object: StoredObject): void {
+        const kind = kindOf(object);
+        if (isOfKind(element, kind)) {
+            this.applyAll(element, object, kind);
+        } else {
+            this.inserted(object, object);
+        }
     }
 
     private applyAll(element: HTMLElement, object: StoredObject, kind: WidgetKind): void {
@@ -193,14 +215,6 @@ const MOST_SHARING = 1000;
 function letShareHeight(box: StoredObject | undefined): void {
     if (box?.type === Kind.boxLayout && box.children.length <= MOST_SHARING) {
         elementOf(box)?.classList.add('shares-height');
-    }
-}
-
-function arrangeParent(object: StoredObject): void {
-    const { parent } = object;
-    const element = parent && elementOf(parent);
-    if (parent !== undefined && element !== undefined) {
-        kindOf(parent).arrange?.(element, parent);
     }
 }
 

@@ -1,5 +1,6 @@
 import type { Name, Values } from '../protocol/properties.ts';
 import type { EditTexts } from './edit/EditTexts.ts';
+import type { TabPositions } from './tabs/TabPositions.ts';
 import type { Buddies } from './text/Buddies.ts';
 import type { StoredObject } from '../store/StoredObject.ts';
 
@@ -7,14 +8,13 @@ import type { StoredObject } from '../store/StoredObject.ts';
 export interface WidgetHost {
     readonly edits: EditTexts;
     readonly buddies: Buddies;
+    readonly tabs: TabPositions;
     /** Tells the program, on the window's channel. */
     send(object: StoredObject, message: string): void;
     /** Presses the default button of the object's window, if it has one that can be pressed. */
     pressDefault(object: StoredObject): void;
     /** Where an image of the program is to be had; undefined when it has no path. */
     imageAddress(path: string): string | undefined;
-    /** Makes the object's element anew, because its state asks for another one. */
-    rebuild(object: StoredObject): void;
 }
 
 /** What a write of each property does to the element. Writing a value again must do no harm. */
@@ -34,7 +34,8 @@ export type EventName =
     | 'keydown'
     | 'focusout'
     | 'compositionstart'
-    | 'compositionend';
+    | 'compositionend'
+    | 'beforematch';
 
 export type WidgetEvents = {
     readonly [E in EventName]?: (
@@ -61,7 +62,7 @@ export interface WidgetKind {
     /** The kind in the shape that the object's state asks for; the kind itself if absent. */
     variantOf?(object: StoredObject): WidgetKind;
     /** Told once its children are there, and again whenever one has come or gone. */
-    arrange?(element: HTMLElement, object: StoredObject): void;
+    arrange?(element: HTMLElement, object: StoredObject, host: WidgetHost): void;
     /** The element that takes the focus and that labels point at; the element itself if absent. */
     control?(element: HTMLElement): HTMLElement;
     /** Gives a control that nothing else names a name, if need be by the element before it. */

@@ -1,6 +1,6 @@
 import { asId } from '../protocol/guards.ts';
 import type { ObjectStore } from '../store/ObjectStore.ts';
-import { kindOf } from './kinds.ts';
+import { isOfKind, kindOf } from './kinds.ts';
 import type { EventName, WidgetHost } from './WidgetKind.ts';
 
 const names: readonly EventName[] = [
@@ -11,6 +11,7 @@ const names: readonly EventName[] = [
     'focusout',
     'compositionstart',
     'compositionend',
+    'beforematch',
 ];
 
 /** Hears the events of all widgets below `root` at one place and hands each to its kind. */
@@ -19,8 +20,10 @@ export function listen(root: HTMLElement, store: ObjectStore, host: WidgetHost):
         const target = event.target instanceof Element ? event.target : null;
         const element = target?.closest<HTMLElement>('[data-id]');
         const object = store.get(asId(element?.getAttribute('data-id')) ?? 0);
-        if (element && object) {
-            kindOf(object).events?.[name]?.(object, element, event, host);
+        // An element that has just given way to another has no say: losing the focus is not leaving.
+        const kind = object && object.view === element ? kindOf(object) : undefined;
+        if (element && object && kind && isOfKind(element, kind)) {
+            kind.events?.[name]?.(object, element, event, host);
         }
     };
     for (const name of names) {

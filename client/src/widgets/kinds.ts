@@ -32,3 +32,8 @@ export function kindOf(object: StoredObject): WidgetKind {
     const kind = kinds.get(object.type) ?? container;
     return kind.variantOf?.(object) ?? kind;
 }
+
+/** Whether the element was made of this kind, and not before the object's state asked for it. */
+export function isOfKind(element: HTMLElement, kind: WidgetKind): boolean {
+    return element.localName === kind.prototype.localName;
+}

@@ -221,8 +221,9 @@ export class WindowFrame implements Movable {
     }
 
     private place(frame: Rect): void {
-        const { x, y, width, height } = keepReachable(frame, this.m_host.viewport);
-        this.m_normal = { ...frame, x, y };
+        const whole = wholeRect(frame);
+        const { x, y, width, height } = keepReachable(whole, this.m_host.viewport);
+        this.m_normal = { ...whole, x, y };
         const { style } = this.element;
         style.left = `${x}px`;
         style.top = `${y}px`;
@@ -246,7 +247,8 @@ function asMode(value: unknown): Mode {
     return value === 'maximized' || value === 'minimized' ? value : 'normal';
 }
 
-function wholeRect(rect: DOMRectReadOnly): Rect {
+/** Between two pixels everything in the window would be blurred. */
+function wholeRect(rect: Rect): Rect {
     return {
         x: Math.round(rect.x),
         y: Math.round(rect.y),

@@ -1,4 +1,4 @@
-import { widget } from './browser.ts';
+import { widget, type Stage } from './browser.ts';
 
 const items = ['red', 'green', 'blue'];
 
@@ -28,3 +28,26 @@ export function page(id: number, name: string, content: object): object {
     const layout = { id: String(id + 100), type: 'BoxLayout', contents: [content] };
     return { id: String(id), type: 'Tab', name, contents: [layout] };
 }
+
+/** What the page told of an object: the event, and whatever came with it. */
+export function eventsOf({ gateway }: Stage, id: number): unknown[][] {
+    const messages = gateway.messages('./1') as Readonly<Record<string, unknown>>[];
+    return messages
+        .filter((message) => message['id'] === String(id) && message['event'] !== undefined)
+        .map(({ id: _id, ...rest }) => Object.values(rest));
+}
+
+export async function untilEvents(stage: Stage, id: number, expected: unknown[][]): Promise<void> {
+    const told = (): string => JSON.stringify(eventsOf(stage, id));
+    const wanted = JSON.stringify(expected);
+    await stage.gateway.until(() => told() === wanted, `${wanted} of ${id}`);
+}
+
+/** Everything that was sent up to here is shown. */
+export async function settled({ gateway, page }: Stage): Promise<void> {
+    marks += 1;
+    gateway.write(1, 13, { label: `mark ${marks}` });
+    await page.getByRole('button', { name: `mark ${marks}`, exact: true }).waitFor();
+}
+
+let marks = 0;

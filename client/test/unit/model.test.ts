@@ -1,4 +1,5 @@
 import assert from 'node:assert/strict';
+import { readFileSync } from 'node:fs';
 import { beforeEach, test } from 'node:test';
 import { clientChannel, modelChannel, windowChannel } from '../../src/gateway/channel.ts';
 import { Inbox } from '../../src/page/Inbox.ts';
@@ -47,83 +48,38 @@ beforeEach(() => {
 function shown(): unknown[] {
     const of = (id: number): ReturnType<ObjectStore['get']> => store.get(id);
     return [
-        of(11)?.values.placeholder,
-        of(12)?.values.entries?.join(),
-        of(13)?.values.checkable,
+        of(11)?.values.placeholder ?? null,
+        of(12)?.values.entries?.join() ?? null,
+        of(13)?.values.checkable ?? null,
     ];
 }
 
 const edit = { type: 'Edit', tag: '11', placeholder: 'p' };
-const box = { type: 'ComboBox', tag: '12', items: ['a', 'b'], placeholder: 'q' };
+const box = { type: 'ComboBox', tag: '12', entries: ['a', 'b'], placeholder: 'q' };
 const button = { type: 'Button', tag: '13', checkable: true };
 const full = { version: 4, snapshot: { e: edit, 'c/~': box, b: button } };
 const filled = ['p', 'a,b', true];
-const empty = [undefined, 'a', undefined];
+const empty = [null, 'a', null];
 
 function patch(version: number, ...operations: (readonly [string, string, unknown?])[]): object {
     return { version, patch: operations.map(([op, path, value]) => ({ op, path, value })) };
 }
 
-type Row = readonly [name: string, messages: unknown[], expected: unknown[], asks?: number];
+interface Row {
+    readonly name: string;
+    /** Texts or what they say; "full" is the snapshot above. */
+    readonly messages: readonly unknown[];
+    readonly shown: readonly unknown[];
+    readonly asks: number;
+}
 
-const rows: readonly Row[] = [
-    ['a snapshot fills what the description left out', [full], filled],
-    ['defaults take values back', [full, { version: 9, snapshot: { e: { type: 'Edit', tag: '11' } } }], ['', 'a,b', true]],
-    ['what comes before the first snapshot is in it', [patch(4, ['remove', '/e']), full], filled],
-    ['a version that is there already is skipped', [full, patch(4, ['remove', '/e'])], filled],
-    [
-        'patches in order, every operation',
-        [
-            full,
-            patch(5, ['replace', '/e/placeholder', 'x'], ['add', '/c~1~0/items/-', 'c']),
-            patch(6, ['add', '/c~1~0/items/0', 'z'], ['remove', '/c~1~0/items/2']),
-            patch(7, ['remove', '/b/checkable'], ['remove', '/e/placeholder']),
-        ],
-        ['', 'z,a,c', false],
-    ],
-    [
-        'an element and its tag in one patch, in either order',
-        [
-            { version: 1, snapshot: {} },
-            patch(2, ['add', '/e', { type: 'Edit' }], ['add', '/e/tag', '11'], ['add', '/e/placeholder', 'p']),
-            patch(3, ['add', '/c', box], ['add', '/b', button]),
-        ],
-        filled,
-    ],
-    [
-        'an object goes by the element that bears its tag now',
-        [full, patch(5, ['remove', '/e'], ['add', '/f', { ...edit, placeholder: 'new' }])],
-        ['new', 'a,b', true],
-    ],
-    ['a replaced sequence', [full, patch(5, ['replace', '/c~1~0/items', []])], ['p', '', true]],
-    ['a gap asks again, and the answer is taken', [full, patch(6, ['remove', '/b']), full], filled, 2],
-    ['nothing is applied between a gap and the answer', [full, patch(6), patch(7, ['replace', '/e/placeholder', 'no'])], filled, 2],
-    ...[
-        patch(5, ['remove', '/nobody']),
-        patch(5, ['add', '/c~1~0/items/9', 'x']),
-        patch(5, ['replace', '', {}]),
-        patch(5, ['replace', 'e', {}]),
-        patch(5, ['explode', '/e']),
-        patch(5, ['add', '/e/placeholder/x/y', 1]),
-        { version: 5, patch: [null] },
-        { version: 5, patch: [{ op: 'add', path: 7 }] },
-    ].map((wrong): Row => [`${JSON.stringify(wrong)} asks again once`, [full, wrong, wrong], filled, 2]),
-    ...['', 'null', '{"version":5}', '{"version":"5","snapshot":{}}', '{"version":5,"snapshot":[]}', '{"version":5,"patch":{}}'].map(
-        (text): Row => [`${text || 'nothing'} is dropped`, [full, text], filled],
-    ),
-    [
-        'wrong kinds count as defaults, unknown elements are kept',
-        [{ version: 1, snapshot: { e: { ...edit, placeholder: 7 }, x: 5, y: { tag: '11' }, c: { ...box, items: [1] } } }],
-        [undefined, '', undefined],
-    ],
-    ['nothing that is inherited is an element', [patch(1, ['add', '/__proto__/tag', '11'])], empty],
-];
+const rows = JSON.parse(readFileSync('test/unit/model.json', 'utf8')) as Row[];
 
-for (const [name, messages, expected, asks = 1] of rows) {
-    test(`model: ${name}`, () => {
-        messages.forEach(arrives);
-        assert.deepEqual(shown(), expected);
-        assert.equal(asked, asks);
+for (const row of rows) {
+    test(`model: ${row.name}`, () => {
+        row.messages.forEach((message) => arrives(message === 'full' ? full : message));
+        assert.deepEqual(shown(), row.shown);
+        assert.equal(asked, row.asks);
     });
 }
 
@@ -153,7 +109,7 @@ test('ten thousand items in one patch are one change of the list', () => {
     arrives(full);
     changed.length = 0;
     const items = Array.from({ length: 10_000 }, (_, index) => `item ${index}`);
-    arrives(patch(5, ...items.map((item) => ['add', '/c~1~0/items/-', item] as const)));
+    arrives(patch(5, ...items.map((item) => ['add', '/c~1~0/entries/-', item] as const)));
     assert.equal(store.get(12)?.values.entries?.length, 10_002);
     assert.deepEqual(changed, ['12 entries']);
 });

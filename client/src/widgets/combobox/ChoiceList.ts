@@ -112,8 +112,8 @@ export class ChoiceList {
         const below = innerHeight - box.bottom - GAP;
         const above = box.top - GAP;
         const { style } = this.m_element;
-        style.left = `${box.left}px`;
         style.minWidth = `${box.width}px`;
+        style.left = `${Math.min(box.left, innerWidth - this.m_element.offsetWidth)}px`;
         if (below >= Math.min(this.m_element.offsetHeight, above)) {
             style.top = `${box.bottom + GAP}px`;
             style.maxHeight = `${below}px`;

@@ -38,11 +38,23 @@ function showItems(select: HTMLSelectElement, items: readonly string[]): void {
     for (let index = old - same - 1; index >= start; index -= 1) {
         options[index]?.remove();
     }
-    const added = document.createDocumentFragment();
-    for (let index = start; index < items.length - same; index += 1) {
-        added.append(optionOf(items[index] ?? ''));
+    const added = items.slice(start, items.length - same);
+    select.insertBefore(optionsOf(added), options[start] ?? null);
+}
+
+let lastItems: readonly string[] = [];
+let lastOptions = document.createDocumentFragment();
+
+/** The boxes of a table mostly hold the same items, and a clone is cheaper than making them anew. */
+function optionsOf(items: readonly string[]): Node {
+    const known =
+        items.length === lastItems.length && items.every((item, at) => item === lastItems[at]);
+    if (!known) {
+        lastItems = items;
+        lastOptions = document.createDocumentFragment();
+        items.forEach((item) => lastOptions.append(optionOf(item)));
     }
-    select.insertBefore(added, options[start] ?? null);
+    return lastOptions.cloneNode(true);
 }
 
 function optionOf(text: string): HTMLOptionElement {
@@ -84,13 +96,8 @@ export const choiceBox: WidgetKind = {
             showPlaceholder(element as HTMLSelectElement, placeholder);
             showCurrent(element as HTMLSelectElement, object);
         },
-        editable: (_element, editable, object, host) => {
-            if (editable) {
-                host.rebuild(object);
-            }
-        },
         select: (element, text, object, host) => {
-            if (element.isConnected && selectByText(object, text, host)) {
+            if (selectByText(element, text, object, host)) {
                 showCurrent(element as HTMLSelectElement, object);
             }
         },

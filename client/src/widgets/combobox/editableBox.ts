@@ -144,13 +144,8 @@ export const editableBox: WidgetKind = {
             }
             showText(element, object, host);
         },
-        editable: (_element, editable, object, host) => {
-            if (!editable) {
-                host.rebuild(object);
-            }
-        },
         select: (element, text, object, host) => {
-            if (element.isConnected && selectByText(object, text, host)) {
+            if (selectByText(element, text, object, host)) {
                 showText(element, object, host);
             }
         },

@@ -16,13 +16,19 @@ export function tellSelected(object: StoredObject, index: number, host: WidgetHo
 
 /**
  * The program wants the item of this text chosen, as a person would: it does not say which one
- * that is, so it is told. Once done it is done: showing the object again does not repeat it.
+ * that is, so it is told. It is done once, on an element that is there: showing the object again does not repeat it.
  */
-export function selectByText(object: StoredObject, text: string, host: WidgetHost): boolean {
+export function selectByText(
+    element: HTMLElement,
+    text: string,
+    object: StoredObject,
+    host: WidgetHost,
+): boolean {
     delete object.values.select;
     const index = object.values.entries?.indexOf(text) ?? -1;
-    if (index >= 0) {
+    const selected = index >= 0 && element.isConnected;
+    if (selected) {
         tellSelected(object, index, host);
     }
-    return index >= 0;
+    return selected;
 }

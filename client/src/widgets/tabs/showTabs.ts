@@ -1,21 +1,9 @@
 import { html, nothing, render, type TemplateResult } from 'lit';
-import { Kind } from '../../protocol/names.ts';
+import { tabChanged } from '../../protocol/events.ts';
 import type { StoredObject } from '../../store/StoredObject.ts';
+import type { WidgetHost } from '../WidgetKind.ts';
 
-/** Pages that were in the container when it was described, beyond the tabs that it counted. */
-const surplus = new WeakSet<StoredObject>();
-
-/** The pages that have a tab, in the order in which the program counts them. */
-export function pagesOf(object: StoredObject): readonly StoredObject[] {
-    return object.children.filter((child) => child.type === Kind.tab && !surplus.has(child));
-}
-
-/** A page beyond the number of tabs was taken out of the tabs without being destroyed. */
-export function countTabs(object: StoredObject, count: number): void {
-    pagesOf(object)
-        .slice(Math.max(0, count))
-        .forEach((page) => surplus.add(page));
-}
+type Pages = readonly (StoredObject | undefined)[];
 
 export function isTabEnabled(page: StoredObject): boolean {
     return page.values.enabled !== false && page.values.enable !== false;
@@ -25,10 +13,11 @@ function isTabVisible(page: StoredObject): boolean {
     return page.values.visible !== false;
 }
 
-/** An index beyond the tabs means the last one: those before it may have gone. */
-function currentOf(object: StoredObject, pages: readonly StoredObject[]): StoredObject | undefined {
+/** Where the current page has gone, the next one shows, or else the last. */
+function currentOf(object: StoredObject, pages: Pages): StoredObject | undefined {
     const index = object.values.currentindex ?? -1;
-    return index < 0 ? undefined : pages[Math.min(index, pages.length - 1)];
+    const there = pages.filter((page) => page !== undefined);
+    return index < 0 ? undefined : (pages.slice(index).find(Boolean) ?? there.at(-1));
 }
 
 export function isVertical(object: StoredObject): boolean {
@@ -36,56 +25,83 @@ export function isVertical(object: StoredObject): boolean {
 }
 
 /** Shows the tabs of all pages and the current page, as the container's state says. */
-export function showTabs(element: HTMLElement, object: StoredObject): void {
-    const pages = pagesOf(object);
+export function showTabs(element: HTMLElement, object: StoredObject, host: WidgetHost): void {
+    const pages = host.tabs.pagesOf(object);
     const current = currentOf(object, pages);
     const list = element.firstElementChild as HTMLElement;
     const active = document.activeElement;
     list.setAttribute('aria-orientation', isVertical(object) ? 'vertical' : 'horizontal');
     render(tabStrip(object, pages, current), list);
     for (const child of object.children) {
-        showPage(child, child === current && isTabVisible(child));
+        showPage(child, stateOf(child, current));
     }
     if (active instanceof HTMLElement && active.closest('[hidden]') && element.contains(active)) {
         list.querySelector<HTMLElement>('[aria-selected="true"]')?.focus({ preventScroll: true });
     }
 }
 
-function showPage(page: StoredObject, shown: boolean): void {
+/** The person turned to a page. */
+export function turnTo(object: StoredObject, index: number, host: WidgetHost): void {
+    if (index !== object.values.currentindex) {
+        object.values.currentindex = index;
+        showTabs(object.view as HTMLElement, object, host);
+        host.send(object, tabChanged(object.id, index));
+    }
+}
+
+/** Where the browser can, its search finds what stands on a page that does not show. */
+const HIDDEN = 'onbeforematch' in document ? 'until-found' : '';
+
+function showPage(page: StoredObject, state: 'shown' | 'findable' | 'hidden'): void {
     const view = page.view as HTMLElement;
     view.id ||= `page-${page.id}`;
     view.setAttribute('aria-labelledby', `tab-${page.id}`);
-    view.hidden = !shown;
+    if (state === 'shown') {
+        view.removeAttribute('hidden');
+    } else {
+        view.setAttribute('hidden', state === 'findable' ? HIDDEN : '');
+    }
+}
+
+function stateOf(
+    page: StoredObject,
+    current: StoredObject | undefined,
+): 'shown' | 'findable' | 'hidden' {
+    if (!isTabVisible(page)) {
+        return 'hidden';
+    }
+    return page === current ? 'shown' : isTabEnabled(page) ? 'findable' : 'hidden';
 }
 
 /** One tab takes the focus with the Tab key, the arrow keys reach the others. */
 function tabStrip(
     object: StoredObject,
-    pages: readonly StoredObject[],
+    pages: Pages,
     current: StoredObject | undefined,
-): readonly TemplateResult[] {
-    const usable = pages.filter((page) => isTabVisible(page) && isTabEnabled(page));
-    const focusable = current && usable.includes(current) ? current : usable[0];
+): readonly (TemplateResult | typeof nothing)[] {
+    const usable = pages.filter((page) => page && isTabVisible(page) && isTabEnabled(page));
+    const focusable = usable.includes(current) ? current : usable[0];
     const closable = object.values.closable ?? false;
-    return pages.map((page, index) => {
-        const name = page.values.name ?? '';
-        return html`<button
-            type="button"
-            role="tab"
-            class="tab"
-            id="tab-${page.id}"
-            data-index=${index}
-            aria-controls=${(page.view as HTMLElement).id || `page-${page.id}`}
-            aria-selected=${page === current ? 'true' : 'false'}
-            aria-label=${name === '' ? `Tab ${index + 1}` : nothing}
-            aria-keyshortcuts=${closable ? 'Delete' : nothing}
-            tabindex=${page === focusable ? 0 : -1}
-            ?hidden=${!isTabVisible(page)}
-            ?disabled=${!isTabEnabled(page)}
-        >
-            <span>${name}</span>${closable ? closeSign : nothing}
-        </button>`;
-    });
+    return pages.map((page, index) =>
+        page === undefined
+            ? nothing
+            : html`<button
+                  type="button"
+                  role="tab"
+                  class="tab"
+                  id="tab-${page.id}"
+                  data-index=${index}
+                  aria-controls=${(page.view as HTMLElement).id || `page-${page.id}`}
+                  aria-selected=${page === current ? 'true' : 'false'}
+                  aria-label=${page.values.name ? nothing : `Tab ${index + 1}`}
+                  aria-keyshortcuts=${closable ? 'Delete' : nothing}
+                  tabindex=${page === focusable ? 0 : -1}
+                  ?hidden=${!isTabVisible(page)}
+                  ?disabled=${!isTabEnabled(page)}
+              >
+                  <span>${page.values.name}</span>${closable ? closeSign : nothing}
+              </button>`,
+    );
 }
 
 /** For the pointer; by the keyboard it is the Delete key, since a tab holds no other control. */

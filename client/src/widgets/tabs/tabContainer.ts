@@ -1,9 +1,9 @@
-import { tabChanged, tabCloseRequested } from '../../protocol/events.ts';
+import { tabCloseRequested } from '../../protocol/events.ts';
 import { Kind } from '../../protocol/names.ts';
 import type { StoredObject } from '../../store/StoredObject.ts';
 import { baseAppliers, prototypeOf } from '../base.ts';
 import type { WidgetHost, WidgetKind } from '../WidgetKind.ts';
-import { countTabs, isVertical, showTabs } from './showTabs.ts';
+import { isVertical, showTabs, turnTo } from './showTabs.ts';
 
 /** A field set switches tabs and pages off natively. */
 const prototype = prototypeOf('fieldset', 'tabs', Kind.tabContainer);
@@ -14,9 +14,9 @@ list.setAttribute('role', 'tablist');
 prototype.append(list);
 
 /** Until its pages are in it there is nothing to show. */
-function show(element: HTMLElement, object: StoredObject): void {
+function show(element: HTMLElement, object: StoredObject, host: WidgetHost): void {
     if (element.parentElement !== null) {
-        showTabs(element, object);
+        showTabs(element, object, host);
     }
 }
 
@@ -27,20 +27,6 @@ function tabOf(target: EventTarget | null): HTMLElement | undefined {
 
 function indexOf(tab: HTMLElement): number {
     return Number(tab.dataset['index']);
-}
-
-function choose(
-    tab: HTMLElement,
-    object: StoredObject,
-    element: HTMLElement,
-    host: WidgetHost,
-): void {
-    const index = indexOf(tab);
-    if (index !== object.values.currentindex) {
-        object.values.currentindex = index;
-        showTabs(element, object);
-        host.send(object, tabChanged(object.id, index));
-    }
 }
 
 /** How far a key moves along the tabs; the first and the last are far enough away. */
@@ -77,7 +63,7 @@ function pressed(
         event.preventDefault();
         const next = neighbour(tab, step) ?? tab;
         next.focus();
-        choose(next, object, element, host);
+        turnTo(object, indexOf(next), host);
     } else if (event.key === 'Delete' && object.values.closable) {
         event.preventDefault();
         host.send(object, tabCloseRequested(object.id, indexOf(tab)));
@@ -93,23 +79,18 @@ export const tabContainer: WidgetKind = {
         element.querySelector<HTMLElement>(':scope > .tablist > [tabindex="0"]') ?? element,
     appliers: {
         ...baseAppliers,
-        tabcount: (element, count, object) => {
-            if (element.parentElement === null) {
-                countTabs(object, count);
-            }
-        },
-        currentindex: (element, _index, object) => show(element, object),
-        closable: (element, _closable, object) => show(element, object),
-        tabposition: (element, position, object) => {
+        currentindex: (element, _index, object, host) => show(element, object, host),
+        closable: (element, _closable, object, host) => show(element, object, host),
+        tabposition: (element, position, object, host) => {
             element.dataset['position'] = position;
-            show(element, object);
+            show(element, object, host);
         },
         documentmode: (element, on) => {
             element.toggleAttribute('data-document', on);
         },
     },
     events: {
-        click: (object, element, event, host) => {
+        click: (object, _element, event, host) => {
             const tab = tabOf(event.target);
             if (tab === undefined) {
                 return;
@@ -117,7 +98,7 @@ export const tabContainer: WidgetKind = {
             if ((event.target as Element).closest('.tab-close')) {
                 host.send(object, tabCloseRequested(object.id, indexOf(tab)));
             } else {
-                choose(tab, object, element, host);
+                turnTo(object, indexOf(tab), host);
             }
         },
         keydown: (object, element, event, host) => pressed(event, object, element, host),

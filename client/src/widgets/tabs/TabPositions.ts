@@ -1,0 +1,41 @@
+import { asId, isObject } from '../../protocol/guards.ts';
+import { Kind } from '../../protocol/names.ts';
+import type { StoredObject } from '../../store/StoredObject.ts';
+
+/**
+ * By which number the program knows each page of a tab container. A page that goes keeps its
+ * number, so that those of the pages behind it stay; a page that comes gets the next.
+ */
+export class TabPositions {
+    private readonly m_pages = new Map<number, number[]>();
+
+    /** The container's pages by number; undefined where one has gone. */
+    pagesOf(container: StoredObject): readonly (StoredObject | undefined)[] {
+        const ids = this.m_pages.get(container.id) ?? [];
+        const pages = container.children.filter((child) => child.type === Kind.tab);
+        for (const page of pages) {
+            if (!ids.includes(page.id)) {
+                ids.push(page.id);
+            }
+        }
+        this.m_pages.set(container.id, ids);
+        return ids.map((id) => pages.find((page) => page.id === id));
+    }
+
+    forget(container: number): void {
+        this.m_pages.delete(container);
+    }
+
+    store(): Record<string, readonly number[]> {
+        return Object.fromEntries(this.m_pages);
+    }
+
+    restore(stored: unknown): void {
+        for (const [id, pages] of Object.entries(isObject(stored) ? stored : {})) {
+            const ids = Array.isArray(pages) ? pages.map(asId) : [undefined];
+            if (ids.every((page) => page !== undefined)) {
+                this.m_pages.set(Number(id), ids);
+            }
+        }
+    }
+}
