@@ -113,7 +113,7 @@ async function timeRows(command, timeWindow, rows, widgets) {
     if (list.length !== widgets) throw new Error(`${list.length} rows in the document`);
     await page.close();
     const byHand = await openDialog(program.line);
-    hand.push(await byHand.evaluate(inPage.timeByHand, list));
+    hand.push(await byHand.evaluate(inPage.timeByHand, { list, inDialog: timeWindow === inPage.timeMixedWindow }));
     await byHand.close();
   }
   program.stop();
@@ -127,8 +127,8 @@ async function measureWindows() {
   report('10,000 widgets in the document / by hand', large.mine / large.hand, 1.5);
   report('10,000 widgets / 1,000 widgets', large.mine / small.mine, 12);
   const mixed = await timeRows(['bench_program', 0, 0, 0], inPage.timeMixedWindow, 1000, 5000);
-  console.log(`1,000 rows of text, edit, check box, combo box and button: ${mixed.mine.toFixed(1)} ms, by hand ${mixed.hand.toFixed(1)} ms`);
-  report('1,000 rows of five kinds in the document / by hand', mixed.mine / mixed.hand, 1.5);
+  console.log(`1,000 rows of text, edit, check box, combo box and button, laid out: ${mixed.mine.toFixed(1)} ms, in a bare dialog ${mixed.hand.toFixed(1)} ms`);
+  report('1,000 rows of five kinds laid out / in a bare dialog', mixed.mine / mixed.hand, 1.5);
 }
 
 /** On a page of its own, like the program's: a page that has done it before has its code compiled. */
