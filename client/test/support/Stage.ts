@@ -1,6 +1,6 @@
 import assert from 'node:assert/strict';
 import { after, test } from 'node:test';
-import type { Browser, Locator, Page } from 'playwright-core';
+import type { Browser, BrowserContextOptions, Locator, Page } from 'playwright-core';
 import { ROOT_CHANNEL } from '../../src/protocol/names.ts';
 import { launchBrowser, openTab } from './chromium.mjs';
 import { FakeGateway } from './FakeGateway.ts';
@@ -11,10 +11,15 @@ let browser: Promise<Browser> | undefined;
 after(async () => (await browser)?.close());
 
 /** A test on a page at a gateway; fails when the page threw or broke its policy. */
-export function onStage(name: string, play: (stage: Stage) => Promise<void>): void {
+export function onStage(
+    name: string,
+    play: (stage: Stage) => Promise<void>,
+    screen: BrowserContextOptions = {},
+): void {
     test(name, async () => {
         browser ??= launchBrowser() as Promise<Browser>;
-        const context = await (await browser).newContext({ viewport: { width: 900, height: 600 } });
+        const viewport = { width: 900, height: 600 };
+        const context = await (await browser).newContext({ viewport, ...screen });
         const gateway = new FakeGateway();
         const faults: string[] = [];
         try {
@@ -76,7 +81,7 @@ export class Stage {
     }
 
     /** Opens window `id` with these widgets in a box layout. */
-    async open(id: number, values: object, widgets: object[]): Promise<void> {
+    async open(id: number, values: object, widgets: readonly object[]): Promise<void> {
         const layout = { id: String(id + 1), type: 'BoxLayout', contents: widgets };
         const described = { id: String(id), type: 'Dialog', title: `Window ${id}`, ...values };
         await this.show({ ...described, contents: [layout] });
@@ -102,11 +107,12 @@ export class Stage {
         return this.gateway.until(same, `${name} ${JSON.stringify(value)}`);
     }
 
-    /** The events of an object in window 1, each as its name and value. */
+    /** The events of an object in window 1, each as its name and values. */
     events(id: number): unknown[] {
         return this.said(1)
             .filter((message) => message['id'] === String(id) && 'event' in message)
-            .map(({ event, value }) => (value === undefined ? event : [event, value]));
+            .map(({ id: _id, event, ...values }) => [event, ...Object.values(values)])
+            .map((event) => (event.length === 1 ? event[0] : event));
     }
 
     async untilEvents(id: number, expected: readonly unknown[]): Promise<void> {
