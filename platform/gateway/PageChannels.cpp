@@ -9,6 +9,7 @@ namespace {
 constexpr std::string_view kClientReady = "\"clientReady\"";
 constexpr std::string_view kClientDestroyed = "\"clientDestroyed\"";
 constexpr std::string_view kSnapshot = "\"snapshot\"";
+constexpr std::string_view kProperties = "\"properties\"";
 constexpr std::string_view kPing = "\"ping\"";
 
 void skipSpace(std::string_view& text) {
@@ -33,6 +34,19 @@ bool takeTokens(std::string_view& text, std::initializer_list<std::string_view> 
 bool isStatement(std::string_view text, std::string_view key, std::string_view clientId) {
     const std::string quoted = std::string("\"").append(clientId).append("\"");
     return takeTokens(text, {"{", key, ":", quoted, "}"}) && text.empty();
+}
+
+/// Whether a text asks for the model document, the whole of it or a list of properties. What the
+/// names are is for the document to know; here it counts that nothing else can hide among them.
+bool isSnapshotRequest(std::string_view text, std::string_view clientId) {
+    if (isStatement(text, kSnapshot, clientId))
+        return true;
+    const std::string quoted = std::string("\"").append(clientId).append("\"");
+    if (!takeTokens(text, {"{", kSnapshot, ":", quoted, ",", kProperties, ":", "["}))
+        return false;
+    const std::size_t end = text.find_first_of("[]{}\\");
+    text.remove_prefix(end == std::string_view::npos ? text.size() : end);
+    return takeTokens(text, {"]", "}"}) && text.empty();
 }
 
 std::string statement(std::string_view key, std::string_view clientId) {
@@ -60,7 +74,7 @@ PageChannels::Kind PageChannels::classify(std::string_view clientId, std::string
     if (channel == "." || (channel.substr(0, 2) == "./" && channel.size() > 2))
         return Kind::Own;
     if (channel == kDocument)
-        return isStatement(text, kSnapshot, clientId) ? Kind::Snapshot : Kind::Refused;
+        return isSnapshotRequest(text, clientId) ? Kind::Snapshot : Kind::Refused;
     if (channel != kRoot)
         return Kind::Refused;
     if (isStatement(text, kClientReady, clientId))
@@ -74,10 +88,6 @@ std::string PageChannels::clientReady(std::string_view clientId) {
 
 std::string PageChannels::clientDestroyed(std::string_view clientId) {
     return statement(kClientDestroyed, clientId);
-}
-
-std::string PageChannels::snapshot(std::string_view clientId) {
-    return statement(kSnapshot, clientId);
 }
 
 bool PageChannels::isPing(std::string_view text) {

@@ -33,9 +33,6 @@ public:
     static std::string clientReady(std::string_view clientId);
     static std::string clientDestroyed(std::string_view clientId);
 
-    /// A page's request for the model document, as it goes on that channel.
-    static std::string snapshot(std::string_view clientId);
-
     /// Whether a text of the root channel asks pages to announce themselves.
     static bool isPing(std::string_view text);
 };

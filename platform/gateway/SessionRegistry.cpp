@@ -134,8 +134,7 @@ const CloseReason* SessionRegistry::handle(const std::shared_ptr<Session>& sessi
             end(*session, close_reason::kSessionEnded);
             break;
         case PageChannels::Kind::Snapshot:
-            m_bus->publish(m_connector, PageChannels::kDocument,
-                           PageChannels::snapshot(session->id()));
+            m_bus->publish(m_connector, PageChannels::kDocument, std::string(record.text));
             break;
     }
     return nullptr;

@@ -1,10 +1,12 @@
 #include "model/DocumentMirror.h"
 
 #include <QByteArray>
+#include <QJsonArray>
 #include <QJsonDocument>
 #include <QJsonObject>
 #include <algorithm>
 #include <cstdint>
+#include <optional>
 #include <utility>
 #include <vector>
 
@@ -27,11 +29,27 @@ using pf::zero::Uuid;
 namespace {
 
 const QLatin1String s_snapshot("snapshot");
+const QLatin1String s_properties("properties");
 
-bool isRequest(const std::string& text) {
+/// What a page asks for; nothing if the text is no request.
+std::optional<DocumentFilter> parseRequest(const std::string& text) {
     const QByteArray json = QByteArray::fromRawData(text.data(), static_cast<int>(text.size()));
     const QJsonObject message = QJsonDocument::fromJson(json).object();
-    return message.size() == 1 && message.value(s_snapshot).isString();
+    if (!message.value(s_snapshot).isString()) {
+        return std::nullopt;
+    }
+    if (message.size() == 1) {
+        return DocumentFilter();
+    }
+    if (message.size() > 2 || !message.value(s_properties).isArray()) {
+        return std::nullopt;
+    }
+    std::vector<std::string> names;
+    const QJsonArray wanted = message.value(s_properties).toArray();
+    for (const QJsonValue name : wanted) {
+        names.push_back(name.toString().toStdString());
+    }
+    return DocumentFilter(std::move(names));
 }
 
 }  // namespace
@@ -42,6 +60,9 @@ public:
     explicit Implementation(Later later);
     ~Implementation() override;
 
+    bool hears(std::string_view property) const noexcept override {
+        return m_wanted.holds(property);
+    }
     void onChanges(const std::vector<Change>& batch) noexcept override;
 
 private:
@@ -60,7 +81,8 @@ private:
     TurnChanges m_changes;
     std::uint64_t m_version = 0;
     bool m_isFollowing = false;
-    bool m_isAsked = false;
+    DocumentFilter m_wanted;
+    std::optional<DocumentFilter> m_asked;  // answered at the turn's end
     bool m_willFlush = false;
     messaging::ConnectorMessageService m_messages{tdom_message_service};
 };
@@ -80,13 +102,14 @@ DocumentMirror::Implementation::~Implementation() {
 }
 
 void DocumentMirror::Implementation::hear(const std::string& text) {
-    if (!isRequest(text)) {
+    std::optional<DocumentFilter> asked = parseRequest(text);
+    if (!asked) {
         return;
     }
     if (!std::exchange(m_isFollowing, true)) {
         LivingModels::observe([this](const Ref<Model>& model) { follow(model); });
     }
-    m_isAsked = true;
+    m_asked = std::move(asked);
     flushLater();
 }
 
@@ -119,13 +142,14 @@ void DocumentMirror::Implementation::flush() {
         return;
     }
     sendPatch();
-    if (std::exchange(m_isAsked, false)) {
+    if (m_asked) {
+        m_wanted = *std::exchange(m_asked, std::nullopt);
         sendSnapshot();
     }
 }
 
 void DocumentMirror::Implementation::sendPatch() {
-    PatchText patch([this](const Uuid& uuid) { return find(uuid); });
+    PatchText patch([this](const Uuid& uuid) { return find(uuid); }, m_wanted);
     patch.write(m_changes);
     m_changes.clear();
     if (!patch.empty()) {
@@ -138,7 +162,7 @@ void DocumentMirror::Implementation::sendPatch() {
 
 void DocumentMirror::Implementation::sendSnapshot() {
     JsonText message = begin(s_snapshot.data());
-    DocumentText::write(message, m_models);
+    DocumentText::write(message, m_models, m_wanted);
     send(std::move(message));
 }
 

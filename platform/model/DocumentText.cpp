@@ -35,11 +35,11 @@ void write(JsonText& text, const pf::zero::Primitive& item) {
     std::visit(Writer{text}, item);
 }
 
-void write(JsonText& text, const pf::zero::ModelElement& element) {
+void write(JsonText& text, const pf::zero::ModelElement& element, const DocumentFilter& wanted) {
     text.raw(R"({"type":)");
     text.string(element.typeName());
-    element.visitProperties([&text](std::string_view name, const pf::zero::Value& value) {
-        if (!PropertyDefault::is(name, value)) {
+    element.visitProperties([&](std::string_view name, const pf::zero::Value& value) {
+        if (wanted.holds(name) && !PropertyDefault::is(name, value)) {
             text.raw(',');
             text.string(name);
             text.raw(':');
@@ -49,7 +49,8 @@ void write(JsonText& text, const pf::zero::ModelElement& element) {
     text.raw('}');
 }
 
-void write(JsonText& text, const std::vector<pf::zero::Ref<pf::zero::Model>>& models) {
+void write(JsonText& text, const std::vector<pf::zero::Ref<pf::zero::Model>>& models,
+           const DocumentFilter& wanted) {
     bool isFirst = true;
     text.raw('{');
     for (const auto& model : models) {
@@ -57,7 +58,7 @@ void write(JsonText& text, const std::vector<pf::zero::Ref<pf::zero::Model>>& mo
             text.raw(std::exchange(isFirst, false) ? "\"" : ",\"");
             text.raw(element.getUuid().toString());
             text.raw("\":");
-            write(text, element);
+            write(text, element, wanted);
         });
     }
     text.raw('}');

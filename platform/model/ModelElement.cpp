@@ -19,8 +19,8 @@ void ModelElement::removeRef() noexcept {
     delete this;
 }
 
-bool ModelElement::isRecorded() const noexcept {
-    return m_model != nullptr && m_model->isRecording();
+bool ModelElement::isRecorded(std::string_view property) const noexcept {
+    return m_model != nullptr && m_model->isRecording(property);
 }
 
 void ModelElement::record(std::string_view property, Value value, Value before) {

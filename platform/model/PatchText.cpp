@@ -70,7 +70,7 @@ void PatchText::write(const TurnChanges::Element& element) {
     if (element.isNew) {
         begin(element.existed ? "replace" : "add", path);
         m_text.raw(R"(,"value":)");
-        DocumentText::write(m_text, *m_find(element.uuid));
+        DocumentText::write(m_text, *m_find(element.uuid), m_wanted);
         m_text.raw('}');
     } else if (element.exists) {
         // Items before what refers to them, such as the index of the current one.

@@ -4,6 +4,7 @@
 #include <string>
 #include <string_view>
 
+#include "DocumentFilter.h"
 #include "JsonText.h"
 #include "TurnChanges.h"
 #include "model/ModelElement.h"
@@ -17,8 +18,10 @@ class PatchText {
 public:
     using Find = std::function<pf::zero::Ref<pf::zero::ModelElement>(const pf::zero::Uuid& uuid)>;
 
-    /// `find` gives the elements that there are, as they are at the end of the turn.
-    explicit PatchText(Find find) : m_find(std::move(find)) {}
+    /// `find` gives the elements that there are, as they are at the end of the turn. Of new ones
+    /// only what is `wanted` is written.
+    PatchText(Find find, const DocumentFilter& wanted)
+        : m_find(std::move(find)), m_wanted(wanted) {}
 
     void write(const TurnChanges& changes);
 
@@ -43,6 +46,7 @@ private:
     void begin(std::string_view operation, std::string_view path);
 
     Find m_find;
+    const DocumentFilter& m_wanted;
     JsonText m_text;
 };
 

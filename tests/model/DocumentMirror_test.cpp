@@ -29,6 +29,7 @@ TEST_F(DocumentMirrorTest, ListensToNobodyUntilAPageAsksProperly) {
     const auto text = tdom::Text::create(m_model);
     for (const char* const other :
          {"", "{}", "[]", R"({"snapshot":1})", R"(["snapshot"])", R"({"snapshot":"p","x":1})",
+          R"({"snapshot":"p","properties":"text"})", R"({"snapshot":"p","properties":[],"x":1})",
           R"({"snapshot":"p")", R"({"version":1,"patch":[]})"}) {
         publish(other);
         EXPECT_THAT(m_later, IsEmpty()) << other;
@@ -50,6 +51,28 @@ TEST_F(DocumentMirrorTest, FollowsEveryModelOfTheProcess) {
     second->setText(u"its model is kept");
     EXPECT_EQ(endTurn().size(), 1);
     EXPECT_EQ(snapshot().size(), 2);
+}
+
+TEST_F(DocumentMirrorTest, TellsOnlyOfWhatTheLastRequestWants) {
+    const auto box = tdom::ComboBox::create(m_model);
+    box->setTag(u"7");
+    box->setText(u"before");
+    box->getItemsMutable().push_back(u"a");
+    publish(R"({"snapshot":"p","properties":["entries"]})");
+    const QJsonObject document = endTurn().last()["snapshot"].toObject();
+    EXPECT_EQ(document.begin()->toObject().keys(), QStringList({"entries", "tag", "type"}));
+    box->setText(u"unheard");
+    EXPECT_THAT(m_later, IsEmpty()) << "the turn's end is nobody's business";
+    box->getItemsMutable().push_back(u"b");
+    const auto later = tdom::Text::create(m_model);
+    later->setText(u"unheard, too");
+    const QJsonArray patch = endTurn().last()["patch"].toArray();
+    ASSERT_EQ(patch.size(), 2);
+    EXPECT_EQ(patch[1]["value"].toObject().keys(), QStringList("type"));
+    ask();
+    endTurn();
+    later->setText(u"heard");
+    EXPECT_EQ(endTurn().size(), 1);
 }
 
 TEST_F(DocumentMirrorTest, WaitsForTheEndOfAGroupThatIsOpenWhenAPageAsks) {

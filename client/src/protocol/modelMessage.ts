@@ -1,5 +1,5 @@
 import { asCount, isObject, parseJson, type JsonObject } from './guards.ts';
-import { ModelKey } from './names.ts';
+import { ElementKey, ModelKey } from './names.ts';
 
 /** Down, model channel: the whole document, or what changed in it since the version before. */
 export type ModelMessage =
@@ -20,7 +20,10 @@ export function decodeModelMessage(text: string): ModelMessage | undefined {
     return Array.isArray(patch) ? { kind: 'patch', version, patch } : undefined;
 }
 
-/** Up, model channel: this page wants the whole document. */
+/** What no other message tells; of the rest the page would only hear a second time. */
+const WANTED = [ElementKey.entries, ElementKey.placeholder, ElementKey.checkable];
+
+/** Up, model channel: this page wants the document. */
 export function snapshotRequest(clientId: string): string {
-    return JSON.stringify({ [ModelKey.snapshot]: clientId });
+    return JSON.stringify({ [ModelKey.snapshot]: clientId, [ModelKey.properties]: WANTED });
 }

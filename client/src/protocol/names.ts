@@ -75,7 +75,12 @@ export const Event = {
 } as const;
 
 /** Members of the messages on the model document's channel. */
-export const ModelKey = { version: 'version', snapshot: 'snapshot', patch: 'patch' } as const;
+export const ModelKey = {
+    version: 'version',
+    snapshot: 'snapshot',
+    properties: 'properties',
+    patch: 'patch',
+} as const;
 
 /** Members of the model document's elements that the page reads. */
 export const ElementKey = {

@@ -1,5 +1,6 @@
 #pragma once
 
+#include <string_view>
 #include <vector>
 
 #include "model/Change.h"
@@ -10,6 +11,13 @@ namespace pf::zero {
 class ChangeListener {
 public:
     virtual ~ChangeListener() = default;
+
+    /// Whether changes of this property are to be recorded; all are unless the listener says
+    /// otherwise. Asked for every change, so it must be quick.
+    virtual bool hears(std::string_view property) const noexcept {
+        static_cast<void>(property);
+        return true;
+    }
 
     /// `batch` holds what was committed as one, oldest first; it is valid during the call only.
     /// Comes on the model's thread, from within the write that completed the batch. May read and

@@ -10,7 +10,9 @@ namespace tdom {
 /// Shows the document to the pages: all elements of all models of the process as one JSON object,
 /// over the connector `tdom_message_service` on the channel `tdom_channel`.
 ///
-/// A page asks with `{"snapshot":CLIENT}`; any other text is dropped. It gets
+/// A page asks with `{"snapshot":CLIENT}`, or with `{"snapshot":CLIENT,"properties":[NAME...]}`
+/// when it wants no others: writes of what nobody wants cost what they cost without a mirror. What
+/// is sent follows the last request. Any other text is dropped. It gets
 /// `{"version":N,"snapshot":DOCUMENT}`, and from then on every turn of the main loop in which
 /// something was committed sends `{"version":N,"patch":OPERATIONS}` with a JSON Patch (RFC 6902),
 /// where N counts up by one. What is committed as one batch is never spread over two patches. In

@@ -53,6 +53,10 @@ public:
 
     /// Whether changes are recorded, which is when there is a listener.
     bool isRecording() const noexcept { return m_listener != nullptr; }
+    /// Whether changes of this property are: when the listener hears them.
+    bool isRecording(std::string_view property) const noexcept {
+        return m_listener != nullptr && m_listener->hears(property);
+    }
 
     /// Whether records wait for their batch to be complete: a group is open, or a listener is being
     /// called. A listener hears of them for certain, so it may put off what needs their end.

@@ -54,7 +54,7 @@ protected:
         if (isSame(stored, given)) {
             return;
         }
-        if (!isRecorded()) {
+        if (!isRecorded(property)) {
             stored = given;
             return;
         }
@@ -86,7 +86,7 @@ private:
                (bytes == 0 || std::memcmp(stored.data(), given.data(), bytes) == 0);
     }
 
-    bool isRecorded() const noexcept;
+    bool isRecorded(std::string_view property) const noexcept;
     void record(std::string_view property, Value value, Value before = {});
 
     std::uint32_t m_references = 0;

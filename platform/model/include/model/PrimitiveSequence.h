@@ -84,7 +84,7 @@ private:
     }
 
     void recordEdit(std::size_t index, std::size_t removed, std::size_t inserted) {
-        if (m_owner.isRecorded()) {
+        if (m_owner.isRecorded(m_property)) {
             m_owner.record(m_property, edit(index, removed, inserted));
         }
     }

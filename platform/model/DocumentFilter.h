@@ -1,0 +1,28 @@
+#pragma once
+
+#include <algorithm>
+#include <optional>
+#include <string>
+#include <string_view>
+#include <vector>
+
+namespace tdom {
+
+/// Which properties of the elements pages want to hear of.
+class DocumentFilter {
+public:
+    /// All of them.
+    DocumentFilter() = default;
+    explicit DocumentFilter(std::vector<std::string> names) : m_names(std::move(names)) {}
+
+    /// The tag is always wanted: by it pages find an element.
+    bool holds(std::string_view property) const noexcept {
+        return !m_names || property == "tag" ||
+               std::find(m_names->begin(), m_names->end(), property) != m_names->end();
+    }
+
+private:
+    std::optional<std::vector<std::string>> m_names;
+};
+
+}  // namespace tdom
