@@ -20,7 +20,7 @@ const mayKnow = {
   'platform/runtime': platformRooms,
   include: [...beneathLibrary, ...libraryRooms],
   web: [...beneathLibrary, ...libraryRooms],
-  examples: ['runtime', 'toolkit', 'wiro'],
+  examples: ['runtime', 'toolkit', 'wiro', 'core', 'widgets'],
 };
 
 const rooms = Object.keys(mayKnow);
