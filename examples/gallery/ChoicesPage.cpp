@@ -48,6 +48,7 @@ void ChoicesPage::addChanging() {
     auto& rows = addGroup(u"Items come and go");
     auto& grid = add<DOVA::DVGridLayout2>(rows);
     auto& guests = addLabelled<DOVA::DVComboBox2>(grid, u"Guests", Items{u"Ada", u"Grace"});
+    guests.setSelection(0);
     guests.onSelect([this, &guests] { tell(u"Guest: " + guests.selectedItem()); });
     auto& name = addLabelled<DOVA::DVEdit2>(grid, u"New guest", u"Jana");
     auto& row = addRow(rows);

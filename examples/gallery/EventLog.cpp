@@ -16,8 +16,8 @@ EventLog::EventLog(DOVA::DVText2& text) : m_text(text), m_lines(s_shown, u" ") {
 }
 
 void EventLog::tell(const std::u16string& event) {
-    m_lines.pop_front();
-    m_lines.push_back(number(++m_count) + u". " + event);
+    m_lines.pop_back();
+    m_lines.push_front(number(++m_count) + u". " + event);
     showLines();
 }
 

@@ -7,7 +7,8 @@
 
 namespace gallery {
 
-/// The last things that happened, numbered, in a text that the user sees.
+/// The last things that happened, numbered, in a text that the user sees; the
+/// latest is the first.
 class EventLog {
 public:
     /// `text` outlives the log.

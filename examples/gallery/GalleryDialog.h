@@ -11,6 +11,7 @@
 #include "toolkit/DVBoxLayout2.h"
 #include "toolkit/DVDialog2.h"
 #include "toolkit/DVGroupBox2.h"
+#include "toolkit/DVPanel2.h"
 #include "toolkit/DVTabContainer2.h"
 #include "toolkit/DVText2.h"
 
@@ -23,8 +24,13 @@ public:
     ~GalleryDialog() override;
 
 private:
+    void addBook();
+    void addEvents();
+
     DOVA::DVBoxLayout2 m_rows;
-    DOVA::DVTabContainer2 m_book{this};
+    DOVA::DVPanel2 m_shelf{this};
+    DOVA::DVBoxLayout2 m_shelfRows;
+    DOVA::DVTabContainer2 m_book{&m_shelf};
     DOVA::DVGroupBox2 m_events{this, u"Events"};
     DOVA::DVBoxLayout2 m_eventRows;
     DOVA::DVText2 m_lastEvents{&m_events};

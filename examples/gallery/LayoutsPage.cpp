@@ -18,11 +18,12 @@ LayoutsPage::LayoutsPage(DOVA::DVTabContainer2* book, EventLog& log)
 void LayoutsPage::addGroups() {
     auto& rows = addGroup(u"Group boxes");
     auto& sample = add<DOVA::DVGroupBox2>(rows, u"Sample");
-    auto& inside = make<DOVA::DVGridLayout2>();
+    auto& inside = make<DOVA::DVBoxLayout2>();
     sample.setLayout(&inside);
-    auto& title = addLabelled<DOVA::DVEdit2>(inside, u"Its title", u"Sample");
+    auto& row = addRow(inside);
+    auto& title = addLabelled<DOVA::DVEdit2>(row, u"Its title", u"Sample");
     title.onEdit([&sample](const DOVA::DVEditEvent2& event) { sample.setTitle(event.text()); });
-    auto& flat = add<DOVA::DVCheckBox2>(rows, u"Flat");
+    auto& flat = add<DOVA::DVCheckBox2>(row, u"Flat");
     flat.onToggle([this, &sample, &flat] {
         sample.setFlat(flat.isChecked());
         tell(sample.isFlat() ? u"The group is flat" : u"The group has a frame");
@@ -47,7 +48,7 @@ void LayoutsPage::addColumn(DOVA::DVLayout2& row, const std::u16string& name) {
 
 // The cells are filled in the order of addition; their container says how many columns there are.
 void LayoutsPage::addGrid() {
-    constexpr int keys = 9;
+    constexpr int keys = 6;
     int columns[] = {3};
     auto& pad = add<DOVA::DVPanel2>(addGroup(u"A grid of three columns"));
     pad.setLayoutGrid(columns, 1);

@@ -69,12 +69,12 @@ void LooksPage::addColours(DOVA::DVLayout2& layout) {
 // leaves that side as it is.
 void LooksPage::addSizes(DOVA::DVLayout2& layout) {
     auto& row = addRow(layout);
-    addButton(row, u"At least 300 wide", [this] {
+    addButton(row, u"300 or wider", [this] {
         m_sample->setMinimumSize({300, -1});
         tell(u"At least " + number(m_sample->minimumSize().width));
     });
-    addButton(row, u"At least 60 high", [this] { m_sample->setMinimumSize({-1, 60}); });
-    addButton(row, u"At most 200 wide", [this] {
+    addButton(row, u"60 or higher", [this] { m_sample->setMinimumSize({-1, 60}); });
+    addButton(row, u"200 at most", [this] {
         m_sample->setMinimumSize({0, 0});
         m_sample->setMaximumSize({200, -1});
     });

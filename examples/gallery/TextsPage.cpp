@@ -34,8 +34,8 @@ void TextsPage::addNameButtons(DOVA::DVLayout2& rows, DOVA::DVEdit2& name) {
 void TextsPage::addTexts() {
     auto& rows = addGroup(u"Texts");
     add<DOVA::DVText2>(rows, u"A text has as many lines as it needs:\none,\ntwo,\nthree.");
-    add<DOVA::DVText2>(rows,
-                       u"<b>Markup</b> is shown as it stands, 文字 and עברית as they are read.");
+    add<DOVA::DVText2>(
+        rows, u"<b>Markup</b> is shown as it stands, Ελληνικά and עברית as they are read.");
     auto& counter = add<DOVA::DVText2>(rows, u"*");
     auto& row = addRow(rows);
     addButton(row, u"One star more", [&counter] { counter.setText(counter.text() + u"*"); });
