@@ -5,17 +5,18 @@ namespace gallery {
 GalleryDialog::GalleryDialog() {
     setTitle(u"Gallery");
     setIconWithPath(u"star.svg");
-    resize({600, 680});
     setLayout(&m_rows);
     addBook();
     addEvents();
 }
 
-// In a panel, which scrolls where the window is low: the events below it stay in sight.
+// As large as its largest page, so that the events below it stay where they are; and in a panel,
+// which may scroll instead of the whole window where that is low.
 void GalleryDialog::addBook() {
     m_rows.addWidget(&m_shelf);
     m_shelf.setLayout(&m_shelfRows);
     m_shelfRows.addWidget(&m_book);
+    m_book.setMinimumSize({580, 515});
 }
 
 void GalleryDialog::addEvents() {

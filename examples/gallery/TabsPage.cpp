@@ -52,7 +52,7 @@ void TabsPage::addSides() {
 
 // A page is hidden as a widget: setTabVisible() would hide the whole container.
 void TabsPage::addStates(DOVA::DVLayout2& row, DOVA::DVTabContainer2& tabs) {
-    auto& summer = add<DOVA::DVCheckBox2>(row, u"Summer");
+    auto& summer = add<DOVA::DVCheckBox2>(row, u"Enable summer");
     summer.setChecked(true);
     summer.onToggle([&tabs, &summer] { tabs.tab(1)->setTabEnabled(summer.isChecked()); });
     auto& autumn = add<DOVA::DVCheckBox2>(row, u"Show autumn");
