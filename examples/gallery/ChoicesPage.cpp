@@ -28,8 +28,9 @@ void ChoicesPage::addFixed() {
     size.onSelect([this](const DOVA::DVComboBoxSelectEvent2& event) {
         tell(u"Size " + number(event.index()) + u" is " + event.text());
     });
-    addButton(row, u"Next size",
-              [&size] { size.setSelection((size.selection() + 1) % size.count()); });
+    addButton(row, u"Next size", [&size] {
+        size.setSelection(size.selection() < size.count() - 1 ? size.selection() + 1 : 0);
+    });
 }
 
 void ChoicesPage::addEditable() {

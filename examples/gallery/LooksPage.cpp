@@ -1,5 +1,7 @@
 #include "LooksPage.h"
 
+#include <vector>
+
 #include "Words.h"
 #include "toolkit/DVCheckBox2.h"
 #include "toolkit/DVComboBox2.h"
@@ -10,21 +12,16 @@ namespace gallery {
 namespace {
 
 struct Scheme {
+    std::u16string name;
     DOVA::Color background;
     DOVA::Color foreground;
 };
 
-const std::vector<std::u16string> s_schemes{u"sea", u"sun", u"night"};
-
-Scheme schemeAt(int index) {
-    using DOVA::Color;
-    static const Scheme schemes[] = {
-        {Color::fromRgb(0, 92, 138), Color::fromRgb(255, 255, 255)},
-        {Color::fromRgb(255, 214, 64), Color::fromRgb(64, 32, 0)},
-        {Color::fromRgb(20, 20, 40), Color::fromRgb(200, 210, 255)},
-    };
-    return schemes[index];
-}
+const std::vector<Scheme> s_schemes{
+    {u"sea", DOVA::Color::fromRgb(0, 92, 138), DOVA::Color::fromRgb(255, 255, 255)},
+    {u"sun", DOVA::Color::fromRgb(255, 214, 64), DOVA::Color::fromRgb(64, 32, 0)},
+    {u"night", DOVA::Color::fromRgb(20, 20, 40), DOVA::Color::fromRgb(200, 210, 255)},
+};
 
 }  // namespace
 
@@ -57,12 +54,20 @@ void LooksPage::addToolTip(DOVA::DVLayout2& layout) {
 }
 
 void LooksPage::addColours(DOVA::DVLayout2& layout) {
-    auto& colours = addLabelled<DOVA::DVComboBox2>(layout, u"Colours", s_schemes);
-    colours.onSelect([this, &colours] {
-        const Scheme scheme = schemeAt(colours.selection());
-        m_sample->setColor(DOVA::ColorRole::Background, scheme.background);
-        m_sample->setColor(DOVA::ColorRole::Foreground, scheme.foreground);
-    });
+    auto& colours = addLabelled<DOVA::DVComboBox2>(layout, u"Colours");
+    for (const Scheme& scheme : s_schemes) {
+        colours.addItem(scheme.name);
+    }
+    colours.onSelect([this, &colours] { paint(colours.selectedItem()); });
+}
+
+void LooksPage::paint(const std::u16string& schemeName) {
+    for (const Scheme& scheme : s_schemes) {
+        if (scheme.name == schemeName) {
+            m_sample->setColor(DOVA::ColorRole::Background, scheme.background);
+            m_sample->setColor(DOVA::ColorRole::Foreground, scheme.foreground);
+        }
+    }
 }
 
 // Sizes reach the page once it shows the widget, so they are set by hand here. A negative number

@@ -14,6 +14,7 @@ private:
     void addStates(DOVA::DVLayout2& layout);
     void addToolTip(DOVA::DVLayout2& layout);
     void addColours(DOVA::DVLayout2& layout);
+    void paint(const std::u16string& schemeName);
     void addSizes(DOVA::DVLayout2& layout);
 
     DOVA::DVWidget2* m_sample = nullptr;

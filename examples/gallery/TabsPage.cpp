@@ -10,11 +10,13 @@ namespace {
 
 const std::vector<std::u16string> s_sides{u"above", u"below", u"left", u"right"};
 
-DOVA::Position sideAt(int index) {
+/// By name, since a selection may be any number that the display reports.
+DOVA::Position sideCalled(const std::u16string& name) {
     using DOVA::Position;
-    constexpr Position positions[] = {Position::North, Position::South, Position::West,
-                                      Position::East};
-    return positions[index];
+    return name == s_sides[1]   ? Position::South
+           : name == s_sides[2] ? Position::West
+           : name == s_sides[3] ? Position::East
+                                : Position::North;
 }
 
 /// A page with a text in it, which belongs to the page.
@@ -41,11 +43,15 @@ void TabsPage::addSides() {
     for (const char16_t* name : {u"Spring", u"Summer", u"Autumn"}) {
         fill(tabs.make<DOVA::DVTab2>(name), std::u16string(name) + u" has three months.");
     }
-    tabs.onCurrentChanged([this, &tabs] { tell(u"It is " + tabs.currentTab()->name()); });
+    tabs.onCurrentChanged([this, &tabs] {
+        if (const DOVA::DVTab2* season = tabs.currentTab()) {
+            tell(u"It is " + season->name());
+        }
+    });
     auto& row = addRow(rows);
     auto& side = addLabelled<DOVA::DVComboBox2>(row, u"Tabs", s_sides);
     side.setSelection(0);
-    side.onSelect([&tabs, &side] { tabs.setTabPosition(sideAt(side.selection())); });
+    side.onSelect([&tabs, &side] { tabs.setTabPosition(sideCalled(side.selectedItem())); });
     addButton(row, u"Back to spring", [&tabs] { tabs.setCurrentIndex(0); });
     addStates(row, tabs);
 }
