@@ -1,46 +1,112 @@
 #include "Document.h"
 
 #include <algorithm>
+#include <utility>
 
 #include "JsonString.h"
 
 namespace jsonpad {
 
-const std::u16string& Document::text(std::size_t member) const {
-    const auto typed = m_notNumbers.find(member);
-    return typed != m_notNumbers.end() ? typed->second : members()[member].value;
-}
-
-void Document::remember(std::size_t member) {
-    m_saved.try_emplace(member, members()[member].value);
-}
-
-bool Document::enter(std::size_t member, const std::u16string& text) {
-    remember(member);
-    if (members()[member].kind == JsonKind::String) {
-        return m_file.setString(member, text);
+Document::Document(JsonFile file) : m_file(std::move(file)) {
+    for (std::size_t member = 0; member < members().size(); ++member) {
+        if (members()[member].kind == JsonKind::List) {
+            m_lists.emplace(member, m_file.savedToken(member));
+        }
     }
+}
+
+const std::vector<JsonList::Element>& Document::elements(std::size_t member) const {
+    return m_lists.at(member).elements();
+}
+
+JsonKind Document::kind(const Place& place) const {
+    return place.element ? elements(place.member)[*place.element].kind
+                         : members()[place.member].kind;
+}
+
+const std::u16string& Document::text(const Place& place) const {
+    if (place.element) {
+        return elements(place.member)[*place.element].text;
+    }
+    const auto typed = m_notNumbers.find(place.member);
+    return typed != m_notNumbers.end() ? typed->second : members()[place.member].value;
+}
+
+bool Document::isValid(const Place& place) const {
+    return place.element ? elements(place.member)[*place.element].isValid
+                         : m_invalid.count(place.member) == 0;
+}
+
+bool Document::enter(const Place& place, const std::u16string& text) {
+    if (place.element) {
+        const bool isValid = m_lists.at(place.member).set(*place.element, text);
+        takeList(place.member);
+        return isValid;
+    }
+    return kind(place) == JsonKind::String ? m_file.setString(place.member, text)
+                                           : enterNumber(place.member, text);
+}
+
+bool Document::enter(const Place& place, bool value) {
+    return place.element ? enter(place, std::u16string(value ? u"true" : u"false"))
+                         : m_file.setBoolean(place.member, value);
+}
+
+bool Document::enterNumber(std::size_t member, const std::u16string& text) {
     if (m_file.setNumber(member, text)) {
         m_notNumbers.erase(member);
+        m_invalid.erase(member);
         return true;
     }
     // Not "the number typed so far": nobody asked for half of a number to be saved.
-    m_file.setNumber(member, m_saved.at(member));
+    m_file.revert(member);
     m_notNumbers[member] = text;
+    m_invalid.insert(member);
     return false;
 }
 
-bool Document::enter(std::size_t member, bool value) {
-    remember(member);
-    return m_file.setBoolean(member, value);
+void Document::addElement(std::size_t list) {
+    m_lists.at(list).add();
+    takeList(list);
+}
+
+void Document::removeElement(std::size_t list, std::size_t element) {
+    m_lists.at(list).remove(element);
+    takeList(list);
+}
+
+void Document::takeList(std::size_t member) {
+    const JsonList& list = m_lists.at(member);
+    if (list.isValid()) {
+        m_invalid.erase(member);
+    } else {
+        m_invalid.insert(member);
+    }
+    m_file.setList(member, list);
 }
 
 std::vector<std::size_t> Document::modified() const {
     std::vector<std::size_t> result;
-    for (const auto& [member, saved] : m_saved) {
-        if (text(member) != saved) {
+    for (std::size_t member = 0; member < members().size(); ++member) {
+        if (m_file.isModified(member) || m_invalid.count(member) > 0) {
             result.push_back(member);
         }
+    }
+    return result;
+}
+
+std::vector<std::u16string> Document::path(std::size_t member) const {
+    std::vector<std::u16string> result;
+    for (std::size_t at = member; at != JsonOutline::root; at = members()[at].parent) {
+        result.insert(result.begin(), members()[at].key);
+    }
+    return result;
+}
+
+std::string Document::name(std::size_t member) const {
+    std::string result;
+    for (const std::u16string& key : path(member)) {
+        result += (result.empty() ? "" : ".") + encodeJsonString(key);
     }
     return result;
 }
@@ -49,7 +115,7 @@ std::string Document::names(const std::vector<std::size_t>& listed) const {
     constexpr std::size_t most = 3;
     std::string result;
     for (std::size_t index = 0; index < std::min(listed.size(), most); ++index) {
-        result += (index == 0 ? "" : ", ") + encodeJsonString(members()[listed[index]].key);
+        result += (index == 0 ? "" : ", ") + name(listed[index]);
     }
     return listed.size() <= most
                ? result
@@ -57,18 +123,25 @@ std::string Document::names(const std::vector<std::size_t>& listed) const {
 }
 
 void Document::save(JsonFile::IfChanged ifChanged) {
+    const std::vector<std::size_t> written = modified();
     m_file.save(ifChanged);
-    m_saved.clear();
-    for (const auto& [member, typed] : m_notNumbers) {
-        remember(member);
+    for (const std::size_t member : written) {
+        if (const auto list = m_lists.find(member); list != m_lists.end()) {
+            list->second.markSaved();
+        }
     }
 }
 
 std::vector<std::size_t> Document::revert() {
-    const std::vector<std::size_t> changed = modified();
+    std::vector<std::size_t> changed = modified();
     m_file.revert();
     m_notNumbers.clear();
-    m_saved.clear();
+    m_invalid.clear();
+    for (const std::size_t member : changed) {
+        if (const auto list = m_lists.find(member); list != m_lists.end()) {
+            list->second = JsonList(m_file.savedToken(member));
+        }
+    }
     return changed;
 }
 

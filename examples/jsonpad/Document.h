@@ -2,39 +2,55 @@
 
 #include <cstddef>
 #include <map>
+#include <optional>
+#include <set>
 #include <string>
-#include <utility>
 #include <vector>
 
 #include "JsonFile.h"
+#include "JsonList.h"
 
 namespace jsonpad {
 
 /// The file as a person edits it: what stands in each field, also where that is no value (yet).
 class Document {
 public:
-    explicit Document(JsonFile file) : m_file(std::move(file)) {}
+    /// A value that has a field of its own: a member, or an element of a member that is a list.
+    struct Place {
+        std::size_t member;
+        std::optional<std::size_t> element{};
+    };
+
+    explicit Document(JsonFile file);
 
     const std::vector<JsonFile::Member>& members() const { return m_file.members(); }
+    /// The elements of a member that is a list, as they are edited.
+    const std::vector<JsonList::Element>& elements(std::size_t member) const;
 
-    /// What the member's field shows: its value, or the text that is not the number it has to be.
-    const std::u16string& text(std::size_t member) const;
+    JsonKind kind(const Place& place) const;
+    /// What the field shows: the value, or the text that is not the number it has to be.
+    const std::u16string& text(const Place& place) const;
+    bool isValid(const Place& place) const;
 
-    /// Takes over what was typed or switched. False when the text is not a number where one has to
-    /// be: it is kept, and the number counts as unedited until it is one.
-    bool enter(std::size_t member, const std::u16string& text);
-    bool enter(std::size_t member, bool value);
+    /// Takes over what was typed, chosen or switched. False when the text is not a number where one
+    /// has to be: it is kept, and the number counts as unedited until it is one.
+    bool enter(const Place& place, const std::u16string& text);
+    bool enter(const Place& place, bool value);
+
+    /// Adds an element to the end of a list, or takes one out.
+    void addElement(std::size_t list);
+    void removeElement(std::size_t list, std::size_t element);
 
     /// Whether anything differs from the file.
-    bool isModified() const { return m_file.isModified() || !m_notNumbers.empty(); }
-
+    bool isModified() const { return m_file.isModified() || !m_invalid.empty(); }
     /// The members whose fields differ from the file, in their order.
     std::vector<std::size_t> modified() const;
+    /// The members in whose fields texts are not the numbers they have to be.
+    const std::set<std::size_t>& invalid() const { return m_invalid; }
 
-    /// The members whose texts are not the numbers they have to be, and those texts.
-    const std::map<std::size_t, std::u16string>& notNumbers() const { return m_notNumbers; }
-
-    /// The names of some members, the first few at least, as a sentence lists them; UTF-8.
+    /// The keys of the objects around a member, from the root's down, and its own.
+    std::vector<std::u16string> path(std::size_t member) const;
+    /// The paths of some members, the first few at least, as a sentence lists them; UTF-8.
     std::string names(const std::vector<std::size_t>& members) const;
 
     /// Writes what can be written; texts that are not numbers stay behind, modified. Throws as
@@ -45,11 +61,14 @@ public:
     std::vector<std::size_t> revert();
 
 private:
-    void remember(std::size_t member);
+    bool enterNumber(std::size_t member, const std::u16string& text);
+    void takeList(std::size_t member);
+    std::string name(std::size_t member) const;
 
     JsonFile m_file;
-    std::map<std::size_t, std::u16string> m_saved;  ///< the saved values of what was touched
+    std::map<std::size_t, JsonList> m_lists;
     std::map<std::size_t, std::u16string> m_notNumbers;
+    std::set<std::size_t> m_invalid;
 };
 
 }  // namespace jsonpad

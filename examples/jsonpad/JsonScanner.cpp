@@ -50,6 +50,12 @@ std::vector<JsonMember> JsonScanner::scan(std::string_view text) {
     return members;
 }
 
+std::vector<JsonMember> JsonScanner::elements(std::string_view array) {
+    std::vector<JsonMember> elements;
+    JsonScanner(array).array(&elements);
+    return elements;
+}
+
 std::size_t JsonScanner::numberLength(std::string_view text) {
     const std::size_t sign = text.substr(0, 1) == "-" ? 1 : 0;
     const std::string_view digits = text.substr(sign);
@@ -93,35 +99,44 @@ void JsonScanner::object(std::vector<JsonMember>* members) {
 
 JsonMember JsonScanner::member() {
     skipSpace();
-    JsonMember result{};
-    const std::size_t keyStart = m_at;
+    const std::size_t start = m_at;
     if (peek() != '"') {
         fail("a key in double quotes is expected here");
     }
     string();
-    result.key = since(keyStart);
+    const std::string_view key = since(start);
     skipSpace();
     expect(':', "\":\" is expected after a key");
+    JsonMember result = element();
+    result.key = key;
+    return result;
+}
+
+JsonMember JsonScanner::element() {
     skipSpace();
-    const std::size_t valueStart = m_at;
-    result.kind = value();
-    result.value = since(valueStart);
+    const std::size_t start = m_at;
+    const JsonKind kind = value();
+    const JsonMember result{{}, since(start), kind};
     skipSpace();
     return result;
 }
 
-void JsonScanner::array() {
+JsonKind JsonScanner::array(std::vector<JsonMember>* elements) {
     expect('[', "\"[\" is expected here");
     skipSpace();
     if (take(']')) {
-        return;
+        return JsonKind::List;
     }
+    JsonKind result = JsonKind::List;
     do {
-        skipSpace();
-        value();
-        skipSpace();
+        const JsonMember found = element();
+        result = found.kind > JsonKind::Null ? JsonKind::Nested : result;
+        if (elements != nullptr) {
+            elements->push_back(found);
+        }
     } while (take(','));
     expect(']', "\",\" or \"]\" is expected after an item");
+    return result;
 }
 
 JsonKind JsonScanner::value() {
@@ -148,13 +163,14 @@ JsonKind JsonScanner::nested() {
     if (++m_depth >= depthLimit) {
         fail("the values are nested too deeply");
     }
+    JsonKind result = JsonKind::Object;
     if (peek() == '{') {
         object(nullptr);
     } else {
-        array();
+        result = array(nullptr);
     }
     --m_depth;
-    return JsonKind::Nested;
+    return result;
 }
 
 void JsonScanner::string() {

@@ -6,10 +6,11 @@
 
 namespace jsonpad {
 
-enum class JsonKind { String, Number, Boolean, Null, Nested };
+/// A list is an array that holds no array and no object; any other array is nested.
+enum class JsonKind { String, Number, Boolean, Null, List, Object, Nested };
 
 /// A member of an object, as views into the scanned text: the key with its quotes, the value from
-/// its first byte to its last.
+/// its first byte to its last. An element of an array has no key.
 struct JsonMember {
     std::string_view key;
     std::string_view value;
@@ -31,6 +32,9 @@ public:
     /// `JsonError` when `text` is not exactly one JSON object.
     static std::vector<JsonMember> scan(std::string_view text);
 
+    /// The elements of an array in their order. REQUIRES: `array` is the value of a scanned member.
+    static std::vector<JsonMember> elements(std::string_view array);
+
     /// The length of the JSON number that `text` begins with; 0 when it begins with none.
     static std::size_t numberLength(std::string_view text);
 
@@ -39,8 +43,9 @@ private:
 
     void root(std::vector<JsonMember>& members);
     void object(std::vector<JsonMember>* members);
-    void array();
+    JsonKind array(std::vector<JsonMember>* elements);
     JsonMember member();
+    JsonMember element();
     JsonKind value();
     JsonKind nested();
     void string();

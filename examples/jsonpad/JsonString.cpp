@@ -1,5 +1,6 @@
 #include "JsonString.h"
 
+#include <algorithm>
 #include <boost/locale/encoding_utf.hpp>
 #include <charconv>
 
@@ -90,6 +91,22 @@ std::string encodeJsonString(std::u16string_view text) {
         }
     }
     return result + '"';
+}
+
+std::string encodeJsonNumber(std::u16string_view text) {
+    if (std::any_of(text.begin(), text.end(), [](char16_t unit) { return unit >= 0x80; })) {
+        return {};
+    }
+    std::string token(text.size(), '\0');
+    std::transform(text.begin(), text.end(), token.begin(),
+                   [](char16_t unit) { return static_cast<char>(unit); });
+    return JsonScanner::numberLength(token) == token.size() ? token : std::string();
+}
+
+std::u16string decodeJson(JsonKind kind, std::string_view token) {
+    return kind == JsonKind::String ? decodeJsonString(token)
+           : kind > JsonKind::Null  ? compactJson(token)
+                                    : toUtf16(token);
 }
 
 std::u16string compactJson(std::string_view value) {

@@ -6,8 +6,10 @@
 
 namespace jsonpad {
 
-Jsonpad::Jsonpad(Document& document, const std::string& path)
-    : m_document(document), m_fileName(toUtf16(std::filesystem::path(path).filename().string())) {}
+Jsonpad::Jsonpad(Document& document, const JsonSchema& schema, const std::string& path)
+    : m_document(document),
+      m_schema(schema),
+      m_fileName(toUtf16(std::filesystem::path(path).filename().string())) {}
 
 void Jsonpad::show() {
     m_question.reset();
@@ -17,7 +19,8 @@ void Jsonpad::show() {
 
 void Jsonpad::buildDialog() {
     m_windowAskedToClose = false;
-    m_dialog = std::make_unique<PadDialog>(m_document, m_fileName);
+    m_dialog =
+        std::make_unique<PadDialog>(m_document, m_schema, m_fileName, [this] { reopenDialog(); });
     m_dialog->saveButton().onClick([this] { save(JsonFile::IfChanged::Refuse); });
     m_dialog->revertButton().onClick([this] { revert(); });
     m_dialog->closeButton().onClick([this] { close(); });
@@ -26,7 +29,9 @@ void Jsonpad::buildDialog() {
 
 void Jsonpad::reopenDialog() {
     const auto place = m_dialog->frameGeometry();
+    const int tab = m_dialog->form().tab();
     buildDialog();
+    m_dialog->form().setTab(tab);
     if (place.width > 0) {
         m_dialog->setFrameGeometry(place);
     }

@@ -4,6 +4,7 @@
 #include <string>
 
 #include "Document.h"
+#include "JsonSchema.h"
 #include "PadDialog.h"
 #include "QuestionDialog.h"
 
@@ -12,8 +13,9 @@ namespace jsonpad {
 /// One document, the dialog that shows it, and at times a question about it.
 class Jsonpad {
 public:
-    /// `document` outlives this object; `path` is the name under which the user knows it.
-    Jsonpad(Document& document, const std::string& path);
+    /// `document` and `schema`, which tells the choices in it, outlive this object; `path` is the
+    /// name under which the user knows the document.
+    Jsonpad(Document& document, const JsonSchema& schema, const std::string& path);
 
     /// Shows the document in its present state, unsaved edits included, in a new dialog: there is
     /// a new page, which knows nothing of what an earlier one showed.
@@ -36,6 +38,7 @@ private:
     void askWhetherToOverwrite(const std::string& reason);
 
     Document& m_document;
+    const JsonSchema& m_schema;
     const std::u16string m_fileName;
     std::unique_ptr<PadDialog> m_dialog;
     std::unique_ptr<QuestionDialog> m_question;

@@ -5,21 +5,25 @@
 #include <vector>
 
 #include "Document.h"
+#include "Field.h"
+#include "Form.h"
+#include "JsonSchema.h"
 #include "toolkit/DVBoxLayout2.h"
 #include "toolkit/DVButton2.h"
 #include "toolkit/DVDialog2.h"
-#include "toolkit/DVGridLayout2.h"
 #include "toolkit/DVPanel2.h"
 #include "toolkit/DVText2.h"
 
 namespace jsonpad {
 
-/// Shows a document, one row a member, and writes into it what the user does. What the buttons
-/// mean is for its owner to say.
+/// Shows a document in a form, with its state and the buttons below. What the buttons mean is for
+/// its owner to say.
 class PadDialog : public DOVA::DVDialog2 {
 public:
-    /// `document` outlives the dialog.
-    PadDialog(Document& document, std::u16string fileName);
+    /// `document` and `schema` outlive the dialog. `onFull`, which may delete it, is called when
+    /// there is something to show that only a new dialog can.
+    PadDialog(Document& document, const JsonSchema& schema, std::u16string fileName,
+              Field::Handler onFull);
     ~PadDialog() override;
 
     /// Says in the title that everything is saved, until the next edit.
@@ -27,29 +31,22 @@ public:
     /// Shows the document's present values in the fields of these members.
     void showAgain(const std::vector<std::size_t>& members);
 
+    Form& form() { return m_form; }
     DOVA::DVButton2& saveButton() { return m_save; }
     DOVA::DVButton2& revertButton() { return m_revert; }
     DOVA::DVButton2& closeButton() { return m_close; }
 
 private:
-    void addRows();
-    DOVA::DVWidget2& makeField(std::size_t member);
-    DOVA::DVWidget2& makeEdit(std::size_t member);
-    DOVA::DVWidget2& makeCheckBox(std::size_t member);
-    DOVA::DVWidget2& makeText(std::size_t member);
     void addButtons();
-
-    void edited(std::size_t member, bool isValid);
     void showState();
     void showTitle(const std::u16string& state);
     std::u16string status() const;
 
     Document& m_document;
     const std::u16string m_fileName;
-    std::vector<DOVA::DVWidget2*> m_fields;
     std::u16string m_title;
     DOVA::DVBoxLayout2 m_rows;
-    DOVA::DVGridLayout2 m_grid;
+    Form m_form;
     DOVA::DVText2 m_status;
     DOVA::DVPanel2 m_buttons;
     DOVA::DVBoxLayout2 m_buttonRow;

@@ -5,6 +5,7 @@
 
 #include "Document.h"
 #include "JsonFile.h"
+#include "JsonSchema.h"
 #include "Jsonpad.h"
 #include "runtime/Host.h"
 #include "runtime/HostCommandLine.h"
@@ -18,10 +19,11 @@ void tellWhatIsLost(const jsonpad::Document& document, const std::string& path) 
     }
 }
 
-int edit(const std::string& path, const DOVA::runtime::HostOptions& options) {
+int edit(const std::string& path, const jsonpad::JsonSchema& schema,
+         const DOVA::runtime::HostOptions& options) {
     jsonpad::Document document(jsonpad::JsonFile::load(path));
     DOVA::runtime::Host host(options);
-    jsonpad::Jsonpad jsonpad(document, path);
+    jsonpad::Jsonpad jsonpad(document, schema, path);
     host.onPage([&] { jsonpad.show(); });
     host.onShutdown([&] { tellWhatIsLost(document, path); });
     std::cout << host.address() << std::endl;
@@ -31,15 +33,20 @@ int edit(const std::string& path, const DOVA::runtime::HostOptions& options) {
 }  // namespace
 
 int main(int argc, char** argv) {
-    CLI::App app("Edits the members of a JSON object in a browser.", "jsonpad");
+    CLI::App app("Edits a JSON file, which holds an object, in a browser.", "jsonpad");
     DOVA::runtime::HostCommandLine commandLine(app);
     std::string path;
     app.add_option("FILE", path, "The JSON file; it must hold an object")->required();
+    std::string schema;
+    app.add_option("--schema", schema,
+                   "A JSON Schema; texts that it has an enum for are chosen from a list");
     if (const auto exitCode = commandLine.parse(argc, argv)) {
         return *exitCode;
     }
     try {
-        return edit(path, commandLine.options());
+        const bool hasSchema = app.count("--schema") > 0;
+        return edit(path, hasSchema ? jsonpad::JsonSchema::load(schema) : jsonpad::JsonSchema(),
+                    commandLine.options());
     } catch (const std::exception& error) {
         std::cerr << "jsonpad: " << error.what() << "\n";
         return 1;

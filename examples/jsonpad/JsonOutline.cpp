@@ -1,0 +1,77 @@
+#include "JsonOutline.h"
+
+#include <utility>
+
+#include "JsonString.h"
+
+namespace jsonpad {
+
+JsonOutline::JsonOutline(std::string text) : m_text(std::move(text)) {
+    open(JsonScanner::scan(m_text), root, 1);
+}
+
+void JsonOutline::open(const std::vector<JsonMember>& found, std::size_t parent,
+                       std::size_t depth) {
+    for (const JsonMember& member : found) {
+        add(member, parent, depth);
+    }
+}
+
+void JsonOutline::add(const JsonMember& found, std::size_t parent, std::size_t depth) {
+    const bool isTooLong =
+        found.kind == JsonKind::List && JsonScanner::elements(found.value).size() > listLimit;
+    const bool isNested = isTooLong || found.kind == JsonKind::Object;
+    const JsonKind kind = isNested ? JsonKind::Nested : found.kind;
+    const std::size_t index = m_members.size();
+    m_spans.push_back(
+        {static_cast<std::size_t>(found.value.data() - m_text.data()), found.value.size()});
+    m_members.push_back({decodeJsonString(found.key), kind, {}, parent});
+    if (found.kind == JsonKind::Object && depth < depthLimit) {
+        openObject(found, index, depth + 1);
+    }
+    if (m_members[index].kind != JsonKind::Object) {
+        say(index, decodeJson(kind, found.value));
+    }
+}
+
+void JsonOutline::openObject(const JsonMember& found, std::size_t index, std::size_t depth) {
+    const std::vector<JsonMember> inside = JsonScanner::scan(found.value);
+    if (!inside.empty() && inside.size() <= m_room) {
+        m_room -= inside.size();
+        m_members[index].kind = JsonKind::Object;
+        open(inside, index, depth);
+    }
+}
+
+std::string_view JsonOutline::token(std::size_t index) const {
+    return std::string_view(m_text).substr(m_spans[index].offset, m_spans[index].length);
+}
+
+std::string JsonOutline::textWith(const Edits& edits) const {
+    std::string result;
+    std::size_t copied = 0;
+    for (const auto& [index, token] : edits) {
+        const Span& span = m_spans[index];
+        result.append(m_text, copied, span.offset - copied).append(token);
+        copied = span.offset + span.length;
+    }
+    return result.append(m_text, copied, std::string::npos);
+}
+
+JsonOutline JsonOutline::with(const Edits& edits) const {
+    JsonOutline result(*this);
+    result.m_text = textWith(edits);
+    std::size_t grown = 0;
+    for (std::size_t index = 0; index < m_spans.size(); ++index) {
+        Span& span = result.m_spans[index];
+        span.offset += grown;
+        if (const auto edit = edits.find(index); edit != edits.end()) {
+            // What shrinks wraps around and comes back with the next addition.
+            grown += edit->second.size() - span.length;
+            span.length = edit->second.size();
+        }
+    }
+    return result;
+}
+
+}  // namespace jsonpad
