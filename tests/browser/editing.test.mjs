@@ -58,16 +58,14 @@ onScene('every kind of value is shown as what it is, and revert brings it back',
     };
     const expected = ['90071992547409931234', '1.5e1', 'Šárka Nováková', '1883', true, false];
     assert.deepEqual(await shown(), expected);
-    await page.getByText('["thermometer","barometer","rain gauge"]').waitFor();
-    await page.getByText('{"latitude":50.0875,"longitude":14.4214}').waitFor();
-    await page.getByText('13 members').waitFor();
+    await page.getByText('14 members').waitFor();
 
     await page.getByLabel('operator').fill('nobody');
     await page.getByLabel('port').fill('x');
     await page.getByLabel('enabled').uncheck();
     await scene.dialog(page, 'modified').waitFor();
     await scene.press(page, 'Revert');
-    await page.getByText('13 members').waitFor();
+    await page.getByText('14 members').waitFor();
     await page.locator('[data-type="CheckBox"] input:checked').waitFor();
     assert.deepEqual(await shown(), expected);
     await page.getByRole('dialog', { name: scene.name, exact: true }).waitFor();
@@ -77,14 +75,14 @@ onScene('every kind of value is shown as what it is, and revert brings it back',
 
 const odd = {
     '<b>key</b>': '<img src=x onerror=alert(1)>',
-    n: [' & <i>nested</i>'],
+    n: [[' & <i>nested</i>']],
     poem: 'one\ntwo',
 };
 
 const showsOdd = async (scene) => {
     const page = await scene.open();
     assert.equal(await page.getByLabel('<b>key</b>').inputValue(), odd['<b>key</b>']);
-    await page.getByText('[" & <i>nested</i>"]').waitFor();
+    await page.getByText('[[" & <i>nested</i>"]]').waitFor();
     await page.getByText('one\ntwo').waitFor();
     assert.equal(await page.locator('input').count(), 1, 'the poem is only shown');
 };
@@ -106,7 +104,7 @@ onScene('a number that is none is refused, named and not saved, all else is', as
     await scene.dialog(page, 'modified').waitFor();
 
     await port.fill('1884');
-    await page.getByText('13 members').waitFor();
+    await page.getByText('14 members').waitFor();
     await scene.save(page);
     await scene.assertText(broker, ['"port": 1883', '"port": 1884']);
 });

@@ -4,25 +4,30 @@ import { mkdtemp, readFile, rm, writeFile } from 'node:fs/promises';
 import { tmpdir } from 'node:os';
 import { basename, join } from 'node:path';
 import { after, test } from 'node:test';
+import { fileURLToPath } from 'node:url';
 import { launchBrowser, openTab } from '../../../client/test/support/chromium.mjs';
 import { Program } from './Program.mjs';
 
+export function pathInTree(path) {
+    return fileURLToPath(new URL(`../../../${path}`, import.meta.url));
+}
+
 /** The text of a file of this repository. */
 export function inTree(path) {
-    return readFileSync(new URL(`../../../${path}`, import.meta.url), 'utf8');
+    return readFileSync(pathInTree(path), 'utf8');
 }
 
 let shared;
 after(async () => (await shared)?.close());
 const sample = inTree('examples/jsonpad/sample.json');
 
-/** A test with jsonpad on a file with this text. */
-export function onScene(name, play, text = sample, fileName = 'sample.json') {
+/** A test with jsonpad on a file with this text, started with further options. */
+export function onScene(name, play, text = sample, fileName = 'sample.json', options = []) {
     test(name, async () => {
         const folder = await mkdtemp(join(tmpdir(), 'jsonpad-'));
         const file = join(folder, fileName);
         await writeFile(file, text);
-        const scene = new Scene(file, text, await Program.start('jsonpad', file));
+        const scene = new Scene(file, text, await Program.start('jsonpad', ...options, file));
         shared ??= launchBrowser();
         await scene.in(await shared);
         try {

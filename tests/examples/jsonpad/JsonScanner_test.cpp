@@ -18,7 +18,7 @@ std::string scan(const std::string& text) {
     std::string result;
     try {
         for (const auto& member : JsonScanner::scan(text)) {
-            result += std::string(member.key) + "SBN0["[static_cast<int>(member.kind)] +
+            result += std::string(member.key) + "SNB0L{["[static_cast<int>(member.kind)] +
                       std::string(member.value) + ";";
         }
     } catch (const JsonError& error) {
@@ -39,9 +39,11 @@ const Row rows[] = {
     {"empty", "", "line 1, column 1: the text ends too early"},
     {"space", " \n", "line 2, column 1: the text ends too early"},
     {"noMembers", "{}", ""},
-    {"mark", "\xEF\xBB\xBF{\"a\":1}", "\"a\"B1;"},
+    {"mark", "\xEF\xBB\xBF{\"a\":1}", "\"a\"N1;"},
     {"kinds", R"({"s":"","n":-0.5e+3,"t":true,"f":false,"0":null,"a":[ ],"o":{"x":[1,{}]}})",
-     R"("s"S"";"n"B-0.5e+3;"t"Ntrue;"f"Nfalse;"0"0null;"a"[[ ];"o"[{"x":[1,{}]};)"},
+     R"("s"S"";"n"N-0.5e+3;"t"Btrue;"f"Bfalse;"0"0null;"a"L[ ];"o"{{"x":[1,{}]};)"},
+    {"listsAndOtherArrays", R"({"a":[1,"]",null],"b":[[]],"c":[1,{}],"d":[{},1]})",
+     R"("a"L[1,"]",null];"b"[[[]];"c"[[1,{}];"d"[[{},1];)"},
     {"escapes", R"({"\"\\\/\b\f\n\r\t\u00E9\uD800":"\\"})",
      R"("\"\\\/\b\f\n\r\t\u00E9\uD800"S"\\";)"},
     {"array", "[1]", "line 1, column 1: the file must hold an object, so \"{\" is expected here"},
