@@ -64,6 +64,15 @@ TEST(JsonpadProcessTest, EndsABadRunWithOneLineThatSaysWhy) {
         {{"--bind", "::", "a.json"}, 2, "--allow-remote"},
         {{"none.json"}, 1, "none.json"},
         {{"a.json"}, 1, "line 2", "{\n  \"a\": tru\n}"},
+        {{"--schema", "none.json", "a.json"}, 1, "the schema 'none.json': there is no such file"},
+        {{"--schema", "", "a.json"}, 1, "the schema ''"},
+        {{"--schema", ".", "a.json"}, 1, "'.' is not a regular file"},
+        {{"--schema", "a.json", "a.json"},
+         1,
+         "the schema 'a.json': line 1, column 8",
+         "{\"a\": nil}"},
+        {{"--schema", "a.json", "a.json"}, 1, "column 1: the file must hold an object", "true"},
+        {{"a.json", "--schema"}, 2, "--schema"},
         {{"--token-file", ".", "a.json"}, 1, "is not a regular file"},
     };
     for (const auto& row : rows) {
