@@ -47,9 +47,9 @@ bool Document::enter(const Place& place, const std::u16string& text) {
                                            : enterNumber(place.member, text);
 }
 
-bool Document::enter(const Place& place, bool value) {
-    return place.element ? enter(place, std::u16string(value ? u"true" : u"false"))
-                         : m_file.setBoolean(place.member, value);
+bool Document::turn(const Place& place, bool isOn) {
+    return place.element ? enter(place, isOn ? u"true" : u"false")
+                         : m_file.setBoolean(place.member, isOn);
 }
 
 bool Document::enterNumber(std::size_t member, const std::u16string& text) {

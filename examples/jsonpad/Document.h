@@ -35,7 +35,8 @@ public:
     /// Takes over what was typed, chosen or switched. False when the text is not a number where one
     /// has to be: it is kept, and the number counts as unedited until it is one.
     bool enter(const Place& place, const std::u16string& text);
-    bool enter(const Place& place, bool value);
+    /// Its own name, for a text in quotes would rather become a bool than a string.
+    bool turn(const Place& place, bool isOn);
 
     /// Adds an element to the end of a list, or takes one out.
     void addElement(std::size_t list);

@@ -8,7 +8,7 @@ SwitchField::SwitchField(DOVA::DVObject2& parent, Document& document, Document::
                          Handler onEdit)
     : m_document(document), m_place(place), m_box(parent.make<DOVA::DVCheckBox2>()) {
     m_box.onToggle([this, onEdit = std::move(onEdit)](const DOVA::DVButtonToggleEvent2& event) {
-        m_document.enter(m_place, event.checked());
+        m_document.turn(m_place, event.checked());
         onEdit();
     });
 }

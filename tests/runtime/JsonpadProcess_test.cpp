@@ -69,7 +69,7 @@ TEST(JsonpadProcessTest, EndsABadRunWithOneLineThatSaysWhy) {
         {{"--schema", ".", "a.json"}, 1, "'.' is not a regular file"},
         {{"--schema", "a.json", "a.json"},
          1,
-         "the schema 'a.json': line 1, column 8",
+         "the schema 'a.json': line 1, column 7",
          "{\"a\": nil}"},
         {{"--schema", "a.json", "a.json"}, 1, "column 1: the file must hold an object", "true"},
         {{"a.json", "--schema"}, 2, "--schema"},

@@ -41,7 +41,7 @@ const Row rows[] = {
      R"("a"."b"."s")"},
     {"everyDepth",
      [](Document& d) {
-         d.enter({8}, false);
+         d.turn({8}, false);
          d.enter({3}, u"much longer");
          d.enter({1}, u"0");
          d.enter({5, 1}, u"33");
@@ -119,8 +119,8 @@ TEST_P(NestedDocument, SavesWhatWasEditedAndNoOtherByte) {
     EXPECT_EQ(!document.isModified(), GetParam().isSavedWhole);
     // A second save, after everything has moved, finds every value again.
     const auto before = texts();
-    document.enter({8}, document.text({8}) == u"false");
-    document.enter({8}, document.text({8}) == u"false");
+    document.turn({8}, document.text({8}) == u"false");
+    document.turn({8}, document.text({8}) == u"false");
     document.enter({4}, u"last");
     document.save(JsonFile::IfChanged::Refuse);
     document.enter({4}, before[4]);
