@@ -2,6 +2,7 @@
 
 #include <algorithm>
 #include <map>
+#include <optional>
 #include <utility>
 
 #include "ChoiceField.h"
@@ -127,8 +128,9 @@ void Form::addList(const Section& section, std::size_t member) {
         }
         return makeText(parent, place, choices);
     };
-    m_fields[member] =
-        std::make_unique<ListField>(section.owner, m_document, member, make, m_onEdit, m_onFull);
+    const auto first = choices.empty() ? std::nullopt : std::optional(choices.front());
+    m_fields[member] = std::make_unique<ListField>(section.owner, m_document, member, make, first,
+                                                   m_onEdit, m_onFull);
     section.rows.addWidget(&m_fields[member]->widget());
 }
 

@@ -14,9 +14,11 @@ constexpr std::size_t s_spareRows = 4;
 }  // namespace
 
 ListField::ListField(DOVA::DVObject2& parent, Document& document, std::size_t member,
-                     const MakeField& makeField, Handler onEdit, Handler onFull)
+                     const MakeField& makeField, std::optional<std::u16string> first,
+                     Handler onEdit, Handler onFull)
     : m_document(document),
       m_member(member),
+      m_first(std::move(first)),
       m_onEdit(std::move(onEdit)),
       m_onFull(std::move(onFull)),
       m_group(parent.make<DOVA::DVGroupBox2>(shortened(document.members()[member].key))),
@@ -72,7 +74,11 @@ void ListField::show() {
 
 void ListField::add() {
     m_document.addElement(m_member);
-    if (m_document.elements(m_member).size() > m_rows.size()) {
+    const std::size_t count = m_document.elements(m_member).size();
+    if (m_first) {
+        m_document.enter({m_member, count - 1}, *m_first);
+    }
+    if (count > m_rows.size()) {
         // A copy, which lives on when this object does not.
         const Handler onFull = m_onFull;
         return onFull();

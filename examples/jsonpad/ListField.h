@@ -2,6 +2,7 @@
 
 #include <cstddef>
 #include <memory>
+#include <optional>
 #include <string>
 #include <vector>
 
@@ -24,10 +25,12 @@ public:
     using MakeField =
         std::function<std::unique_ptr<Field>(DOVA::DVObject2& parent, Document::Place place)>;
 
-    /// `onEdit` is called after each edit of the document, which outlives this object; `onFull`,
-    /// which may delete this object, when an element has no row to stand in.
+    /// `first` is what a new element says, where that is not the list's to decide. `onEdit` is
+    /// called after each edit of the document, which outlives this object; `onFull`, which may
+    /// delete this object, when an element has no row to stand in.
     ListField(DOVA::DVObject2& parent, Document& document, std::size_t member,
-              const MakeField& makeField, Handler onEdit, Handler onFull);
+              const MakeField& makeField, std::optional<std::u16string> first, Handler onEdit,
+              Handler onFull);
 
     DOVA::DVWidget2& widget() override { return m_group; }
     void show() override;
@@ -45,6 +48,7 @@ private:
 
     Document& m_document;
     const std::size_t m_member;
+    const std::optional<std::u16string> m_first;
     const Handler m_onEdit;
     const Handler m_onFull;
     DOVA::DVGroupBox2& m_group;

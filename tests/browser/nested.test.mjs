@@ -27,6 +27,7 @@ async function editLists(page) {
     await button(sensors, 'Remove', 1).click();
     await fields(sensors).nth(2).waitFor({ state: 'detached' });
     await button(sensors, 'Add').click();
+    assert.equal(await fields(sensors).nth(2).inputValue(), 'thermometer');
     await fields(sensors).nth(2).selectOption('hygrometer');
     const targets = group(page, 'targets');
     await fields(targets).nth(1).fill('syslog "local"');
