@@ -35,6 +35,7 @@ function showName(element: HTMLElement, object: StoredObject): void {
     if (icon === undefined && objectName === undefined) {
         return;
     }
+    element.classList.toggle('icon-only', !label);
     const name = label || tooltip ? '' : iconName(icon ?? '') || objectName;
     if (name) {
         element.setAttribute('aria-label', name);
