@@ -17,6 +17,14 @@ export const layoutAppliers: Appliers = {
     enabled: (element, _enabled, object) => showSpacing(element, object),
 };
 
+const keepingWidth: ReadonlySet<string> = new Set([Kind.button, Kind.checkBox]);
+
+/** What can grow and shrink shares a row instead, so a row that holds any of it stays one. */
+function letWrap(element: HTMLElement, object: StoredObject): void {
+    const wraps = object.children.every((child) => keepingWidth.has(child.type));
+    element.classList.toggle('wraps', wraps);
+}
+
 /**
  * One child after the other. The program does not say in which direction: a box stands upright,
  * except directly within another box, where the other direction is the only one that is of use.
@@ -25,4 +33,5 @@ export const boxLayout: WidgetKind = {
     type: Kind.boxLayout,
     prototype: prototypeOf('div', 'box', Kind.boxLayout),
     appliers: layoutAppliers,
+    arrange: letWrap,
 };
