@@ -240,7 +240,8 @@ export class Desktop implements WindowHost, WindowActions {
             return;
         }
         if (!frame.measured) {
-            frame.measure(this.m_frames.size - 1);
+            const { resize, setPreferredSize } = frame.object.values;
+            frame.measure(this.m_frames.size - 1, resize ?? setPreferredSize);
             for (const name of placing) {
                 if (frame.object.values[name] !== undefined) {
                     applyToWindow(frame, name, this, this.m_host);

@@ -122,10 +122,14 @@ export class WindowFrame implements Movable {
         };
     }
 
-    /** First measuring: as large as the contents ask for, as far as the viewport has room. */
-    measure(index: number): void {
-        const size = this.naturalSize();
-        this.place({ ...firstPlace(size, this.m_host.viewport, index), ...size });
+    /**
+     * First measuring: as large as the contents ask for, as far as the viewport has room. A size
+     * the program asks for counts here already, so that the place suits it.
+     */
+    measure(index: number, content?: Size): void {
+        const natural = this.naturalSize();
+        const size = content ? this.frameFor({ x: 0, y: 0, ...content }) : natural;
+        this.place({ ...size, ...firstPlace(size, this.m_host.viewport, index) });
     }
 
     /** The contents changed: a window whose size nobody decided grows with them. */
