@@ -40,6 +40,20 @@ onStage('a window is moved by its title bar and resized by its border', async (s
     await stage.untilKnown(1, 'frameGeometry', last);
 });
 
+onStage('a window of the size asked for is on the page with all its buttons', async (stage) => {
+    const captions = ['Append', 'Put first', 'Remove', 'Clear all'];
+    const buttons = captions.map((label, at) => widget(13 + at, 'Button', { label }));
+    const row = { id: '12', type: 'BoxLayout', contents: buttons };
+    await stage.open(1, { resize: '[200,520]' }, [row]);
+    assert.equal((await box(stage, 1)).height > 520, true);
+    for (const id of [1, 13, 14, 15, 16]) {
+        const { x, y, width, height } = await box(stage, id);
+        const within = await box(stage, id === 1 ? 1 : 12);
+        const fits = x >= within.x && x + width <= within.x + within.width && y + height <= 600;
+        assert.ok(fits, `${id}: ${x}, ${y}, ${width} x ${height}`);
+    }
+});
+
 onStage('a window is maximized, minimized and brought back', async (stage) => {
     await stage.open(1, place, content);
     const before = await box(stage, 1);
