@@ -32,6 +32,18 @@ export function waitForDialog() {
   });
 }
 
+/** Resolves when the model document has come, which belongs to the start and to no click. */
+export function waitForDocument() {
+  return new Promise((resolve) => {
+    const look = () => {
+      const isThere = window.measured.arrivals.some(([, text]) => text.includes('"snapshot":'));
+      if (isThere) resolve();
+      else setTimeout(look, 5);
+    };
+    look();
+  });
+}
+
 /** Bytes that the socket carried: header, mask (upward only) and payload of each frame. */
 export function countBytes() {
   const sizeOf = (texts, mask) =>

@@ -50,14 +50,20 @@ async function serveBlank() {
   return `http://127.0.0.1:${server.address().port}/`;
 }
 
-async function openDialog(address) {
+async function openPage(address) {
   const page = await browser.open(address, inPage.watchSocket);
   await page.evaluate(inPage.waitForDialog);
   return page;
 }
 
+async function openDialog(address) {
+  const page = await openPage(address);
+  await page.evaluate(inPage.waitForDocument);
+  return page;
+}
+
 async function openEcho() {
-  const page = await openDialog(blank);
+  const page = await openPage(blank);
   await page.evaluate(inPage.connectEcho, bare.line);
   return page;
 }
