@@ -191,7 +191,9 @@ TEST_F(DocumentMirrorTest, PatchesMakeWhatASnapshotShows) {
         ASSERT_LE(messages.size(), 1) << turn;
         page.receive(messages);
         ASSERT_TRUE(page.fits) << turn << compact(messages);
-        ASSERT_EQ(page.document, snapshot()) << turn << compact(messages);
+        // As texts: values that were parsed and values that were put together may differ for
+        // Qt 5.15 when they are the same.
+        ASSERT_EQ(compact({page.document}), compact({snapshot()})) << turn << compact(messages);
     }
 }
 
