@@ -13,7 +13,7 @@ demo: setup client
 	@exec build/release/bin/jsonpad $(FILE)
 
 test: setup-test client checks
-	cd client && npm run typecheck && npm test && npm run size
+	cd client && npm run typecheck && npm test && node scripts/test.mjs test/browser && npm run size
 	node --test tests/wire/
 	cmake --preset ci && cmake --build --preset ci -j $(JOBS)
 	node tools/check-exports.mjs build/ci/lib/libdova2_web.so
