@@ -1,7 +1,6 @@
 #pragma once
 
 #include <functional>
-#include <memory>
 #include <string>
 #include <vector>
 
@@ -31,11 +30,6 @@ DOVA_PLATFORM_EXPORT const char* vnsvGetDiagnosticMessage(
 DOVA_PLATFORM_EXPORT void vnsvDiscardDiagnostic(vnsvDiagnostic* diagnostic) noexcept;
 
 namespace host {
-
-struct ArrayDeleter {
-    void operator()(kaArray* array) const noexcept { kaDestroyArray(array); }
-};
-using ArrayPointer = std::unique_ptr<kaArray, ArrayDeleter>;
 
 /// A host function: gets its inputs, which are not null unless the caller passed null, and the
 /// number of outputs that the caller wants; gives its outputs, first one first. Reports a failure
