@@ -1,0 +1,63 @@
+#pragma once
+
+#include <memory>
+#include <string>
+
+#include "host/ribo/ClassMembers.h"
+#include "host/ribo/InternedString.h"
+
+namespace ribo {
+
+/// Describes a class of the host's language: how its instances are made, copied and freed, and,
+/// once somebody asks, its members. Handed to COSNamespace::addClass, which shares it with the
+/// class's instances; the last of them ends it with its destructor and `std::free`, so it must
+/// stand at the start of storage that came from `std::malloc` or `std::calloc`.
+///
+/// Main thread.
+class DOVA_PLATFORM_EXPORT COSClassInfo {
+public:
+    COSClassInfo(const COSClassInfo&) = delete;
+    COSClassInfo& operator=(const COSClassInfo&) = delete;
+    virtual ~COSClassInfo();
+
+    /// "JSONArray", and with the namespaces before it, "dova.web.JSONArray", which is also the type
+    /// name of instances in signatures.
+    InternedString getName() const { return m_name; }
+    InternedString getFullName() const { return m_fullName; }
+
+    /// Whether a copy of an instance is the instance itself. The base says yes.
+    virtual bool isHandleClass() const;
+    /// The base says no to each.
+    virtual bool isSealed() const;
+    virtual bool isAbstract() const;
+    virtual bool isHidden() const;
+    virtual bool isEnumeration() const;
+
+    /// A new instance; each one is ended with deallocateInstance.
+    virtual void* allocateInstance() const = 0;
+    /// A copy of an instance.
+    virtual void* copyInstance(const void* instance) const = 0;
+    virtual void deallocateInstance(void* instance) const noexcept = 0;
+
+    /// The members, which the class describes when they are first asked for. They live as long as
+    /// this description.
+    const ClassMembers& getMembers();
+
+protected:
+    /// `qualifiedName` has blanks between its parts: "dova web JSONArray".
+    COSClassInfo(std::string name, std::string qualifiedName);
+
+    /// Fills in the members; called once.
+    virtual void describeMembers(ClassMembers& members) = 0;
+
+private:
+    const InternedString m_name;
+    const InternedString m_fullName;
+    ClassMembers m_members;
+    bool m_isInitialised = false;
+};
+
+/// A class that somebody uses: its namespace, its instances.
+using ClassPointer = std::shared_ptr<COSClassInfo>;
+
+}  // namespace ribo

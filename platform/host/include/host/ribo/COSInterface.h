@@ -1,0 +1,31 @@
+#pragma once
+
+#include "wiro/Export.h"
+
+/// Who asks the class-object system for something.
+class COSClient;
+
+/// The client that stands for everybody: scripts, modules, the host itself. Lives as long as the
+/// process.
+DOVA_PLATFORM_EXPORT COSClient* COSGetPublicClient();
+
+namespace ribo {
+
+class COSNamespace;
+
+/// What the class-object system hands out where several kinds of thing could be meant.
+class DOVA_PLATFORM_EXPORT COSInterface {
+public:
+    /// Takes the thing out of the system and frees what the system owns of it. The interface is
+    /// gone afterwards. Without a client nothing happens.
+    virtual void cleanUp(COSClient* client) = 0;
+
+protected:
+    COSInterface() = default;
+    virtual ~COSInterface();
+};
+
+/// The namespace behind an interface; null for null and for what is no namespace.
+DOVA_PLATFORM_EXPORT COSNamespace* cosiToNamespace(COSInterface* interface);
+
+}  // namespace ribo

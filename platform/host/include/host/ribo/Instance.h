@@ -1,0 +1,50 @@
+#pragma once
+
+#include <memory>
+#include <string>
+
+#include "host/Array.h"
+#include "host/ribo/COSClassInfo.h"
+
+namespace ribo {
+
+/// A value of a class: what the class allocated, and a share in the class.
+class DOVA_PLATFORM_EXPORT Instance final : public kaObject {
+public:
+    /// A new value of the class, as its allocate operation makes it.
+    explicit Instance(ClassPointer instanceClass);
+    Instance(const Instance&) = delete;
+    Instance& operator=(const Instance&) = delete;
+    ~Instance() override;
+
+    const std::string& className() const noexcept override;
+
+    /// Another value, equal to this one; of a handle class the same value again.
+    std::shared_ptr<kaObject> copy() const override;
+
+    /// What the class allocated.
+    void* getData() const noexcept { return m_data.get(); }
+    const ClassPointer& getClass() const noexcept { return m_class; }
+
+    /// The instance inside a value; null for every other value and for null.
+    static Instance* of(const kaArray* value) noexcept;
+
+private:
+    /// Frees what a class allocated.
+    struct DataDeleter {
+        const COSClassInfo* owner;
+        void operator()(void* data) const noexcept { owner->deallocateInstance(data); }
+    };
+
+    Instance(ClassPointer instanceClass, std::shared_ptr<void> data);
+
+    const ClassPointer m_class;
+    // A handle class's copies share it.
+    const std::shared_ptr<void> m_data;
+};
+
+/// How the host shows a value that does not say itself how: a class's full name and the values of
+/// its visible properties; texts, numbers and logicals as they are. UTF-8, without a line break.
+DOVA_PLATFORM_EXPORT std::string display(const kaArray* value);
+
+}  // namespace ribo

@@ -1,0 +1,41 @@
+#pragma once
+
+#include "host/Array.h"
+#include "host/ribo/InternedString.h"
+
+namespace ribo::factory {
+
+/// How well a value fits a type. Ordered from not at all to best.
+enum class Fit { None, Anything, Converted, Exact };
+
+/// A type of a signature, known by its name. Lives as long as the process. Main thread.
+class DOVA_PLATFORM_EXPORT DataType {
+public:
+    /// Says how well a value, perhaps null, fits.
+    using Rule = Fit (*)(const kaArray* value);
+
+    /// The type of that name. A name that nobody added is a class's full name: its instances fit
+    /// exactly, nothing else fits.
+    static const DataType& named(InternedString name);
+    /// Adds a type with a rule; a name that is there already keeps its rule.
+    static void add(InternedString name, Rule rule);
+
+    InternedString getName() const { return m_name; }
+    Fit fit(const kaArray* value) const;
+
+private:
+    DataType(InternedString name, Rule rule) : m_name(name), m_rule(rule) {}
+    friend class DataTypeTable;
+
+    InternedString m_name;
+    Rule m_rule;
+};
+
+namespace detail {
+
+/// Adds the types of host strings, "RiboFactoryString scalar" and "RiboFactoryString vector"; to be
+/// called before a signature names them. Without effect when they are there.
+DOVA_PLATFORM_EXPORT void initStringDataTypes();
+
+}  // namespace detail
+}  // namespace ribo::factory

@@ -1,0 +1,66 @@
+#pragma once
+
+#include <cstddef>
+#include <functional>
+#include <string>
+#include <vector>
+
+#include "host/Array.h"
+#include "host/ribo/InternedString.h"
+#include "host/ribo/factory/DataType.h"
+
+namespace ribo::factory {
+
+/// The arguments of a call, borrowed for its time. The instance that a method is called on is the
+/// first one.
+struct Arguments {
+    const kaArray* const* values;
+    std::size_t count;
+
+    const kaArray* operator[](std::size_t index) const { return values[index]; }
+};
+
+/// What is special about a method.
+struct MethodAttributes {
+    bool isStatic = false;  ///< called on the class, not on an instance
+    bool isHidden = false;  ///< not shown to scripts, not callable by them
+};
+
+/// The types that a method takes and gives.
+struct Signature {
+    std::vector<const DataType*> results;
+    std::vector<const DataType*> arguments;
+};
+
+/// A method, function or constructor: its name, its types and what it does.
+class DOVA_PLATFORM_EXPORT RiboMethod {
+public:
+    /// Gets arguments that fit the signature; gives its result, null when it has none. What it
+    /// throws reaches the caller.
+    using Body = std::function<host::ArrayPointer(const Arguments&)>;
+
+    RiboMethod(std::string name, MethodAttributes attributes, Signature signature, Body body);
+
+    /// The signature of these type names; "void" among the results stands for none.
+    static Signature createSignatureImpl(const std::vector<InternedString>& results,
+                                         const std::vector<InternedString>& arguments);
+
+    InternedString getName() const { return m_name; }
+    const MethodAttributes& getAttributes() const { return m_attributes; }
+    const Signature& getSignature() const { return m_signature; }
+
+    /// How well the arguments fit, summed over them: the larger the better; 0 when they do not, in
+    /// number or in kind.
+    std::size_t fit(const Arguments& arguments) const;
+
+    /// Runs it. REQUIRES: the arguments fit.
+    host::ArrayPointer call(const Arguments& arguments) const { return m_body(arguments); }
+
+private:
+    InternedString m_name;
+    MethodAttributes m_attributes;
+    Signature m_signature;
+    Body m_body;
+};
+
+}  // namespace ribo::factory
