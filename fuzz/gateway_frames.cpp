@@ -88,7 +88,7 @@ extern "C" int LLVMFuzzerTestOneInput(const std::uint8_t* data, std::size_t size
             session = registry.open("me", {}, link).session;
         if (frames % framesPerConnection != 0)
             continue;
-        registry.disconnected(*session, link, {});
+        registry.disconnected(*session, link, SessionRegistry::Leaving::CutOff, {});
         session = registry.open("me", session->downward().nextNumber() - 1, link).session;
         require(session != nullptr);
     }

@@ -115,10 +115,11 @@ void GatewayCore::connectionEnds(Connection& connection) {
         callWhenStopped();
 }
 
-void GatewayCore::pageLeft(Session& session, const PageLink& link) {
+void GatewayCore::pageLeft(Session& session, const PageLink& link,
+                           SessionRegistry::Leaving leaving) {
     if (!m_sessions)
         return;
-    m_sessions->disconnected(session, link, Clock::now());
+    m_sessions->disconnected(session, link, leaving, Clock::now());
     waitForExpiry();
 }
 

@@ -39,7 +39,7 @@ public:
     SessionRegistry* sessions() const { return m_sessions.get(); }
 
     /// The page's link is gone; its session waits for it from now on.
-    void pageLeft(Session& session, const PageLink& link);
+    void pageLeft(Session& session, const PageLink& link, SessionRegistry::Leaving leaving);
 
     void connectionBegins(Connection& connection);
     void connectionEnds(Connection& connection);

@@ -62,8 +62,8 @@ void OptionRules::checkLimits(const GatewayOptions& options) {
         std::any_of(std::begin(times), std::end(times),
                     [](auto time) { return time.count() <= 0; }))
         refuse(std::errc::invalid_argument, "a limit of the gateway is zero");
-    if (options.graceTime.count() < 0)
-        refuse(std::errc::invalid_argument, "the grace time of the gateway is negative");
+    if (options.graceTime.count() < 0 || options.reloadTime.count() < 0)
+        refuse(std::errc::invalid_argument, "a grace time of the gateway is negative");
 }
 
 }  // namespace DOVA::gateway

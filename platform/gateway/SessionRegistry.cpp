@@ -13,6 +13,7 @@ SessionRegistry::SessionRegistry(std::shared_ptr<tdom::messaging::MessageBus> bu
     : m_bus(std::move(bus)),
       m_limits(options.limits),
       m_graceTime(options.graceTime),
+      m_reloadTime(std::min(options.reloadTime, options.graceTime)),
       m_connector(m_bus->attach("dova_gateway")) {
     m_bus->subscribe(m_connector, PageChannels::kRoot,
                      [this](const std::string& channel, const std::string& text) {
@@ -65,7 +66,7 @@ SessionRegistry::Opening SessionRegistry::resume(Entry& entry, std::uint64_t rec
     }
     PageLink* const former = session->link();
     session->setLink(&link);
-    entry.disconnectedAt.reset();
+    entry.expiresAt.reset();
     if (former)
         former->end(close_reason::kOpenedInAnotherTab);
     return {session,
@@ -80,29 +81,29 @@ SessionRegistry::Opening SessionRegistry::lost(const char* reason) {
 void SessionRegistry::makeRoom() {
     if (m_sessions.size() < m_limits.connections)
         return;
-    auto oldest = m_sessions.end();
+    auto next = m_sessions.end();
     for (auto entry = m_sessions.begin(); entry != m_sessions.end(); ++entry)
-        if (entry->second.disconnectedAt &&
-            (oldest == m_sessions.end() ||
-             entry->second.disconnectedAt < oldest->second.disconnectedAt))
-            oldest = entry;
-    if (oldest != m_sessions.end())
-        dropAndAnnounce(oldest, close_reason::kSessionLost);
+        if (entry->second.expiresAt &&
+            (next == m_sessions.end() || entry->second.expiresAt < next->second.expiresAt))
+            next = entry;
+    if (next != m_sessions.end())
+        dropAndAnnounce(next, close_reason::kSessionLost);
 }
 
-void SessionRegistry::disconnected(Session& session, const PageLink& link, Clock::time_point now) {
+void SessionRegistry::disconnected(Session& session, const PageLink& link, Leaving leaving,
+                                   Clock::time_point now) {
     if (session.link() != &link)
         return;
     session.setLink(nullptr);
     const auto found = m_sessions.find(session.id());
     if (found != m_sessions.end() && found->second.session.get() == &session)
-        found->second.disconnectedAt = now;
+        found->second.expiresAt = now + (leaving == Leaving::Away ? m_reloadTime : m_graceTime);
 }
 
 void SessionRegistry::endExpired(Clock::time_point now) {
     for (auto entry = m_sessions.begin(); entry != m_sessions.end();) {
         const auto next = std::next(entry);
-        if (entry->second.disconnectedAt && *entry->second.disconnectedAt + m_graceTime <= now)
+        if (entry->second.expiresAt && *entry->second.expiresAt <= now)
             dropAndAnnounce(entry, close_reason::kSessionLost);
         entry = next;
     }
@@ -111,8 +112,8 @@ void SessionRegistry::endExpired(Clock::time_point now) {
 std::optional<SessionRegistry::Clock::time_point> SessionRegistry::nextExpiry() const {
     std::optional<Clock::time_point> earliest;
     for (const auto& [id, entry] : m_sessions)
-        if (entry.disconnectedAt && (!earliest || *entry.disconnectedAt + m_graceTime < *earliest))
-            earliest = *entry.disconnectedAt + m_graceTime;
+        if (entry.expiresAt && (!earliest || *entry.expiresAt < *earliest))
+            earliest = entry.expiresAt;
     return earliest;
 }
 

@@ -42,9 +42,13 @@ public:
     Opening open(const std::string& clientId, std::optional<std::uint64_t> received,
                  PageLink& link);
 
+    /// What is known of a page whose link is gone: it went away itself, or was cut off.
+    enum class Leaving { Away, CutOff };
+
     /// The link is gone; the session waits for another one from now on. A link that the session
     /// has no more changes nothing.
-    void disconnected(Session& session, const PageLink& link, Clock::time_point now);
+    void disconnected(Session& session, const PageLink& link, Leaving leaving,
+                      Clock::time_point now);
 
     /// Ends the sessions whose grace time is over.
     void endExpired(Clock::time_point now);
@@ -65,7 +69,7 @@ private:
     struct Entry {
         std::shared_ptr<Session> session;
         tdom::messaging::MessageBus::Handle subscription = 0;
-        std::optional<Clock::time_point> disconnectedAt;
+        std::optional<Clock::time_point> expiresAt;
     };
     using Sessions = std::map<std::string, Entry>;
 
@@ -83,6 +87,7 @@ private:
     const std::shared_ptr<tdom::messaging::MessageBus> m_bus;
     const GatewayLimits m_limits;
     const std::chrono::milliseconds m_graceTime;
+    const std::chrono::milliseconds m_reloadTime;
     const tdom::messaging::MessageBus::ConnectorId m_connector;
     Sessions m_sessions;
 };

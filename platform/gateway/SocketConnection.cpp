@@ -257,7 +257,10 @@ void SocketConnection::cut() {
     m_watchTimer.cancel();
     m_stream.next_layer().close(ignored);
     if (m_session)
-        core().pageLeft(*m_session, *this);
+        core().pageLeft(*m_session, *this,
+                        m_stream.reason().code == websocket::close_code::going_away
+                            ? SessionRegistry::Leaving::Away
+                            : SessionRegistry::Leaving::CutOff);
     m_session.reset();
 }
 

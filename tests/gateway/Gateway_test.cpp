@@ -98,6 +98,13 @@ TEST_F(GatewayTest, pagesThatStayAwayAreGoneEachAtItsTime) {
     expectSessionIsOver();
 }
 
+TEST_F(GatewayTest, aPageThatSaysThatItGoesIsGoneSooner) {
+    options.reloadTime = 40ms;
+    start();
+    openReady("me")->leave();
+    expectSessionIsOver();
+}
+
 TEST_F(GatewayTest, stopSendsWhatWaitsAndSaysGoodbye) {
     start();
     const auto first = openFresh("first"), second = openFresh("second");

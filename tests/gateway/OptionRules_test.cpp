@@ -30,7 +30,8 @@ const OptionRow kRows[] = {
     {"is zero", [](auto& o) { o.limits.connections = 0; }},
     {"is zero", [](auto& o) { o.limits.writeTime = {}; }},
     {"", [](auto& o) { o.graceTime = {}; }},
-    {"negative", [](auto& o) { o.graceTime = std::chrono::seconds(-1); }}};
+    {"negative", [](auto& o) { o.graceTime = std::chrono::seconds(-1); }},
+    {"negative", [](auto& o) { o.reloadTime = std::chrono::seconds(-1); }}};
 
 TEST(OptionRulesTest, areAcceptedOrRefusedWithAClearText) {
     const test::TemporaryFolder folder;

@@ -26,10 +26,13 @@ struct NotingLink : PageLink {
 /// A registry on a bus, and a program on the other side of the bus that notes what it hears.
 class RegistryFixture : public testing::Test {
 protected:
+    using Leaving = SessionRegistry::Leaving;
+
     RegistryFixture() {
         options.limits.downwardRecords = 100;
         options.limits.connections = 3;
         options.graceTime = std::chrono::seconds(30);
+        options.reloadTime = std::chrono::seconds(10);
         registry = std::make_unique<SessionRegistry>(bus, options);
         bus->subscribeTree(program, "", [this](auto& channel, auto& text) {
             heard.push_back(channel + "=" + text);

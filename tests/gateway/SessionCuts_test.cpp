@@ -65,7 +65,7 @@ class SessionCutsTest : public RegistryFixture,
 protected:
     void connect() {
         if (m_session)
-            registry->disconnected(*m_session, m_link, now);
+            registry->disconnected(*m_session, m_link, Leaving::CutOff, now);
         const auto opening = registry->open(
             "me", m_session ? std::optional(m_page.heard.size()) : std::nullopt, m_link);
         ASSERT_NE(opening.session, nullptr) << opening.control;

@@ -64,7 +64,7 @@ TEST_F(SessionRegistryTest, aPageHearsItsOwnChannelsAndPingsThatCanTravel) {
 
 TEST_F(SessionRegistryTest, clientReadyTakesTheProgramOver) {
     openReady("first", link);
-    registry->disconnected(*openFresh("second", other), other, now);
+    registry->disconnected(*openFresh("second", other), other, Leaving::CutOff, now);
     openReady("third", third);  // the program replaces its page itself and hears no goodbye
     EXPECT_EQ(link.ended, 4002);
     EXPECT_EQ(third.ended, 0);
@@ -75,11 +75,11 @@ TEST_F(SessionRegistryTest, aSecondSocketTakesTheSessionOver) {
     const auto session = openReady("me", link);
     EXPECT_EQ(registry->open("me", 0, other).session, session);
     EXPECT_EQ(link.ended, 4001);
-    registry->disconnected(*session, link, now);
+    registry->disconnected(*session, link, Leaving::CutOff, now);
     say("/dova2/web/me", "for the latter");
     EXPECT_EQ(other.asked, 1);
     EXPECT_EQ(registry->nextExpiry(), std::nullopt) << "the former's end means nothing now";
-    registry->disconnected(*session, other, now);
+    registry->disconnected(*session, other, Leaving::CutOff, now);
     EXPECT_EQ(registry->open("me", 0, third).session, session);
     takeHeard();
     EXPECT_THAT(heardAt(now + 1h), IsEmpty()) << "it came back in time";
@@ -121,8 +121,8 @@ TEST_F(SessionRegistryTest, whatCannotBeResumedIsLost) {
 }
 
 TEST_F(SessionRegistryTest, theGraceTimeEndsASession) {
-    registry->disconnected(*openReady("me", link), link, now);
-    registry->disconnected(*openFresh("never ready", other), other, now + 1s);
+    registry->disconnected(*openReady("me", link), link, Leaving::CutOff, now);
+    registry->disconnected(*openFresh("never ready", other), other, Leaving::CutOff, now + 1s);
     EXPECT_EQ(registry->nextExpiry(), now + 30s);
     EXPECT_THAT(heardAt(now + 30s - 1ms), IsEmpty());
     EXPECT_THAT(heardAt(now + 30s), ElementsAre(destroyed));
@@ -132,10 +132,18 @@ TEST_F(SessionRegistryTest, theGraceTimeEndsASession) {
     EXPECT_EQ(registry->size(), 0u);
 }
 
+TEST_F(SessionRegistryTest, aPageThatWentAwayItselfIsWaitedForAsLongAsAReloadTakes) {
+    registry->disconnected(*openReady("me", link), link, Leaving::Away, now);
+    ASSERT_NE(registry->open("me", 0, other).session, nullptr) << "a reload";
+    EXPECT_EQ(registry->nextExpiry(), std::nullopt);
+    registry->disconnected(*registry->open("me", 0, third).session, third, Leaving::Away, now);
+    EXPECT_THAT(heardAt(now + 10s), ElementsAre(destroyed));
+}
+
 TEST_F(SessionRegistryTest, waitingSessionsMakeRoomForNewOnes) {
     openFresh("a", link);
-    registry->disconnected(*openFresh("b", other), other, now + 2s);
-    registry->disconnected(*openFresh("c", third), third, now + 1s);
+    registry->disconnected(*openFresh("b", other), other, Leaving::CutOff, now + 2s);
+    registry->disconnected(*openFresh("c", third), third, Leaving::CutOff, now + 1s);
     openFresh("d", fourth);
     EXPECT_EQ(registry->size(), 3u);
     EXPECT_EQ(registry->open("c", 0, third).session, nullptr) << "c has waited longest";

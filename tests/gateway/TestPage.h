@@ -83,6 +83,11 @@ public:
         });
     }
 
+    /// The page goes away, as browsers tell it when a tab is closed or loaded again.
+    void leave() {
+        run([&](auto done) { m_stream.async_close(websocket::close_code::going_away, done); });
+    }
+
     /// The network goes away.
     void cut() { m_stream.next_layer().close(); }
 

@@ -67,8 +67,11 @@ struct GatewayOptions {
     /// Further values of the Origin header, such as "https://pad.example:8443". The http origin
     /// of the request's own Host is allowed anyway.
     std::vector<std::string> extraOrigins;
-    /// How long a session waits for its page to connect again before it ends.
-    std::chrono::milliseconds graceTime{30000};
+    /// How long a session whose connection broke waits for its page before it ends. 0 or more.
+    std::chrono::milliseconds graceTime{300000};
+    /// The same for a page that has gone away itself, with close code 1001 (RFC 6455 section
+    /// 7.4.1): it was closed, or is being loaded again. 0 or more; never longer than graceTime.
+    std::chrono::milliseconds reloadTime{15000};
     GatewayLimits limits;
 };
 

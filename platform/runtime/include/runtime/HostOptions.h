@@ -30,8 +30,9 @@ struct HostOptions {
     std::filesystem::path module;
     /// The folder of the application's own images; icon paths are relative to it. Empty: none.
     std::filesystem::path applicationRoot;
-    /// How long a page that has gone away may come back as if nothing had happened.
-    std::chrono::milliseconds graceTime{30000};
+    /// How long a page whose connection broke may come back as if nothing had happened. One that
+    /// was closed is gone sooner, after the time that a reload may take.
+    std::chrono::milliseconds graceTime{300000};
 };
 
 }  // namespace DOVA::runtime
