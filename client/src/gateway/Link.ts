@@ -40,7 +40,8 @@ const ACKNOWLEDGE_AFTER = 150;
 /** So many records are acknowledged at once: the gateway's buffer is bounded. */
 const ACKNOWLEDGE_COUNT = 2000;
 const FIRST_RETRY = 200;
-const LAST_RETRY = 8000;
+/** Somebody waits before the page: once the network is back it should not take longer than this. */
+const LAST_RETRY = 2000;
 /** What `awaited` answers until the gateway has said what becomes of the session. */
 const GREETING = 0;
 const GAVE_UP = new Map<number, LinkStatus>([
@@ -123,9 +124,12 @@ export class Link {
         this.open();
     }
 
-    /** There is a reason to believe that a connection is possible again: do not wait longer. */
+    /**
+     * There is a reason to believe that a connection is possible again: do not wait longer, not
+     * even for an attempt that was begun when it was not.
+     */
     retryNow(): void {
-        if (this.m_cancelRetry !== undefined) {
+        if (this.m_cancelRetry !== undefined || (this.m_socket && !this.m_greeted)) {
             this.open();
         }
     }

@@ -46,6 +46,7 @@ export class Banner {
     private readonly m_action: () => void;
     private m_status: LinkStatus = 'open';
     private m_outdated = false;
+    private m_full = false;
     private m_timer: ReturnType<typeof setTimeout> | undefined;
 
     constructor(action: () => void) {
@@ -57,18 +58,20 @@ export class Banner {
     status(status: LinkStatus, reason: string): void {
         const back =
             status === 'open' && this.m_status !== 'open' && this.m_status !== 'connecting';
-        this.m_status = status;
+        // A program that has ended refuses all further attempts.
+        this.m_status = status === 'lost' && this.m_status === 'ended' ? 'ended' : status;
         this.m_outdated &&= status !== 'open';
         if (back) {
             this.shortly(BACK);
         } else {
-            const notice = notices[status];
+            const notice = this.lasting;
             this.show(notice && status === 'refused' ? withReason(notice, reason) : notice);
         }
     }
 
     full(full: boolean): void {
-        this.show(full ? FULL : notices[this.m_status]);
+        this.m_full = full;
+        this.show(this.lasting);
     }
 
     tooLong(): void {
@@ -78,17 +81,20 @@ export class Banner {
     /** From now on it is not the connection that is missing. */
     outdated(): void {
         this.m_outdated = true;
-        this.show(OUTDATED);
+        this.show(this.lasting);
+    }
+
+    private get lasting(): Notice | undefined {
+        return this.m_outdated ? OUTDATED : this.m_full ? FULL : notices[this.m_status];
     }
 
     private shortly(notice: Notice): void {
         this.show(notice);
-        this.m_timer = setTimeout(() => this.show(notices[this.m_status]), SHORTLY);
+        this.m_timer = setTimeout(() => this.show(this.lasting), SHORTLY);
     }
 
-    private show(wanted: Notice | undefined): void {
+    private show(notice: Notice | undefined): void {
         clearTimeout(this.m_timer);
-        const notice = this.m_outdated ? OUTDATED : wanted;
         this.element.dataset['tone'] = notice?.tone ?? '';
         const action = notice?.action
             ? html`<button type="button" class="button" @click=${this.m_action}>

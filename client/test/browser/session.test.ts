@@ -51,6 +51,7 @@ onStage('a reload shows everything as it was and goes on with the session', asyn
     stage.write(30, 32, { text: 'after the reload' });
     await page.getByText('after the reload').waitFor();
     assert.equal(stage.announced, 1, 'the same session');
+    assert.equal(stage.gateway.closeCode, 1001, 'the gateway can tell it from an accident');
 });
 
 onStage('a reload starts afresh when nothing can be gone on with', async (stage) => {

@@ -32,6 +32,8 @@ export class FakeGateway {
     readonly up: FrameRecord[] = [];
     /** Set anew: the program was started again, and the address in the page is out of date. */
     token = 'secret';
+    /** With which code the page has closed its last connection. */
+    closeCode = 0;
     private readonly m_server = createServer((request, response) => this.serve(request, response));
     private readonly m_sockets = new WebSocketServer({
         server: this.m_server,
@@ -116,6 +118,7 @@ export class FakeGateway {
         }
         this.m_socket = socket;
         socket.on('message', (data) => this.frameUp(String(data)));
+        socket.on('close', (code) => (this.closeCode = code));
     }
 
     private frameUp(text: string): void {

@@ -37,6 +37,8 @@ export class MemoryGateway {
     cutAfter = false;
     /** The cable is pulled: nothing gets through, and nobody is told. */
     hangs = false;
+    /** Nobody listens, and whoever tries is told so. */
+    refuses = false;
     messages = 0;
     private m_listener: SocketListener | undefined;
 
@@ -45,7 +47,9 @@ export class MemoryGateway {
         this.m_listener = listener;
         const isCurrent = (): boolean => this.m_listener === listener;
         queueMicrotask(() => {
-            if (isCurrent()) {
+            if (isCurrent() && this.refuses) {
+                this.close(1006);
+            } else if (isCurrent()) {
                 this.peer.greet(query).forEach((text) => this.raw(text));
             }
         });

@@ -267,6 +267,35 @@ test('what was done a moment before the page looks has time to be acknowledged',
     assert.ok(noticed >= 5_000 && noticed <= 20_500, `after ${noticed} ms`);
 });
 
+test('while the network is away the page tries on, and it is back soon after', async () => {
+    const page = await Page.opened();
+    page.gateway.refuses = true;
+    page.gateway.close(1006);
+    const tries: number[] = [];
+    for (const end = page.clock.now() + 60_000; page.clock.now() < end; ) {
+        tries.push(page.untilReconnected());
+        await turn();
+    }
+    assert.ok(Math.max(...tries) <= 2_000, `pauses of ${tries.join(', ')} ms`);
+    assert.ok(tries.length < 45, 'not in a tight loop');
+    page.gateway.refuses = false;
+    await page.settle();
+    assert.equal(page.statuses.at(-1), 'open');
+});
+
+test('when the browser says that the network is back, no old attempt is waited for', async () => {
+    const page = await Page.opened();
+    page.gateway.hangs = true;
+    page.link.retryNow();
+    assert.equal(page.gateway.queries.length, 1, 'as far as one knows, all is well');
+    page.gateway.close(1006);
+    page.untilReconnected();
+    page.gateway.hangs = false;
+    page.link.retryNow();
+    await turn();
+    assert.equal(page.statuses.at(-1), 'open');
+});
+
 test('a connection that owes nothing may be silent for ever', async () => {
     const page = new Page();
     await page.shortSession();
