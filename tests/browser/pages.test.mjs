@@ -69,18 +69,14 @@ for (const [signal, code, notice] of ends) {
     });
 }
 
-/** The browser believes to talk to the program's own address. */
 function behindProxy(name, play) {
     onScene(name, async (scene) => {
-        const { port } = new URL(scene.program.address);
-        const proxy = await CuttableProxy.to(port);
-        const rule = `MAP 127.0.0.1:${port} 127.0.0.1:${proxy.port}`;
-        const proxied = await launchBrowser(`--host-resolver-rules=${rule}`);
+        const { proxy, browser } = await CuttableProxy.before(scene.program);
         try {
-            await scene.in(proxied);
+            await scene.in(browser);
             await play(scene, proxy);
         } finally {
-            await proxied.close();
+            await browser.close();
             await proxy.end();
         }
     });

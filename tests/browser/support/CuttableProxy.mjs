@@ -1,5 +1,6 @@
 import { once } from 'node:events';
 import { connect, createServer } from 'node:net';
+import { launchBrowser } from '../../../client/test/support/chromium.mjs';
 
 /** Stands between a page and the program, and takes the connection away when told. */
 export class CuttableProxy {
@@ -13,6 +14,14 @@ export class CuttableProxy {
         proxy.m_server.listen(0, '127.0.0.1');
         await once(proxy.m_server, 'listening');
         return proxy;
+    }
+
+    /** A browser that believes to talk to the program's own address, and what stands between. */
+    static async before(program) {
+        const { port } = new URL(program.address);
+        const proxy = await CuttableProxy.to(port);
+        const rule = `MAP 127.0.0.1:${port} 127.0.0.1:${proxy.port}`;
+        return { proxy, browser: await launchBrowser(`--host-resolver-rules=${rule}`) };
     }
 
     get port() {
