@@ -81,7 +81,7 @@ void TabsPage::addDocuments() {
     });
 }
 
-// What pages there are is told with the whole container, so it is shown anew.
+// A new page is told with the whole container, so it is shown anew.
 void TabsPage::openDocument() {
     const std::u16string name = u"Document " + number(static_cast<int>(m_pages.size()) + 1);
     auto& page = *m_pages.emplace_back(std::make_unique<DOVA::DVTab2>(m_documents, name));
@@ -96,7 +96,6 @@ void TabsPage::closeDocument(int index) {
     }
     tell(u"Closed: " + m_pages[position]->name());
     m_pages[position].reset();
-    m_documents->show();
 }
 
 }  // namespace gallery

@@ -2,7 +2,9 @@
 
 namespace DOVA {
 
-DVContainer2::~DVContainer2() = default;
+DVContainer2::~DVContainer2() {
+    dismantle();
+}
 
 void DVContainer2::setLayout(DVLayout2* layout) {
     emitters()->setLayout.emit(layout);

@@ -41,6 +41,7 @@ void DVObject2::dismantle() {
         m_owner = nullptr;
     }
     // The whole tree goes at once on the display; then the children find nothing left to do.
+    leaveDisplay();
     destroyImplementation();
     while (!m_owned.empty()) {
         DVObject2* child = m_owned.back();

@@ -39,6 +39,18 @@ void DVTabContainer2::insertTab(int index, DVTab2* tab) {
         const bool inside = index >= 0 && index < static_cast<int>(m_pages.size());
         m_pages.insert(inside ? m_pages.begin() + index : m_pages.end(), tab->identifier());
         emitters()->insertTab.emit(index, tab);
+        attachAgain(inside ? static_cast<std::size_t>(index) + 1 : m_pages.size());
+    }
+}
+
+// Backends describe pages in the order in which they became children.
+void DVTabContainer2::attachAgain(std::size_t from) {
+    for (std::size_t index = from; index < m_pages.size(); ++index) {
+        DVTab2* page = m_pages[index] == 0 ? nullptr : tab(static_cast<int>(index));
+        if (page) {
+            page->setParent(nullptr);
+            page->setParent(this);
+        }
     }
 }
 

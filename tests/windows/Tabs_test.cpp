@@ -24,6 +24,7 @@ namespace DOVA::test {
 namespace {
 
 using testing::ElementsAre;
+using testing::IsEmpty;
 
 /// A page that may begin to die before its destructor runs.
 struct Leaving : DVTab2 {
@@ -183,6 +184,27 @@ TEST_F(TabsTest, theFrontContainerTakesAPageOnceAndTheLastOneOut) {
     EXPECT_EQ(last.parent(), nullptr);
     tabs.insertTab(0, &last);
     EXPECT_THAT((std::vector<DVTab2*>{tabs.tab(0), tabs.tab(1)}), ElementsAre(&last, &made));
+    EXPECT_THAT(tabs.children(), ElementsAre(&last, &made)) << "so they are described";
+}
+
+/// Nothing else would tell the page that they are gone.
+TEST_F(TabsTest, whatIsDestroyedIsHiddenBeforeAndWhatIsInItGoesWithoutAWord) {
+    auto* container = new DVTabContainer2(&tabs);
+    auto* page = new DVTab2(container);
+    auto* group = new DVGroupBox2(page);
+    auto* inner = new DVGroupBox2(page);
+    const std::pair<DVWidget2*, const char*> rows[] = {
+        {group, "GroupBox"}, {page, "WebContainer2"}, {container, "TabContainer"}};
+    client.take();
+    for (const auto& [widget, type] : rows) {
+        const std::string hidden = sent(*widget, type, R"("visible":false)");
+        delete widget;
+        client.deliver();
+        EXPECT_THAT(client.takeTexts(), ElementsAre(hidden));
+    }
+    delete inner;
+    client.deliver();
+    EXPECT_THAT(client.takeTexts(), IsEmpty());
 }
 
 /// Every order in which a window, its tab container, two pages and a group box may go.

@@ -16,16 +16,27 @@ export class ModelFeed {
         this.m_mirror = new ModelMirror(ask);
     }
 
-    /** What was known belongs to a session that is gone, or to an earlier life of the page. */
-    begin(): void {
-        this.m_mirror.begin();
+    /**
+     * What was known belongs to a session that is gone, or to an earlier life of the page, which
+     * knew that these objects `had` an element.
+     */
+    begin(had: Iterable<number> = []): void {
+        this.m_mirror.begin(had);
     }
 
+    /** The objects that have an element. */
+    get objects(): Iterable<number> {
+        return this.m_mirror.objects;
+    }
+
+    /** An object lives as long as its element: nothing else tells that a widget was destroyed. */
     received(text: string): void {
         for (const id of this.m_mirror.received(text)) {
             const object = this.m_store.get(id);
-            if (object !== undefined) {
+            if (object !== undefined && this.m_mirror.has(id)) {
                 this.fill(object);
+            } else if (object?.parent !== undefined) {
+                this.m_store.remove(object);
             }
         }
     }

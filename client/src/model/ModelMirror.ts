@@ -16,13 +16,16 @@ export class ModelMirror {
     /** Which element belongs to an object: its tag names the object. */
     private readonly m_elements = new Map<number, string>();
     private readonly m_tags = new Map<string, number>();
+    /** The objects that had an element when the document was last known. */
+    private m_before: readonly number[] = [];
 
     constructor(ask: () => void) {
         this.m_ask = ask;
     }
 
-    /** Nothing is known any more; the document is asked for. */
-    begin(): void {
+    /** Nothing is known but which objects once `had` an element; the document is asked for. */
+    begin(had: Iterable<number>): void {
+        this.m_before = [...had];
         this.m_version = undefined;
         this.m_document = {};
         this.m_elements.clear();
@@ -30,7 +33,10 @@ export class ModelMirror {
         this.m_ask();
     }
 
-    /** Takes a text of the model's channel; answers the objects whose elements it touched. */
+    /**
+     * Takes a text of the model's channel; answers the objects whose elements it touched, and
+     * those that have lost theirs.
+     */
     received(text: string): Iterable<number> {
         const message = decodeModelMessage(text);
         if (message?.kind === 'snapshot') {
@@ -42,7 +48,7 @@ export class ModelMirror {
         }
         const touched = message.version === (this.m_version ?? 0) + 1 && this.patch(message.patch);
         if (!touched) {
-            this.begin();
+            this.begin(this.m_elements.keys());
             return [];
         }
         this.m_version = message.version;
@@ -54,6 +60,10 @@ export class ModelMirror {
         return this.m_elements.keys();
     }
 
+    has(object: number): boolean {
+        return this.m_elements.has(object);
+    }
+
     /** What the object's element says of it; undefined when it has none or nothing is known. */
     valuesOf(object: number): ElementValues | undefined {
         const element = this.m_document[this.m_elements.get(object) ?? ''];
@@ -61,11 +71,13 @@ export class ModelMirror {
     }
 
     private takeSnapshot(version: number, document: JsonObject): Iterable<number> {
+        const before = [...this.m_before, ...this.m_elements.keys()];
+        this.m_before = [];
         this.m_version = version;
         this.m_document = { ...document };
         this.m_elements.clear();
         this.m_tags.clear();
-        return this.retag(Object.keys(document));
+        return new Set([...this.retag(Object.keys(document)), ...before]);
     }
 
     /** False when the patch does not fit; the document is then no longer of use. */
@@ -91,8 +103,11 @@ export class ModelMirror {
     private retag(uuids: Iterable<string>): Set<number> {
         const objects = new Set<number>();
         for (const uuid of uuids) {
-            this.forget(uuid);
+            const before = this.forget(uuid);
             const element = this.m_document[uuid];
+            if (element === undefined && before !== undefined) {
+                objects.add(before);
+            }
             const object = isObject(element) ? asId(element[ElementKey.tag]) : undefined;
             if (object !== undefined) {
                 this.m_elements.set(object, uuid);
@@ -103,12 +118,14 @@ export class ModelMirror {
         return objects;
     }
 
-    private forget(uuid: string): void {
+    /** Answers the object that the element belonged to. */
+    private forget(uuid: string): number | undefined {
         const object = this.m_tags.get(uuid);
         if (object !== undefined && this.m_elements.get(object) === uuid) {
             this.m_elements.delete(object);
         }
         this.m_tags.delete(uuid);
+        return object;
     }
 }
 

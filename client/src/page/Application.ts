@@ -10,7 +10,7 @@ import { Session } from '../gateway/Session.ts';
 import type { Clock, Connect } from '../gateway/transport.ts';
 import { decodeWindow } from '../protocol/description.ts';
 import { fontSizeStep } from '../protocol/events.ts';
-import { asText, type JsonObject } from '../protocol/guards.ts';
+import { asIntegers, asText, type JsonObject } from '../protocol/guards.ts';
 import { clientReady, dialogDestroyed, dialogReady } from '../protocol/lifecycle.ts';
 import type { MessageBox } from '../protocol/messagebox.ts';
 import { snapshotRequest } from '../protocol/modelMessage.ts';
@@ -187,6 +187,7 @@ export class Application implements LinkListener, InboxListener, WidgetHost, Des
                   desktop: this.m_desktop.store(),
                   edits: this.edits.store(),
                   tabs: this.tabs.store(),
+                  elements: [...this.m_inbox.model.objects],
                   boxes: this.m_boxes.store(),
                   focus: this.m_renderer.focus.store(this.m_root),
               }
@@ -200,7 +201,7 @@ export class Application implements LinkListener, InboxListener, WidgetHost, Des
         if (stored !== undefined && session !== undefined && mine) {
             this.link.resume(clientId, session);
             this.showStored(stored);
-            this.m_inbox.model.begin();
+            this.m_inbox.model.begin(asIntegers(stored['elements']));
         } else {
             this.link.start();
         }

@@ -107,6 +107,19 @@ export class ObjectStore {
         }
     }
 
+    /** The object is gone, and with it all below it. */
+    remove(object: StoredObject): void {
+        this.flush();
+        this.forget(object);
+        if (object.parent === undefined) {
+            this.m_windows.delete(object.id);
+            this.m_observer.closed(object);
+        } else {
+            this.detach(object);
+            this.m_observer.removed(object);
+        }
+    }
+
     /** The new value of one property, to be told with the next flush. */
     write<N extends Name>(object: StoredObject, name: N, value: Values[N]): void {
         object.values[name] = value as never;
@@ -136,18 +149,6 @@ export class ObjectStore {
     clear(): void {
         for (const window of [...this.m_windows.values()]) {
             this.remove(window);
-        }
-    }
-
-    private remove(object: StoredObject): void {
-        this.flush();
-        this.forget(object);
-        if (object.parent === undefined) {
-            this.m_windows.delete(object.id);
-            this.m_observer.closed(object);
-        } else {
-            this.detach(object);
-            this.m_observer.removed(object);
         }
     }
 

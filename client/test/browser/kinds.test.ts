@@ -88,7 +88,17 @@ onStage('the pointer turns and closes tabs, and the focus stays in sight', async
     await page.reload();
     await page.getByRole('tabpanel', { name: 'Fourth' }).getByText('On the fourth').waitFor();
     await tab('Third').click();
-    await stage.untilEvents(30, [...told, ['tabchanged', 3], ['tabchanged', 2]]);
+    told.push(['tabchanged', 3], ['tabchanged', 2]);
+    await stage.untilEvents(30, told);
+    // The one that has gone between First and Third keeps its number, too.
+    const pages = [41, 31, 42, 35, 37].map((id) => tabPage(id, `Page ${id}`, {}));
+    const container = { id: '30', type: 'TabContainer', msgType: 'refresh', currentindex: 0 };
+    stage.gateway.send(['./1', { ...container, contents: pages }]);
+    for (const [id, number] of [[42, 3], [37, 5], [31, 1]] as const) {
+        await tab(`Page ${id}`).click();
+        told.push(['tabchanged', number]);
+    }
+    await stage.untilEvents(30, told);
 });
 
 onStage('the model document is asked for, shown, followed, and after a reload', async (stage) => {
@@ -120,5 +130,7 @@ onStage('the model document is asked for, shown, followed, and after a reload', 
     snapshot(6, ['newer']);
     await stage.settled();
     assert.deepEqual(await items(), ['newer']);
+    gateway.send(['/tdom', { version: 7, patch: [{ op: 'remove', path: '/v' }] }]);
+    await page.getByPlaceholder('Your name').waitFor({ state: 'detached' });
     assert.equal(stage.announced, 2, 'the session goes on: one word at the start, one answer');
 });

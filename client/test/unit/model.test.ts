@@ -3,6 +3,7 @@ import { readFileSync } from 'node:fs';
 import { beforeEach, test } from 'node:test';
 import { clientChannel, modelChannel, windowChannel } from '../../src/gateway/channel.ts';
 import { Inbox } from '../../src/page/Inbox.ts';
+import type { PartialValues } from '../../src/protocol/properties.ts';
 import { ObjectStore } from '../../src/store/ObjectStore.ts';
 
 let asked: number;
@@ -46,11 +47,14 @@ beforeEach(() => {
 
 /** What is shown of the three: the edit's placeholder, the box's items, the button's state. */
 function shown(): unknown[] {
-    const of = (id: number): ReturnType<ObjectStore['get']> => store.get(id);
+    const of = (id: number, value: (values: PartialValues) => unknown): unknown => {
+        const object = store.get(id);
+        return object === undefined ? 'gone' : (value(object.values) ?? null);
+    };
     return [
-        of(11)?.values.placeholder ?? null,
-        of(12)?.values.entries?.join() ?? null,
-        of(13)?.values.checkable ?? null,
+        of(11, (values) => values.placeholder),
+        of(12, (values) => values.entries?.join()),
+        of(13, (values) => values.checkable),
     ];
 }
 
@@ -94,6 +98,12 @@ test('only what differs is told, and a window described later is filled too', ()
     assert.deepEqual(shown(), filled);
     store.flush();
     assert.equal(changed.length, 3 + 3 + 1);
+});
+
+test('what was destroyed while the page was loaded anew is gone', () => {
+    inbox.model.begin([11, 12]);
+    arrives({ version: 9, snapshot: { e: edit } });
+    assert.deepEqual(shown(), ['p', 'gone', null]);
 });
 
 test('a session that begins anew forgets what was known', () => {

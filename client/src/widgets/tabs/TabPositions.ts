@@ -4,7 +4,8 @@ import type { StoredObject } from '../../store/StoredObject.ts';
 
 /**
  * By which number the program knows each page of a tab container. A page that goes keeps its
- * number, so that those of the pages behind it stay; a page that comes gets the next.
+ * number, so that those of the pages behind it stay; one that comes has the place that its
+ * description gives it, and those behind it count one more, as they do in the program.
  */
 export class TabPositions {
     private readonly m_pages = new Map<number, number[]>();
@@ -13,9 +14,12 @@ export class TabPositions {
     pagesOf(container: StoredObject): readonly (StoredObject | undefined)[] {
         const ids = this.m_pages.get(container.id) ?? [];
         const pages = container.children.filter((child) => child.type === Kind.tab);
-        for (const page of pages) {
-            if (!ids.includes(page.id)) {
-                ids.push(page.id);
+        let place = ids.length;
+        for (const page of pages.slice().reverse()) {
+            if (ids.includes(page.id)) {
+                place = ids.indexOf(page.id);
+            } else {
+                ids.splice(place, 0, page.id);
             }
         }
         this.m_pages.set(container.id, ids);

@@ -13,11 +13,11 @@ function isTabVisible(page: StoredObject): boolean {
     return page.values.visible !== false;
 }
 
-/** Where the current page has gone, the next one shows, or else the last. */
+/** Where the current page has gone or is hidden, the next one shows, or else the last. */
 function currentOf(object: StoredObject, pages: Pages): StoredObject | undefined {
     const index = object.values.currentindex ?? -1;
-    const there = pages.filter((page) => page !== undefined);
-    return index < 0 ? undefined : (pages.slice(index).find(Boolean) ?? there.at(-1));
+    const there = (page: StoredObject | undefined): boolean => !!page && isTabVisible(page);
+    return index < 0 ? undefined : (pages.slice(index).find(there) ?? pages.filter(there).at(-1));
 }
 
 export function isVertical(object: StoredObject): boolean {

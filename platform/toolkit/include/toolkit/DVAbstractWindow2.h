@@ -53,6 +53,9 @@ protected:
     using DVContainer2::DVContainer2;
 
 private:
+    /// An implementation takes its window along itself.
+    void leaveDisplay() override {}
+
     WIRO::Emitter<void(const DVWidgetEvent2&)> m_destroyRequest;
 };
 

@@ -25,6 +25,9 @@ public:
 
 protected:
     using DVWidget2::DVWidget2;
+
+private:
+    void leaveDisplay() override { hide(); }
 };
 
 }  // namespace DOVA

@@ -58,6 +58,10 @@ protected:
     void destroyImplementation();
 
 private:
+    /// Takes what the object shows off the display, before its implementation goes. Nothing here:
+    /// an implementation that has an element in the model document is missed there.
+    virtual void leaveDisplay() {}
+
     void own(DVObject2* child);
 
     std::unique_ptr<DVObject2Emitters> m_emitters;

@@ -16,8 +16,9 @@ namespace DOVA {
 ///     DVTab2 network(&tabs, u"Network");
 ///     tabs.onCurrentChanged([&](const DVTabContainerEvent2& event) { load(event.index()); });
 ///
-/// What is told here of pages, tooltips and style flags takes effect with the next full description
-/// of the container, which show() sends; the current page and the position take effect at once.
+/// What is told here of new pages, tooltips and style flags takes effect with the next full
+/// description of the container, which show() sends; the current page and the position take effect
+/// at once, and a page that is destroyed is gone at once.
 class DOVA_PLATFORM_EXPORT DVTabContainer2 : public DVWidget2 {
 public:
     explicit DVTabContainer2(DVObject* parent = nullptr);
@@ -34,7 +35,8 @@ public:
     /// index, and a page taken out before, change nothing. If it was current, page 0 is.
     void removeTab(int index);
     /// The page at a position; null if there is none or it was destroyed. A page that was destroyed
-    /// keeps its position.
+    /// keeps its position; but a display that is described the container afterwards for the first
+    /// time counts only the pages that there are.
     DVTab2* tab(int index) const;
     DVTab2* currentTab() const;
     int tabCount() const;
@@ -77,6 +79,8 @@ public:
 
 private:
     bool mayTake(const DVTab2* tab) const;
+    void attachAgain(std::size_t from);
+    void leaveDisplay() override { hide(); }
 
     WIRO::Emitter<void(const DVTabContainerEvent2&)> m_tabChanged;
     WIRO::Emitter<void(const DVTabContainerEvent2&)> m_closeRequest;
