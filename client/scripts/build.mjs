@@ -1,7 +1,8 @@
 // Builds the page into dist/: one script, one style sheet, the document, the icon, and a .gz
-// beside each so that the gateway never compresses while it serves.
+// beside each so that the gateway never compresses while it serves; and the images that a program
+// may name without bringing them.
 import { build } from 'esbuild';
-import { copyFile, mkdir, readFile, readdir, rm, writeFile } from 'node:fs/promises';
+import { copyFile, cp, mkdir, readFile, readdir, rm, writeFile } from 'node:fs/promises';
 import { dirname, join } from 'node:path';
 import { fileURLToPath } from 'node:url';
 import { gzipSync } from 'node:zlib';
@@ -36,3 +37,4 @@ for (const name of await readdir(dist)) {
     const content = await readFile(join(dist, name));
     await writeFile(join(dist, `${name}.gz`), gzipSync(content, { level: 9 }));
 }
+await cp(join(root, 'static/images'), join(dist, 'images'), { recursive: true });

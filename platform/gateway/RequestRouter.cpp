@@ -51,6 +51,8 @@ RequestRouter::RequestRouter(const GatewayOptions& options, AccessRules rules)
     : m_rules(std::move(rules)),
       m_page(options.pageFolder, StaticFiles::Kinds::Page, options.limits.fileBytes),
       m_icons(options.applicationRoot, StaticFiles::Kinds::Images, options.limits.fileBytes),
+      m_pageIcons(options.pageFolder / "images", StaticFiles::Kinds::Images,
+                  options.limits.fileBytes),
       m_iconRoot(options.applicationRoot.relative_path().lexically_normal() / "") {}
 
 RequestRouter::Answer RequestRouter::answer(const Request& request) const {
@@ -89,7 +91,9 @@ RequestRouter::Answer RequestRouter::route(const Request& request) const {
 RequestRouter::Answer RequestRouter::icon(const RequestTarget& target) const {
     if (!m_rules.isToken(target.value("token")))
         return refusal(Status::unauthorized, "missing or wrong token");
-    return file(m_icons.find(belowIconRoot(target.path.substr(kIconPath.size())), false));
+    const std::string path = belowIconRoot(target.path.substr(kIconPath.size()));
+    auto found = m_icons.find(path, false);
+    return file(found ? std::move(found) : m_pageIcons.find(path, false));
 }
 
 /// Programs also name their icons by absolute paths below the application root; a page asks for

@@ -20,6 +20,7 @@ class Visit {
     static async to(name, faults) {
         const context = await browser.newContext({ viewport: { width: 900, height: 760 } });
         const page = await openTab(context, faults);
+        page.on('console', (message) => message.type() === 'error' && faults.push(message.text()));
         await page.goto(program.address);
         await page.getByRole('tab', { name, exact: true }).click();
         return new Visit(page);

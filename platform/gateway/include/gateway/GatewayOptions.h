@@ -55,7 +55,8 @@ struct GatewayOptions {
     /// Folder of the built page, served at "/"; must hold "index.html". A file "x.gz" beside "x"
     /// is sent in its place to browsers that accept it.
     std::filesystem::path pageFolder;
-    /// Folder whose image files are served below "/icon/" to bearers of the token. Empty: none.
+    /// Folder whose image files are served below "/icon/" to bearers of the token. Empty: none. An
+    /// image that is not there comes from "images" in the page folder.
     std::filesystem::path applicationRoot;
     /// What a page must know to come in: 16 to 256 of the characters A-Z a-z 0-9 - _ . ~
     /// Empty: a fresh random one of 160 bits.
