@@ -7,7 +7,6 @@ namespace gallery {
 SecondWindow::SecondWindow(bool isModal) {
     const std::u16string title = isModal ? u"Modal window" : u"Second window";
     setTitle(title);
-    setIconWithPath(u"star.svg");
     setModal(isModal);
     arrange();
     m_title.setText(title);
