@@ -6,6 +6,8 @@
 #include <string_view>
 #include <vector>
 
+#include "model/PropertyName.h"
+
 namespace tdom {
 
 /// Which properties of the elements pages want to hear of.
@@ -17,7 +19,7 @@ public:
 
     /// The tag is always wanted: by it pages find an element.
     bool holds(std::string_view property) const noexcept {
-        return !m_names || property == "tag" ||
+        return !m_names || property == PropertyName::tag ||
                std::find(m_names->begin(), m_names->end(), property) != m_names->end();
     }
 

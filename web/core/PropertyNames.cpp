@@ -5,7 +5,6 @@ namespace DOVA::keys {
 const QString contents = QStringLiteral("contents");
 const QString id = QStringLiteral("id");
 const QString type = QStringLiteral("type");
-const QString tag = QStringLiteral("tag");
 const QString tooltip = QStringLiteral("tooltip");
 const QString enable = QStringLiteral("enable");
 const QString visible = QStringLiteral("visible");
@@ -27,14 +26,27 @@ const QString level = QStringLiteral("level");
 const QString title = QStringLiteral("title");
 const QString body = QStringLiteral("body");
 const QString modal = QStringLiteral("modal");
-const QString x = QStringLiteral("x");
-const QString y = QStringLiteral("y");
-const QString width = QStringLiteral("width");
-const QString height = QStringLiteral("height");
+
+}  // namespace DOVA::keys
+
+namespace DOVA::received {
+
 const QString event = QStringLiteral("event");
 const QString value = QStringLiteral("value");
 const QString index = QStringLiteral("index");
 const QString newIndex = QStringLiteral("newIndex");
+const QString x = QStringLiteral("x");
+const QString y = QStringLiteral("y");
+const QString width = QStringLiteral("width");
+const QString height = QStringLiteral("height");
+const QString increaseFontSize = QStringLiteral("increaseFontSize");
+const QString decreaseFontSize = QStringLiteral("decreaseFontSize");
+const QString resize = QStringLiteral("resize");
+
+}  // namespace DOVA::received
+
+namespace DOVA::events {
+
 const QString onClick = QStringLiteral("onClick");
 const QString onToggle = QStringLiteral("onToggle");
 const QString onEdit = QStringLiteral("onEdit");
@@ -42,18 +54,40 @@ const QString onEditFinish = QStringLiteral("onEditFinish");
 const QString onSelectionChange = QStringLiteral("onSelectionChange");
 const QString tabchanged = QStringLiteral("tabchanged");
 const QString close = QStringLiteral("close");
-const QString increaseFontSize = QStringLiteral("increaseFontSize");
-const QString decreaseFontSize = QStringLiteral("decreaseFontSize");
-const QString resize = QStringLiteral("resize");
 
-}  // namespace DOVA::keys
+}  // namespace DOVA::events
+
+namespace DOVA::kinds {
+
+const std::string dialog = "Dialog";
+const std::string panel = "Panel";
+const std::string boxLayout = "BoxLayout";
+const std::string gridLayout = "GridLayout";
+const std::string groupBox = "GroupBox";
+const std::string tabContainer = "TabContainer";
+const std::string tab = "Tab";
+const std::string button = "Button";
+const std::string edit = "Edit";
+const std::string abstractWindow = "WebAbstractWindow2";
+const std::string container = "WebContainer2";
+const std::string layout = "WebLayout2";
+
+}  // namespace DOVA::kinds
+
+namespace DOVA::words {
+
+const std::u16string close = u"close";
+const std::u16string refresh = u"refresh";
+const std::u16string messageBox = u"messagebox";
+const std::u16string standardButtonSet = u"StandardButtonSet";
+
+}  // namespace DOVA::words
 
 namespace DOVA::names {
 
 const std::u16string type = u"type";
 const std::u16string version = u"version";
 const std::u16string command = u"command";
-const std::u16string close = u"close";
 const std::u16string meta = u"meta";
 const std::u16string style = u"style";
 const std::u16string backgroundColor = u"backgroundColor";

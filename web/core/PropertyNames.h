@@ -3,14 +3,13 @@
 #include <QString>
 #include <string>
 
-/// Every name that stands in a message, once. The ones in `keys` are used with QJsonObject, the ones
-/// in `names` with the typed property operations.
+/// Every name that stands in a message, once. The ones in `keys` are used with QJsonObject, the
+/// ones in `names` with the typed property operations.
 namespace DOVA::keys {
 
 extern const QString contents;
 extern const QString id;
 extern const QString type;
-extern const QString tag;
 extern const QString tooltip;
 extern const QString enable;
 extern const QString visible;
@@ -33,16 +32,29 @@ extern const QString level;
 extern const QString title;
 extern const QString body;
 extern const QString modal;
-extern const QString x;
-extern const QString y;
-extern const QString width;
-extern const QString height;
 
-// What a client sends.
+}  // namespace DOVA::keys
+
+/// The members of what a client sends, beside those that it shares with other messages.
+namespace DOVA::received {
+
 extern const QString event;
 extern const QString value;
 extern const QString index;
 extern const QString newIndex;
+extern const QString x;
+extern const QString y;
+extern const QString width;
+extern const QString height;
+extern const QString increaseFontSize;
+extern const QString decreaseFontSize;
+extern const QString resize;
+
+}  // namespace DOVA::received
+
+/// What can have happened to an object of a client.
+namespace DOVA::events {
+
 extern const QString onClick;
 extern const QString onToggle;
 extern const QString onEdit;
@@ -50,18 +62,42 @@ extern const QString onEditFinish;
 extern const QString onSelectionChange;
 extern const QString tabchanged;
 extern const QString close;
-extern const QString increaseFontSize;
-extern const QString decreaseFontSize;
-extern const QString resize;
 
-}  // namespace DOVA::keys
+}  // namespace DOVA::events
+
+/// What an object is. An object with a model element bears the name of the element's type.
+namespace DOVA::kinds {
+
+extern const std::string dialog;
+extern const std::string panel;
+extern const std::string boxLayout;
+extern const std::string gridLayout;
+extern const std::string groupBox;
+extern const std::string tabContainer;
+extern const std::string tab;
+extern const std::string button;
+extern const std::string edit;
+extern const std::string abstractWindow;
+extern const std::string container;
+extern const std::string layout;
+
+}  // namespace DOVA::kinds
+
+/// Words that stand as values.
+namespace DOVA::words {
+
+extern const std::u16string close;
+extern const std::u16string refresh;
+extern const std::u16string messageBox;
+extern const std::u16string standardButtonSet;
+
+}  // namespace DOVA::words
 
 namespace DOVA::names {
 
 extern const std::u16string type;
 extern const std::u16string version;
 extern const std::u16string command;
-extern const std::u16string close;
 extern const std::u16string meta;
 extern const std::u16string style;
 extern const std::u16string backgroundColor;

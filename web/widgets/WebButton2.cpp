@@ -9,7 +9,7 @@ namespace DOVA {
 
 WebButton2::WebButton2(DVButton2* front, DVButton2Emitters* emitters, DVObject*)
     : WebAbstractButton2(front, emitters) {
-    setProperty(names::type, u"Button", false);
+    setProperty(names::type, utf8ToU16(kinds::button), false);
     createElement<tdom::Button>();
     doLower();
     bind(emitters->setDefault, &WebButton2::doSetDefault);
@@ -34,14 +34,14 @@ bool WebButton2::doIsDefault() const {
 }
 
 void WebButton2::handleJSONMessage(const QJsonObject& message) {
-    const QString event = message.value(keys::event).toString();
-    if (event == keys::onClick) {
+    const QString event = message.value(received::event).toString();
+    if (event == events::onClick) {
         emitToFront<DVButtonClickEvent2>(&DVAbstractButton2::clickEmitter,
                                          WIRO::SendMode::Ordinary);
-    } else if (event == keys::onToggle) {
+    } else if (event == events::onToggle) {
         emitToFront<DVButtonToggleEvent2>(&DVAbstractButton2::toggleEmitter,
                                           WIRO::SendMode::Ordinary,
-                                          message.value(keys::value).toBool(false));
+                                          message.value(received::value).toBool(false));
     }
 }
 

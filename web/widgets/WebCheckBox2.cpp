@@ -19,10 +19,10 @@ WebCheckBox2::~WebCheckBox2() {
 }
 
 void WebCheckBox2::handleJSONMessage(const QJsonObject& message) {
-    if (message.value(keys::event).toString() != keys::onToggle) {
+    if (message.value(received::event).toString() != events::onToggle) {
         return;
     }
-    const bool checked = message.value(keys::value).toBool(false);
+    const bool checked = message.value(received::value).toBool(false);
     if (const auto box = tdom::as<tdom::CheckBox>(element())) {
         box->setChecked(checked);
     }

@@ -130,25 +130,25 @@ void WebComboBox2::doimSelectByString(const std::string& text) {
 }
 
 void WebComboBox2::handleJSONMessage(const QJsonObject& message) {
-    if (!message.contains(keys::event)) {
+    if (!message.contains(received::event)) {
         return;
     }
-    const QString event = message.value(keys::event).toString();
-    const std::u16string text = toU16(message.value(keys::value).toString());
+    const QString event = message.value(received::event).toString();
+    const std::u16string text = toU16(message.value(received::value).toString());
     const auto combo = tdom::as<tdom::ComboBox>(element());
     if (combo) {
         combo->setText(text);
     }
-    if (event == keys::onSelectionChange) {
-        const int index = message.value(keys::index).toInt(0);
+    if (event == events::onSelectionChange) {
+        const int index = message.value(received::index).toInt(0);
         if (combo) {
             combo->setCurrentindex(index);
         }
         emitUnlocked<DVComboBoxSelectEvent2>(&DVComboBox2::selectionEmitter,
                                              WIRO::SendMode::Ordinary, index, text, 0);
-    } else if (event == keys::onEdit || event == keys::onEditFinish) {
+    } else if (event == events::onEdit || event == events::onEditFinish) {
         emitUnlocked<DVComboBoxEditEvent2>(
-            event == keys::onEdit ? &DVComboBox2::editEmitter : &DVComboBox2::editFinishedEmitter,
+            event == events::onEdit ? &DVComboBox2::editEmitter : &DVComboBox2::editFinishedEmitter,
             WIRO::SendMode::Ordinary, text, 0);
     }
 }

@@ -9,7 +9,7 @@ namespace DOVA {
 
 WebEdit2::WebEdit2(DVEdit2* front, DVEdit2Emitters* emitters, DVObject*)
     : WebWidget2(front, emitters) {
-    setProperty(names::type, u"Edit", false);
+    setProperty(names::type, utf8ToU16(kinds::edit), false);
     createElement<tdom::Edit>();
     doLower();
     bind(emitters->setTextU, &WebEdit2::doSetTextU);
@@ -49,13 +49,13 @@ std::u16string WebEdit2::doGetPlaceHolderText() const {
 }
 
 void WebEdit2::handleJSONMessage(const QJsonObject& message) {
-    const QString event = message.value(keys::event).toString();
-    const auto emitter = event == keys::onEdit         ? &DVEdit2::editEmitter
-                         : event == keys::onEditFinish ? &DVEdit2::editFinishedEmitter
-                                                       : nullptr;
+    const QString event = message.value(received::event).toString();
+    const auto emitter = event == events::onEdit         ? &DVEdit2::editEmitter
+                         : event == events::onEditFinish ? &DVEdit2::editFinishedEmitter
+                                                         : nullptr;
     if (emitter) {
         emitUnlocked<DVEditEvent2>(emitter, WIRO::SendMode::Ordinary,
-                                   toU16(message.value(keys::value).toString()), 0, 0);
+                                   toU16(message.value(received::value).toString()), 0, 0);
     }
 }
 

@@ -119,7 +119,7 @@ void WebWidget2::doShow() {
         return;
     }
     QJsonObject description = service->describe(identifier());
-    description.insert(keys::msgType, QJsonValue(toQString(names::refresh)));
+    description.insert(keys::msgType, QJsonValue(toQString(words::refresh)));
     description.insert(keys::parentId, QString::number(service->getParentId(identifier())));
     sendTextMessage(description);
 }
@@ -224,7 +224,7 @@ void WebWidget2::sendTextMessage(const QJsonObject& message) {
 
 void WebWidget2::doSendTextMessage(const TextMessage& message) {
     QJsonObject box;
-    box.insert(keys::type, QStringLiteral("messagebox"));
+    box.insert(keys::type, toQString(words::messageBox));
     for (const QString& key : {keys::level, keys::title, keys::body}) {
         box.insert(key, toQString(entry(message, key)));
     }

@@ -44,7 +44,8 @@ diagram::RectTemplate<int> difference(const QJsonObject& left, const QJsonObject
     const auto member = [&](const QString& key) {
         return truncated(left.value(key).toDouble(0.0) - right.value(key).toDouble(0.0));
     };
-    return {member(keys::x), member(keys::y), member(keys::width), member(keys::height)};
+    return {member(received::x), member(received::y), member(received::width),
+            member(received::height)};
 }
 
 }  // namespace
@@ -96,7 +97,7 @@ WebAbstractWindow2::~WebAbstractWindow2() {
 }
 
 void WebAbstractWindow2::sendWindowDestroyMessage() {
-    sendProperty(names::command, names::close);
+    sendProperty(names::command, words::close);
 }
 
 // In this order, so that nothing is sent any more to a window that the client has closed, and the
@@ -118,7 +119,7 @@ bool WebAbstractWindow2::isWindow() const {
 }
 
 std::string WebAbstractWindow2::getTypeName() const {
-    return "WebAbstractWindow2";
+    return kinds::abstractWindow;
 }
 
 void WebAbstractWindow2::onDestroyRequested() {

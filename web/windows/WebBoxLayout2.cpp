@@ -1,12 +1,13 @@
 #include "windows/WebBoxLayout2.h"
 
 #include "../core/PropertyNames.h"
+#include "../core/TextConversions.h"
 
 namespace DOVA {
 
 WebBoxLayout2::WebBoxLayout2(DVBoxLayout2* front, DVBoxLayout2Emitters* emitters, DVObject* parent)
     : WebLayout2(front, emitters, parent) {
-    setProperty(names::type, u"BoxLayout", false);
+    setProperty(names::type, utf8ToU16(kinds::boxLayout), false);
     bind(emitters->boxAddWidget, &WebBoxLayout2::doBoxAddWidget);
     bind(emitters->insertWidget, &WebBoxLayout2::doInsertWidget);
     bind(emitters->insertSpacer, &WebBoxLayout2::doInsertSpacer);
@@ -28,7 +29,7 @@ void WebBoxLayout2::doInsertSpacer(int, int, int) {}
 void WebBoxLayout2::doSetStretchFactor(DVObject*, int) {}
 
 std::string WebBoxLayout2::getTypeName() const {
-    return "BoxLayout";
+    return kinds::boxLayout;
 }
 
 }  // namespace DOVA

@@ -35,7 +35,7 @@ void WebContainer2::doSetLayoutGrid(int* values, int count) {
 }
 
 std::string WebContainer2::getTypeName() const {
-    return "WebContainer2";
+    return kinds::container;
 }
 
 }  // namespace DOVA

@@ -1,20 +1,20 @@
 #include "windows/WebDialog2.h"
 
 #include "../core/PropertyNames.h"
+#include "../core/TextConversions.h"
 #include "core/WebObjectService2.h"
 
 namespace DOVA {
 
 namespace {
 
-const std::u16string s_defaultIcon =
-    u"/toolbox/shared/parlen/resources/VantrolModelIcon.png";
+const std::u16string s_defaultIcon = u"/toolbox/shared/parlen/resources/VantrolModelIcon.png";
 
 }  // namespace
 
 WebDialog2::WebDialog2(DVDialog2* front, DVDialog2Emitters* emitters, DVObject*)
     : WebAbstractWindow2(front, emitters) {
-    setProperty(names::type, u"Dialog", false);
+    setProperty(names::type, utf8ToU16(kinds::dialog), false);
     setProperty(names::version, u"0.5", false);
     doLower();
     bind(emitters->updateSize, &WebDialog2::doUpdateSize);
@@ -102,11 +102,11 @@ void WebDialog2::handleJSONMessage(const QJsonObject& message) {
         if (!service || service->getObject(id) != self) {
             return;
         }
-        if (event == keys::increaseFontSize) {
+        if (event == received::increaseFontSize) {
             doSendAccKey(DVDialogAccel::ZoomIn);
-        } else if (event == keys::decreaseFontSize) {
+        } else if (event == received::decreaseFontSize) {
             doSendAccKey(DVDialogAccel::ZoomOut);
-        } else if (event == keys::resize) {
+        } else if (event == received::resize) {
             emitToFront<DVResizeEvent2>(&DVDialog2::resizeEmitter, WIRO::SendMode::Ordinary,
                                         diagram::TSize<int>(), diagram::TSize<int>());
         }
@@ -114,7 +114,7 @@ void WebDialog2::handleJSONMessage(const QJsonObject& message) {
 }
 
 std::string WebDialog2::getTypeName() const {
-    return "Dialog";
+    return kinds::dialog;
 }
 
 }  // namespace DOVA

@@ -1,6 +1,7 @@
 #include "windows/WebGridLayout2.h"
 
 #include "../core/PropertyNames.h"
+#include "../core/TextConversions.h"
 
 namespace DOVA {
 
@@ -8,7 +9,7 @@ WebGridLayout2::WebGridLayout2(DVGridLayout2* front, DVGridLayout2Emitters* emit
                                DVObject* parent)
     : WebLayout2(front, emitters, parent) {
     doSetParent(parent);
-    setProperty(names::type, u"GridLayout", false);
+    setProperty(names::type, utf8ToU16(kinds::gridLayout), false);
     bind(emitters->gridAddWidget, &WebGridLayout2::doGridAddWidget);
     bind(emitters->gridAddSpacer, &WebGridLayout2::doGridAddSpacer);
     bind(emitters->setRowStretch, &WebGridLayout2::doSetRowStretch);
@@ -44,7 +45,7 @@ int WebGridLayout2::doGetColStretch(int) const {
 }
 
 std::string WebGridLayout2::getTypeName() const {
-    return "GridLayout";
+    return kinds::gridLayout;
 }
 
 }  // namespace DOVA

@@ -7,7 +7,7 @@ namespace DOVA {
 
 WebGroupBox2::WebGroupBox2(DVGroupBox2* front, DVGroupBox2Emitters* emitters, DVObject*)
     : WebContainer2(front, emitters) {
-    setProperty(names::type, u"GroupBox", false);
+    setProperty(names::type, utf8ToU16(kinds::groupBox), false);
     doLower();
     bind(emitters->setTitle, &WebGroupBox2::doSetTitle);
     bind(emitters->setTitleU, &WebGroupBox2::doSetTitleU);
@@ -51,7 +51,7 @@ bool WebGroupBox2::doIsFlat() const {
 void WebGroupBox2::handleJSONMessage(const QJsonObject&) {}
 
 std::string WebGroupBox2::getTypeName() const {
-    return "GroupBox";
+    return kinds::groupBox;
 }
 
 }  // namespace DOVA

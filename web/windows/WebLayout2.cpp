@@ -41,7 +41,7 @@ bool WebLayout2::isLayout() const {
 void WebLayout2::handleJSONMessage(const QJsonObject&) {}
 
 std::string WebLayout2::getTypeName() const {
-    return "WebLayout2";
+    return kinds::layout;
 }
 
 void WebLayout2::doAddWidget(DVObject* widget, Alignment) {

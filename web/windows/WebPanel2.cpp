@@ -1,12 +1,13 @@
 #include "windows/WebPanel2.h"
 
 #include "../core/PropertyNames.h"
+#include "../core/TextConversions.h"
 
 namespace DOVA {
 
 WebPanel2::WebPanel2(DVPanel2* front, DVPanel2Emitters* emitters, DVObject*)
     : WebContainer2(front, emitters) {
-    setProperty(names::type, u"Panel", false);
+    setProperty(names::type, utf8ToU16(kinds::panel), false);
     doLower();
     bind(emitters->updateSize, &WebPanel2::doUpdateSize);
     bind(emitters->setButtonPanel, &WebPanel2::setButtonPanel);
@@ -23,13 +24,13 @@ void WebPanel2::doSetColor(ColorRole, Color) {}
 
 void WebPanel2::setButtonPanel(bool buttonPanel) {
     m_buttonPanel = buttonPanel;
-    setProperty(names::meta, u"StandardButtonSet", false);
+    setProperty(names::meta, words::standardButtonSet, false);
 }
 
 void WebPanel2::handleJSONMessage(const QJsonObject&) {}
 
 std::string WebPanel2::getTypeName() const {
-    return "Panel";
+    return kinds::panel;
 }
 
 }  // namespace DOVA

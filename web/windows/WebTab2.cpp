@@ -2,6 +2,7 @@
 
 #include "../core/BrokenInvariant.h"
 #include "../core/PropertyNames.h"
+#include "../core/TextConversions.h"
 #include "core/WebObjectService2.h"
 #include "windows/WebTabContainer2.h"
 
@@ -9,7 +10,7 @@ namespace DOVA {
 
 WebTab2::WebTab2(DVTab2* front, DVTab2Emitters* emitters, DVObject*)
     : WebContainer2(front, emitters) {
-    setProperty(names::type, u"Tab", false);
+    setProperty(names::type, utf8ToU16(kinds::tab), false);
     doLower();
     bind(emitters->setName, &WebTab2::doSetName);
     bind(emitters->getName, &WebTab2::doGetName);

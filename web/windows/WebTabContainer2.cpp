@@ -11,7 +11,7 @@ namespace DOVA {
 WebTabContainer2::WebTabContainer2(DVTabContainer2* front, DVTabContainer2Emitters* emitters,
                                    DVObject*)
     : WebWidget2(front, emitters) {
-    setProperty(names::type, u"TabContainer", false);
+    setProperty(names::type, utf8ToU16(kinds::tabContainer), false);
     doLower();
     bindPages(emitters);
     bindLooks(emitters);
@@ -204,22 +204,22 @@ void WebTabContainer2::doSetColor(ColorRole role, Color color) {
 }
 
 void WebTabContainer2::handleJSONMessage(const QJsonObject& message) {
-    const QString event = message.value(keys::event).toString();
-    const QJsonValue given = message.value(keys::newIndex);
+    const QString event = message.value(received::event).toString();
+    const QJsonValue given = message.value(received::newIndex);
     const int index = given.isUndefined() ? NoTab : given.toInt(0);
-    if (event == keys::tabchanged && index != m_currentIndex) {
+    if (event == events::tabchanged && index != m_currentIndex) {
         m_currentIndex = index;
         setProperty(names::currentindex, index, false);
         emitToFront<DVTabContainerEvent2>(&DVTabContainer2::tabChangedEmitter,
                                           WIRO::SendMode::Ordinary, index);
-    } else if (event == keys::close) {
+    } else if (event == events::close) {
         emitToFront<DVTabContainerEvent2>(&DVTabContainer2::closeRequestEmitter,
                                           WIRO::SendMode::Ordinary, index);
     }
 }
 
 std::string WebTabContainer2::getTypeName() const {
-    return "TabContainer";
+    return kinds::tabContainer;
 }
 
 std::string WebTabContainer2::getWebTabPosition(Position position) {
