@@ -33,7 +33,7 @@ TEST(RepeatedContainersTest, areFoundInWhatTheParserGivesUpToo) {
 
 TEST(RepeatedContainersTest, truncatedTextsAreSurvived) {
     const std::string text = R"([{"\u0061\"":[{"b" : {"c":[]}}],"d":{},"a\"":[1]}])";
-    const std::size_t repeated = text.rfind(':') + 1;  // where the second key counts as one
+    const std::size_t repeated = text.rfind('}') + 1;  // where the parser drops a member
     for (std::size_t length = 0; length <= text.size(); ++length) {
         EXPECT_EQ(RepeatedContainers::occurIn(text.substr(0, length)), length >= repeated);
     }
@@ -73,15 +73,19 @@ private:
             {"a", "\\u0061"},   {"é", "\\u00E9"},        {"", ""},
             {"\\n", "\\u000a"}, {"\\\\", "\\u005c"},     {"\\\"", "\\u0022"},
             {"a\\/b", "a/b"},   {"😀", "\\ud83d\\uDE00"}, {"\\ud83d", "\\uD83D"}};
+        // The numbers of the keys so far, and whether a member of that key was a container.
         std::map<unsigned, bool> held;
         std::string text;
-        for (unsigned count = pick(6); count > 0; --count) {
-            const unsigned key = pick(std::size(spellings));
+        const bool large = pick(20) == 0;
+        for (unsigned count = pick(large ? 40 : 6); count > 0; --count) {
+            const unsigned key = pick(large ? 400 : std::size(spellings));
             const std::string member = value(depth - 1);
-            repeated = repeated || held[key];
-            held[key] = held[key] || member[0] == '[' || member[0] == '{';
-            text += (text.empty() ? "" : ",") + blank() + '"' + spellings[key][pick(2)] + '"' +
-                    blank() + ":" + blank() + member;
+            const bool holds = member[0] == '[' || member[0] == '{';
+            repeated = repeated || (held.count(key) > 0 && (holds || held[key]));
+            held[key] |= holds;
+            text += (text.empty() ? "" : ",") + blank() + '"' +
+                    (key < std::size(spellings) ? spellings[key][pick(2)] : std::to_string(key)) +
+                    '"' + blank() + ":" + blank() + member;
         }
         return "{" + text + "}";
     }
@@ -107,8 +111,17 @@ TEST(RepeatedContainersTest, agreeWithASimpleModel) {
 }
 
 #if defined(__SANITIZE_ADDRESS__)
-/// The story: {"a":[1],"a":[1]} lost 96 bytes of the process with every message.
+/// The stories: {"a":[1],"a":[1]} lost 96 bytes of the process with every message; and in an object
+/// of more than sixteen members, which the parser sorts in another way, the scalar that came first
+/// could push out the container.
 TEST(RepeatedContainersLeakTest, messagesLoseNothing) {
+    for (int key = 0; key < 20; ++key) {
+        std::string text = "{";
+        for (int member = 0; member < 20; ++member) {
+            text += '"' + std::to_string(member) + "\":1,";
+        }
+        fromWireText(text + '"' + std::to_string(key) + "\":[1]}");
+    }
     for (const char* text : {R"({"a":[1],"a":[1]})", R"({"a":[1],"\u0061":0})", R"({"a":[1],"a")",
                              R"([[1],{"a":[1])", R"({"a":[1]}x)", R"({"a":[{"b":[2],)"}) {
         fromWireText(text);

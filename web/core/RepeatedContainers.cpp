@@ -1,110 +1,171 @@
 #include "RepeatedContainers.h"
 
-#include <QJsonArray>
-#include <QJsonDocument>
+#include <emmintrin.h>
+
 #include <algorithm>
-#include <cstring>
+#include <functional>
+#include <tuple>
+
+#include "JsonMarks.h"
+#include "KeyLiteral.h"
 
 namespace DOVA {
 
 namespace {
 
-constexpr std::string_view s_blanks = " \t\r\n";
-
 // How deep the parser goes before it gives a text up.
 constexpr std::size_t s_deepest = 1024;
 
-bool isBracket(std::string_view text, std::size_t position) {
-    return position < text.size() && (text[position] == '{' || text[position] == '[');
-}
+// Up to so many keys are compared each with each, which is faster than hashing them.
+constexpr std::size_t s_few = 8;
 
-std::size_t skipBlanks(std::string_view text, std::size_t position) {
-    return std::min(text.find_first_not_of(s_blanks, position), text.size());
-}
-
-// Most messages are one flat object, which shows at the price of one glance at the bytes.
-bool isFlat(const std::string& text) {
-    return text.size() < 2 || std::strcspn(text.c_str() + 1, "{[") == text.size() - 1;
+/// The first '[' or '{' at or behind `from`; the text's size if there is none.
+std::size_t findBracket(std::string_view text, std::size_t from) {
+    // The two differ in one bit.
+    const __m128i difference = _mm_set1_epi8('[' ^ '{');
+    const __m128i wanted = _mm_set1_epi8('[' | '{');
+    for (; from + sizeof(__m128i) <= text.size(); from += sizeof(__m128i)) {
+        const __m128i bytes = _mm_loadu_si128(reinterpret_cast<const __m128i*>(text.data() + from));
+        const int hits = _mm_movemask_epi8(_mm_cmpeq_epi8(_mm_or_si128(bytes, difference), wanted));
+        if (hits != 0) {
+            return from + static_cast<std::size_t>(__builtin_ctz(static_cast<unsigned>(hits)));
+        }
+    }
+    return std::min(text.find_first_of("[{", from), text.size());
 }
 
 bool hasContainerAsValue(std::string_view text) {
-    for (auto at = text.find(':'); at != text.npos; at = text.find(':', at)) {
-        do {
-            at = skipBlanks(text, at + 1);
-        } while (at < text.size() && text[at] == ':');
-        if (isBracket(text, at)) {
+    for (auto at = findBracket(text, 1); at < text.size(); at = findBracket(text, at + 1)) {
+        const std::size_t before = lastBefore(text, at);
+        if (before != text.npos && text[before] == ':') {
             return true;
         }
     }
     return false;
+}
+
+bool holdsContainer(std::string_view text, std::size_t colon) {
+    const std::size_t at = firstBehind(text, colon);
+    return at < text.size() && (text[at] == '{' || text[at] == '[');
 }
 
 }  // namespace
 
-bool RepeatedContainers::occurIn(const std::string& text) {
-    return !isFlat(text) && hasContainerAsValue(text) && RepeatedContainers(text).scan();
+bool RepeatedContainers::occurIn(std::string_view text) {
+    return hasContainerAsValue(text) && RepeatedContainers(text, nullptr).walk();
 }
 
-bool RepeatedContainers::scan() {
-    while (m_position < m_text.size() && m_open.size() <= s_deepest) {
-        const char character = m_text[m_position++];
-        if (character == '{' || character == '[') {
-            open();
-        } else if (character == '}' || character == ']') {
-            close();
-        } else if (character == '"' && readString()) {
+std::vector<RepeatedContainers::Member> RepeatedContainers::replacedIn(std::string_view text) {
+    std::vector<Member> members;
+    RepeatedContainers(text, &members).walk();
+    return members;
+}
+
+bool RepeatedContainers::walk() {
+    JsonMarks marks(m_text);
+    for (auto at = marks.next(); at < m_text.size() && m_open.size() <= s_deepest;
+         at = marks.next()) {
+        if (m_text[at] == ':') {
+            addColon(at);
+        } else if (m_text[at] == '{') {
+            m_open.push_back({m_colons.size(), false});
+        } else if (!m_open.empty() && endObject()) {
             return true;
         }
     }
     return false;
 }
 
-void RepeatedContainers::open() {
-    m_open.push_back(++m_containers);
-}
-
-void RepeatedContainers::close() {
-    if (!m_open.empty()) {
-        m_open.pop_back();
+void RepeatedContainers::addColon(std::size_t colon) {
+    m_colons.push_back(static_cast<std::uint32_t>(colon));
+    if (!m_open.empty() && holdsContainer(m_text, colon)) {
+        m_open.back().holds = true;
     }
 }
 
-/// True if the string is a key that has held a container before.
-bool RepeatedContainers::readString() {
-    const std::size_t begin = m_position;
-    while (m_position < m_text.size() && m_text[m_position] != '"') {
-        m_position += m_text[m_position] == '\\' ? 2 : 1;
+/// True if it repeats a key.
+bool RepeatedContainers::endObject() {
+    const Object object = m_open.back();
+    m_open.pop_back();
+    bool repeated = false;
+    if (object.holds) {
+        readKeys(object.firstColon);
+        repeated = m_keys.size() <= s_few ? isRepeatedAmongFew() : isRepeatedAmongMany();
     }
-    const std::size_t end = std::min(m_position, m_text.size());
-    m_position = skipBlanks(m_text, end + 1);
-    const bool isKey = m_position < m_text.size() && m_text[m_position] == ':';
-    return isKey && !m_open.empty() && readKey(m_text.substr(begin, end - begin));
+    m_colons.resize(object.firstColon);
+    return repeated;
 }
 
-bool RepeatedContainers::readKey(std::string_view literal) {
-    m_position = skipBlanks(m_text, m_position + 1);
-    const bool holds = isBracket(m_text, m_position);
-    if (!holds && m_holders.empty()) {
-        return false;
+void RepeatedContainers::readKeys(std::size_t firstColon) {
+    m_keys.clear();
+    m_unescaped.clear();
+    for (std::size_t index = firstColon; index < m_colons.size(); ++index) {
+        const std::string_view literal = literalBefore(m_text, m_colons[index]);
+        const bool plain = literal.find('\\') == literal.npos;
+        m_keys.push_back(
+            {plain ? literal : m_unescaped.emplace_front(unescaped(literal)), 0, index});
     }
-    const std::pair key(m_open.back(), keyText(literal));
-    if (m_holders.count(key) > 0) {
-        return true;
-    }
-    if (holds) {
-        m_holders.insert(key);
+}
+
+bool RepeatedContainers::isRepeatedAmongFew() {
+    for (auto key = m_keys.begin(); key != m_keys.end(); ++key) {
+        const auto next = std::find_if(key + 1, m_keys.end(),
+                                       [&](const Key& other) { return other.text == key->text; });
+        if (next != m_keys.end() && meet(key->index, next->index)) {
+            return true;
+        }
     }
     return false;
 }
 
-// The parser whose keys are compared is asked itself what the escapes mean.
-std::string_view RepeatedContainers::keyText(std::string_view literal) {
-    if (literal.find('\\') == literal.npos) {
-        return literal;
+bool RepeatedContainers::isRepeatedAmongMany() {
+    sieveKeys();
+    std::sort(m_keys.begin(), m_keys.end(), [](const Key& one, const Key& other) {
+        return std::tie(one.hash, one.text, one.index) <
+               std::tie(other.hash, other.text, other.index);
+    });
+    for (std::size_t i = 1; i < m_keys.size(); ++i) {
+        if (m_keys[i - 1].text == m_keys[i].text && meet(m_keys[i - 1].index, m_keys[i].index)) {
+            return true;
+        }
     }
-    const QByteArray text(literal.data(), static_cast<int>(literal.size()));
-    const QJsonArray array = QJsonDocument::fromJson("[\"" + text + "\"]").array();
-    return m_unescaped.emplace_front(array.first().toString().toStdString());
+    return false;
+}
+
+/// Takes out nearly every key that stands alone: a hash has a bit, and only keys that share theirs
+/// stay. A page that makes its keys collide has them sorted, and no more.
+void RepeatedContainers::sieveKeys() {
+    std::size_t words = 16;
+    while (words * 4 < m_keys.size()) {
+        words *= 2;
+    }
+    m_once.assign(words, 0);
+    m_again.assign(words, 0);
+    for (Key& key : m_keys) {
+        key.hash = std::hash<std::string_view>()(key.text);
+        const std::size_t word = key.hash / 64 & (words - 1);
+        const std::uint64_t bit = std::uint64_t(1) << key.hash % 64;
+        m_again[word] |= m_once[word] & bit;
+        m_once[word] |= bit;
+    }
+    const auto standsAlone = [&](const Key& key) {
+        return (m_again[key.hash / 64 & (words - 1)] >> key.hash % 64 & 1) == 0;
+    };
+    m_keys.erase(std::remove_if(m_keys.begin(), m_keys.end(), standsAlone), m_keys.end());
+}
+
+/// A key and the next time that its object has it, by their colons. True ends the walk.
+bool RepeatedContainers::meet(std::size_t index, std::size_t next) {
+    if (!m_replaced) {
+        return holdsContainer(m_text, m_colons[index]) || holdsContainer(m_text, m_colons[next]);
+    }
+    m_replaced->push_back({beginOfKey(index), beginOfKey(index + 1)});
+    return false;
+}
+
+std::size_t RepeatedContainers::beginOfKey(std::size_t index) const {
+    return static_cast<std::size_t>(literalBefore(m_text, m_colons[index]).data() - m_text.data()) -
+           1;
 }
 
 }  // namespace DOVA

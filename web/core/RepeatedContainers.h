@@ -2,42 +2,71 @@
 
 #include <boost/container/small_vector.hpp>
 #include <cstddef>
+#include <cstdint>
 #include <forward_list>
-#include <set>
 #include <string>
 #include <string_view>
-#include <utility>
+#include <vector>
 
 namespace DOVA {
 
-/// Finds JSON objects that give one key twice, the earlier time with an array or an object:
-/// {"a":[1],"a":2}. Qt's parser (5.15) never frees the earlier one, so a page that sends such texts
-/// would make the process grow. Keys that differ only in their escapes are the same key.
+/// Finds JSON objects that give one key twice, one of the times with an array or an object:
+/// {"a":[1],"a":2}. Qt's parser (5.15) never frees what it drops there, so that a page that sends
+/// such texts would make the process grow; and of more than sixteen members it may keep either of
+/// the two. Keys that differ only in their escapes are the same key.
 ///
-/// Most texts hold no container inside an object; those cost a search for colons.
+/// Most texts hold no container inside an object; those cost a search for brackets. The others
+/// cost a look at each colon, and one at the keys of those objects that hold a container. Texts are
+/// at most 4 GB long.
 class RepeatedContainers {
 public:
-    /// True if the text has such an object, complete or not. What is no JSON gives any answer.
-    static bool occurIn(const std::string& text);
+    /// A member of an object: from the first quote of its key to that of the next member's.
+    struct Member {
+        std::size_t begin;
+        std::size_t end;
+    };
+
+    /// True if the text has such an object. What is no JSON gives any answer, but true if the
+    /// parser comes to the end of such an object before it gives the text up.
+    static bool occurIn(std::string_view text);
+
+    /// The members that a later one replaces, in every object that holds a container. The text is
+    /// JSON. Members inside of one another may come in any order.
+    static std::vector<Member> replacedIn(std::string_view text);
 
 private:
-    explicit RepeatedContainers(std::string_view text) : m_text(text) {}
+    /// Arrays do not matter: as far as the parser goes, they end within their objects.
+    struct Object {
+        std::size_t firstColon;
+        bool holds;  // a container
+    };
+    struct Key {
+        std::string_view text;
+        std::size_t hash;
+        std::size_t index;  // of its colon
+    };
 
-    bool scan();
-    bool readString();
-    bool readKey(std::string_view literal);
-    std::string_view keyText(std::string_view literal);
-    void open();
-    void close();
+    RepeatedContainers(std::string_view text, std::vector<Member>* replaced)
+        : m_text(text), m_replaced(replaced) {}
+
+    bool walk();
+    void addColon(std::size_t colon);
+    bool endObject();
+    void readKeys(std::size_t firstColon);
+    bool isRepeatedAmongFew();
+    bool isRepeatedAmongMany();
+    void sieveKeys();
+    bool meet(std::size_t index, std::size_t next);
+    std::size_t beginOfKey(std::size_t index) const;
 
     const std::string_view m_text;
-    std::size_t m_position = 0;
-    std::size_t m_containers = 0;                            // opened so far
-    boost::container::small_vector<std::size_t, 16> m_open;  // the numbers of those that are open
-    std::forward_list<std::string> m_unescaped;              // what keyText() answers views of
-    /// Containers by number, with those of their keys that have held one. Ordered and not hashed:
-    /// the keys come from a page, which might choose them to collide.
-    std::set<std::pair<std::size_t, std::string_view>> m_holders;
+    std::vector<Member>* const m_replaced;  // null: the first find ends the walk
+    boost::container::small_vector<Object, 16> m_open;
+    boost::container::small_vector<std::uint32_t, 64> m_colons;  // in the open objects
+    boost::container::small_vector<Key, 16> m_keys;              // of the object that ends
+    std::forward_list<std::string> m_unescaped;                  // what some of them view
+    boost::container::small_vector<std::uint64_t, 16> m_once;    // hashes, a bit each
+    boost::container::small_vector<std::uint64_t, 16> m_again;
 };
 
 }  // namespace DOVA
