@@ -1,0 +1,63 @@
+#pragma once
+
+#include <QJsonArray>
+#include <string>
+
+#include "core/WebExport.h"
+#include "scripting/JSONFormat.h"
+#include "scripting/JSONType.h"
+
+/// What scripts do with JSON arrays, for the host and the toolkit to call. Texts are UTF-16 and may
+/// hold anything; indices count from 0. Nothing here throws but for want of memory, and different
+/// threads may use different arrays.
+///
+/// Parsing. A text is a JSON document (RFC 8259, nested at most 1024 deep): an object or an array.
+/// It goes to the parser through the host's local 8-bit codec, so that under a codec other than
+/// UTF-8 a text beyond that codec's characters is damaged or refused. A text that is no document
+/// prints the parser's message on the host's console and counts as an empty document. The message
+/// is the format of that print itself: nothing is added, no line break either, and a percent sign
+/// in a translated message would count. Texts of more than 2^27 code units are refused as too
+/// large. If an object repeats a key, the last value stands; the one exception are objects of more
+/// than sixteen members that hold neither arrays nor objects, where it may be any of them.
+///
+/// Writing. Only arrays and objects can be written. The result comes back through the same codec.
+namespace DOVA::web {
+
+/// The array that a text stands for; empty if it stands for an object, or for nothing.
+DOVA_WEB_EXPORT QJsonArray arrayFromJSON(const std::u16string& text);
+
+/// The text of an array.
+DOVA_WEB_EXPORT std::u16string arrayToJSON(const QJsonArray& array, JSONFormat format);
+/// The same, indented.
+DOVA_WEB_EXPORT std::u16string arrayToJSONIndented(const QJsonArray& array);
+
+/// Puts what a text stands for before the element `index`, as one element, even an array; Null for
+/// a text that is no document. The index of the end, the array's length, is allowed. Any other
+/// index outside prints "Array index out of bounds for insert", without a line break; then nothing
+/// changes and the text is not looked at.
+DOVA_WEB_EXPORT void arrayInsertFromJSON(QJsonArray& array, int index, const std::u16string& text);
+/// The same at the end.
+DOVA_WEB_EXPORT void arrayAppendFromJSON(QJsonArray& array, const std::u16string& text);
+/// The same at the front.
+DOVA_WEB_EXPORT void arrayPrependFromJSON(QJsonArray& array, const std::u16string& text);
+
+/// Puts what a text stands for, Null for a text that is no document, in the place of the element
+/// `index`. An index outside prints "Array index out of bounds for replace", without a line break;
+/// then nothing changes and the text is not looked at.
+DOVA_WEB_EXPORT void arrayReplaceFromJSON(QJsonArray& array, int index, const std::u16string& text);
+
+/// Whether an element equals what a text stands for. A text that is no document stands for Null,
+/// and is found in an array that holds Null.
+DOVA_WEB_EXPORT bool arrayContainsFromJSON(const QJsonArray& array, const std::u16string& text);
+
+/// The text of the element `index`, if it is an array or an object; empty for every other element
+/// and for an index outside, without a message.
+DOVA_WEB_EXPORT std::u16string arrayValueToJSON(const QJsonArray& array, int index,
+                                                JSONFormat format);
+/// The same, indented.
+DOVA_WEB_EXPORT std::u16string arrayValueToJSONIndented(const QJsonArray& array, int index);
+
+/// The kind of the element `index`; UndefinedType for an index outside, without a message.
+DOVA_WEB_EXPORT JSONType arrayValueType(const QJsonArray& array, int index);
+
+}  // namespace DOVA::web

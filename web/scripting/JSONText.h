@@ -1,0 +1,28 @@
+#pragma once
+
+#include <QJsonDocument>
+#include <QJsonValue>
+#include <string>
+
+#include "scripting/JSONFormat.h"
+#include "scripting/JSONType.h"
+
+namespace DOVA::web {
+
+/// True if a text or a key is short enough for Qt, whose sizes are ints: the text as bytes, the
+/// values in it and what grows by doubling, too. Otherwise prints the parser's message.
+bool fits(const std::u16string& text);
+
+/// The document of a text; the empty one, and the parser's message on the console, if it is none.
+QJsonDocument parseText(const std::u16string& text);
+/// The element that a text stands for: its object or array, otherwise Null.
+QJsonValue elementFromText(const std::u16string& text);
+
+/// The document of an array or object; the empty one for every other value.
+QJsonDocument documentOf(const QJsonValue& value);
+/// The text of a document; empty for the empty one.
+std::u16string writeText(const QJsonDocument& document, JSONFormat format);
+
+JSONType typeOf(const QJsonValue& value);
+
+}  // namespace DOVA::web
