@@ -6,9 +6,12 @@
 /// runs once in a process: there is no way back from terminated to initialised.
 extern "C" {
 
-/// Makes the web backend available: object service, factory under the backend key "web". Starts the
-/// desktop module first if there is a display. Subscribes nothing yet, prints nothing.
+/// Makes the web backend available: object service, factory under the backend key "web", and the
+/// script namespaces "dova" and "dova.web". Starts the desktop module first if there is a display.
+/// Subscribes nothing yet, prints nothing. Throws foundation::bad_alloc if there is no memory for
+/// the namespaces; the rest is there then.
 DOVA_WEB_EXPORT void initialize_dova2_web();
+/// Takes the script namespaces away, with what they list; JSON values that scripts hold stay.
 /// Shuts the desktop bridge down if there was a display at start-up, destroys the object service
 /// with every window connection, and ends the subscription of the root channel. Web objects and the
 /// factory stay.

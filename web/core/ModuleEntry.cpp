@@ -2,6 +2,7 @@
 
 #include <memory>
 
+#include "../scripting/ScriptNamespaces.h"
 #include "BaseConnection.h"
 #include "core/WebFactory2.h"
 #include "core/WebObjectService2.h"
@@ -50,7 +51,7 @@ void initialize_dova2_web() {
     static auto* factory = new DVFactory2(nullptr);
     WebFactory2::createFactory(factory);
     DVFactory2::registerFactory(StringID::setStringID("web"), factory);
-    // The host's script namespaces are added here, after everything that their functions use.
+    addScriptNamespaces();
 }
 
 void terminate_dova2_web() {
@@ -58,7 +59,7 @@ void terminate_dova2_web() {
         return;
     }
     s_terminated = true;
-    // The host's script namespaces are detached here, before anything that their functions use.
+    detachScriptNamespaces();
     stopDesktopModule();
     WebObjectService2::install(nullptr);
     BaseConnection::releaseInstance();

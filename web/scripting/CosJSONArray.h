@@ -1,0 +1,17 @@
+#pragma once
+
+#include "HostTypes.h"
+#include "host/ribo/factory/CopyableDataTypeClassInfo.h"
+
+namespace DOVA::web::mi {
+
+/// Describes the script class "dova.web.JSONArray": a JSON array. Its indices count from 0.
+class CosJSONArray final : public ribo::factory::CopyableDataTypeClassInfo<QJsonArray> {
+public:
+    CosJSONArray(std::string name, std::string qualifiedName);
+
+private:
+    void describeOwnMembers() override;
+};
+
+}  // namespace DOVA::web::mi

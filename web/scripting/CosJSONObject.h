@@ -1,0 +1,17 @@
+#pragma once
+
+#include "HostTypes.h"
+#include "host/ribo/factory/CopyableDataTypeClassInfo.h"
+
+namespace DOVA::web::mi {
+
+/// Describes the script class "dova.web.JSONObject": a JSON object.
+class CosJSONObject final : public ribo::factory::CopyableDataTypeClassInfo<QJsonObject> {
+public:
+    CosJSONObject(std::string name, std::string qualifiedName);
+
+private:
+    void describeOwnMembers() override;
+};
+
+}  // namespace DOVA::web::mi

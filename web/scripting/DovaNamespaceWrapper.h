@@ -1,0 +1,14 @@
+#pragma once
+
+#include "LockedNamespace.h"
+
+namespace DOVA::mi {
+
+/// Describes the functions of the script namespace "dova".
+class DovaNamespaceWrapper final : public LockedNamespace {
+public:
+    ribo::InternedString getName() const override;
+    void listMembers(ribo::COSNamespace& self) const override;
+};
+
+}  // namespace DOVA::mi
