@@ -27,8 +27,8 @@ test: setup-test client checks
 	node bench/ratios.mjs --brief build/ci/bin
 	cmake --preset asan && cmake --build --preset asan -j $(JOBS)
 	ctest --preset asan
-	cmake --preset tsan && cmake --build --preset tsan -j $(JOBS) --target wiro_test messaging_test toolkit_test
-	ctest --preset tsan -L '^(wiro|messaging|toolkit)_test$$'
+	cmake --preset tsan && cmake --build --preset tsan -j $(JOBS) --target wiro_test messaging_test toolkit_test gateway_test
+	ctest --preset tsan -L '^(wiro|messaging|toolkit|gateway)_test$$'
 	node tools/test-ratio.mjs
 
 bench: setup-test client

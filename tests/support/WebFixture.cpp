@@ -1,5 +1,8 @@
 #include "WebFixture.h"
 
+#include <future>
+#include <mutex>
+
 #include "core/KorvidOnlineFlag.h"
 #include "core/ModuleEntry.h"
 
@@ -46,6 +49,14 @@ void WebFixture::show(DVDialog2& window) {
 
 void WebFixture::say(const DVObject& window, const DVObject& object, const std::string& members) {
     client.say(windowChannel(window), message(object, members));
+}
+
+// Another thread has to try: the lock lets its owner in again.
+bool WebFixture::isObjectLockHeld() {
+    std::future<bool> tried = std::async(std::launch::async, [] {
+        return std::unique_lock(DVObject::m_lock, std::try_to_lock).owns_lock();
+    });
+    return !tried.get();
 }
 
 }  // namespace DOVA::test

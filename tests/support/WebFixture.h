@@ -34,6 +34,9 @@ protected:
     /// The client sends one message on the channel of a window.
     void say(const DVObject& window, const DVObject& object, const std::string& members);
 
+    /// Whether the thread that asks, or any other, holds the lock of all objects.
+    static bool isObjectLockHeld();
+
     RecordingClient client;
 };
 

@@ -3,9 +3,7 @@
 #include <algorithm>
 #include <array>
 #include <cstdlib>
-#include <future>
 #include <memory>
-#include <mutex>
 #include <new>
 #include <string>
 #include <vector>
@@ -151,14 +149,9 @@ TEST_F(TabsTest, handlersFindTheNewPageAndMayDestroyAnything) {
 /// Whoever asks whether an object is alive, on another thread, waits until its handler is done.
 TEST_F(TabsTest, itsEventsAreEmittedUnderTheObjectLock) {
     std::vector<bool> locked;
-    const auto tryLock = [&] {
-        locked.push_back(std::async(std::launch::async, [] {
-                             std::unique_lock lock(DVObject::m_lock, std::try_to_lock);
-                             return !lock.owns_lock();
-                         }).get());
-    };
-    tabs.onCurrentChanged(tryLock);
-    tabs.onCloseRequest(tryLock);
+    const auto ask = [&] { locked.push_back(isObjectLockHeld()); };
+    tabs.onCurrentChanged(ask);
+    tabs.onCloseRequest(ask);
     say(window, tabs, R"("event":"tabchanged","newIndex":1)");
     say(window, tabs, R"("event":"close","newIndex":1)");
     EXPECT_THAT(locked, ElementsAre(true, true));
