@@ -1,6 +1,8 @@
 #include "FuzzProgram.h"
 
+#include <algorithm>
 #include <cstdlib>
+#include <type_traits>
 
 #include "core/KorvidOnlineFlag.h"
 #include "core/ModuleEntry.h"
@@ -35,6 +37,11 @@ void publish(const std::string& channel, const std::string& text) {
     }
 }
 
+template <class Widget>
+constexpr bool isPlain =
+    !std::is_same_v<Widget, DVGroupBox2> && !std::is_same_v<Widget, DVComboBox2> &&
+    !std::is_same_v<Widget, DVTab2> && !std::is_same_v<Widget, DVTabContainer2>;
+
 }  // namespace
 
 Input::Input(const std::uint8_t* data, std::size_t size) {
@@ -68,7 +75,8 @@ template <class Widget>
 Widget& FuzzProgram::put(Window& window, DVObject* parent) {
     auto widget = std::make_unique<Widget>(parent);
     Widget& made = *widget;
-    m_identifiers.push_back(std::to_string(made.identifier()));
+    auto& identifiers = isPlain<Widget> ? m_identifiers : m_holderIdentifiers;
+    identifiers.push_back(std::to_string(made.identifier()));
     window.contents.push_back(std::move(widget));
     return made;
 }
@@ -98,11 +106,52 @@ void FuzzProgram::fill(Window& window) {
     panel.setLayout(&grid);
     grid.addWidget(&button);
     grid.addWidget(&check);
+    fillBox(window);
+    fillTabs(window);
     edit.onEdit([this] { react(); });
     edit.onEditFinish([this] { react(); });
     button.onClick([this] { react(); });
     button.onToggle([this] { react(); });
     check.onToggle([this] { react(); });
+}
+
+/// A box with a fixed and an editable choice, which lose and get items in their own events.
+void FuzzProgram::fillBox(Window& window) {
+    auto& box = put<DVGroupBox2>(window, window.dialog.get());
+    for (const bool editable : {false, true}) {
+        auto& choice = put<DVComboBox2>(window, &box);
+        choice.addItems({u"small", u"medium", u"large"});
+        choice.setEditable(editable);
+        const auto change = [&choice] {
+            choice.clear();
+            choice.addItem(u"one");
+            choice.setSelection(choice.count());
+        };
+        choice.onSelect([this, &choice, change] { react(choice, change); });
+        choice.onEdit([this, &choice, change] { react(choice, change); });
+        choice.onEditFinish([this, &choice, change] { react(choice, change); });
+    }
+}
+
+/// Two pages, the first of which leaves its container, and comes again, in the container's events.
+void FuzzProgram::fillTabs(Window& window) {
+    auto& tabs = put<DVTabContainer2>(window, window.dialog.get());
+    tabs.setTabsClosable(true);
+    for (const char16_t* name : {u"first", u"second"}) {
+        auto& page = put<DVTab2>(window, &tabs);
+        page.setName(name);
+        tabs.addTab(&page);
+    }
+    const auto change = [&tabs] {
+        DVTab2* const page = tabs.tab(0);
+        tabs.removeTab(0);
+        if (page) {
+            tabs.insertTab(0, page);
+        }
+        tabs.setCurrentIndex(tabs.tabCount());
+    };
+    tabs.onCurrentChanged([this, &tabs, change] { react(tabs, change); });
+    tabs.onCloseRequest([this, &tabs, change] { react(tabs, change); });
 }
 
 void FuzzProgram::listen(Window& window) {
@@ -148,12 +197,71 @@ void FuzzProgram::react() {
     }
 }
 
+/// In the upper half of the manners it is the object itself, or the one that was made before it,
+/// that changes or goes in its own event.
+void FuzzProgram::react(const DVObject2& own, const std::function<void()>& change) {
+    if (m_manners < 128) {
+        react();
+        return;
+    }
+    ++m_events;
+    if (m_events % (m_manners % 4u + 1) != 0) {
+        return;
+    }
+    switch ((m_manners / 4u + m_events) % 4) {
+        case 0:
+            remove(own, 0);
+            break;
+        case 1:
+            change();
+            break;
+        case 2:
+            remove(own, 1);
+            change();
+            break;
+        default:
+            change();
+            remove(own, 0);
+    }
+}
+
+/// Destroys the object that was made so many before this one in its window.
+void FuzzProgram::remove(const DVObject2& object, std::size_t before) {
+    for (const auto* const windows : {&m_windows, &m_closed}) {
+        for (const auto& window : *windows) {
+            auto& contents = window->contents;
+            const auto found =
+                std::find_if(contents.begin(), contents.end(),
+                             [&object](const auto& each) { return each.get() == &object; });
+            const auto back = static_cast<std::ptrdiff_t>(before);
+            if (found != contents.end() && found - contents.begin() >= back) {
+                contents.erase(found - back);
+                return;
+            }
+        }
+    }
+}
+
+/// The identifier that a digit or letter stands for; null for any other character.
+const std::string* FuzzProgram::named(char placeholder) const {
+    const bool digit = placeholder >= '0' && placeholder <= '9';
+    const auto& identifiers = digit ? m_identifiers : m_holderIdentifiers;
+    const int index = placeholder - (digit ? '0' : 'a');
+    const bool known = index >= 0 && index < static_cast<int>(identifiers.size());
+    return known ? &identifiers[static_cast<std::size_t>(index)] : nullptr;
+}
+
 std::string FuzzProgram::fillIn(const std::string& text) const {
     std::string filled;
     for (std::size_t i = 0; i < text.size(); ++i) {
-        const bool placeholder =
-            text[i] == '$' && i + 1 < text.size() && text[i + 1] >= '0' && text[i + 1] <= '9';
-        filled += placeholder ? m_identifiers.at(text[++i] - '0') : std::string(1, text[i]);
+        const std::string* const identifier =
+            text[i] == '$' && i + 1 < text.size() ? named(text[i + 1]) : nullptr;
+        if (identifier) {
+            filled += *identifier;
+            ++i;
+        } else {
+            filled += text[i];
+        }
     }
     return filled;
 }

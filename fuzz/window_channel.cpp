@@ -8,7 +8,7 @@ extern "C" int LLVMFuzzerTestOneInput(const std::uint8_t* data, std::size_t size
     DOVA::fuzz::FuzzProgram program(input.manners);
     for (const std::string& line : input.lines) {
         const bool second = !line.empty() && line[0] == '2';
-        // The objects count from 0: the first window with its seven, then the second.
+        // The plain objects count from 0: the first window with its seven, then the second.
         program.say(second ? "/dova2/web/page/$8" : "/dova2/web/page/$0",
                     second ? line.substr(1) : line);
     }
