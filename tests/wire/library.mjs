@@ -123,12 +123,11 @@ export function unusedConstants() {
 
 /** The words in quotation marks that the library's sources hold beside the tables. */
 export function looseWords() {
-    return sources
-        .filter(({ file }) => !tableFiles.includes(file) && !file.startsWith('platform/'))
-        .flatMap(({ file, text }) =>
-            [...text.replaceAll('extern "C"', '').matchAll(/"([A-Za-z]\w*)"/g)].map(([, word]) => ({
-                file,
-                word,
-            })),
-        );
+    const library = sources.filter(
+        ({ file }) => !tableFiles.includes(file) && !file.startsWith('platform/'),
+    );
+    return library.flatMap(({ file, text }) => {
+        const own = text.replace(/extern "C"|^#include .*/gm, '');
+        return [...own.matchAll(/"([A-Za-z][\w.:-]*)"/g)].map(([, word]) => ({ file, word }));
+    });
 }
