@@ -156,7 +156,10 @@ test('no word stands in the library beside the tables, but for these', () => {
     assert.deepEqual(Object.fromEntries(found), Object.fromEntries(excused));
 });
 
-test('every name in the tables is used', () => {
+test('every name in the tables is used, but for these', () => {
     assert.ok(constants.length > 0);
-    assert.deepEqual(unusedConstants().map(({ identifier }) => identifier), []);
+    assert.deepEqual(
+        unusedConstants().map(({ identifier }) => identifier),
+        exceptions.unused.map(({ identifier }) => identifier),
+    );
 });

@@ -121,10 +121,13 @@ export function unusedConstants() {
     });
 }
 
-/** The words in quotation marks that the library's sources hold beside the tables. */
+/**
+ * The words in quotation marks that the library's sources hold beside the tables. What is for
+ * scripts has no messages.
+ */
 export function looseWords() {
     const library = sources.filter(
-        ({ file }) => !tableFiles.includes(file) && !file.startsWith('platform/'),
+        ({ file }) => !tableFiles.includes(file) && !/^platform\/|\/scripting\//.test(file),
     );
     return library.flatMap(({ file, text }) => {
         const own = text.replace(/extern "C"|^#include .*/gm, '');

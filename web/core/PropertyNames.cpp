@@ -5,6 +5,7 @@ namespace DOVA::keys {
 const QString contents = QStringLiteral("contents");
 const QString id = QStringLiteral("id");
 const QString type = QStringLiteral("type");
+const QString tag = QStringLiteral("tag");
 const QString tooltip = QStringLiteral("tooltip");
 const QString enable = QStringLiteral("enable");
 const QString visible = QStringLiteral("visible");

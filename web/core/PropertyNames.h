@@ -10,6 +10,7 @@ namespace DOVA::keys {
 extern const QString contents;
 extern const QString id;
 extern const QString type;
+extern const QString tag;
 extern const QString tooltip;
 extern const QString enable;
 extern const QString visible;
