@@ -41,11 +41,16 @@ bool COSClassInfo::isEnumeration() const {
 }
 
 const ClassMembers& COSClassInfo::getMembers() {
-    if (!m_isInitialised) {
-        m_isInitialised = true;
-        describeMembers(m_members);
+    if (!m_members.has_value()) {
+        m_members.emplace();
+        try {
+            describeMembers(*m_members);
+        } catch (...) {  // who asks next gets all of them or the next error
+            m_members.reset();
+            throw;
+        }
     }
-    return m_members;
+    return *m_members;
 }
 
 }  // namespace ribo

@@ -55,9 +55,7 @@ COSNamespace::COSNamespace(InfoPointer info, COSNamespace* outer)
 
 COSNamespace::~COSNamespace() {
     ++s_generation;
-    for (const ClassPointer& each : m_classes) {
-        knownClasses().erase(each->getFullName());
-    }
+    forgetMembers();
 }
 
 COSNamespace::Children& COSNamespace::topNamespaces() {
@@ -84,7 +82,7 @@ COSNamespace* COSNamespace::add(COSNamespaceInfo* info, COSNamespace* outer) {
     if (COSNamespace* present = find(children, owned->getName())) {
         return present;
     }
-    children.emplace_back(new COSNamespace(std::move(owned), outer));
+    children.push_back(std::unique_ptr<COSNamespace>(new COSNamespace(std::move(owned), outer)));
     return children.back().get();
 }
 
@@ -97,14 +95,17 @@ COSNamespace* COSNamespace::addNamespace(COSNamespaceInfo* info, COSNamespace& o
 }
 
 COSNamespace* COSNamespace::getNamespace(InternedString fullName) {
-    const auto [outerName, name] = splitAtLastDot(fullName.text());
-    if (outerName.empty()) {
-        return find(topNamespaces(), fullName);
+    const std::string& text = fullName.text();
+    COSNamespace* found = nullptr;
+    for (std::size_t start = 0, end = 0;; start = end + 1) {
+        end = std::min(text.find('.', start), text.size());
+        const InternedString name = internal::makeInterned(text.substr(start, end - start));
+        found = found != nullptr ? cosiToNamespace(found->getInnerNamespace(name))
+                                 : find(topNamespaces(), name);
+        if (found == nullptr || end == text.size()) {
+            return found;
+        }
     }
-    COSNamespace* outer = getNamespace(internal::makeInterned(std::string(outerName)));
-    return outer == nullptr ? nullptr
-                            : cosiToNamespace(outer->getInnerNamespace(
-                                  internal::makeInterned(std::string(name))));
 }
 
 COSInterface* COSNamespace::getNamespaceInterface(InternedString fullName) {
@@ -146,9 +147,25 @@ void COSNamespace::cleanUp(COSClient* client) {
 }
 
 void COSNamespace::listMembersOnce() {
-    if (!std::exchange(m_listed, true)) {
-        m_info->listMembers(*this);
+    if (std::exchange(m_listed, true)) {
+        return;
     }
+    try {
+        m_info->listMembers(*this);
+    } catch (...) {  // out of memory, say: who asks next gets all of them or the next error
+        forgetMembers();
+        m_listed = false;
+        throw;
+    }
+}
+
+void COSNamespace::forgetMembers() {
+    for (const ClassPointer& each : m_classes) {
+        knownClasses().erase(each->getFullName());
+    }
+    m_classes.clear();
+    m_functionsByName.clear();
+    m_functions.clear();
 }
 
 /// What `find` gives; if that is nothing, what it gives after the description loaded it.
@@ -209,13 +226,16 @@ void COSNamespace::addFunction(factory::RiboMethod function) {
 }
 
 void COSNamespace::addClass(COSClassInfo* info) {
-    ClassPointer added(info, [](COSClassInfo* each) { destroy(each); });
-    const auto isSame = [&](const auto& each) { return each->getName() == added->getName(); };
-    if (added == nullptr || std::any_of(m_classes.begin(), m_classes.end(), isSame)) {
+    if (info == nullptr) {
         return;
     }
+    const ClassPointer added(info, [](COSClassInfo* each) { destroy(each); });
+    const auto isSame = [&](const auto& each) { return each->getName() == added->getName(); };
+    if (std::any_of(m_classes.begin(), m_classes.end(), isSame)) {
+        return;
+    }
+    m_classes.push_back(added);
     knownClasses()[added->getFullName()] = added;
-    m_classes.push_back(std::move(added));
 }
 
 }  // namespace ribo

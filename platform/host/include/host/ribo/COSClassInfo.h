@@ -1,6 +1,7 @@
 #pragma once
 
 #include <memory>
+#include <optional>
 #include <string>
 
 #include "host/ribo/ClassMembers.h"
@@ -47,14 +48,13 @@ protected:
     /// `qualifiedName` has blanks between its parts: "dova web JSONArray".
     COSClassInfo(std::string name, std::string qualifiedName);
 
-    /// Fills in the members; called once.
+    /// Fills in the members, which are empty; called once, and again only after it threw.
     virtual void describeMembers(ClassMembers& members) = 0;
 
 private:
     const InternedString m_name;
     const InternedString m_fullName;
-    ClassMembers m_members;
-    bool m_isInitialised = false;
+    std::optional<ClassMembers> m_members;  // none until somebody asks
 };
 
 /// A class that somebody uses: its namespace, its instances.

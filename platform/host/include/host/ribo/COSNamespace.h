@@ -66,6 +66,7 @@ public:
     void addFunction(factory::RiboMethod function);
     /// Adds a class and takes its description over, which must have come from `std::malloc` or
     /// `std::calloc`. A name that is there already keeps its class; the new description is freed.
+    /// Null adds nothing.
     void addClass(COSClassInfo* info);
 
 private:
@@ -80,6 +81,7 @@ private:
     static COSNamespace* add(COSNamespaceInfo* info, COSNamespace* outer);
     static COSNamespace* find(const Children& children, InternedString name);
     void listMembersOnce();
+    void forgetMembers();
     template <class Find, class Load>
     auto findOrLoad(const Find& find, const Load& load);
 
