@@ -94,6 +94,8 @@ public:
         auto& place = m_types[name];
         if (place == nullptr) {
             place.reset(new DataType(name, rule));
+        } else if (place->m_rule == nullptr) {
+            place->m_rule = rule;
         }
         return *place;
     }
@@ -106,6 +108,8 @@ private:
         add(internal::makeInterned("uint64 scalar"), fitsUInt64);
         add(internal::makeInterned("double scalar"), fitsDouble);
         add(internal::makeInterned("char vector"), fitsText);
+        add(internal::makeInterned("RiboFactoryString scalar"), fitsText);
+        add(internal::makeInterned("RiboFactoryString vector"), fitsTexts);
     }
 
     std::unordered_map<InternedString, std::unique_ptr<DataType>> m_types;
@@ -131,8 +135,7 @@ Fit DataType::fit(const kaArray* value) const {
 namespace detail {
 
 void initStringDataTypes() {
-    DataType::add(internal::makeInterned("RiboFactoryString scalar"), fitsText);
-    DataType::add(internal::makeInterned("RiboFactoryString vector"), fitsTexts);
+    DataTypeTable::instance();
 }
 
 }  // namespace detail

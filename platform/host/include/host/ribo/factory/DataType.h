@@ -17,7 +17,8 @@ public:
     /// The type of that name. A name that nobody added is a class's full name: its instances fit
     /// exactly, nothing else fits.
     static const DataType& named(InternedString name);
-    /// Adds a type with a rule; a name that is there already keeps its rule.
+    /// Adds a type with a rule. A name that has a rule keeps it; one that signatures took for a
+    /// class's gets this one, in those signatures, too.
     static void add(InternedString name, Rule rule);
 
     InternedString getName() const { return m_name; }
@@ -33,8 +34,8 @@ private:
 
 namespace detail {
 
-/// Adds the types of host strings, "RiboFactoryString scalar" and "RiboFactoryString vector"; to be
-/// called before a signature names them. Without effect when they are there.
+/// Makes sure of the types of host strings, "RiboFactoryString scalar" and "RiboFactoryString
+/// vector". They are there from the start here, so a signature may name them without this call.
 DOVA_PLATFORM_EXPORT void initStringDataTypes();
 
 }  // namespace detail
