@@ -18,6 +18,12 @@ std::string displaySize(const kaArray* value, const char* kind) {
            std::to_string(kaGetNumberOfColumns(value)) + " " + kind;
 }
 
+/// A property's value. Instances are not opened: a handle may lead back to where it came from.
+std::string displayInside(const kaArray* value) {
+    const kaObject* object = kaGetObject(value);
+    return object != nullptr ? object->className() : display(value);
+}
+
 std::string displayProperties(const kaArray* value, const Instance& instance) {
     std::string text;
     for (const factory::RiboProperty& property :
@@ -25,7 +31,7 @@ std::string displayProperties(const kaArray* value, const Instance& instance) {
         const auto& attributes = property.getAttributes();
         if (!attributes.isHidden && !attributes.isConstant) {
             text += (text.empty() ? "" : ", ") + property.getName().text() + ": " +
-                    display(property.get(value).get());
+                    displayInside(property.get(value).get());
         }
     }
     return text;

@@ -43,8 +43,10 @@ private:
     const std::shared_ptr<void> m_data;
 };
 
-/// How the host shows a value that does not say itself how: a class's full name and the values of
-/// its visible properties; texts, numbers and logicals as they are. UTF-8, without a line break.
+/// How the host shows a value that does not say itself how: an instance by its class's full name
+/// and the values of its visible properties, among which another instance is only named; texts,
+/// scalar numbers and logicals as they are; the rest by size and kind; null as an empty text. In
+/// UTF-8; no line break is added. What a property's getter throws passes through.
 DOVA_PLATFORM_EXPORT std::string display(const kaArray* value);
 
 }  // namespace ribo
