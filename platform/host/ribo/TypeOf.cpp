@@ -18,13 +18,17 @@ std::vector<std::u16string> TypeOf<std::vector<std::u16string>>::fromHost(const 
 
 host::ArrayPointer TypeOf<std::vector<std::u16string>>::toHost(
     const std::vector<std::u16string>& value) {
-    std::vector<kaArray*> cells;
-    cells.reserve(value.size());
-    for (const std::u16string& text : value) {
-        cells.push_back(kaCreateString(text));
+    std::vector<host::ArrayPointer> texts(value.size());
+    std::vector<kaArray*> cells(value.size());
+    for (std::size_t index = 0; index < value.size(); ++index) {
+        texts[index].reset(kaCreateString(value[index]));
+        cells[index] = texts[index].get();
     }
-    return host::ArrayPointer(
-        kaCreateCellMatrix(cells.empty() ? 0 : 1, cells.size(), cells.data()));
+    host::ArrayPointer row(kaCreateCellMatrix(cells.empty() ? 0 : 1, cells.size(), cells.data()));
+    for (host::ArrayPointer& text : texts) {
+        static_cast<void>(text.release());  // the row's by now
+    }
+    return row;
 }
 
 std::shared_ptr<Instance> makeInstance(InternedString fullName) {
