@@ -85,6 +85,8 @@ TEST(Array, AnswersEveryQuestionWhateverItsKindAndSoDoesItsDuplicate) {
         {"minusHalf", kaCreateDoubleScalar(-0.5), "double 1x1 s-rn--- -0.500000 nan", 0, u""},
         {"notANumber", kaCreateDoubleScalar(nan), "double 1x1 s-rn--- nan nan", 0, u""},
         {"infinite", kaCreateDoubleScalar(inf), "double 1x1 s-rn--- inf nan", largest, u""},
+        {"beyondTheLimit", kaCreateDoubleScalar(18446744073709551616.0),
+         "double 1x1 s-rn--- 18446744073709551616.000000 nan", largest, u""},
         {"belowTheLimit", kaCreateDoubleScalar(18446744073709549568.0),
          "double 1x1 s-rn--- 18446744073709549568.000000 nan", 18446744073709549568U, u""},
         {"noText", kaCreateString({}), "char 0x0 -e--c-- nan", 0, u""},
