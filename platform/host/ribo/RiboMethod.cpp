@@ -11,7 +11,7 @@ RiboMethod::RiboMethod(std::string name, MethodAttributes attributes, Signature 
     : m_name(internal::makeInterned(std::move(name))),
       m_attributes(attributes),
       m_signature(std::move(signature)),
-      m_body(std::move(body)) {}
+      m_body(std::make_shared<const Body>(std::move(body))) {}
 
 Signature RiboMethod::createSignatureImpl(const std::vector<InternedString>& results,
                                           const std::vector<InternedString>& arguments) {

@@ -112,6 +112,16 @@ TEST_F(Namespaces, GoWithEverythingInsideIfTheirDescriptionAllowsIt) {
     EXPECT_EQ(find("workshop.annex"), nullptr);
 }
 
+TEST_F(Namespaces, MayGoWhileAFunctionOfTheirsRuns) {
+    workshop()->addFunction(ribo::factory::makeMethod(
+        "leave", {}, [farewell = std::u16string(u"gone, and still talking")] {
+            leave();
+            return farewell;
+        }));
+    EXPECT_EQ(call(*workshop()->getFunction(interned("leave")), {}), "gone, and still talking");
+    EXPECT_EQ(workshop(), nullptr);
+}
+
 TEST_F(Namespaces, LeaveTheirClassesToTheInstancesThatLive) {
     const ArrayPointer lamp = made(Lamp());
     ArrayPointer crate = made(Crate(7));

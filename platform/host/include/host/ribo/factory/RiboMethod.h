@@ -2,6 +2,7 @@
 
 #include <cstddef>
 #include <functional>
+#include <memory>
 #include <string>
 #include <vector>
 
@@ -53,14 +54,17 @@ public:
     /// number or in kind.
     std::size_t fit(const Arguments& arguments) const;
 
-    /// Runs it. REQUIRES: the arguments fit.
-    host::ArrayPointer call(const Arguments& arguments) const { return m_body(arguments); }
+    /// Runs it. It may take away the namespace that it belongs to. REQUIRES: the arguments fit.
+    host::ArrayPointer call(const Arguments& arguments) const {
+        const auto body = m_body;
+        return (*body)(arguments);
+    }
 
 private:
     InternedString m_name;
     MethodAttributes m_attributes;
     Signature m_signature;
-    Body m_body;
+    std::shared_ptr<const Body> m_body;  // copies of a method share it
 };
 
 }  // namespace ribo::factory
