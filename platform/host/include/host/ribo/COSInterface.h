@@ -16,8 +16,8 @@ class COSNamespace;
 /// What the class-object system hands out where several kinds of thing could be meant.
 class DOVA_PLATFORM_EXPORT COSInterface {
 public:
-    /// Takes the thing out of the system and frees what the system owns of it. The interface is
-    /// gone afterwards. Without a client nothing happens.
+    /// Takes the thing out of the system and frees what the system owns of it, if its description
+    /// allows that; the interface is gone then. Without a client nothing happens.
     virtual void cleanUp(COSClient* client) = 0;
 
 protected:

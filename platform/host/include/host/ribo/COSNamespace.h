@@ -17,7 +17,9 @@ class COSNamespaceInfo;
 /// A namespace of the host's language: functions, classes and inner namespaces by name. Namespaces
 /// form a tree, in which they are known by their full names, with dots: "dova.web".
 ///
-/// Pointers to namespaces and to what they list hold until generation() changes. Main thread.
+/// Pointers to namespaces and to what they list hold until generation() changes. What a description
+/// throws while members are listed passes through, whoever asked; then none are listed, and the
+/// next who asks has them listed anew. Main thread.
 class DOVA_PLATFORM_EXPORT COSNamespace final : public COSInterface {
 public:
     /// Adds a namespace at the top, or inside `outer`, and takes the description over. A name that
@@ -41,8 +43,8 @@ public:
 
     ~COSNamespace() override;
 
-    /// Frees the namespace with everything inside, if its description allows it. Classes live on
-    /// as long as instances of theirs do.
+    /// Frees the namespace, if its description allows it, with those inside, whether theirs do or
+    /// not. Classes live on as long as instances of theirs do.
     void cleanUp(COSClient* client) override;
 
     InternedString getName() const { return m_name; }
@@ -56,7 +58,7 @@ public:
     const OverloadSet* getFunction(InternedString name);
     ClassPointer getClassInside(InternedString name);
 
-    /// Everything, in the order in which it was added.
+    /// Everything, in the order in which it was added. References hold until something is added.
     std::vector<COSNamespace*> getInnerNamespaces();
     const std::vector<factory::RiboMethod>& getFunctions();
     const std::vector<ClassPointer>& getClasses();
