@@ -48,6 +48,22 @@ const promises = [
   })),
 ];
 
+/** Each function that the library exports for JSON, over the plain Qt calls that it rests on. */
+const parsing = ['arrayFromJSON', 'objectFromJSON', 'arrayInsertFromJSON', 'arrayAppendFromJSON', 'arrayPrependFromJSON', 'arrayReplaceFromJSON', 'arrayContainsFromJSON', 'objectInsertFromJSON'];
+const writing = ['array', 'arrayValue', 'object', 'objectValue'].flatMap((of) => [`${of}ToJSON`, `${of}ToJSONIndented`]);
+const members = ['arrayValueType', 'objectValueType', 'objectValue', 'objectGetKeys', 'objectInsertValue', 'objectRemove'];
+const overQt = (name, size, what) => ({ bench: 'json_bench', what: `${name}, ${what} / plain Qt`, of: `${name}/${size}`, to: `${name}Floor/${size}`, limit: 1.2 });
+promises.push(
+  ...[...parsing, ...writing].flatMap((name) => [
+    overQt(name, 1000, '1 kB'),
+    overQt(name, 100000, '100 kB'),
+    overQt(name, 10000000, '10 MB'),
+  ]),
+  ...members.map((name) => overQt(name, 1000, '1,000 members')),
+  { bench: 'json_bench', what: 'script edits an array of 100,000 / of 100', of: 'editArray/100000', to: 'editArray/100', limit: 1.5 },
+  { bench: 'json_bench', what: 'script edits an object of 100,000 / of 100', of: 'editObject/100000', to: 'editObject/100', limit: 6 },
+);
+
 /** Median processor time of each benchmark, in nanoseconds an iteration. */
 function run(bench) {
   const options = brief

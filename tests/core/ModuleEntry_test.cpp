@@ -9,9 +9,13 @@
 
 #include "core/KorvidOnlineFlag.h"
 #include "core/WebObjectLookup.h"
+#include "host/Console.h"
 #include "host/Display.h"
 #include "host/FunctionEvaluation.h"
 #include "host/OnlineQuery.h"
+#include "host/ribo/COSNamespace.h"
+#include "host/ribo/factory/TypeOf.h"
+#include "scripting/TestAPI.h"
 #include "support/RecordingClient.h"
 #include "support/RowNames.h"
 #include "toolkit/DVBridge.h"
@@ -188,6 +192,25 @@ void laterClientComesFirst() {
     REQUIRE(scene.channelOfANewWindow() == "/dova2/web/c");
 }
 
+/// The script namespaces come and go with the module; what scripts hold stays.
+void scriptNamespacesComeAndGo() {
+    const auto find = [](const char* name) {
+        return ribo::COSNamespace::getNamespace(ribo::internal::makeInterned(name));
+    };
+    REQUIRE(!find("dova") && !TestAPI::getTestsPackage());
+    std::string printed;
+    host::redirectConsole([&](std::string_view text) { printed += text; });
+    initialize_dova2_web();
+    REQUIRE(find("dova") && find("dova.web") && !find("dova.tests"));
+    REQUIRE(TestAPI::getTestsPackage() && TestAPI::getTestsPackage() == find("dova.tests"));
+    const host::ArrayPointer array(kaCreateObject(
+        ribo::factory::makeInstance(ribo::internal::makeInterned("dova.web.JSONArray"))));
+    terminate_dova2_web();
+    REQUIRE(!find("dova") && !TestAPI::getTestsPackage() && printed.empty());
+    const host::ArrayPointer copy(kaDuplicateArray(array.get()));
+    REQUIRE(kaGetObject(copy.get())->className() == "dova.web.JSONArray");
+}
+
 /// Windows that a static object keeps, in a program that ends without a word to the module.
 void endsWithoutTerminate() {
     static Scene scene;
@@ -255,8 +278,8 @@ INSTANTIATE_TEST_SUITE_P(
                     STORY(displayBridgeIsShutDown), STORY(frontObjectsOutliveTheModule),
                     STORY(messagesAtAndAfterTheEnd), STORY(terminatedByAHandler),
                     STORY(terminatedWhileDialogsAreAsked), STORY(laterClientComesFirst),
-                    STORY(endsWithoutTerminate), STORY(flagAsksTheHostOnceAndTheBusForClients),
-                    STORY(flagOfAHostWithoutAnswer)),
+                    STORY(scriptNamespacesComeAndGo), STORY(endsWithoutTerminate),
+                    STORY(flagAsksTheHostOnceAndTheBusForClients), STORY(flagOfAHostWithoutAnswer)),
     [](const auto& story) { return std::string(story.param.name); });
 
 }  // namespace

@@ -1,0 +1,12 @@
+// A script appends a parsed text.
+
+#include "JsonReference.h"
+#include "scripting/JSONArrayFunctions.h"
+
+extern "C" int LLVMFuzzerTestOneInput(const std::uint8_t* data, std::size_t size) {
+    const DOVA::fuzz::JsonReference reference(data, size);
+    QJsonArray array{1};
+    DOVA::web::arrayAppendFromJSON(array, reference.text());
+    reference.require(array, QJsonArray{1, reference.element()});
+    return 0;
+}

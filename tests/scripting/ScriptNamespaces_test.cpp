@@ -1,0 +1,154 @@
+#include <gtest/gtest.h>
+
+#include <QFile>
+#include <QJsonDocument>
+#include <algorithm>
+
+#include "core/KorvidOnlineFlag.h"
+#include "core/ModuleEntry.h"
+#include "host/Console.h"
+#include "host/ribo/COSNamespace.h"
+#include "host/ribo/COSNamespaceInfo.h"
+#include "scripting/HostTypes.h"
+#include "scripting/TestAPI.h"
+
+namespace DOVA::test {
+namespace {
+
+using ribo::COSNamespace;
+using ribo::factory::DataType;
+using ribo::factory::RiboMethod;
+using ribo::internal::makeInterned;
+
+std::string joined(const std::vector<const DataType*>& types) {
+    std::string names;
+    for (const DataType* type : types) {
+        names += (names.empty() ? "" : ", ") + type->getName().text();
+    }
+    return names;
+}
+
+std::string shown(const RiboMethod& method) {
+    const auto& signature = method.getSignature();
+    return (method.getAttributes().isStatic ? "static " : "") + method.getName().text() + "(" +
+           joined(signature.arguments) + ")" + (signature.results.empty() ? "" : " ") +
+           joined(signature.results);
+}
+
+class ScriptNamespacesTest : public testing::Test {
+protected:
+    static void SetUpTestSuite() { initialize_dova2_web(); }
+
+    COSNamespace& named(const char* fullName) {
+        return *COSNamespace::getNamespace(makeInterned(fullName));
+    }
+    host::ArrayPointer call(const char* name, const kaArray* argument = nullptr) {
+        return named("dova.web")
+            .getFunction(makeInterned(name))
+            ->call({&argument, argument != nullptr});
+    }
+};
+
+TEST_F(ScriptNamespacesTest, listTheirFunctionsAndClassesInOrder) {
+    std::vector<std::string> functions;
+    for (const RiboMethod& function : named("dova.web").getFunctions()) {
+        functions.push_back(shown(function));
+    }
+    EXPECT_EQ(functions,
+              (std::vector<std::string>{"init()", "KORVIDOnlineFlag() logical scalar",
+                                        "KORVIDOnlineFlag(logical scalar) logical scalar",
+                                        "resetKORVIDOnlineFlag()"}));
+    std::string classes;
+    for (const ribo::ClassPointer& each : named("dova.web").getClasses()) {
+        classes += each->getFullName().text() + " ";
+        EXPECT_TRUE(each->isSealed() && !each->isHandleClass() && !each->isAbstract());
+    }
+    EXPECT_EQ(classes, "dova.web.JSONObject dova.web.JSONValue dova.web.JSONArray ");
+    EXPECT_EQ(shown(named("dova").getFunctions().at(0)), "init()");
+}
+
+TEST_F(ScriptNamespacesTest, initPrintsItsLine) {
+    std::string printed;
+    const auto console = host::redirectConsole([&](std::string_view text) { printed += text; });
+    for (const char* name : {"dova", "dova.web"}) {
+        named(name).getFunction(makeInterned("init"))->call({nullptr, 0});
+    }
+    host::redirectConsole(console);
+    EXPECT_EQ(printed, "Initializing dova module.\nInitializing dova.web module.\n");
+}
+
+TEST_F(ScriptNamespacesTest, theOnlineFlagAnswersWhatItWas) {
+    const host::ArrayPointer on(kaCreateLogicalScalar(true));
+    EXPECT_FALSE(kaIsLogicalScalarTrue(call("KORVIDOnlineFlag", on.get()).get()));
+    EXPECT_TRUE(kaIsLogicalScalarTrue(call("KORVIDOnlineFlag", on.get()).get()));
+    EXPECT_TRUE(kaIsLogicalScalarTrue(call("KORVIDOnlineFlag").get()));
+    EXPECT_TRUE(web::KorvidOnlineFlag::get());
+    EXPECT_EQ(call("resetKORVIDOnlineFlag"), nullptr);
+    EXPECT_FALSE(kaIsLogicalScalarTrue(call("KORVIDOnlineFlag").get()));
+}
+
+TEST_F(ScriptNamespacesTest, theTestsPackageIsMadeOnce) {
+    const auto isTests = [](COSNamespace* each) { return each->getName().text() == "tests"; };
+    const auto inside = [&] { return named("dova").getInnerNamespaces(); };
+    const auto count = [&] {
+        const auto all = inside();
+        return std::count_if(all.begin(), all.end(), isTests);
+    };
+    EXPECT_EQ(count(), 0);
+    COSNamespace* tests = TestAPI::getTestsPackage();
+    ASSERT_TRUE(tests);
+    EXPECT_EQ(tests->getFullName().text(), "dova.tests");
+    EXPECT_EQ(TestAPI::getTestsPackage(), tests);
+    EXPECT_EQ(count(), 1);
+    EXPECT_TRUE(tests->getFunctions().empty() && tests->getClasses().empty());
+    for (COSNamespace* each : inside()) {
+        const ribo::COSNamespaceInfo& info = each->getInfo();
+        EXPECT_TRUE(info.isDestructible() && info.isLocked() && !info.canLoadDynamicContent());
+    }
+}
+
+QString shown(const ribo::factory::RiboProperty& property) {
+    return QString::fromStdString(property.getName().text() + ": " +
+                                  property.getType().getName().text() +
+                                  (property.isReadOnly() ? "" : ", written") +
+                                  (property.getAttributes().isConstant ? ", constant" : "") +
+                                  (property.getAttributes().isHidden ? ", hidden" : ""));
+}
+
+QStringList membersOf(const std::string& name) {
+    const auto& members = COSNamespace::getClass(makeInterned(std::string(name)))->getMembers();
+    QStringList lines;
+    for (const auto& property : members.getProperties()) {
+        lines.append(shown(property));
+    }
+    for (const RiboMethod& method : members.getMethods()) {
+        lines.append(QString::fromStdString(shown(method)));
+    }
+    return lines;
+}
+
+TEST_F(ScriptNamespacesTest, classesHaveTheirMembersInOrder) {
+    QFile file(SCRIPT_MEMBERS_FILE);
+    ASSERT_TRUE(file.open(QIODevice::ReadOnly));
+    const QJsonObject classes = QJsonDocument::fromJson(file.readAll()).object();
+    EXPECT_EQ(classes.size(), 3);
+    for (auto each = classes.begin(); each != classes.end(); ++each) {
+        EXPECT_EQ(membersOf(each.key().toStdString()), each.value().toVariant().toStringList());
+    }
+}
+
+/// The host copies a whole value through a property that scripts do not see.
+TEST_F(ScriptNamespacesTest, aWholeValueIsCopiedThroughItsHiddenProperty) {
+    const auto from = ribo::factory::TypeOf<QJsonArray>::toHost({1, QJsonArray{2}});
+    const auto to = ribo::factory::TypeOf<QJsonArray>::toHost({3});
+    const auto* property = COSNamespace::getClass(makeInterned("dova.web.JSONArray"))
+                               ->getMembers()
+                               .findProperty(makeInterned("selfCopyingProperty"));
+    property->set(to.get(), property->get(from.get()).get());
+    ribo::factory::TypeOf<QJsonArray>::fromHost(from.get()).append(4);
+    EXPECT_EQ(ribo::factory::TypeOf<QJsonArray>::fromHost(to.get()),
+              (QJsonArray{1, QJsonArray{2}}));
+}
+
+}  // namespace
+}  // namespace DOVA::test
