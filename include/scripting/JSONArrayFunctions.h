@@ -12,13 +12,14 @@
 /// threads may use different arrays.
 ///
 /// Parsing. A text is a JSON document (RFC 8259, nested at most 1024 deep): an object or an array.
-/// It goes to the parser through the host's local 8-bit codec, so that under a codec other than
-/// UTF-8 a text beyond that codec's characters is damaged or refused. A text that is no document
-/// prints the parser's message on the host's console and counts as an empty document. The message
-/// is the format of that print itself: nothing is added, no line break either, and a percent sign
-/// in a translated message would count. Texts of more than 2^27 code units are refused as too
-/// large. If an object repeats a key, the last value stands; the one exception are objects of more
-/// than sixteen members that hold neither arrays nor objects, where it may be any of them.
+/// It goes to the parser through the host's local 8-bit codec: what that codec has no character
+/// for, in UTF-8 half a surrogate pair, becomes a question mark, and bytes that are no UTF-8 are
+/// refused. A text that is no document prints the parser's message on the host's console and counts
+/// as an empty document. The message is the format of that print itself: nothing is added, no line
+/// break either, and a percent sign in a translated message would count. Texts of more than 2^27
+/// code units are refused as too large. If an object repeats a key, the last value stands; but in
+/// an object of more than sixteen members, of a key's values that are all plain, neither arrays nor
+/// objects, any may.
 ///
 /// Writing. Only arrays and objects can be written. The result comes back through the same codec.
 namespace DOVA::web {
