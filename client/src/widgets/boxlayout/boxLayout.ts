@@ -17,11 +17,17 @@ export const layoutAppliers: Appliers = {
     enabled: (element, _enabled, object) => showSpacing(element, object),
 };
 
-const keepingWidth: ReadonlySet<string> = new Set([Kind.button, Kind.checkBox]);
+const controls: ReadonlySet<string> = new Set([
+    Kind.button,
+    Kind.checkBox,
+    Kind.comboBox,
+    Kind.edit,
+    Kind.text,
+]);
 
-/** What can grow and shrink shares a row instead, so a row that holds any of it stays one. */
+/** What holds others grows and shrinks with the row, so a row that has any of it stays one. */
 function letWrap(element: HTMLElement, object: StoredObject): void {
-    const wraps = object.children.every((child) => keepingWidth.has(child.type));
+    const wraps = object.children.every((child) => controls.has(child.type));
     element.classList.toggle('wraps', wraps);
 }
 

@@ -85,6 +85,11 @@ export const tabContainer: WidgetKind = {
             element.dataset['position'] = position;
             show(element, object, host);
         },
+        setMinimumHeight: (element, height, object, host) => {
+            baseAppliers.setMinimumHeight?.(element, height, object, host);
+            // A field set does not hand its own least height on to what is in it.
+            element.style.setProperty('--least-height', `${height}px`);
+        },
         documentmode: (element, on) => {
             element.toggleAttribute('data-document', on);
         },
