@@ -54,7 +54,7 @@ private:
     const StaticFiles m_page;
     const StaticFiles m_icons;
     const StaticFiles m_pageIcons;  // where the program brings none
-    const std::string m_iconRoot;  // as it begins a path without its leading slash
+    const std::string m_iconRoot;   // as it begins a path without its leading slash
 };
 
 }  // namespace DOVA::gateway
