@@ -65,6 +65,14 @@ std::u16string plainText(const Value& value, QJsonDocument::JsonFormat format) {
     return QString::fromLocal8Bit(QJsonDocument(value).toJson(format)).toStdU16String();
 }
 
+std::vector<std::u16string> plainKeys(const QJsonObject& object) {
+    std::vector<std::u16string> keys;
+    for (const QString& key : object.keys()) {
+        keys.push_back(key.toStdU16String());
+    }
+    return keys;
+}
+
 /// An array and an object of so many members.
 struct Values {
     explicit Values(int count) {

@@ -75,6 +75,7 @@ void JsonMarks::readBlock() {
     const Block block(bytes);
     std::uint64_t quotes = block.quotes();
     if (m_escape != 0 || block.hasBackslash()) {
+        m_sawBackslash = true;
         quotes &= ~escaped(block.backslashes());
     }
     const std::uint64_t inside = insideStrings(quotes);

@@ -29,6 +29,9 @@ public:
         return place;
     }
 
+    /// Whether there was a backslash up to here.
+    bool sawBackslash() const { return m_sawBackslash; }
+
 private:
     void readBlock();
     std::uint64_t escaped(std::uint64_t backslashes);
@@ -40,6 +43,7 @@ private:
     std::uint64_t m_marks = 0;   // those to come, a bit each
     std::uint64_t m_escape = 0;  // 1: the next block's first character is escaped
     std::uint64_t m_string = 0;  // all bits: the next block begins inside of a string
+    bool m_sawBackslash = false;
 };
 
 }  // namespace DOVA

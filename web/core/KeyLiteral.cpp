@@ -8,8 +8,11 @@ namespace DOVA {
 namespace {
 
 bool isEscaped(std::string_view text, std::size_t at) {
-    const std::size_t before = at == 0 ? text.npos : text.find_last_not_of('\\', at - 1);
-    return (at - before) % 2 == 0;  // npos is -1 here
+    std::size_t before = at;
+    while (before > 0 && text[before - 1] == '\\') {
+        --before;
+    }
+    return (at - before) % 2 != 0;
 }
 
 }  // namespace

@@ -6,7 +6,6 @@
 #include <functional>
 #include <tuple>
 
-#include "JsonMarks.h"
 #include "KeyLiteral.h"
 
 namespace DOVA {
@@ -49,6 +48,12 @@ bool holdsContainer(std::string_view text, std::size_t colon) {
     return at < text.size() && (text[at] == '{' || text[at] == '[');
 }
 
+/// Keys of one length mostly differ in their last character, which takes no call to see.
+bool isSame(std::string_view key, std::string_view other) {
+    return key.size() == other.size() &&
+           (key.empty() || (key.back() == other.back() && key == other));
+}
+
 }  // namespace
 
 bool RepeatedContainers::occurIn(std::string_view text) {
@@ -62,9 +67,8 @@ std::vector<RepeatedContainers::Member> RepeatedContainers::replacedIn(std::stri
 }
 
 bool RepeatedContainers::walk() {
-    JsonMarks marks(m_text);
-    for (auto at = marks.next(); at < m_text.size() && m_open.size() <= s_deepest;
-         at = marks.next()) {
+    for (auto at = m_marks.next(); at < m_text.size() && m_open.size() <= s_deepest;
+         at = m_marks.next()) {
         if (m_text[at] == ':') {
             addColon(at);
         } else if (m_text[at] == '{') {
@@ -101,7 +105,7 @@ void RepeatedContainers::readKeys(std::size_t firstColon) {
     m_unescaped.clear();
     for (std::size_t index = firstColon; index < m_colons.size(); ++index) {
         const std::string_view literal = literalBefore(m_text, m_colons[index]);
-        const bool plain = literal.find('\\') == literal.npos;
+        const bool plain = !m_marks.sawBackslash() || literal.find('\\') == literal.npos;
         m_keys.push_back(
             {plain ? literal : m_unescaped.emplace_front(unescaped(literal)), 0, index});
     }
@@ -109,8 +113,8 @@ void RepeatedContainers::readKeys(std::size_t firstColon) {
 
 bool RepeatedContainers::isRepeatedAmongFew() {
     for (auto key = m_keys.begin(); key != m_keys.end(); ++key) {
-        const auto next = std::find_if(key + 1, m_keys.end(),
-                                       [&](const Key& other) { return other.text == key->text; });
+        const auto next = std::find_if(
+            key + 1, m_keys.end(), [&](const Key& other) { return isSame(key->text, other.text); });
         if (next != m_keys.end() && meet(key->index, next->index)) {
             return true;
         }

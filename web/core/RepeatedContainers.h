@@ -8,6 +8,8 @@
 #include <string_view>
 #include <vector>
 
+#include "JsonMarks.h"
+
 namespace DOVA {
 
 /// Finds JSON objects that give one key twice, one of the times with an array or an object:
@@ -47,7 +49,7 @@ private:
     };
 
     RepeatedContainers(std::string_view text, std::vector<Member>* replaced)
-        : m_text(text), m_replaced(replaced) {}
+        : m_text(text), m_replaced(replaced), m_marks(text) {}
 
     bool walk();
     void addColon(std::size_t colon);
@@ -61,6 +63,7 @@ private:
 
     const std::string_view m_text;
     std::vector<Member>* const m_replaced;  // null: the first find ends the walk
+    JsonMarks m_marks;
     boost::container::small_vector<Object, 16> m_open;
     boost::container::small_vector<std::uint32_t, 64> m_colons;  // in the open objects
     boost::container::small_vector<Key, 16> m_keys;              // of the object that ends
