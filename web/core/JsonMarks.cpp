@@ -8,10 +8,8 @@ namespace DOVA {
 
 namespace {
 
-constexpr std::size_t s_blockSize = 64;
-
 using Bytes = __m128i;
-constexpr int s_parts = s_blockSize / sizeof(Bytes);
+constexpr int s_parts = 64 / sizeof(Bytes);
 
 Bytes equal(Bytes bytes, char wanted) {
     return _mm_cmpeq_epi8(bytes, _mm_set1_epi8(wanted));
@@ -78,6 +76,7 @@ void JsonMarks::readBlock() {
         m_sawBackslash = true;
         quotes &= ~escaped(block.backslashes());
     }
+    m_quotes = quotes;
     const std::uint64_t inside = insideStrings(quotes);
     m_marks = ~inside == 0 ? 0 : block.marks() & ~inside;
 }

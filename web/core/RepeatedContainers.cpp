@@ -18,19 +18,32 @@ constexpr std::size_t s_deepest = 1024;
 // Up to so many keys are compared each with each, which is faster than hashing them.
 constexpr std::size_t s_few = 8;
 
-/// The first '[' or '{' at or behind `from`; the text's size if there is none.
-std::size_t findBracket(std::string_view text, std::size_t from) {
+/// Which of sixteen bytes are '[' or '{', a bit each.
+unsigned bracketsAmong(const char* bytes) {
     // The two differ in one bit.
     const __m128i difference = _mm_set1_epi8('[' ^ '{');
     const __m128i wanted = _mm_set1_epi8('[' | '{');
-    for (; from + sizeof(__m128i) <= text.size(); from += sizeof(__m128i)) {
-        const __m128i bytes = _mm_loadu_si128(reinterpret_cast<const __m128i*>(text.data() + from));
-        const int hits = _mm_movemask_epi8(_mm_cmpeq_epi8(_mm_or_si128(bytes, difference), wanted));
-        if (hits != 0) {
-            return from + static_cast<std::size_t>(__builtin_ctz(static_cast<unsigned>(hits)));
+    const __m128i read = _mm_loadu_si128(reinterpret_cast<const __m128i*>(bytes));
+    return static_cast<unsigned>(
+        _mm_movemask_epi8(_mm_cmpeq_epi8(_mm_or_si128(read, difference), wanted)));
+}
+
+/// The first '[' or '{' at or behind `from`; the text's size if there is none.
+std::size_t findBracket(std::string_view text, std::size_t from) {
+    constexpr std::size_t step = sizeof(__m128i);
+    if (text.size() < step) {
+        return std::min(text.find_first_of("[{", from), text.size());
+    }
+    for (; from + step <= text.size(); from += step) {
+        if (const unsigned hits = bracketsAmong(text.data() + from)) {
+            return from + static_cast<std::size_t>(__builtin_ctz(hits));
         }
     }
-    return std::min(text.find_first_of("[{", from), text.size());
+    // The rest stands at the end of the last sixteen.
+    const std::size_t last = text.size() - step;
+    const unsigned hits =
+        from < text.size() ? bracketsAmong(text.data() + last) >> (from - last) : 0;
+    return hits != 0 ? from + static_cast<std::size_t>(__builtin_ctz(hits)) : text.size();
 }
 
 bool hasContainerAsValue(std::string_view text) {
@@ -81,7 +94,7 @@ bool RepeatedContainers::walk() {
 }
 
 void RepeatedContainers::addColon(std::size_t colon) {
-    m_colons.push_back(static_cast<std::uint32_t>(colon));
+    m_colons.push_back({colon, m_marks.literal(colon)});
     if (!m_open.empty() && holdsContainer(m_text, colon)) {
         m_open.back().holds = true;
     }
@@ -104,7 +117,7 @@ void RepeatedContainers::readKeys(std::size_t firstColon) {
     m_keys.clear();
     m_unescaped.clear();
     for (std::size_t index = firstColon; index < m_colons.size(); ++index) {
-        const std::string_view literal = literalBefore(m_text, m_colons[index]);
+        const std::string_view literal = m_colons[index].literal;
         const bool plain = !m_marks.sawBackslash() || literal.find('\\') == literal.npos;
         m_keys.push_back(
             {plain ? literal : m_unescaped.emplace_front(unescaped(literal)), 0, index});
@@ -161,15 +174,15 @@ void RepeatedContainers::sieveKeys() {
 /// A key and the next time that its object has it, by their colons. True ends the walk.
 bool RepeatedContainers::meet(std::size_t index, std::size_t next) {
     if (!m_replaced) {
-        return holdsContainer(m_text, m_colons[index]) || holdsContainer(m_text, m_colons[next]);
+        return holdsContainer(m_text, m_colons[index].place) ||
+               holdsContainer(m_text, m_colons[next].place);
     }
     m_replaced->push_back({beginOfKey(index), beginOfKey(index + 1)});
     return false;
 }
 
 std::size_t RepeatedContainers::beginOfKey(std::size_t index) const {
-    return static_cast<std::size_t>(literalBefore(m_text, m_colons[index]).data() - m_text.data()) -
-           1;
+    return static_cast<std::size_t>(m_colons[index].literal.data() - m_text.data()) - 1;
 }
 
 }  // namespace DOVA

@@ -18,8 +18,7 @@ namespace DOVA {
 /// the two. Keys that differ only in their escapes are the same key.
 ///
 /// Most texts hold no container inside an object; those cost a search for brackets. The others
-/// cost a look at each colon, and one at the keys of those objects that hold a container. Texts are
-/// at most 4 GB long.
+/// cost a look at each colon, and one at the keys of those objects that hold a container.
 class RepeatedContainers {
 public:
     /// A member of an object: from the first quote of its key to that of the next member's.
@@ -41,6 +40,10 @@ private:
     struct Object {
         std::size_t firstColon;
         bool holds;  // a container
+    };
+    struct Colon {
+        std::size_t place;
+        std::string_view literal;  // of the key before it
     };
     struct Key {
         std::string_view text;
@@ -65,10 +68,10 @@ private:
     std::vector<Member>* const m_replaced;  // null: the first find ends the walk
     JsonMarks m_marks;
     boost::container::small_vector<Object, 16> m_open;
-    boost::container::small_vector<std::uint32_t, 64> m_colons;  // in the open objects
-    boost::container::small_vector<Key, 16> m_keys;              // of the object that ends
-    std::forward_list<std::string> m_unescaped;                  // what some of them view
-    boost::container::small_vector<std::uint64_t, 16> m_once;    // hashes, a bit each
+    boost::container::small_vector<Colon, 64> m_colons;        // in the open objects
+    boost::container::small_vector<Key, 16> m_keys;            // of the object that ends
+    std::forward_list<std::string> m_unescaped;                // what some of them view
+    boost::container::small_vector<std::uint64_t, 16> m_once;  // hashes, a bit each
     boost::container::small_vector<std::uint64_t, 16> m_again;
 };
 
