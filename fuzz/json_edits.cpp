@@ -138,7 +138,7 @@ private:
     void nest(unsigned place) {
         m_copy = m_array;
         m_copied = m_model.array();
-        if (m_copied.size() < 500) {
+        if (m_copied.size() < 100) {
             objectInsertValue(m_object, pick(s_keys, place), m_array);
             m_model.members[pick(s_keys, place)] = m_copied;
             m_array.append(m_array);
@@ -159,7 +159,7 @@ extern "C" int LLVMFuzzerTestOneInput(const std::uint8_t* data, std::size_t size
     Edits edits;
     int printed = 0;
     host::redirectConsole([&](std::string_view) { ++printed; });
-    for (std::size_t i = 0; i + 1 < std::min<std::size_t>(size, 400); i += 2) {
+    for (std::size_t i = 0; i + 1 < std::min<std::size_t>(size, 200); i += 2) {
         edits.edit(data[i], data[i + 1]);
         if (!edits.holds() || printed != edits.messages) {
             std::cerr << "edit " << i / 2 << " came out otherwise\n";

@@ -13,7 +13,4 @@ public:
     bool canLoadDynamicContent() const override { return false; }
 };
 
-// The host knows such descriptions as one pointer.
-static_assert(sizeof(LockedNamespace) == 8);
-
 }  // namespace DOVA

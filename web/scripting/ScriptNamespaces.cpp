@@ -14,6 +14,11 @@ namespace {
 using ribo::COSNamespace;
 using ribo::internal::makeInterned;
 
+// The host knows a namespace's description as one pointer.
+static_assert(sizeof(mi::DovaNamespaceWrapper) == 8);
+static_assert(sizeof(web::mi::DovaWebNamespaceWrapper) == 8);
+static_assert(sizeof(tests::mi::DovaTestsPackageWrapper) == 8);
+
 COSNamespace* findInDova(const char* name) {
     COSNamespace* dova = COSNamespace::getNamespace(makeInterned("dova"));
     return dova ? ribo::cosiToNamespace(dova->getInnerNamespace(makeInterned(name))) : nullptr;
