@@ -1,17 +1,20 @@
 #include "runtime/Host.h"
 
+#include <map>
+#include <optional>
 #include <system_error>
 #include <utility>
 #include <vector>
 
+#include "InputWatch.h"
 #include "InstalledFiles.h"
 #include "MainLoop.h"
-#include "Module.h"
 #include "PageListener.h"
 #include "TokenFile.h"
 #include "gateway/Gateway.h"
 #include "messaging/InProcessBus.h"
 #include "model/DocumentMirror.h"
+#include "runtime/Module.h"
 #include "runtime/StartError.h"
 #include "toolkit/ApplicationContext.h"
 
@@ -60,11 +63,14 @@ public:
     std::string address() const { return m_gateway->address(); }
     int run();
     MainLoop& loop() { return m_loop; }
+    void watchInput(int descriptor, std::function<void()> callable);
 
     std::function<void()> m_onPage;
     std::vector<std::function<void()>> m_onShutdown;
 
 private:
+    void startModule();
+    void endModule();
     void openGateway(const HostOptions& options);
     void shutDown();
     void stopGateway();
@@ -74,8 +80,9 @@ private:
     std::shared_ptr<InProcessBus> m_bus = installBus();
     PageListener m_pages;
     tdom::DocumentMirror m_mirror;
-    Module m_module;
+    std::optional<Module> m_module;
     std::unique_ptr<gateway::Gateway> m_gateway;
+    std::map<int, std::shared_ptr<InputWatch>> m_inputs;
 };
 
 Host::Implementation::Implementation(const HostOptions& options)
@@ -87,19 +94,47 @@ Host::Implementation::Implementation(const HostOptions& options)
               }
           });
       }),
-      m_mirror([this](std::function<void()> call) { m_loop.post(std::move(call)); }),
-      m_module(options.module.empty() ? InstalledFiles::module() : options.module) {
+      m_mirror([this](std::function<void()> call) { m_loop.post(std::move(call)); }) {
+    if (options.loadModule) {
+        m_module.emplace(options.module);
+    }
     openGateway(options);
     m_loop.deliver(m_bus);
     setApplicationRoot(options.applicationRoot);
-    m_module.initialise();
+    startModule();
 }
 
 Host::Implementation::~Implementation() {
-    m_module.terminate();
+    endModule();
     m_bus->setWake({});
     setApplicationRoot({});
     MessageBus::install(nullptr);
+}
+
+void Host::Implementation::startModule() {
+    if (m_module) {
+        m_module->initialise();
+        m_module->goOnline();
+    }
+}
+
+void Host::Implementation::endModule() {
+    if (m_module) {
+        m_module->terminate();
+    }
+}
+
+void Host::Implementation::watchInput(int descriptor, std::function<void()> callable) {
+    const auto earlier = m_inputs.find(descriptor);
+    if (earlier != m_inputs.end()) {
+        earlier->second->end();
+        m_inputs.erase(earlier);
+    }
+    if (callable) {
+        auto watch = std::make_shared<InputWatch>(m_loop.context(), descriptor);
+        watch->start(std::move(callable));
+        m_inputs.emplace(descriptor, std::move(watch));
+    }
 }
 
 void Host::Implementation::openGateway(const HostOptions& options) {
@@ -128,10 +163,13 @@ int Host::Implementation::run() {
 
 void Host::Implementation::shutDown() {
     m_onPage = nullptr;
+    for (const auto& input : std::exchange(m_inputs, {})) {
+        input.second->end();
+    }
     for (const auto& call : std::exchange(m_onShutdown, {})) {
         MainLoop::call(call);
     }
-    m_module.terminate();
+    endModule();
     for (int turn = 0; turn < s_lastDeliveries && m_bus->deliver() > 0; ++turn) {
     }
     stopGateway();
@@ -168,6 +206,10 @@ void Host::post(std::function<void()> callable) {
 
 Timer Host::after(std::chrono::milliseconds delay, std::function<void()> callable) {
     return m_implementation->loop().after(delay, std::move(callable));
+}
+
+void Host::watchInput(int descriptor, std::function<void()> callable) {
+    m_implementation->watchInput(descriptor, std::move(callable));
 }
 
 int Host::run() {

@@ -1,10 +1,11 @@
-#include "Module.h"
+#include "runtime/Module.h"
 
 #include <dlfcn.h>
 
 #include <string>
 #include <utility>
 
+#include "InstalledFiles.h"
 #include "host/FunctionEvaluation.h"
 #include "runtime/StartError.h"
 
@@ -43,7 +44,8 @@ std::vector<host::ArrayPointer> answerOnline(const std::vector<const kaArray*>&,
 
 }  // namespace
 
-Module::Module(const std::filesystem::path& path) {
+Module::Module(const std::filesystem::path& chosen) {
+    const std::filesystem::path path = chosen.empty() ? InstalledFiles::module() : chosen;
     void* handle = load(path);
     m_initialise = reinterpret_cast<EntryPoint>(find(handle, path, s_initialise));
     m_terminate = reinterpret_cast<EntryPoint>(find(handle, path, s_terminate));
@@ -55,9 +57,12 @@ Module::~Module() {
 }
 
 void Module::initialise() {
-    host::registerFunction(s_onlineQuery, answerOnline);
     m_running = true;
     m_initialise();
+}
+
+void Module::goOnline() {
+    host::registerFunction(s_onlineQuery, answerOnline);
     m_online();
 }
 

@@ -54,6 +54,13 @@ public:
     /// Main thread.
     Timer after(std::chrono::milliseconds delay, std::function<void()> callable);
 
+    /// Has the main loop call `callable` whenever `descriptor` (a terminal, pipe or socket) has
+    /// something to read or its other side is gone: again and again until all of it is read. An
+    /// empty callable takes back what was set for this descriptor, which stays the caller's, is not
+    /// made non-blocking, and must be open until then or until the shut-down begins. Throws
+    /// std::system_error when the descriptor cannot be waited for, as a regular file. Main thread.
+    void watchInput(int descriptor, std::function<void()> callable);
+
     /// Serves until SIGINT, SIGTERM or quit(), then shuts down in order: shutdown calls, module,
     /// pages (they are told that the program has ended), and whatever is left in the loop, for
     /// two seconds or so at the most. A second signal meanwhile ends the process on the spot.

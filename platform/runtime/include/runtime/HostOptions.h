@@ -25,6 +25,8 @@ struct HostOptions {
     /// The browser's side as built, a folder with "index.html". Empty: the one installed with this
     /// library, else the one of the source tree that this library was built from.
     std::filesystem::path pageFolder;
+    /// False: the program loads the module by itself (see Module.h), after it has made the host.
+    bool loadModule = true;
     /// The module that serves the toolkit's front classes. Empty: the value of the environment
     /// variable DOVA_WEB_MODULE, else "libdova2_web.so" beside this library.
     std::filesystem::path module;

@@ -2,22 +2,28 @@
 
 #include <filesystem>
 
+#include "runtime/Export.h"
+
 namespace DOVA::runtime {
 
 /// The shared library that serves the toolkit's front classes: loaded by path, reached through the
 /// names it exports, since nothing of the platform knows its headers. It stays loaded until the
-/// process ends: the front objects that it served may outlive the host.
-class Module {
+/// process ends: the front objects that it served may outlive the host. Main thread.
+class DOVA_RUNTIME_EXPORT Module {
 public:
-    /// Loads it and finds its entry points. Throws StartError.
+    /// Loads it and finds its entry points. An empty path means the value of the environment
+    /// variable DOVA_WEB_MODULE, else "libdova2_web.so" beside this library. Throws StartError.
     explicit Module(const std::filesystem::path& path);
     Module(const Module&) = delete;
     Module& operator=(const Module&) = delete;
     /// Terminates what was initialised.
     ~Module();
 
-    /// Starts it, and has it ask whether the host is online: only then it listens to pages.
+    /// Starts it. The module itself starts once in the life of a process.
     void initialise();
+    /// Answers from now on, when it asks, that the host is online, and has it ask: only then it
+    /// listens to pages.
+    void goOnline();
     /// Ends it; once.
     void terminate();
 
