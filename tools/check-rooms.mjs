@@ -5,7 +5,7 @@ import { readFileSync } from 'node:fs';
 import { execFileSync } from 'node:child_process';
 import { dirname, join, normalize } from 'node:path';
 
-const platformRooms = ['wiro', 'toolkit', 'model', 'messaging', 'host', 'gateway', 'runtime'];
+const platformRooms = ['wiro', 'toolkit', 'model', 'messaging', 'host', 'gateway', 'runtime', 'console'];
 const libraryRooms = ['core', 'windows', 'widgets', 'scripting'];
 const beneathLibrary = ['wiro', 'toolkit', 'model', 'messaging', 'host'];
 
@@ -17,7 +17,8 @@ const mayKnow = {
   'platform/toolkit': ['toolkit', 'wiro'],
   'platform/host': ['host', 'wiro'],
   'platform/gateway': ['gateway', 'messaging'],
-  'platform/runtime': platformRooms,
+  'platform/runtime': ['gateway', 'host', 'messaging', 'model', 'runtime', 'toolkit', 'wiro'],
+  'platform/console': ['console', 'host', 'runtime', 'toolkit', 'wiro'],
   include: [...beneathLibrary, ...libraryRooms],
   web: [...beneathLibrary, ...libraryRooms],
   examples: ['runtime', 'toolkit', 'wiro', 'core', 'widgets'],

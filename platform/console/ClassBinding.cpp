@@ -114,7 +114,8 @@ ClassBinding& ClassBinding::current(lua_State* state) {
 void ClassBinding::pushMetatable(lua_State* state, int binding, Side side) {
     lua_newtable(state);
     pushMembers(state, binding, side);
-    for (const auto& [name, function] : {std::pair("__index", read), std::pair("__newindex", write)}) {
+    for (const auto& [name, function] :
+         {std::pair("__index", read), std::pair("__newindex", write)}) {
         lua_pushvalue(state, binding);
         lua_pushvalue(state, -2);
         lua_pushcclosure(state, function, 2);
@@ -245,15 +246,16 @@ int ClassBinding::write(lua_State* state) {
     const ClassBinding& binding = current(state);
     const void* property = member(state);
     if (property == nullptr) {
-        return binding.refuse(state, lua_isnil(state, -1) ? "%s has no property \"%s\""
-                                                          : "%s: \"%s\" is a method");
+        return binding.refuse(
+            state, lua_isnil(state, -1) ? "%s has no property \"%s\"" : "%s: \"%s\" is a method");
     }
     const auto& known = *static_cast<const RiboProperty*>(property);
     if (known.isReadOnly()) {
         return binding.refuse(state, "%s: the property \"%s\" can only be read");
     }
     return guarded(state, [&] {
-        const kaArray* self = known.getAttributes().isConstant ? nullptr : binding.ownInstance(state);
+        const kaArray* self =
+            known.getAttributes().isConstant ? nullptr : binding.ownInstance(state);
         known.set(self, toHost(state, 3).get());
         return 0;
     });

@@ -252,4 +252,12 @@ std::vector<std::string> NamespaceBinding::members(lua_State* state, int index) 
     return names;
 }
 
+std::vector<std::string> NamespaceBinding::topNames() {
+    std::vector<std::string> names;
+    for (const COSNamespace* each : COSNamespace::getTopNamespaces()) {
+        names.push_back(each->getName().text());
+    }
+    return names;
+}
+
 }  // namespace DOVA::console

@@ -16,12 +16,13 @@ public:
     /// Makes the namespaces at the top globals, behind those that scripts set.
     static void addToGlobals(lua_State* state);
 
-    /// The visible members of the namespace at `index`; those at the top for the table of globals.
-    /// Empty for everything else.
+    /// The visible members of the namespace at `index`; empty for everything else.
     static std::vector<std::string> members(lua_State* state, int index);
 
-    /// Pushes the member of that name, and nil where there is none. Raises no error for that.
-    static void pushMember(lua_State* state, int index, const std::string& name);
+    /// The names of the namespaces at the top.
+    static std::vector<std::string> topNames();
+    /// Pushes the namespace at the top of that name; gives false and pushes nil if there is none.
+    static bool pushTop(lua_State* state, const std::string& name);
 
 private:
     /// A namespace by name: the object may go at any time.
@@ -45,7 +46,6 @@ private:
     static void push(lua_State* state, ribo::InternedString fullName);
     static bool pushFound(lua_State* state, ribo::COSNamespace& space, ribo::InternedString name);
     static void pushFunction(lua_State* state, Function function);
-    static bool pushTop(lua_State* state, const std::string& name);
     static Place* placeAt(lua_State* state, int index);
 
     static int readGlobal(lua_State* state);

@@ -9,9 +9,9 @@
 namespace DOVA::console {
 
 /// The Lua value at `index` as a value of the host: nil is an empty double, a boolean a logical, a
-/// number a double, a text (UTF-8) a character row, a table with the keys 1 to n a row of cells, one
-/// with texts for keys a struct whose fields are sorted, an instance the object itself. Raises a
-/// Lua error for everything else and for tables in more than 100 levels, hence also for one that
+/// number a double, a text (UTF-8) a character row, a table with the keys 1 to n a row of cells,
+/// one with texts for keys a struct whose fields are sorted, an instance the object itself. Raises
+/// a Lua error for everything else and for tables in more than 100 levels, hence also for one that
 /// holds itself.
 host::ArrayPointer toHost(lua_State* state, int index);
 

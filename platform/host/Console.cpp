@@ -64,6 +64,12 @@ int utPrintf(const char* pattern, ...) {
 
 namespace host {
 
+void printText(std::string_view text) {
+    if (!text.empty()) {
+        print(text);
+    }
+}
+
 ConsoleSink redirectConsole(ConsoleSink sink) {
     auto next = std::make_shared<ConsoleSink>(std::move(sink));
     const std::lock_guard<std::mutex> lock(console().mutex);

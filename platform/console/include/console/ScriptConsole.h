@@ -25,7 +25,8 @@ namespace DOVA::console {
 /// one; the third has its default effect, so that a script which waits outside Lua can be ended.
 ///
 /// Main thread, like everything that scripts reach. All consoles must be gone before the process
-/// ends; values that a script keeps may be gone with them only, long after the module they are from.
+/// ends; values that a script keeps may be gone with them only, long after the module they are
+/// from.
 class DOVA_CONSOLE_EXPORT ScriptConsole {
 public:
     /// A console with nothing but the libraries and the host's namespaces. Throws std::bad_alloc.

@@ -12,6 +12,9 @@ DOVA_PLATFORM_EXPORT int utPrintf(const char* format, ...) __attribute__((format
 
 namespace host {
 
+/// Prints a text as it is, zeros included, where `utPrintf` prints. Any thread.
+DOVA_PLATFORM_EXPORT void printText(std::string_view text);
+
 /// Receives each printed text, which is valid during the call only. May itself print.
 using ConsoleSink = std::function<void(std::string_view text)>;
 

@@ -1,0 +1,66 @@
+#include "Libraries.h"
+
+#include <cstddef>
+#include <cstdlib>
+
+#include "host/Console.h"
+
+namespace DOVA::console {
+
+namespace {
+
+int print(lua_State* state) {
+    const int count = lua_gettop(state);
+    luaL_Buffer line;
+    luaL_buffinit(state, &line);
+    for (int index = 1; index <= count; ++index) {
+        if (index > 1) {
+            luaL_addchar(&line, '\t');
+        }
+        luaL_tolstring(state, index, nullptr);
+        luaL_addvalue(&line);
+    }
+    luaL_addchar(&line, '\n');
+    luaL_pushresult(&line);
+    std::size_t size = 0;
+    const char* text = lua_tolstring(state, -1, &size);
+    host::printText({text, size});
+    return 0;
+}
+
+void stop(lua_State* state, lua_Debug*) {
+    lua_pushnil(state);
+    lua_error(state);
+}
+
+int exitCodeAt(lua_State* state, int index) {
+    if (lua_isboolean(state, index)) {
+        return lua_toboolean(state, index) ? EXIT_SUCCESS : EXIT_FAILURE;
+    }
+    return static_cast<int>(luaL_optinteger(state, index, EXIT_SUCCESS));
+}
+
+int exit(lua_State* state) {
+    const void* onExit = lua_touserdata(state, lua_upvalueindex(1));
+    (*static_cast<const std::function<void(int)>*>(onExit))(exitCodeAt(state, 1));
+    lua_sethook(state, stop, LUA_MASKCOUNT, 1);
+    lua_rawgeti(state, LUA_REGISTRYINDEX, LUA_RIDX_MAINTHREAD);
+    lua_sethook(lua_tothread(state, -1), stop, LUA_MASKCOUNT, 1);
+    lua_pushnil(state);
+    return lua_error(state);
+}
+
+}  // namespace
+
+void openLibraries(lua_State* state, const std::function<void(int exitCode)>& onExit) {
+    luaL_openlibs(state);
+    lua_pushcfunction(state, print);
+    lua_setglobal(state, "print");
+    lua_getglobal(state, "os");
+    lua_pushlightuserdata(state, const_cast<std::function<void(int)>*>(&onExit));
+    lua_pushcclosure(state, exit, 1);
+    lua_setfield(state, -2, "exit");
+    lua_pop(state, 1);
+}
+
+}  // namespace DOVA::console
