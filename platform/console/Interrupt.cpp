@@ -37,7 +37,10 @@ void Interrupt::raiseOnce(lua_State* state, lua_Debug* call) {
 }
 
 void Interrupt::raiseAlways(lua_State* state, lua_Debug*) {
-    luaL_error(state, "interrupted!");
+    luaL_where(state, 0);
+    lua_pushliteral(state, "interrupted!");
+    lua_concat(state, 2);
+    lua_error(state);
 }
 
 }  // namespace DOVA::console
