@@ -40,13 +40,25 @@ Prompt::~Prompt() {
 void Prompt::show() {
     m_isShown = true;
     rl_callback_handler_install(m_entry.empty() ? s_first : s_further, onLine);
+    if (!m_typed.empty()) {
+        rl_insert_text(std::exchange(m_typed, {}).c_str());
+        std::fputs("\r", stdout);  // over the prompt that stands there already
+        std::fflush(stdout);
+        rl_forced_update_display();
+    }
 }
 
 void Prompt::hide() {
     if (m_isShown) {
-        rl_callback_handler_remove();
-        m_isShown = false;
+        m_typed.assign(rl_line_buffer, static_cast<std::size_t>(rl_end));
+        std::fputs("\r", stdout);
+        leave();
     }
+}
+
+void Prompt::leave() {
+    rl_callback_handler_remove();
+    m_isShown = false;
 }
 
 void Prompt::readKey() {
@@ -54,7 +66,7 @@ void Prompt::readKey() {
 }
 
 void Prompt::discard() {
-    hide();
+    leave();
     m_entry.clear();
     std::fputs("\n", stdout);
     std::fflush(stdout);
@@ -63,7 +75,7 @@ void Prompt::discard() {
 
 void Prompt::onLine(char* line) {
     const std::unique_ptr<char, decltype(&std::free)> owned(line, std::free);
-    s_current->hide();
+    s_current->leave();
     s_current->take(line);
 }
 

@@ -23,8 +23,8 @@ public:
     /// Leaves the terminal as it was.
     ~Prompt();
 
-    /// Shows the prompt with what was typed of an entry; between that and hide() the terminal is
-    /// the prompt's.
+    /// Shows the prompt with what was typed of a line when it was hidden; between that and hide()
+    /// the terminal is the prompt's.
     void show();
     void hide();
     /// Deals with a key; to be called when standard input has something.
@@ -37,6 +37,7 @@ private:
     static char** complete(const char* word, int begin, int end);
     static char* nextCandidate(const char* word, int index);
     void take(const char* line);
+    void leave();
 
     static Prompt* s_current;
 
@@ -44,6 +45,7 @@ private:
     const Handler m_handler;
     History m_history{History::defaultFile()};
     std::string m_entry;  ///< its lines so far
+    std::string m_typed;  ///< of the next line, while the prompt is hidden
     std::vector<std::string> m_candidates;
     bool m_isShown = false;
 };

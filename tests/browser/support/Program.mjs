@@ -23,8 +23,16 @@ export class Program {
         return Program.startAt(join(dirname(jsonpadPath()), example), args);
     }
 
-    static async startAt(path, args) {
-        const program = new Program(path, args);
+    /** The same on a terminal, where type() types. */
+    static startOnTerminal(example, ...args) {
+        const quoted = [join(dirname(jsonpadPath()), example), ...args].map(
+            (word) => `'${word.replaceAll("'", "'\\''")}'`,
+        );
+        return Program.startAt('script', ['-qefc', quoted.join(' '), '/dev/null'], 'pipe');
+    }
+
+    static async startAt(path, args, input = 'ignore') {
+        const program = new Program(path, args, input);
         const failed = program.m_ended.then(() => {
             throw new Error(`${path} has not started: ${program.errors}`);
         });
@@ -32,11 +40,13 @@ export class Program {
         return program;
     }
 
-    constructor(path, args) {
-        this.m_process = spawn(path, args, { stdio: ['ignore', 'pipe', 'pipe'] });
+    constructor(path, args, input) {
+        this.m_process = spawn(path, args, { stdio: [input, 'pipe', 'pipe'] });
         this.m_ended = once(this.m_process, 'close');
         this.output = [];
         this.errors = '';
+        this.m_output = '';
+        this.m_process.stdout.on('data', (data) => (this.m_output += data));
         const lines = createInterface({ input: this.m_process.stdout });
         lines.on('line', (line) => this.output.push(line));
         this.m_address = once(lines, 'line').then(([line]) => line);
@@ -47,10 +57,25 @@ export class Program {
         return this.m_process.pid;
     }
 
+    type(text) {
+        this.m_process.stdin.write(text);
+    }
+
+    /** Waits until its output has this text, in lines or on the way to one. */
+    async echoes(text) {
+        while (!this.m_output.includes(text)) {
+            await once(this.m_process.stdout, 'data');
+        }
+    }
+
+    /** Its exit code, once it has ended by itself. */
+    async ended() {
+        return (await this.m_ended)[0];
+    }
+
     /** Ends it and gives its exit code, null when the signal killed it. */
     async end(signal = 'SIGTERM') {
         this.m_process.kill(signal);
-        const [code] = await this.m_ended;
-        return code;
+        return this.ended();
     }
 }
