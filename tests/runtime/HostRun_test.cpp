@@ -1,8 +1,13 @@
+#include <fcntl.h>
+#include <unistd.h>
+
 #include <csignal>
 #include <stdexcept>
+#include <system_error>
 #include <thread>
 
 #include "HostFixture.h"
+#include "runtime/Module.h"
 
 namespace DOVA::runtime {
 
@@ -111,6 +116,50 @@ TEST_F(HostRunTest, RunsWhatOtherThreadsPostInTheirOrderOnItsOwnThread) {
     host->run();
     poster.join();
     EXPECT_EQ(next, 1000);
+}
+
+TEST_F(HostRunTest, CallsForWhatADescriptorHasUntilItIsTakenBack) {
+    start();
+    int ends[2];
+    ASSERT_EQ(::pipe(ends), 0);
+    ASSERT_EQ(::write(ends[1], "ab", 2), 2);
+    std::string got;
+    host->watchInput(ends[0], [&] {
+        EXPECT_EQ(::fcntl(ends[0], F_GETFL) & O_NONBLOCK, 0) << "others share the descriptor";
+        char letter = 0;
+        ASSERT_EQ(::read(ends[0], &letter, 1), 1);
+        got += letter;
+        if (letter == 'b') {
+            host->watchInput(ends[0], {});
+            ASSERT_EQ(::write(ends[1], "c", 1), 1);
+            host->after(std::chrono::milliseconds(1), [&] { host->quit(); });
+        }
+    });
+    EXPECT_EQ(host->run(), 0);
+    EXPECT_EQ(got, "ab");
+    ::close(ends[0]);
+    ::close(ends[1]);
+}
+
+TEST_F(HostRunTest, RefusesADescriptorThatCannotBeWaitedFor) {
+    start();
+    const int file = ::open(folder.write("file", "text").c_str(), O_RDONLY);
+    EXPECT_THROW(host->watchInput(file, [] {}), std::system_error);
+    ::close(file);
+    EXPECT_THROW(host->watchInput(-1, [] {}), std::system_error);
+}
+
+TEST_F(HostRunTest, LeavesTheModuleToTheProgramThatWantsIt) {
+    options.loadModule = false;
+    options.module = "/nowhere/module.so";
+    start();
+    EXPECT_THAT(events(), testing::IsEmpty());
+    Module module(FAKE_MODULE);
+    module.initialise();
+    module.goOnline();
+    host->onShutdown([&] { module.terminate(); });
+    runThrough({});
+    EXPECT_THAT(events(), ElementsAre("initialise", "online", "terminate"));
 }
 
 TEST_F(HostRunTest, GoesOnAfterCallsThatThrowOrAreEmpty) {

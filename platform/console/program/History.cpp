@@ -32,6 +32,7 @@ fs::path History::defaultFile() {
 }
 
 History::History(fs::path file) : m_file(std::move(file)) {
+    rl_catch_signals = 0;  // they are the program's; what follows starts the line editor
     using_history();
     stifle_history(s_mostLines);
     if (!m_file.empty()) {

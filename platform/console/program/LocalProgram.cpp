@@ -15,34 +15,36 @@ namespace DOVA::console {
 
 namespace {
 
-/// While it lives, SIGINT comes only in wait().
+/// Waits for the person at the prompt: a key, or SIGINT, which ends nothing while this lives.
 class KeyOrSignal {
 public:
     KeyOrSignal() {
+        s_isSignalled = 0;
         struct sigaction action {};
-        action.sa_handler = [](int) {};
-        sigaction(SIGINT, &action, &m_action);
-        sigset_t blocked;
-        sigemptyset(&blocked);
-        sigaddset(&blocked, SIGINT);
-        sigprocmask(SIG_BLOCK, &blocked, &m_mask);
+        action.sa_handler = [](int) { s_isSignalled = 1; };
+        sigaction(SIGINT, &action, &m_before);
     }
     KeyOrSignal(const KeyOrSignal&) = delete;
     KeyOrSignal& operator=(const KeyOrSignal&) = delete;
-    ~KeyOrSignal() {
-        sigprocmask(SIG_SETMASK, &m_mask, nullptr);
-        sigaction(SIGINT, &m_action, nullptr);
-    }
+    ~KeyOrSignal() { sigaction(SIGINT, &m_before, nullptr); }
 
-    /// Waits; false when it was a signal.
+    /// True for a key.
     bool wait() const {
+        sigset_t blocked, before;
+        sigemptyset(&blocked);
+        sigaddset(&blocked, SIGINT);
+        // Between the look at the flag and the wait no signal may come.
+        sigprocmask(SIG_BLOCK, &blocked, &before);
         pollfd input{STDIN_FILENO, POLLIN, 0};
-        return ppoll(&input, 1, nullptr, &m_mask) > 0;
+        const bool isKey = !s_isSignalled && ppoll(&input, 1, nullptr, &before) > 0;
+        sigprocmask(SIG_SETMASK, &before, nullptr);
+        s_isSignalled = isKey ? s_isSignalled : 0;
+        return isKey;
     }
 
 private:
-    struct sigaction m_action {};
-    sigset_t m_mask;
+    static inline volatile std::sig_atomic_t s_isSignalled = 0;
+    struct sigaction m_before {};
 };
 
 }  // namespace
@@ -94,13 +96,9 @@ void LocalProgram::runPrompt() {
         isWhole = text != nullptr;
         isOver = text == nullptr;
     });
+    const KeyOrSignal input;
     for (prompt.show(); !isOver;) {
-        {
-            const KeyOrSignal input;
-            while (!isOver && !isWhole) {
-                input.wait() ? prompt.readKey() : prompt.discard();
-            }
-        }
+        input.wait() ? prompt.readKey() : prompt.discard();
         if (std::exchange(isWhole, false)) {
             m_session.enter(entry);
             prompt.show();

@@ -31,11 +31,15 @@ int refuse(const std::string& sentence) {
 }
 
 /// Everything from the script's name on is the script's, options included.
-std::optional<int> takeScript(const std::vector<std::string>& rest, Options& options) {
+std::optional<int> takeScript(std::vector<std::string> rest, Options& options) {
+    const bool isNamed = !rest.empty() && rest[0] == "--";
+    if (isNamed) {
+        rest.erase(rest.begin());
+    }
     if (rest.empty()) {
         return std::nullopt;
     }
-    if (rest[0].size() > 1 && rest[0][0] == '-') {
+    if (!isNamed && rest[0].size() > 1 && rest[0][0] == '-') {
         return refuse("there is no option " + rest[0]);
     }
     options.script = rest[0];

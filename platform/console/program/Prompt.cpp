@@ -26,7 +26,6 @@ Prompt::Prompt(const ScriptConsole& console, Handler handler)
     : m_console(console), m_handler(std::move(handler)) {
     s_current = this;
     rl_readline_name = "dova-host";
-    rl_catch_signals = 0;
     rl_basic_word_break_characters = s_wordBreaks;
     rl_completer_word_break_characters = s_wordBreaks;
     rl_attempted_completion_function = complete;

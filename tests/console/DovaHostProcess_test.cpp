@@ -1,0 +1,137 @@
+#include <gmock/gmock.h>
+#include <gtest/gtest.h>
+
+#include <boost/process.hpp>
+#include <csignal>
+#include <iterator>
+#include <string>
+#include <vector>
+
+#include "support/TemporaryFolder.h"
+
+namespace DOVA::test {
+
+namespace bp = boost::process;
+using testing::HasSubstr;
+using testing::StartsWith;
+
+/// What a run of dova-host left.
+struct Ending {
+    std::string output;
+    std::string errors;
+    int exitCode;
+};
+
+class DovaHostProcessTest : public testing::Test {
+protected:
+    /// Runs it in the folder. What it says is far below what a pipe holds, so reading one stream
+    /// after the other is safe.
+    Ending run(const std::vector<std::string>& arguments, const std::string& input = {},
+               const std::string& locale = "C.UTF-8") const {
+        bp::ipstream output, errors;
+        bp::opstream keys;
+        bp::environment environment = boost::this_process::environment();
+        environment["LC_ALL"] = locale;
+        bp::child process(DOVA_HOST, bp::args(arguments), bp::start_dir(folder / ""), environment,
+                          bp::std_in<keys, bp::std_out> output, bp::std_err > errors);
+        keys << input << std::flush;
+        keys.pipe().close();
+        Ending result{{std::istreambuf_iterator<char>(output), {}},
+                      {std::istreambuf_iterator<char>(errors), {}},
+                      0};
+        process.wait();
+        result.exitCode = process.exit_code();
+        return result;
+    }
+
+    const TemporaryFolder folder;
+};
+
+TEST_F(DovaHostProcessTest, RunsTextsAScriptAndStandardInput) {
+    folder.write("a.lua", "#!/usr/bin/env dova-host\nprint(arg[0], arg[1], ...)");
+    folder.write("-b.lua", "print 'b'");
+    struct {
+        std::vector<std::string> arguments;
+        const char* output;
+        const char* input = "print 'not read'";
+    } const rows[] = {
+        {{"-e", "x = 1", "-e", "print(x)"}, "1\n"},
+        {{"a.lua", "-e", "--help"}, "a.lua\t-e\t-e\t--help\n"},
+        {{"-e", "x = 1", "a.lua"}, "a.lua\tnil\n"},
+        {{"--", "-b.lua"}, "b\n"},
+        {{}, "dova-host\n", "print(arg[0])"},
+        {{"-", "x"}, "-\tx\n", "print(arg[0], arg[1])"},
+        {{"-i"}, "3\n1\n2\n", "1 + 2\nfor i = 1, 2 do\nprint(i)\nend\n"},
+        {{"-e", "print 'e'", "-i"}, "e\n3\n", "1 + 2"},
+        {{"--no-module", "-e", "print(dova) host.loadModule() print(dova)"},
+         "nil\nnamespace dova\n"},
+        {{"-e", "dova.init() print(1) dova.web.init() io.write('2\\n') dova.init()"},
+         "Initializing dova module.\n1\nInitializing dova.web module.\n2\n"
+         "Initializing dova module.\n"},
+        {{"-e",
+          "print(dova.web.KORVIDOnlineFlag(), dova.web.KORVIDOnlineFlag(true), "
+          "dova.web.KORVIDOnlineFlag())"},
+         "false\tfalse\ttrue\n"},
+        {{"-e",
+          "a = dova.web.JSONArray() host.unloadModule() host.unloadModule() "
+          "a:append(1) print(dova, a.Length)"},
+         "nil\t1\n"},
+        {{"-e", "print(1.5, string.format('%.1f', 2.5))"}, "1.5\t2.5\n"},
+    };
+    for (const auto& row : rows) {
+        const Ending result = run(row.arguments, row.input);
+        EXPECT_EQ(result.output, row.output);
+        EXPECT_EQ(result.errors, "") << row.output;
+        EXPECT_EQ(result.exitCode, 0) << row.output;
+    }
+}
+
+TEST_F(DovaHostProcessTest, EndsABadRunWithItsReason) {
+    folder.write("bad.lua", "local x = 1\n\nerror 'text'");
+    folder.write("typo.lua", "x x");
+    struct {
+        std::vector<std::string> arguments;
+        int exitCode;
+        const char* errors;
+        bool isOneLine;
+    } const rows[] = {
+        {{"bad.lua"}, 1, "dova-host: bad.lua:3: text\nstack traceback:\n", false},
+        {{"typo.lua"}, 1, "dova-host: typo.lua:1: syntax error near 'x'\n", true},
+        {{"none.lua"}, 1, "dova-host: cannot open none.lua", true},
+        {{"."}, 1, "dova-host: cannot read .", true},
+        {{"-i", "none.lua"}, 1, "dova-host: cannot open none.lua", true},
+        {{"--bogus"}, 2, "dova-host: there is no option --bogus\n", true},
+        {{"-x", "bad.lua"}, 2, "dova-host: there is no option -x\n", true},
+        {{"-e"}, 2, "dova-host: -e", true},
+        {{"--port", "1"}, 2, "dova-host: --port requires --serve\n", true},
+        {{"--serve", "--port", "x"}, 2, "dova-host: ", true},
+        {{"--serve", "--bind", "0.0.0.0"}, 2, "dova-host: --bind 0.0.0.0 opens", true},
+        {{"-e", "os.exit(9)"}, 9, "", true},
+        {{"-e", "host.loadModule()"}, 1, "dova-host: (command line):1: the module was", false},
+        {{"--no-module", "-e", "host.loadModule('/none.so')"},
+         1,
+         "dova-host: (command line):1: cannot load the module: /none.so",
+         false},
+        {{"--serve", "-e", "error 'x'"}, 1, "dova-host: (command line):1: x\n", false},
+        {{"--serve", "-e", "os.exit(6)"}, 6, "", true},
+    };
+    for (const auto& row : rows) {
+        SCOPED_TRACE(row.errors);
+        const Ending result = run(row.arguments);
+        EXPECT_THAT(result.errors, StartsWith(row.errors));
+        EXPECT_EQ(result.exitCode, row.exitCode);
+        EXPECT_TRUE(!row.isOneLine || result.errors.find('\n') + 1 == result.errors.size());
+    }
+    EXPECT_THAT(run({"--help"}).output, HasSubstr("[SCRIPT [ARGS...]]"));
+}
+
+/// What a text is made of is the same whatever the locale; a C locale has no letters beyond ASCII
+/// for JSON, which goes through the locale's encoding.
+TEST_F(DovaHostProcessTest, SpeaksTheTextsOfItsLocale) {
+    const std::string script =
+        "print('ž', dova.web.JSONArray.fromJSON('[\"ž\"]'):toJSON('Compact'))";
+    EXPECT_EQ(run({"-e", script}).output, "ž\t[\"ž\"]\n");
+    EXPECT_THAT(run({"-e", script}, {}, "C").output, StartsWith("ž\t["));
+}
+
+}  // namespace DOVA::test
