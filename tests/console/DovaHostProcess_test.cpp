@@ -1,47 +1,22 @@
 #include <gmock/gmock.h>
 #include <gtest/gtest.h>
 
-#include <boost/process.hpp>
-#include <csignal>
-#include <iterator>
 #include <string>
 #include <vector>
 
+#include "DovaHost.h"
 #include "support/TemporaryFolder.h"
 
 namespace DOVA::test {
 
-namespace bp = boost::process;
 using testing::HasSubstr;
 using testing::StartsWith;
 
-/// What a run of dova-host left.
-struct Ending {
-    std::string output;
-    std::string errors;
-    int exitCode;
-};
-
 class DovaHostProcessTest : public testing::Test {
 protected:
-    /// Runs it in the folder. What it says is far below what a pipe holds, so reading one stream
-    /// after the other is safe.
     Ending run(const std::vector<std::string>& arguments, const std::string& input = {},
                const std::string& locale = "C.UTF-8") const {
-        bp::ipstream output, errors;
-        bp::opstream keys;
-        bp::environment environment = boost::this_process::environment();
-        environment["LC_ALL"] = locale;
-        bp::child process(DOVA_HOST, bp::args(arguments), bp::start_dir(folder / ""), environment,
-                          bp::std_in<keys, bp::std_out> output, bp::std_err > errors);
-        keys << input << std::flush;
-        keys.pipe().close();
-        Ending result{{std::istreambuf_iterator<char>(output), {}},
-                      {std::istreambuf_iterator<char>(errors), {}},
-                      0};
-        process.wait();
-        result.exitCode = process.exit_code();
-        return result;
+        return runDovaHost(folder / "", arguments, input, locale);
     }
 
     const TemporaryFolder folder;

@@ -1,0 +1,104 @@
+#include <gmock/gmock.h>
+#include <gtest/gtest.h>
+
+#include <algorithm>
+#include <fstream>
+#include <iterator>
+#include <string>
+
+#include "DovaHost.h"
+#include "support/TemporaryFolder.h"
+
+namespace DOVA::test {
+
+using testing::HasSubstr;
+using testing::StartsWith;
+
+namespace {
+
+const std::string s_lockFile = TREE "/client/package-lock.json";
+
+std::string textOf(const std::string& path) {
+    std::ifstream file(path, std::ios::binary);
+    return {std::istreambuf_iterator<char>(file), {}};
+}
+
+std::size_t occurrences(const std::string& text, const std::string& part) {
+    std::size_t count = 0;
+    for (std::size_t at = text.find(part); at != text.npos; at = text.find(part, at + 1)) {
+        ++count;
+    }
+    return count;
+}
+
+}  // namespace
+
+class ExampleScriptsTest : public testing::Test {
+protected:
+    Ending run(const std::string& script, std::vector<std::string> arguments) const {
+        arguments.insert(arguments.begin(), TREE "/examples/scripts/" + script);
+        return runDovaHost(folder / "", arguments);
+    }
+
+    const TemporaryFolder folder;
+};
+
+TEST_F(ExampleScriptsTest, AskAPackageLockFile) {
+    const std::string text = textOf(s_lockFile);
+    const Ending all = run("lock.lua", {s_lockFile});
+    EXPECT_EQ(occurrences(all.output, "\n"), occurrences(text, "\n    \"node_modules/"));
+    EXPECT_THAT(all.output, HasSubstr("\nlit 3."));
+    const Ending one = run("lock.lua", {s_lockFile, "lit-html"});
+    EXPECT_THAT(one.output, testing::MatchesRegex("lit-html [0-9.]+\nneeded by (.|\n)*lit\n"));
+    EXPECT_EQ(occurrences(one.output, "needed by "), occurrences(text, "\"lit-html\": \""));
+    EXPECT_EQ(all.errors + one.errors, "");
+}
+
+TEST_F(ExampleScriptsTest, PrintAndMergeWhatIsRealWithoutLoss) {
+    folder.write("once.json", run("pretty.lua", {s_lockFile}).output);
+    const std::string compact = run("pretty.lua", {"--compact", s_lockFile}).output;
+    EXPECT_EQ(run("pretty.lua", {"--compact", "once.json"}).output, compact);
+    EXPECT_EQ(occurrences(compact, "\n"), 1u);
+    const Ending merged = run("merge.lua", {s_lockFile, "once.json"});
+    EXPECT_EQ(merged.output, folder.read("once.json")) << "what is merged with itself stays";
+}
+
+TEST_F(ExampleScriptsTest, MergeObjectsInObjects) {
+    folder.write("a.json", R"({"a":{"x":1,"y":[1]},"b":null,"c":{"z":1}})");
+    folder.write("b.json", R"({"a":{"y":[2],"n":null},"b":{"q":false},"c":"text"})");
+    folder.write("merged.json", run("merge.lua", {"a.json", "b.json"}).output);
+    EXPECT_EQ(run("pretty.lua", {"--compact", "merged.json"}).output,
+              R"({"a":{"n":null,"x":1,"y":[2]},"b":{"q":false},"c":"text"})"
+              "\n");
+}
+
+TEST_F(ExampleScriptsTest, RefuseWhatTheyCannotWorkWith) {
+    folder.write("array.json", "[1]");
+    folder.write("bad.json", "{");
+    folder.write("object.json", "{}");
+    struct {
+        const char* script;
+        std::vector<std::string> arguments;
+        int exitCode;
+        const char* reason;
+    } const rows[] = {
+        {"pretty.lua", {}, 2, "usage: "},
+        {"pretty.lua", {"a", "b"}, 2, "[--compact] FILE"},
+        {"pretty.lua", {"none.json"}, 1, "none.json: No such file"},
+        {"pretty.lua", {"bad.json"}, 1, "bad.json: holds no JSON object or array"},
+        {"pretty.lua", {"."}, 1, ".: "},
+        {"merge.lua", {"object.json"}, 2, "FILE FILE..."},
+        {"merge.lua", {"object.json", "array.json"}, 1, "array.json: holds no JSON object"},
+        {"lock.lua", {}, 2, "LOCKFILE [PACKAGE]"},
+        {"lock.lua", {"object.json"}, 1, "is no package lock file"},
+        {"lock.lua", {s_lockFile, "no-such-package"}, 1, "has no package no-such-package"},
+    };
+    for (const auto& row : rows) {
+        const Ending ending = run(row.script, row.arguments);
+        EXPECT_THAT(ending.errors, HasSubstr(row.reason));
+        EXPECT_EQ(occurrences(ending.errors, "\n"), 1u) << row.reason;
+        EXPECT_EQ(ending.exitCode, row.exitCode) << row.reason;
+    }
+}
+
+}  // namespace DOVA::test
