@@ -5,10 +5,12 @@
 #include <sys/wait.h>
 #include <unistd.h>
 
+#include <cerrno>
 #include <csignal>
 #include <cstdlib>
 #include <cstring>
 #include <stdexcept>
+#include <system_error>
 
 namespace DOVA::test {
 
@@ -37,6 +39,9 @@ Terminal::Terminal(const std::string& program, const std::vector<std::string>& a
                    const std::vector<std::string>& environment) {
     winsize size{24, 200, 0, 0};
     m_process = ::forkpty(&m_terminal, nullptr, nullptr, &size);
+    if (m_process < 0) {
+        throw std::system_error(errno, std::generic_category(), "there is no pseudo-terminal");
+    }
     if (m_process == 0) {
         execute(program, arguments, environment);
     }
