@@ -11,7 +11,7 @@ MINUTE_LONG := tests/browser/outage.test.mjs
 demo: setup client
 	@echo "Building; the first time this takes some minutes." >&2
 	@cmake --preset release >build/configure.log || { cat build/configure.log; exit 1; }
-	@cmake --build --preset release -j $(JOBS) --target jsonpad dova2_web >build/demo.log || { cat build/demo.log; exit 1; }
+	@cmake --build --preset release -j $(JOBS) --target jsonpad dova-host dova2_web >build/demo.log || { cat build/demo.log; exit 1; }
 	@exec build/release/bin/jsonpad $(FILE)
 
 test: setup-test client checks
