@@ -293,3 +293,22 @@ visits('Windows', 'a second one, modal or not, and message boxes', async (visit,
         await box.waitFor({ state: 'hidden' });
     }
 });
+
+for (const direction of ['ltr', 'rtl']) {
+    visits('Buttons', `on a narrow page nothing is cut off, ${direction}`, async (visit, page) => {
+        await page.setViewportSize({ width: 400, height: 800 });
+        await page.evaluate((dir) => (document.documentElement.dir = dir), direction);
+        for (const tab of await page.getByRole('tab').all()) {
+            await tab.click();
+            const beyond = await page.locator('.body').evaluate((body) => {
+                const { left, right } = body.getBoundingClientRect();
+                const isBeyond = (box) => box.left < left || box.right > right;
+                return [...body.querySelectorAll('[data-type]')]
+                    .filter((element) => element.checkVisibility())
+                    .filter((element) => isBeyond(element.getBoundingClientRect()))
+                    .map((element) => element.outerHTML);
+            });
+            assert.deepEqual(beyond, [], await tab.textContent());
+        }
+    });
+}

@@ -17,6 +17,7 @@ function showPressed(element: HTMLElement, object: StoredObject): void {
 
 function showIcon(element: HTMLElement, address: string | undefined): void {
     element.querySelector('img')?.remove();
+    element.classList.toggle('has-icon', address !== undefined);
     if (address !== undefined) {
         const image = document.createElement('img');
         image.alt = '';
@@ -35,7 +36,6 @@ function showName(element: HTMLElement, object: StoredObject): void {
     if (icon === undefined && objectName === undefined) {
         return;
     }
-    element.classList.toggle('icon-only', !label);
     const name = label || tooltip ? '' : iconName(icon ?? '') || objectName;
     if (name) {
         element.setAttribute('aria-label', name);
