@@ -53,7 +53,7 @@ void TabsPage::addSides() {
     side.setSelection(0);
     side.onSelect([&tabs, &side] { tabs.setTabPosition(sideCalled(side.selectedItem())); });
     addButton(row, u"Back to spring", [&tabs] { tabs.setCurrentIndex(0); });
-    addStates(row, tabs);
+    addStates(addRow(rows), tabs);
 }
 
 // A page is hidden as a widget: setTabVisible() would hide the whole container.

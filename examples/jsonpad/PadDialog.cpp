@@ -19,6 +19,7 @@ PadDialog::PadDialog(Document& document, const JsonSchema& schema, std::u16strin
       m_save(&m_buttons, u"Save"),
       m_revert(&m_buttons, u"Revert"),
       m_close(&m_buttons, u"Close") {
+    setMinimumSize({440, -1});
     setLayout(&m_rows);
     m_rows.addWidget(&m_status);
     m_rows.addWidget(&m_buttons);
