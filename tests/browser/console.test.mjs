@@ -78,6 +78,12 @@ visits(
     async (visit, program) => {
         await visit.run('for i = 1, 1000 do print("line " .. i) end');
         await visit.sees(/^line 981\n(.+\n)*line 1000$/);
+        await visit.run('print(("word "):rep(79)) print(("word "):rep(79)) print("the end")');
+        await visit.sees(/^line 993\n(.+\n)*the end$/);
+        const [output, line] = await Promise.all(
+            [visit.output, visit.page.getByLabel('Lua')].map((each) => each.boundingBox()),
+        );
+        assert.ok(output.y + output.height <= line.y, 'the end is above the line to type in');
         await visit.run('print(host.address())');
         await visit.sees(program.address);
         await visit.run('os.exit(true)');

@@ -9,7 +9,13 @@ namespace DOVA::console {
 namespace {
 
 constexpr std::size_t s_mostLines = 20;
+constexpr std::size_t s_lineWidth = 80;
 constexpr std::size_t s_longestLine = 400;
+
+/// As many as it takes where a longer one is wrapped.
+std::size_t rowsOf(const std::string& line) {
+    return line.size() / s_lineWidth + 1;
+}
 
 }  // namespace
 
@@ -43,11 +49,14 @@ void OutputLines::add(std::string_view text) {
 std::string OutputLines::text() const {
     const std::lock_guard<std::mutex> lock(m_mutex);
     std::string result;
-    for (const std::string& line : m_lines) {
-        result += (&line == &m_lines.front() ? "" : "\n") + line;
-    }
-    if (!result.empty() && result.back() == '\n') {
-        result.pop_back();
+    std::size_t rows = 0;
+    const auto last = m_lines.rbegin() + (m_lines.back().empty() ? 1 : 0);
+    for (auto line = last; line != m_lines.rend(); ++line) {
+        rows += rowsOf(*line);
+        if (rows > s_mostLines) {
+            break;
+        }
+        result.insert(0, line == last ? *line : *line + "\n");
     }
     return result;
 }

@@ -20,7 +20,7 @@ public:
     OutputLines& operator=(const OutputLines&) = delete;
     ~OutputLines();
 
-    /// The lines, UTF-8, joined by line breaks. Any thread.
+    /// The last of the lines, as many as a screen shows, UTF-8, joined by line breaks. Any thread.
     std::string text() const;
 
 private:
