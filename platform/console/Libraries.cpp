@@ -3,6 +3,9 @@
 #include <cstddef>
 #include <cstdlib>
 
+#include "ConsoleFile.h"
+#include "Coroutines.h"
+#include "Interrupt.h"
 #include "host/Console.h"
 
 namespace DOVA::console {
@@ -28,11 +31,6 @@ int print(lua_State* state) {
     return 0;
 }
 
-void stop(lua_State* state, lua_Debug*) {
-    lua_pushnil(state);
-    lua_error(state);
-}
-
 int exitCodeAt(lua_State* state, int index) {
     if (lua_isboolean(state, index)) {
         return lua_toboolean(state, index) ? EXIT_SUCCESS : EXIT_FAILURE;
@@ -43,9 +41,7 @@ int exitCodeAt(lua_State* state, int index) {
 int exit(lua_State* state) {
     const void* onExit = lua_touserdata(state, lua_upvalueindex(1));
     (*static_cast<const std::function<void(int)>*>(onExit))(exitCodeAt(state, 1));
-    lua_sethook(state, stop, LUA_MASKCOUNT, 1);
-    lua_rawgeti(state, LUA_REGISTRYINDEX, LUA_RIDX_MAINTHREAD);
-    lua_sethook(lua_tothread(state, -1), stop, LUA_MASKCOUNT, 1);
+    Interrupt::endScript(state);
     lua_pushnil(state);
     return lua_error(state);
 }
@@ -54,6 +50,8 @@ int exit(lua_State* state) {
 
 void openLibraries(lua_State* state, const std::function<void(int exitCode)>& onExit) {
     luaL_openlibs(state);
+    followCoroutines(state);
+    sendOutputToConsole(state);
     lua_pushcfunction(state, print);
     lua_setglobal(state, "print");
     lua_getglobal(state, "os");

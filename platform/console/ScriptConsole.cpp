@@ -202,9 +202,11 @@ void ScriptConsole::Implementation::callOnTop(int argumentCount, int resultCount
     lua_pushcclosure(state(), noteFailure, 1);
     lua_insert(state(), function);
     int status;
+    bool isInterrupted;
     {
         const Interrupt interrupt(state());
         status = lua_pcall(state(), argumentCount, resultCount, function);
+        isInterrupted = status == LUA_OK && Interrupt::isPending();
     }
     lua_remove(state(), function);
     if (status != LUA_OK && failure.message.empty()) {
@@ -214,9 +216,10 @@ void ScriptConsole::Implementation::callOnTop(int argumentCount, int resultCount
         lua_settop(state(), function - 1);
         throw ScriptExit{*exitCode};
     }
-    if (status != LUA_OK) {
+    if (status != LUA_OK || isInterrupted) {
         lua_settop(state(), function - 1);
-        throw ScriptError(failure.message, failure.traceback);
+        throw isInterrupted ? ScriptError("interrupted!")
+                            : ScriptError(failure.message, failure.traceback);
     }
 }
 

@@ -205,7 +205,8 @@ TEST_F(ScriptConsoleTest, SaysWhereAScriptFailedAndEndsItWhenItAsks) {
         {"os.exit()", "exit 0"},
         {"os.exit(false)", "exit 1"},
         {"print(pcall(os.exit, 7)) print 'more'", "exit 7"},
-        {"coroutine.wrap(function() pcall(os.exit, 8) print 'more' end)()", "exit 8"},
+        {"coroutine.wrap(function() pcall(coroutine.wrap(os.exit), 8) print 'more' end)()",
+         "exit 8"},
         {"local t <close> = lab.inner.Tally() os.exit(true, true)", "exit 0"},
     };
     for (const auto& row : rows) {
@@ -220,6 +221,12 @@ TEST_F(ScriptConsoleTest, SaysWhereAScriptFailedAndEndsItWhenItAsks) {
         EXPECT_THAT(error.traceback(), testing::StartsWith("stack traceback:\n"));
         EXPECT_THAT(error.traceback(), HasSubstr("script:2: in main chunk"));
     }
+}
+
+TEST_F(ScriptConsoleTest, SendsWhatScriptsWriteWhereTheyPrint) {
+    EXPECT_EQ(run("print(1) io.write('a', 2, 0.5, '\\0') io.stdout:write('b') print(io.output() == "
+                  "io.stdout:write('c\\n')) print(io.stdout:close())"),
+              "1\na20.5\0bc\ntrue\nnil\tcannot close standard file\n"s);
 }
 
 TEST_F(ScriptConsoleTest, RunsFilesWithTheirArguments) {
@@ -282,14 +289,28 @@ TEST_F(ScriptConsoleTest, CompletesWithoutRunningAnything) {
 }
 
 TEST_F(ScriptConsoleTest, CtrlCEndsAScriptHoweverItIsWritten) {
-    const char* const scripts[] = {
-        "lab.interrupt() while true do end",
-        "coroutine.wrap(function() lab.interrupt() end)() while true do end",
+    console.run("function spin() lab.interrupt() while true do end end", "script");
+    struct {
+        const char* script;
+        const char* outcome;
+    } const rows[] = {
+        {"spin()", "! script:1: interrupted!"},
+        {"lab.interrupt()", "! script:1: interrupted!"},
+        {"return lab.interrupt()", "! interrupted!"},
         // An error that is swallowed does not help against the second signal.
-        "while true do pcall(function() lab.interrupt() while true do end end) end",
+        {"while true do pcall(spin) end", "! script:1: interrupted!"},
+        {"while true do coroutine.resume(coroutine.create(spin)) end", "! script:1: interrupted!"},
+        {"coroutine.wrap(spin)()", "! script:1: script:1: interrupted!"},
+        {"coroutine.wrap(function() coroutine.wrap(lab.interrupt)() while true do end end)()",
+         "! script:1: script:1: interrupted!"},
+        {"c = coroutine.wrap(function() coroutine.yield() spin() end) c() c()",
+         "! script:1: script:1: interrupted!"},
+        {"c = coroutine.create(function() local x <close> = setmetatable({}, {__close = spin}) "
+         "coroutine.yield() end) coroutine.resume(c) print(coroutine.close(c))",
+         "false\tscript:1: interrupted!\n"},
     };
-    for (const char* script : scripts) {
-        EXPECT_EQ(run(script), "! script:1: interrupted!") << script;
+    for (const auto& row : rows) {
+        EXPECT_EQ(run(row.script), row.outcome) << row.script;
     }
     static int s_caught = 0;
     const auto before = std::signal(SIGINT, [](int) { ++s_caught; });

@@ -15,8 +15,7 @@ constexpr int s_badCommandLine = 2;
 constexpr const char* s_footer =
     "\nWithout SCRIPT and -e, a terminal gets a prompt, and anything else on standard input is the "
     "script. SCRIPT - is standard input. The scripts are Lua 5.4; what follows SCRIPT is theirs, "
-    "in "
-    "the table arg.";
+    "in the table arg.";
 
 /// The script and its arguments are none that the parser knows.
 class UsageWithScript : public CLI::Formatter {

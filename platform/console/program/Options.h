@@ -19,8 +19,7 @@ struct Options {
     runtime::HostOptions host;           ///< of a program that is served
 
     /// Reads a command line. Gives the exit code instead when the program is to end at once: 0
-    /// after
-    /// `--help`, 2 for a bad one, of which one line on standard error tells.
+    /// after `--help`, 2 for a bad one, of which one line on standard error tells.
     static std::optional<int> parse(int argc, const char* const* argv, Options& options);
 };
 

@@ -7,6 +7,7 @@
 #include <cstdlib>
 #include <cstring>
 #include <memory>
+#include <string_view>
 #include <utility>
 
 namespace DOVA::console {
@@ -97,7 +98,11 @@ void Prompt::take(const char* line) {
 char** Prompt::complete(const char* word, int, int) {
     rl_attempted_completion_over = 1;  // files are not meant
     rl_completion_append_character = 0;
-    s_current->m_candidates = s_current->m_console.complete(word);
+    // At the beginning of a line the key indents; a pasted text has such tabs.
+    const std::string_view before(rl_line_buffer, static_cast<std::size_t>(rl_point));
+    const bool isBlank = before.find_first_not_of(" \t") == before.npos;
+    s_current->m_candidates =
+        isBlank ? std::vector<std::string>{"\t"} : s_current->m_console.complete(word);
     return rl_completion_matches(word, nextCandidate);
 }
 

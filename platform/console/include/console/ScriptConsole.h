@@ -16,9 +16,9 @@ namespace DOVA::console {
 /// functions, classes) is there as ordinary Lua values, made when a script first uses it; the
 /// globals are the namespaces of the root, unless a script sets a global of that name.
 ///
-/// What scripts print goes to the host's console, in order with what the host prints. Standard
-/// libraries are those of the lua program, with two differences: `os.exit` ends the script, and
-/// `ScriptExit` tells the program; the program's own text is Lua source, never compiled Lua.
+/// What scripts print, or write to `io.stdout`, goes to the host's console, in order with what the
+/// host prints. Standard libraries are those of the lua program, with two more differences:
+/// `os.exit` ends the script, and `ScriptExit` tells the program; the program's own text is Lua source, never compiled Lua.
 ///
 /// While a script runs, Ctrl-C (SIGINT) makes it fail with "interrupted!", whatever the program
 /// does with that signal otherwise. A script that swallows the error fails everywhere at the second
