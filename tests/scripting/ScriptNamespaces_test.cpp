@@ -4,12 +4,15 @@
 #include <QJsonDocument>
 #include <algorithm>
 
+#include "ScarceMemory.h"
 #include "core/KorvidOnlineFlag.h"
 #include "core/ModuleEntry.h"
 #include "host/Console.h"
+#include "host/foundation/bad_alloc.h"
 #include "host/ribo/COSNamespace.h"
 #include "host/ribo/COSNamespaceInfo.h"
 #include "scripting/HostTypes.h"
+#include "scripting/ScriptNamespaces.h"
 #include "scripting/TestAPI.h"
 
 namespace DOVA::test {
@@ -105,6 +108,29 @@ TEST_F(ScriptNamespacesTest, theTestsPackageIsMadeOnce) {
         const ribo::COSNamespaceInfo& info = each->getInfo();
         EXPECT_TRUE(info.isDestructible() && info.isLocked() && !info.canLoadDynamicContent());
     }
+}
+
+TEST_F(ScriptNamespacesTest, wantOfMemoryIsTheHostsErrorAndLeavesNothingHalfMade) {
+    const auto classCount = [&] {
+        addScriptNamespaces();
+        TestAPI::getTestsPackage();
+        return named("dova.web").getClasses().size();
+    };
+    int failures = 0;
+    for (bool isMade = false; !isMade;) {
+        detachScriptNamespaces();
+        try {
+            const ScarceMemory memory(failures);
+            isMade = classCount() == 3;
+            ASSERT_TRUE(isMade);
+        } catch (const foundation::bad_alloc&) {
+            ++failures;
+        }
+        EXPECT_EQ(classCount(), 3u) << "the next who asks gets everything";
+    }
+    EXPECT_EQ(failures, 6) << "three namespaces, three classes";
+    detachScriptNamespaces();
+    addScriptNamespaces();
 }
 
 QString shown(const ribo::factory::RiboProperty& property) {
