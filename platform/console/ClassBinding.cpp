@@ -115,7 +115,7 @@ void ClassBinding::pushMetatable(lua_State* state, int binding, Side side) {
     lua_newtable(state);
     pushMembers(state, binding, side);
     for (const auto& [name, function] :
-         {std::pair("__index", read), std::pair("__newindex", write)}) {
+         {std::pair<const char*, lua_CFunction>("__index", read), {"__newindex", write}}) {
         lua_pushvalue(state, binding);
         lua_pushvalue(state, -2);
         lua_pushcclosure(state, function, 2);

@@ -1,6 +1,7 @@
 #include <gmock/gmock.h>
 #include <gtest/gtest.h>
 
+#include <cstdlib>
 #include <string>
 #include <vector>
 
@@ -98,6 +99,13 @@ TEST_F(DovaHostProcessTest, EndsABadRunWithItsReason) {
         EXPECT_TRUE(!row.isOneLine || result.errors.find('\n') + 1 == result.errors.size());
     }
     EXPECT_THAT(run({"--help"}).output, HasSubstr("[SCRIPT [ARGS...]]"));
+}
+
+TEST_F(DovaHostProcessTest, SaysThatItsOutputWentNowhere) {
+    const std::string command =
+        "'" DOVA_HOST "' -e 'print(1)' >/dev/full 2>'" + folder / "errors" + "'";
+    EXPECT_EQ(WEXITSTATUS(std::system(command.c_str())), 1);
+    EXPECT_EQ(folder.read("errors"), "dova-host: cannot write to standard output\n");
 }
 
 /// What a text is made of is the same whatever the locale; a C locale has no letters beyond ASCII

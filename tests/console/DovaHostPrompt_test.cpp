@@ -34,10 +34,13 @@ TEST_F(DovaHostPromptTest, EvaluatesEntriesOfOneLineAndMore) {
     Terminal terminal = started();
     terminal.readUntil("> ");
     struct {
-        const char* line;
+        std::string line;
         const char* answer;
     } const rows[] = {
         {"1 + 1", "2\r\n> "},
+        {"#'" + std::string(6000, 'x') + "'", "6000\r\n> "},
+        {"\t\tprint('tabs')", "tabs\r\n> "},
+        {"'ab'\x1b[D\x1b[D\x04", "a\r\n> "},
         {"x = 'ž'", "> "},
         {"x, #x", "ž\t2\r\n> "},
         {"for i = 1, 2 do", ">> "},
@@ -78,6 +81,10 @@ TEST_F(DovaHostPromptTest, CtrlCEndsTheScriptOrTheEntryButNotTheProgram) {
     terminal.type("error 'never'\x03");
     terminal.readUntil("\r\n> ");
     EXPECT_EQ(entered(terminal, "6 * 7"), "42\r\n> ");
+    terminal.type("print 'reads' return io.read()\r");
+    terminal.readUntil("reads\r\n");
+    terminal.type("\x03");
+    EXPECT_EQ(terminal.readUntil("> "), "^Cinterrupted!\r\n> ");
     terminal.type("os.exit(5)\r");
     EXPECT_EQ(terminal.wait(), 5);
 }
@@ -104,6 +111,14 @@ TEST_F(DovaHostPromptTest, KeepsTheLastThousandLinesForItsOwnerOnly) {
     terminal.readUntil("x = 1001");
     terminal.type(" + 1 print('sum', x)\r");
     terminal.readUntil("sum\t1002");
+}
+
+TEST_F(DovaHostPromptTest, EndsWithItsTerminalWhateverHappensToTheSignal) {
+    Terminal terminal("/usr/bin/env", {"--ignore-signal=HUP", DOVA_HOST},
+                      {"XDG_STATE_HOME=" + state, "TERM=xterm"});
+    terminal.readUntil("> ");
+    terminal.hangUp();
+    EXPECT_EQ(terminal.wait(), 1) << "what it still says goes nowhere";
 }
 
 TEST_F(DovaHostPromptTest, SaysThatTheHistoryCannotBeKeptAndGoesOn) {

@@ -11,6 +11,7 @@
 #include <cstring>
 #include <stdexcept>
 #include <system_error>
+#include <utility>
 
 namespace DOVA::test {
 
@@ -52,7 +53,13 @@ Terminal::~Terminal() {
         ::kill(m_process, SIGKILL);
         ::waitpid(m_process, nullptr, 0);
     }
-    ::close(m_terminal);
+    hangUp();
+}
+
+void Terminal::hangUp() {
+    if (m_terminal >= 0) {
+        ::close(std::exchange(m_terminal, -1));
+    }
 }
 
 void Terminal::type(const std::string& keys) {

@@ -20,6 +20,8 @@ public:
     /// Reads until the text comes, and gives what came up to its end; throws when the output ends
     /// before, with what came instead.
     std::string readUntil(const std::string& text);
+    /// Takes the terminal away from the program.
+    void hangUp();
     /// Waits for its end and gives the exit code.
     int wait();
 

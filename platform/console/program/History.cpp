@@ -1,13 +1,11 @@
 #include "History.h"
 
-// The header needs FILE, and brings macros of its own.
-#include <cstdio>
-//
-#include <editline/readline.h>
+#include <histedit.h>
 #include <sys/stat.h>
 
 #include <cstdlib>
 #include <iostream>
+#include <new>
 #include <system_error>
 #include <utility>
 
@@ -31,12 +29,14 @@ fs::path History::defaultFile() {
     return home != nullptr && *home != 0 ? home / fs::path(".local/state") / name : fs::path();
 }
 
-History::History(fs::path file) : m_file(std::move(file)) {
-    rl_catch_signals = 0;  // they are the program's; what follows starts the line editor
-    using_history();
-    stifle_history(s_mostLines);
+History::History(fs::path file) : m_file(std::move(file)), m_lines(::history_init()) {
+    if (!m_lines) {
+        throw std::bad_alloc();
+    }
+    HistEvent event;
+    ::history(m_lines.get(), &event, H_SETSIZE, s_mostLines);
     if (!m_file.empty()) {
-        read_history(m_file.c_str());
+        ::history(m_lines.get(), &event, H_LOAD, m_file.c_str());
     }
 }
 
@@ -44,21 +44,30 @@ History::~History() {
     if (!m_file.empty() && !save()) {
         std::cerr << "dova-host: cannot keep the history in " + m_file.string() + "\n";
     }
-    clear_history();
+}
+
+void History::Closer::operator()(struct ::history* lines) const {
+    ::history_end(lines);
+}
+
+void History::offerTo(struct editline* editor) const {
+    ::el_set(editor, EL_HIST, ::history, m_lines.get());
 }
 
 bool History::save() const {
     std::error_code error;
     fs::create_directories(m_file.parent_path(), error);
     const mode_t before = ::umask(S_IRWXG | S_IRWXO);
-    const bool isWritten = write_history(m_file.c_str()) == 0;
+    HistEvent event;
+    const bool isWritten = ::history(m_lines.get(), &event, H_SAVE, m_file.c_str()) >= 0;
     ::umask(before);
     return isWritten;
 }
 
 void History::add(const std::string& line) {
     if (!line.empty() && line != m_last) {
-        add_history(line.c_str());
+        HistEvent event;
+        ::history(m_lines.get(), &event, H_ENTER, line.c_str());
         m_last = line;
     }
 }
