@@ -114,8 +114,9 @@ ClassBinding& ClassBinding::current(lua_State* state) {
 void ClassBinding::pushMetatable(lua_State* state, int binding, Side side) {
     lua_newtable(state);
     pushMembers(state, binding, side);
-    for (const auto& [name, function] :
-         {std::pair<const char*, lua_CFunction>("__index", read), {"__newindex", write}}) {
+    constexpr std::pair<const char*, lua_CFunction> functions[] = {{"__index", read},
+                                                                   {"__newindex", write}};
+    for (const auto& [name, function] : functions) {
         lua_pushvalue(state, binding);
         lua_pushvalue(state, -2);
         lua_pushcclosure(state, function, 2);

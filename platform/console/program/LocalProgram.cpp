@@ -97,7 +97,8 @@ void LocalProgram::runPrompt() {
         isOver = text == nullptr;
     });
     const KeyOrSignal input;
-    for (prompt.show(); !isOver;) {
+    prompt.show();
+    while (!isOver) {
         input.wait() ? prompt.readKey() : prompt.discard();
         if (std::exchange(isWhole, false)) {
             m_session.enter(entry);
