@@ -81,10 +81,6 @@ TEST_F(DovaHostPromptTest, CtrlCEndsTheScriptOrTheEntryButNotTheProgram) {
     terminal.type("error 'never'\x03");
     terminal.readUntil("\r\n> ");
     EXPECT_EQ(entered(terminal, "6 * 7"), "42\r\n> ");
-    terminal.type("print 'reads' return io.read()\r");
-    terminal.readUntil("reads\r\n");
-    terminal.type("\x03");
-    EXPECT_EQ(terminal.readUntil("> "), "^Cinterrupted!\r\n> ");
     terminal.type("os.exit(5)\r");
     EXPECT_EQ(terminal.wait(), 5);
 }

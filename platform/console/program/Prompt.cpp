@@ -71,8 +71,9 @@ void Prompt::bindKeys() {
     struct editline* const editor = m_editor.get();
     ::el_set(editor, EL_EDITOR, "emacs");
     ::el_source(editor, nullptr);  // the user's own
-    ::el_set(editor, EL_ADDFN, "dova-complete", "Complete the name", onTab);
-    ::el_set(editor, EL_ADDFN, "dova-end", "End the program, or delete a character", onEnd);
+    // Wide, for of others the editor makes copies that nobody frees.
+    ::el_wset(editor, EL_ADDFN, L"dova-complete", L"Complete the name", onTab);
+    ::el_wset(editor, EL_ADDFN, L"dova-end", L"End the program, or delete a character", onEnd);
     const std::pair<const char*, const char*> keys[] = {
         {"^I", "dova-complete"},           {"^D", "dova-end"},
         {"^R", "em-inc-search-prev"},      {"^W", "ed-delete-prev-word"},
