@@ -35,8 +35,8 @@ bool isVisible(const ribo::OverloadSet& function) {
     return false;
 }
 
-int current() {
-    return static_cast<int>(COSNamespace::generation());
+lua_Integer current() {
+    return static_cast<lua_Integer>(COSNamespace::generation());
 }
 
 /// Puts the value on top into the table below it, under the key at `key`.
