@@ -9,7 +9,7 @@ namespace DOVA {
 namespace {
 
 using Bytes = __m128i;
-constexpr int s_parts = 64 / sizeof(Bytes);
+constexpr int s_parts = JsonMarks::s_blockSize / sizeof(Bytes);
 
 Bytes equal(Bytes bytes, char wanted) {
     return _mm_cmpeq_epi8(bytes, _mm_set1_epi8(wanted));

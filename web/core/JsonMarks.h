@@ -16,6 +16,9 @@ namespace DOVA {
 /// one is fast.
 class JsonMarks {
 public:
+    /// So many bytes are looked at in one go, each of which has a bit of a mask.
+    static constexpr std::size_t s_blockSize = 64;
+
     explicit JsonMarks(std::string_view text) : m_text(text) {}
 
     /// The place of the next one; the text's size when there is none any more.
@@ -50,8 +53,6 @@ public:
     bool sawBackslash() const { return m_sawBackslash; }
 
 private:
-    static constexpr std::size_t s_blockSize = 64;
-
     void readBlock();
     std::uint64_t escaped(std::uint64_t backslashes);
     std::uint64_t insideStrings(std::uint64_t quotes);
