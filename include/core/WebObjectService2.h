@@ -11,6 +11,7 @@
 #include <boost/unordered_map.hpp>
 #include <cstdint>
 #include <memory>
+#include <string>
 #include <vector>
 
 #include "core/WebExport.h"
@@ -61,6 +62,9 @@ public:
 
     /// Takes over the connection of a window; returns its number.
     ConnectionNumber addConnection(Identifier window, std::unique_ptr<ObjectConnection> connection);
+    /// The number of the window's connection on this channel, 0 if it has none there. Forgets which
+    /// objects the connection serves and that the client shows them, for a new description.
+    ConnectionNumber renewConnection(Identifier window, const std::string& channel);
     /// Records that the connection serves the object and everything below it. Nothing is recorded
     /// for an object that is not registered.
     void serveSubtree(Identifier id, ConnectionNumber connection);

@@ -11,8 +11,9 @@ namespace DOVA {
 /// The web side of DVAbstractWindow2: a top-level window at the client.
 ///
 /// The first show hands the window over: it gets a channel of its own and its whole description is
-/// published. Without a client at that moment it stays unconnected for good. From then on each write
-/// goes to the client as it happens. The client in turn owns "geometry", "frameGeometry",
+/// published. Without a client at that moment it stays unconnected, unless it is announced again; a
+/// client whose windows are being closed counts as none, and while another one takes its place, the
+/// window is announced to that one. From then on each write goes to the client as it happens. The client in turn owns "geometry", "frameGeometry",
 /// "maximized", "minimized" and "title": what it reports under these names replaces what is stored,
 /// and the getters answer it. Its end tells the client to close the window.
 class DOVA_WEB_EXPORT WebAbstractWindow2 : public WebContainer2 {
@@ -54,7 +55,14 @@ public:
     virtual void doMove(diagram::PointTemplate<int> position);
     virtual void init();  // no effect
 
+    /// May be run again: the window is then described anew, and a channel of a former client given up.
     void showFirstTime();
+    /// Announces a window that was shown once more to the client that is there, as if it were shown
+    /// for the first time; for windows that were shown while there was no client, or whose closing
+    /// the program refused. Nothing for a window that was not shown. Only the toolkit's `showAgain`
+    /// emitter comes here. May be called while a message for the window is handled, the rest of
+    /// which is handled then as well.
+    void doShowAgain();
     /// Tells the client to close the window.
     void sendWindowDestroyMessage();
 

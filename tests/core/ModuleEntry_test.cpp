@@ -181,17 +181,6 @@ void terminatedWhileDialogsAreAsked() {
     REQUIRE(scene.requests == 1 && scene.channelOfANewWindow().empty());
 }
 
-/// A later client that comes in while the old one's dialogs are asked must stay, and must not have
-/// them asked again.
-void laterClientComesFirst() {
-    Scene scene;
-    scene.handler = [&] { scene.client.deliver(); };
-    scene.publish("", R"({"clientReady":"b"})");
-    scene.say("", R"({"clientReady":"c"})");
-    REQUIRE(scene.requests == 1);
-    REQUIRE(scene.channelOfANewWindow() == "/dova2/web/c");
-}
-
 /// The script namespaces come and go with the module; what scripts hold stays.
 void scriptNamespacesComeAndGo() {
     const auto find = [](const char* name) {
@@ -277,9 +266,9 @@ INSTANTIATE_TEST_SUITE_P(
     testing::Values(STORY(startsAndEndsOnce), STORY(terminatedBeforeInitialised),
                     STORY(displayBridgeIsShutDown), STORY(frontObjectsOutliveTheModule),
                     STORY(messagesAtAndAfterTheEnd), STORY(terminatedByAHandler),
-                    STORY(terminatedWhileDialogsAreAsked), STORY(laterClientComesFirst),
-                    STORY(scriptNamespacesComeAndGo), STORY(endsWithoutTerminate),
-                    STORY(flagAsksTheHostOnceAndTheBusForClients), STORY(flagOfAHostWithoutAnswer)),
+                    STORY(terminatedWhileDialogsAreAsked), STORY(scriptNamespacesComeAndGo),
+                    STORY(endsWithoutTerminate), STORY(flagAsksTheHostOnceAndTheBusForClients),
+                    STORY(flagOfAHostWithoutAnswer)),
     [](const auto& story) { return std::string(story.param.name); });
 
 }  // namespace

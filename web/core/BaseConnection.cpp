@@ -2,9 +2,13 @@
 
 #include <QJsonObject>
 #include <QString>
+#include <algorithm>
+#include <utility>
 
 #include "LifeCycleNames.h"
 #include "MessageService.h"
+#include "core/WebObjectService2.h"
+#include "windows/WebAbstractWindow2.h"
 
 namespace DOVA {
 
@@ -48,6 +52,8 @@ void BaseConnection::releaseInstance() {
     s_subscribed = false;
     BaseConnection& root = instance();
     root.m_messages->unsubscribe(root.m_subscription);
+    root.startChange({});
+    root.m_waiting.clear();
     root.m_client.reset();
 }
 
@@ -67,32 +73,57 @@ void BaseConnection::onMessage(const std::string& text) {
     }
 }
 
-bool BaseConnection::isClient(const std::string& channel) const {
-    return m_client && m_client->channel() == channel;
+// A message may be handled while an earlier one is: handlers of dialogs deliver messages
+// themselves. The later message counts then, and the earlier one has nothing left to do.
+std::uint64_t BaseConnection::startChange(const std::string& arriving) {
+    m_arriving = arriving;
+    return ++m_change;
 }
 
 void BaseConnection::onClientReady(const std::string& channel) {
-    if (isClient(channel)) {
+    if (m_arriving == channel || (m_client && m_client->channel() == channel)) {
         return;
     }
-    const ClientConnection* const old = m_client.get();
-    if (old) {
-        m_client->destroyAllDialogs();
+    const std::uint64_t change = startChange(channel);
+    const std::unique_ptr<ClientConnection> leaving = std::move(m_client);
+    if (leaving) {
+        leaving->destroyAllDialogs();
     }
-    // The handlers of the old client's dialogs may have shut the module down, or let a later client
-    // in by delivering messages themselves.
-    if (s_subscribed && m_client.get() == old) {
+    if (change == m_change) {
         m_client = std::make_unique<ClientConnection>(channel);
+        m_arriving.clear();
+        announceWaiting();
     }
 }
 
 void BaseConnection::onClientDestroyed(const std::string& channel) {
-    if (!isClient(channel)) {
+    if (m_arriving == channel) {
+        startChange({});
+        m_waiting.clear();
+    } else if (m_client && m_client->channel() == channel) {
+        startChange({});
+        std::exchange(m_client, nullptr)->destroyAllDialogs();
+    }
+}
+
+void BaseConnection::announceToNextClient(std::uint32_t window) {
+    if (!s_subscribed || instance().m_arriving.empty()) {
         return;
     }
-    m_client->destroyAllDialogs();
-    if (isClient(channel)) {
-        m_client.reset();
+    auto& waiting = instance().m_waiting;
+    if (std::find(waiting.begin(), waiting.end(), window) == waiting.end()) {
+        waiting.push_back(window);
+    }
+}
+
+void BaseConnection::announceWaiting() {
+    const std::vector<std::uint32_t> waiting = std::exchange(m_waiting, {});
+    for (const std::uint32_t id : waiting) {
+        WebObjectService2* service = WebObjectService2::instance();
+        WebObject2* object = service ? service->getObject(id) : nullptr;
+        if (auto* window = dynamic_cast<WebAbstractWindow2*>(object)) {
+            window->doShowAgain();
+        }
     }
 }
 

@@ -3,6 +3,7 @@
 #include <cstdint>
 #include <memory>
 #include <string>
+#include <vector>
 
 #include "ClientConnection.h"
 #include "messaging/ConnectorMessageService.h"
@@ -24,8 +25,12 @@ public:
     void subscribe();
     /// Ends the subscription, if there is one, and with it the client connection.
     static void releaseInstance();
-    /// The connected client, null if there is none.
+    /// The connected client, null if there is none. One whose dialogs are being asked to go is not
+    /// connected any more: what is announced to it would be seen by nobody.
     static ClientConnection* currentClient();
+    /// Has a shown window announced to the client that is about to come, while the dialogs of the
+    /// one before it are asked to go; nothing at other times.
+    static void announceToNextClient(std::uint32_t window);
 
 private:
     BaseConnection();
@@ -33,9 +38,13 @@ private:
     void onMessage(const std::string& text);
     void onClientReady(const std::string& channel);
     void onClientDestroyed(const std::string& channel);
-    bool isClient(const std::string& channel) const;
+    std::uint64_t startChange(const std::string& arriving);
+    void announceWaiting();
 
     std::unique_ptr<ClientConnection> m_client;
+    std::uint64_t m_change = 0;            // of the client; a handler may bring about a later one
+    std::string m_arriving;                // channel of the client that comes next, while one goes
+    std::vector<std::uint32_t> m_waiting;  // windows that were shown meanwhile
     std::shared_ptr<tdom::messaging::ConnectorMessageService> m_messages;
     std::uint32_t m_subscription = 0;
     static bool s_subscribed;

@@ -33,6 +33,8 @@ public:
     const std::string& channel() const { return m_channel; }
     /// True once the client has said that it shows the window.
     bool isReady() const { return m_ready; }
+    /// The window is described once more: what the client said of the last time counts no longer.
+    void clearReady() { m_ready = false; }
 
 protected:
     void setReady() { m_ready = true; }

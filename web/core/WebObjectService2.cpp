@@ -112,6 +112,18 @@ WebObjectService2::ConnectionNumber WebObjectService2::addConnection(
     return number;
 }
 
+WebObjectService2::ConnectionNumber WebObjectService2::renewConnection(Identifier window,
+                                                                       const std::string& channel) {
+    for (const auto& [number, owned] : m_connections) {
+        if (owned.window == window && owned.connection->channel() == channel) {
+            m_served.get<ByConnection>().erase(number);
+            owned.connection->clearReady();
+            return number;
+        }
+    }
+    return 0;
+}
+
 void WebObjectService2::serveSubtree(Identifier id, ConnectionNumber connection) {
     if (!getObject(id)) {
         return;

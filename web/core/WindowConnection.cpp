@@ -13,8 +13,8 @@ namespace DOVA {
 namespace {
 
 // Nearly every message is an event. A look at the bytes tells it from the one that says that the
-// window is ready, and costs less than a look into the parsed object: no event has the key's capital,
-// and nothing is hidden where nothing is escaped or behind a NUL.
+// window is ready, and costs less than a look into the parsed object: no event has the key's
+// capital, and nothing is hidden where nothing is escaped or behind a NUL.
 bool mayTellReady(const std::string& text) {
     return std::strcspn(text.c_str(), "R\\") < text.size();
 }
@@ -22,7 +22,11 @@ bool mayTellReady(const std::string& text) {
 }  // namespace
 
 WindowConnection::WindowConnection(std::uint32_t window, const std::string& clientChannel)
-    : ObjectConnection(clientChannel + "/" + std::to_string(window)) {}
+    : ObjectConnection(channelOf(window, clientChannel)) {}
+
+std::string WindowConnection::channelOf(std::uint32_t window, const std::string& clientChannel) {
+    return clientChannel + "/" + std::to_string(window);
+}
 
 void WindowConnection::onMessage(const std::string& text) {
     WebObjectService2* service = WebObjectService2::instance();

@@ -48,6 +48,20 @@ diagram::RectTemplate<int> difference(const QJsonObject& left, const QJsonObject
             member(received::height)};
 }
 
+// The channel of a window that the client had before is kept, with the message of it that may be
+// under way.
+std::uint64_t connect(std::uint32_t window, const ClientConnection& client,
+                      WebObjectService2& service) {
+    const std::string channel = WindowConnection::channelOf(window, client.channel());
+    if (const auto number = service.renewConnection(window, channel)) {
+        return number;
+    }
+    service.removeConnections(window);
+    auto connection = std::make_unique<WindowConnection>(window, client.channel());
+    connection->connect();
+    return service.addConnection(window, std::move(connection));
+}
+
 }  // namespace
 
 WebAbstractWindow2::WebAbstractWindow2(DVAbstractWindow2* front,
@@ -74,6 +88,7 @@ void WebAbstractWindow2::bindShowing(DVAbstractWindow2Emitters* emitters) {
     bind(emitters->isMaximized, &WebAbstractWindow2::doIsMaximized);
     bind(emitters->setTitle, &WebAbstractWindow2::doSetTitle);
     bind(emitters->getTitle, &WebAbstractWindow2::doGetTitle);
+    bind(emitters->showAgain, &WebAbstractWindow2::doShowAgain);
 }
 
 void WebAbstractWindow2::bindGeometry(DVAbstractWindow2Emitters* emitters) {
@@ -131,14 +146,21 @@ void WebAbstractWindow2::showFirstTime() {
     m_shown = true;
     ClientConnection* client = BaseConnection::currentClient();
     WebObjectService2* service = getService();
-    if (!client || !service) {
+    if (!client) {
+        BaseConnection::announceToNextClient(identifier());
         return;
     }
-    auto connection = std::make_unique<WindowConnection>(identifier(), client->channel());
-    connection->connect();
-    const auto number = service->addConnection(identifier(), std::move(connection));
-    service->serveSubtree(identifier(), number);
+    if (!service) {
+        return;
+    }
+    service->serveSubtree(identifier(), connect(identifier(), *client, *service));
     client->send(QJsonDocument(service->describe(identifier())), identifier());
+}
+
+void WebAbstractWindow2::doShowAgain() {
+    if (m_shown) {
+        showFirstTime();
+    }
 }
 
 void WebAbstractWindow2::doShow() {

@@ -26,6 +26,8 @@ struct DVAbstractWindow2Emitters : DVContainer2Emitters {
     WIRO::Emitter<DVFlags<WindowState>()> getWindowState;
     WIRO::Emitter<void(diagram::PointTemplate<int>)> move;
     WIRO::Emitter<void()> init;
+    /// Announces a window that is shown once more to the page that is there now, whole.
+    WIRO::Emitter<void()> showAgain;
 };
 
 }  // namespace DOVA
