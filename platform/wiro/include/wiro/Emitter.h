@@ -7,6 +7,10 @@
 #include "wiro/Emission.h"
 #include "wiro/EmitterBase.h"
 
+// Qt's headers make "emit" a word that stands for nothing, unless QT_NO_KEYWORDS is defined.
+#pragma push_macro("emit")
+#undef emit
+
 namespace WIRO {
 
 template <class Signature>
@@ -22,7 +26,12 @@ public:
 
     /// Calls the receivers on this thread. An exception from a receiver ends the emission and
     /// reaches the caller.
-    R emit(Args... args) const {
+    R operator()(Args... args) const { return deliver(args...); }
+    /// The same by name, for sources in which Qt's word "emit" is not defined.
+    R emit(Args... args) const { return deliver(args...); }
+
+private:
+    R deliver(Args&... args) const {
         detail::Emission emission(*this);
         if constexpr (std::is_void_v<R>) {
             while (Connection* connection = emission.next()) {
@@ -38,3 +47,5 @@ public:
 };
 
 }  // namespace WIRO
+
+#pragma pop_macro("emit")
