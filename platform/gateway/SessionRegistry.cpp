@@ -38,8 +38,9 @@ SessionRegistry::Opening SessionRegistry::open(const std::string& clientId,
     if (received)
         return found == m_sessions.end() ? lost("the session is unknown or expired")
                                          : resume(found->second, *received, link);
+    // A program that heard nothing of the end would take the new page for the one that it has.
     if (found != m_sessions.end())
-        drop(found, close_reason::kOpenedInAnotherTab);
+        dropAndAnnounce(found, close_reason::kOpenedInAnotherTab);
     return begin(clientId, link);
 }
 

@@ -38,7 +38,9 @@ public:
     ~SessionRegistry();
 
     /// A page came through `link`: for a fresh session, or, when it says what it `received`, to go
-    /// on with the session it has. A link that the session still has is ended.
+    /// on with the session it has. A link that the session still has is ended. A fresh session ends
+    /// an older one of that page; the program hears that the older one is gone before anything of
+    /// the new one.
     Opening open(const std::string& clientId, std::optional<std::uint64_t> received,
                  PageLink& link);
 

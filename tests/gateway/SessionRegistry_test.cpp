@@ -86,7 +86,7 @@ TEST_F(SessionRegistryTest, aSecondSocketTakesTheSessionOver) {
     EXPECT_EQ(third.ended, 0);
 }
 
-TEST_F(SessionRegistryTest, aFreshStartDropsTheOldSessionSilently) {
+TEST_F(SessionRegistryTest, aFreshStartEndsTheOldSessionFirst) {
     openReady("me", link);
     say("/dova2/web/me", "for the old one");
     takeHeard();
@@ -94,7 +94,9 @@ TEST_F(SessionRegistryTest, aFreshStartDropsTheOldSessionSilently) {
     EXPECT_EQ(link.ended, 4001);
     EXPECT_EQ(opening.control, R"({"session":"new","received":0})");
     EXPECT_EQ(waiting(*opening.session), "");
-    EXPECT_THAT(heardAt(now), IsEmpty());
+    EXPECT_THAT(takeHeard(), ElementsAre(destroyed)) << "or the program would not serve it anew";
+    openFresh("me", third);
+    EXPECT_THAT(takeHeard(), IsEmpty()) << "the program does not know of that one";
 }
 
 TEST_F(SessionRegistryTest, whatCannotBeResumedIsLost) {
