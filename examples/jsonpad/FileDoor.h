@@ -23,11 +23,23 @@ public:
     virtual int openForReading(const std::string& path);
     virtual ssize_t read(int file, char* buffer, std::size_t size);
     virtual int describe(int file, struct stat& description);
-    /// Replaces the six X at the end of `pattern` by what makes the name new.
-    virtual int createTemporary(std::string& pattern);
+    /// Of a file that is there, which keeps its bytes; not through a symbolic link.
+    virtual int openForWriting(const std::string& path);
+    /// A file to write in `folder`, gone when it is closed; `EOPNOTSUPP` where there are none.
+    virtual int createUnnamed(const std::string& folder);
+    /// Gives such a file a name, which must be new.
+    virtual int giveName(int file, const std::string& path);
+    /// A file to write that must be new.
+    virtual int createNamed(const std::string& path);
     virtual ssize_t write(int file, const char* data, std::size_t size);
     virtual int setOwner(int file, uid_t user, gid_t group);
     virtual int setMode(int file, mode_t mode);
+    /// Gives `to` every extended attribute of `from`, access lists among them. Where the file
+    /// system has none there is nothing to do.
+    virtual int copyAttributes(int from, int to);
+    /// Has room for a file of that size without changing it; 0 where that cannot be known.
+    virtual int reserve(int file, std::size_t size);
+    virtual int truncate(int file, std::size_t size);
     virtual int sync(int file);
     virtual int close(int file);
     virtual int rename(const std::string& from, const std::string& to);

@@ -1,13 +1,22 @@
 #include "JsonOutline.h"
 
+#include <algorithm>
 #include <utility>
 
+#include "JsonError.h"
 #include "JsonString.h"
 
 namespace jsonpad {
 
 JsonOutline::JsonOutline(std::string text) : m_text(std::move(text)) {
-    open(JsonScanner::scan(m_text), root, 1);
+    const std::vector<JsonMember> found = JsonScanner::scan(m_text);
+    if (found.size() > rootLimit) {
+        const auto offset = found[rootLimit].key.data() - m_text.data();
+        throw JsonError(m_text, static_cast<std::size_t>(offset),
+                        "the object has " + std::to_string(found.size()) +
+                            " members, and a form holds " + std::to_string(rootLimit));
+    }
+    open(found, root, 1);
 }
 
 void JsonOutline::open(const std::vector<JsonMember>& found, std::size_t parent,
@@ -18,9 +27,8 @@ void JsonOutline::open(const std::vector<JsonMember>& found, std::size_t parent,
 }
 
 void JsonOutline::add(const JsonMember& found, std::size_t parent, std::size_t depth) {
-    const bool isTooLong =
-        found.kind == JsonKind::List && JsonScanner::elements(found.value).size() > listLimit;
-    const bool isNested = isTooLong || found.kind == JsonKind::Object;
+    const bool isNested = found.kind == JsonKind::Object ||
+                          (found.kind == JsonKind::List && !hasRoomForList(found.value));
     const JsonKind kind = isNested ? JsonKind::Nested : found.kind;
     const std::size_t index = m_members.size();
     m_spans.push_back(
@@ -32,6 +40,13 @@ void JsonOutline::add(const JsonMember& found, std::size_t parent, std::size_t d
     if (m_members[index].kind != JsonKind::Object) {
         say(index, decodeJson(kind, found.value));
     }
+}
+
+bool JsonOutline::hasRoomForList(std::string_view list) {
+    const std::size_t count = JsonScanner::elements(list).size();
+    const bool hasRoom = count <= std::min(listLimit, m_room);
+    m_room -= hasRoom ? count : 0;
+    return hasRoom;
 }
 
 void JsonOutline::openObject(const JsonMember& found, std::size_t index, std::size_t depth) {

@@ -19,7 +19,9 @@ class JsonOutline {
 public:
     /// How many objects, the root included, lie one in the other at most.
     static constexpr std::size_t depthLimit = 8;
-    /// How many members below those of the root there are at most.
+    /// How many members the root has at most.
+    static constexpr std::size_t rootLimit = 10'000;
+    /// How many members below those of the root, and elements of lists, there are at most.
     static constexpr std::size_t memberLimit = 5'000;
     /// The elements of the longest list.
     static constexpr std::size_t listLimit = 200;
@@ -38,7 +40,7 @@ public:
     /// New tokens for some members, none of them an object.
     using Edits = std::map<std::size_t, std::string>;
 
-    /// Throws `JsonError` when the text is not exactly one JSON object.
+    /// Throws `JsonError` when the text is not exactly one JSON object, or has too many members.
     explicit JsonOutline(std::string text);
 
     const std::string& text() const noexcept { return m_text; }
@@ -62,6 +64,7 @@ private:
 
     void open(const std::vector<JsonMember>& found, std::size_t parent, std::size_t depth);
     void add(const JsonMember& found, std::size_t parent, std::size_t depth);
+    bool hasRoomForList(std::string_view list);
     void openObject(const JsonMember& found, std::size_t index, std::size_t depth);
 
     std::string m_text;

@@ -6,51 +6,35 @@
 #include <utility>
 
 #include "FileError.h"
+#include "SuccessorFile.h"
 
 namespace jsonpad {
-
-/// A descriptor that is closed in the end.
-class TextFile::OpenFile {
-public:
-    OpenFile(FileDoor& door, int file) noexcept : m_door(door), m_file(file) {}
-    ~OpenFile() { close(); }
-    OpenFile(const OpenFile&) = delete;
-    OpenFile& operator=(const OpenFile&) = delete;
-
-    int get() const noexcept { return m_file; }
-    bool isOpen() const noexcept { return m_file >= 0; }
-    /// The descriptor is gone afterwards, also when the system reports an error.
-    int close() noexcept {
-        const int file = std::exchange(m_file, -1);
-        return file >= 0 ? m_door.close(file) : 0;
-    }
-
-private:
-    FileDoor& m_door;
-    int m_file;
-};
 
 TextFile::TextFile(std::string path, FileDoor& door) : m_path(std::move(path)), m_door(door) {}
 
 std::optional<std::string> TextFile::read() {
-    OpenFile file(m_door, m_door.openForReading(m_path));
+    const OpenFile file(m_door, m_door.openForReading(m_path));
     if (!file.isOpen()) {
         if (errno == ENOENT) {
             return std::nullopt;
         }
         fail("open");
     }
+    describe(file);
+    resolve();
+    return readAll(file);
+}
+
+void TextFile::describe(const OpenFile& file) {
     if (m_door.describe(file.get(), m_description) != 0) {
         fail("read");
     }
     if (!S_ISREG(m_description.st_mode)) {
         throw FileError("'" + m_path + "' is not a regular file");
     }
-    resolve();
-    return readAll(file);
 }
 
-std::string TextFile::readAll(OpenFile& file) {
+std::string TextFile::readAll(const OpenFile& file) const {
     std::string result;
     std::array<char, 65536> buffer{};
     while (true) {
@@ -70,49 +54,92 @@ std::string TextFile::readAll(OpenFile& file) {
 }
 
 void TextFile::requireWritable() const {
-    // Replacing needs only the folder; but a file that is marked read-only is not to be changed.
-    if (m_door.mayWrite(m_realPath) != 0 || m_door.mayWrite(folder()) != 0) {
+    constexpr mode_t anybody = S_IWUSR | S_IWGRP | S_IWOTH;
+    if ((m_description.st_mode & anybody) == 0) {
+        errno = EACCES;
+        fail("write");
+    }
+    if (m_door.mayWrite(m_realPath) != 0) {
         fail("write");
     }
 }
 
 void TextFile::replaceWith(std::string_view bytes) {
     resolve();
-    std::string temporary = folder() + ".jsonpad-XXXXXX";
-    OpenFile file(m_door, m_door.createTemporary(temporary));
-    if (!file.isOpen()) {
+    const OpenFile original(m_door, m_door.openForReading(m_realPath));
+    if (original.isOpen()) {
+        describe(original);
+        requireWritable();
+    } else if (errno != ENOENT) {
         fail("write");
     }
-    try {
-        fill(file, bytes);
-        keepNames(temporary);
-    } catch (const FileError&) {
-        m_door.remove(temporary);
-        throw;
+    const bool hasOtherNames = original.isOpen() && m_description.st_nlink > 1;
+    if (hasOtherNames || replace(original, bytes) == Step::NotThisWay) {
+        overwrite(bytes);
     }
 }
 
-void TextFile::fill(OpenFile& file, std::string_view bytes) {
-    while (!bytes.empty()) {
-        const ssize_t count = m_door.write(file.get(), bytes.data(), bytes.size());
-        if (count >= 0) {
-            bytes.remove_prefix(static_cast<std::size_t>(count));
-        } else if (errno != EINTR) {
-            fail("write");
+TextFile::Step TextFile::replace(const OpenFile& original, std::string_view bytes) {
+    SuccessorFile successor(m_door, m_realPath, m_description);
+    if (!successor.create()) {
+        if (errno == EACCES || errno == EPERM) {
+            return Step::NotThisWay;
         }
-    }
-    // Only a privileged process may give a file away. First, for it may take bits from the mode.
-    static_cast<void>(m_door.setOwner(file.get(), m_description.st_uid, m_description.st_gid));
-    if (m_door.setMode(file.get(), m_description.st_mode & 07777U) != 0 ||
-        m_door.sync(file.get()) != 0 || file.close() != 0) {
         fail("write");
     }
-}
-
-void TextFile::keepNames(const std::string& temporary) {
-    if (m_door.rename(temporary, m_realPath) != 0) {
+    if (!successor.write(bytes)) {
+        fail("write");
+    }
+    if (!successor.resemble(original)) {
+        return Step::NotThisWay;
+    }
+    if (!successor.finish()) {
+        fail("write");
+    }
+    if (!successor.takePlace()) {
+        // Something is mounted on the file, its folder keeps it from being taken away, or there is
+        // no /proc to name the new one by.
+        if (errno == EBUSY || errno == EXDEV || errno == EPERM || errno == EACCES ||
+            errno == ENOENT) {
+            return Step::NotThisWay;
+        }
         fail("replace");
     }
+    keepNames();
+    return Step::Done;
+}
+
+void TextFile::overwrite(std::string_view bytes) {
+    std::string before;
+    {
+        const OpenFile original(m_door, m_door.openForReading(m_realPath));
+        if (!original.isOpen()) {
+            fail("write");
+        }
+        before = readAll(original);
+    }
+    const OpenFile file(m_door, m_door.openForWriting(m_realPath));
+    // Room first: a full disk is no reason to touch the old bytes.
+    if (!file.isOpen() || m_door.reserve(file.get(), bytes.size()) != 0) {
+        fail("write");
+    }
+    if (!fill(file, bytes)) {
+        const int reason = errno;
+        const OpenFile again(m_door, m_door.openForWriting(m_realPath));
+        if (!again.isOpen() || !fill(again, before)) {
+            throw FileError("cannot write '" + m_path + "' and not bring back what it held");
+        }
+        errno = reason;
+        fail("write");
+    }
+}
+
+bool TextFile::fill(const OpenFile& file, std::string_view bytes) {
+    return file.writeAll(bytes) && m_door.truncate(file.get(), bytes.size()) == 0 &&
+           m_door.sync(file.get()) == 0;
+}
+
+void TextFile::keepNames() {
     // The file is replaced; without this a power cut may bring the old one back, whole, so that
     // file systems that cannot do it are no error.
     const OpenFile names(m_door, m_door.openForReading(folder()));

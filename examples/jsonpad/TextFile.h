@@ -7,12 +7,12 @@
 #include <string>
 #include <string_view>
 
-#include "FileDoor.h"
+#include "OpenFile.h"
 
 namespace jsonpad {
 
-/// A file that is read whole and replaced whole. A symbolic link is followed to the file it names,
-/// which is what gets replaced; the link stays.
+/// A file that is read whole and written whole. A symbolic link is followed to the file it names,
+/// which is what gets written; the link stays.
 class TextFile {
 public:
     /// Bigger files are refused.
@@ -28,23 +28,34 @@ public:
     /// device or pipe, for a file that is too big, and when it cannot be read.
     std::optional<std::string> read();
 
-    /// Throws `FileError` unless `replaceWith` is allowed to this process.
+    /// Throws `FileError` when this process may not write to the file, or the file is marked as not
+    /// to be written to by anybody, also for a process that may do everything.
     void requireWritable() const;
 
-    /// Replaces the content in one step: whoever reads the file, even after a power cut, finds the
-    /// old bytes or the new ones, whole. Keeps the mode, and owner and group where the system lets
-    /// it; other names (hard links) keep the old file. Throws `FileError` when it fails; then the
-    /// file is untouched and nothing is left beside it. REQUIRES: `read` found the file once.
+    /// Gives the file another content. Whoever has the file keeps it: group, mode, extended
+    /// attributes and access lists stay, and the owner where this process may give files away.
+    ///
+    /// In one step where that goes: whoever reads the file, even after a power cut, finds the old
+    /// bytes or the new ones, whole. Else in place: a file with several names (hard links), one
+    /// whose group or attributes a new file cannot be given, or in a folder that may not be
+    /// written to. Then a power cut in that moment may leave a mixture; any other failure brings
+    /// the old bytes back.
+    ///
+    /// Throws `FileError` when it fails, also when the file has become read-only meanwhile; then
+    /// the file is as it was and nothing is left beside it. REQUIRES: `read` found the file once.
     void replaceWith(std::string_view bytes);
 
 private:
-    class OpenFile;
+    enum class Step { Done, NotThisWay };
 
     std::string folder() const;
     void resolve();
-    std::string readAll(OpenFile& file);
-    void fill(OpenFile& file, std::string_view bytes);
-    void keepNames(const std::string& temporary);
+    void describe(const OpenFile& file);
+    std::string readAll(const OpenFile& file) const;
+    Step replace(const OpenFile& original, std::string_view bytes);
+    void overwrite(std::string_view bytes);
+    bool fill(const OpenFile& file, std::string_view bytes);
+    void keepNames();
     [[noreturn]] void fail(const char* action) const;
 
     std::string m_path;

@@ -2,6 +2,8 @@
 
 #include <gmock/gmock.h>
 
+#include <algorithm>
+#include <fstream>
 #include <functional>
 
 #include "FaultyDoor.h"
@@ -144,11 +146,19 @@ const FaultRow faultRows[] = {
     {"create", "Read-only file system"},
     {"full", "No space left on device"},
     {"interrupt", ""},
+    {"unnamed", ""},
+    {"giveAway", ""},
     {"owner", ""},
-    {"mode", "Operation not permitted"},
+    {"owner+open", "Permission denied"},
+    {"owner+reserve", "No space left on device"},
+    {"owner+full", "No space left on device"},
+    {"folder", ""},
+    {"mode", ""},
+    {"attributes", ""},
     {"sync", "Input/output error"},
     {"close", "Disk quota exceeded"},
-    {"rename", "Device or resource busy"},
+    {"rename", ""},
+    {"mayWriteFile", "Permission denied"},
 };
 
 class FaultySave : public File, public testing::WithParamInterface<FaultRow> {};
@@ -176,8 +186,11 @@ TEST_P(FaultySave, GivesTheNewFileOrLeavesTheOldOneAndNothingElse) {
     EXPECT_EQ(m_folder.read("a.json"), edited);
 }
 
-INSTANTIATE_TEST_SUITE_P(All, FaultySave, testing::ValuesIn(faultRows),
-                         [](const auto& row) { return row.param.fault; });
+INSTANTIATE_TEST_SUITE_P(All, FaultySave, testing::ValuesIn(faultRows), [](const auto& row) {
+    std::string name = row.param.fault;
+    std::replace(name.begin(), name.end(), '+', '_');
+    return name;
+});
 
 struct LoadRow {
     const char* name;
@@ -203,7 +216,18 @@ const LoadRow loadRows[] = {
      "/a.json': line 1, column 2: the text ends too early"},
     {"cannotRead", asItIs, "read", "/a.json': Input/output error"},
     {"readOnlyFile", asItIs, "mayWriteFile", "/a.json': Permission denied"},
-    {"readOnlyFolder", asItIs, "mayWriteFolder", "/a.json': Permission denied"},
+    {"markedReadOnly", [](auto& path) { ::chmod(path.c_str(), 0444); }, "",
+     "/a.json': Permission denied"},
+    {"tooManyMembers",
+     [](auto& path) {
+         std::ofstream file(path);
+         file << "{\n\"a\":0";
+         for (std::size_t count = 0; count < jsonpad::JsonOutline::rootLimit; ++count) {
+             file << ",\"a\":0";
+         }
+         file << "}";
+     },
+     "", "/a.json': line 2, column 60001: the object has 10001 members, and a form holds 10000"},
 };
 
 class FileLoad : public File, public testing::WithParamInterface<LoadRow> {};
