@@ -19,27 +19,45 @@ const std::vector<JsonList::Element>& Document::elements(std::size_t member) con
     return m_lists.at(member).elements();
 }
 
+const JsonList::Element* Document::element(const Place& place) const {
+    const auto list = place.element ? m_lists.find(place.member) : m_lists.end();
+    const auto at = list == m_lists.end() ? std::nullopt : list->second.find(*place.element);
+    return at ? &list->second.elements()[*at] : nullptr;
+}
+
+bool Document::contains(const Place& place) const {
+    return place.element ? element(place) != nullptr : place.member < members().size();
+}
+
 JsonKind Document::kind(const Place& place) const {
-    return place.element ? elements(place.member)[*place.element].kind
-                         : members()[place.member].kind;
+    return place.element ? element(place)->kind : members()[place.member].kind;
 }
 
 const std::u16string& Document::text(const Place& place) const {
+    static const std::u16string none;
     if (place.element) {
-        return elements(place.member)[*place.element].text;
+        const JsonList::Element* const found = element(place);
+        return found ? found->text : none;
     }
     const auto typed = m_notNumbers.find(place.member);
     return typed != m_notNumbers.end() ? typed->second : members()[place.member].value;
 }
 
 bool Document::isValid(const Place& place) const {
-    return place.element ? elements(place.member)[*place.element].isValid
-                         : m_invalid.count(place.member) == 0;
+    if (place.element) {
+        const JsonList::Element* const found = element(place);
+        return !found || found->isValid;
+    }
+    return m_invalid.count(place.member) == 0;
 }
 
 bool Document::enter(const Place& place, const std::u16string& text) {
+    if (!contains(place)) {
+        return false;
+    }
     if (place.element) {
-        const bool isValid = m_lists.at(place.member).set(*place.element, text);
+        JsonList& list = m_lists.at(place.member);
+        const bool isValid = list.set(*list.find(*place.element), text);
         takeList(place.member);
         return isValid;
     }
@@ -70,9 +88,12 @@ void Document::addElement(std::size_t list) {
     takeList(list);
 }
 
-void Document::removeElement(std::size_t list, std::size_t element) {
-    m_lists.at(list).remove(element);
-    takeList(list);
+void Document::removeElement(std::size_t list, JsonList::Id element) {
+    JsonList& edited = m_lists.at(list);
+    if (const auto at = edited.find(element)) {
+        edited.remove(*at);
+        takeList(list);
+    }
 }
 
 void Document::takeList(std::size_t member) {
@@ -139,7 +160,7 @@ std::vector<std::size_t> Document::revert() {
     m_invalid.clear();
     for (const std::size_t member : changed) {
         if (const auto list = m_lists.find(member); list != m_lists.end()) {
-            list->second = JsonList(m_file.savedToken(member));
+            list->second = JsonList(m_file.savedToken(member), list->second.nextId());
         }
     }
     return changed;

@@ -15,10 +15,12 @@ namespace jsonpad {
 /// The file as a person edits it: what stands in each field, also where that is no value (yet).
 class Document {
 public:
-    /// A value that has a field of its own: a member, or an element of a member that is a list.
+    /// A value that has a field of its own: a member, or an element of a member that is a list. An
+    /// element is named by its identity, for its position changes with every one that goes before
+    /// it: what was typed into a field is never another element's.
     struct Place {
         std::size_t member;
-        std::optional<std::size_t> element{};
+        std::optional<JsonList::Id> element{};
     };
 
     explicit Document(JsonFile file);
@@ -27,20 +29,25 @@ public:
     /// The elements of a member that is a list, as they are edited.
     const std::vector<JsonList::Element>& elements(std::size_t member) const;
 
+    /// Whether there is such a value still; an element may have been taken out, or reverted.
+    bool contains(const Place& place) const;
+    /// REQUIRES: `contains(place)`.
     JsonKind kind(const Place& place) const;
-    /// What the field shows: the value, or the text that is not the number it has to be.
+    /// What the field shows: the value, or the text that is not the number it has to be; empty for
+    /// an element that is gone.
     const std::u16string& text(const Place& place) const;
     bool isValid(const Place& place) const;
 
     /// Takes over what was typed, chosen or switched. False when the text is not a number where one
-    /// has to be: it is kept, and the number counts as unedited until it is one.
+    /// has to be: it is kept, and the number counts as unedited until it is one. False, too, for an
+    /// element that is gone: nothing changes.
     bool enter(const Place& place, const std::u16string& text);
     /// Its own name, for a text in quotes would rather become a bool than a string.
     bool turn(const Place& place, bool isOn);
 
-    /// Adds an element to the end of a list, or takes one out.
+    /// Adds an element to the end of a list, or takes one out, if it is still there.
     void addElement(std::size_t list);
-    void removeElement(std::size_t list, std::size_t element);
+    void removeElement(std::size_t list, JsonList::Id element);
 
     /// Whether anything differs from the file.
     bool isModified() const { return m_file.isModified() || !m_invalid.empty(); }
@@ -62,6 +69,7 @@ public:
     std::vector<std::size_t> revert();
 
 private:
+    const JsonList::Element* element(const Place& place) const;
     bool enterNumber(std::size_t member, const std::u16string& text);
     void takeList(std::size_t member);
     std::string name(std::size_t member) const;

@@ -17,11 +17,10 @@
 namespace jsonpad {
 
 Form::Form(DOVA::DVContainer2& window, DOVA::DVBoxLayout2& rows, Document& document,
-           const JsonSchema& schema, Field::Handler onEdit, Field::Handler onFull)
+           const JsonSchema& schema, Field::Handler onEdit)
     : m_document(document),
       m_schema(schema),
       m_onEdit(std::move(onEdit)),
-      m_onFull(std::move(onFull)),
       m_fields(document.members().size()) {
     std::map<std::size_t, Section> sections;
     sections.emplace(JsonOutline::root, openSection(window, rows));
@@ -110,7 +109,7 @@ std::unique_ptr<Field> Form::makeText(DOVA::DVObject2& parent, Document::Place p
     return std::make_unique<ChoiceField>(parent, m_document, place, choices, m_onEdit);
 }
 
-/// All rows of a list are of one make, for any element may come to stand in any of them.
+/// All rows of a list are of one make: what is added is as the others are.
 void Form::addList(const Section& section, std::size_t member) {
     const auto& elements = m_document.elements(member);
     const auto areAll = [&elements](JsonKind kind) {
@@ -121,7 +120,8 @@ void Form::addList(const Section& section, std::size_t member) {
     const std::vector<std::u16string> choices =
         areAll(JsonKind::String) ? m_schema.choices(m_document.path(member), true)
                                  : std::vector<std::u16string>();
-    const auto make = [&](DOVA::DVObject2& parent,
+    const auto make = [this, areSwitches, choices](
+                          DOVA::DVObject2& parent,
                           Document::Place place) -> std::unique_ptr<Field> {
         if (areSwitches) {
             return std::make_unique<SwitchField>(parent, m_document, place, m_onEdit);
@@ -129,8 +129,8 @@ void Form::addList(const Section& section, std::size_t member) {
         return makeText(parent, place, choices);
     };
     const auto first = choices.empty() ? std::nullopt : std::optional(choices.front());
-    m_fields[member] = std::make_unique<ListField>(section.owner, m_document, member, make, first,
-                                                   m_onEdit, m_onFull);
+    m_fields[member] =
+        std::make_unique<ListField>(section.owner, m_document, member, make, first, m_onEdit);
     section.rows.addWidget(&m_fields[member]->widget());
 }
 

@@ -20,10 +20,9 @@ namespace jsonpad {
 class Form {
 public:
     /// Puts the fields, which belong to `window`, into `rows`. `document` and `schema` outlive this
-    /// object. `onEdit` is called after each edit; `onFull`, which may delete this object and the
-    /// window, when there is something to show that only a new form can.
+    /// object. `onEdit` is called after each edit.
     Form(DOVA::DVContainer2& window, DOVA::DVBoxLayout2& rows, Document& document,
-         const JsonSchema& schema, Field::Handler onEdit, Field::Handler onFull);
+         const JsonSchema& schema, Field::Handler onEdit);
 
     /// Shows the document's present values in the fields of these members.
     void show(const std::vector<std::size_t>& members);
@@ -54,7 +53,6 @@ private:
     Document& m_document;
     const JsonSchema& m_schema;
     const Field::Handler m_onEdit;
-    const Field::Handler m_onFull;
     DOVA::DVTabContainer2* m_tabs = nullptr;
     std::vector<std::unique_ptr<Field>> m_fields;  ///< of each member; null for what is only shown
 };

@@ -7,7 +7,7 @@
 
 namespace jsonpad {
 
-JsonList::JsonList(std::string_view array) {
+JsonList::JsonList(std::string_view array, Id firstId) : m_nextId(firstId) {
     std::size_t at = 1;
     for (const JsonMember& found : JsonScanner::elements(array)) {
         const auto start = static_cast<std::size_t>(found.value.data() - array.data());
@@ -15,10 +15,18 @@ JsonList::JsonList(std::string_view array) {
         at = start + found.value.size();
         const std::string token(found.value);
         m_elements.push_back(
-            {found.kind, decodeJson(found.kind, token), true, token, m_saved.size()});
+            {m_nextId++, found.kind, decodeJson(found.kind, token), true, token, m_saved.size()});
         m_saved.push_back(token);
     }
     m_gaps.emplace_back(array.substr(at, array.size() - 1 - at));
+}
+
+std::optional<std::size_t> JsonList::find(Id id) const {
+    const auto found = std::find_if(m_elements.begin(), m_elements.end(),
+                                    [id](const Element& element) { return element.id == id; });
+    return found == m_elements.end()
+               ? std::nullopt
+               : std::optional(static_cast<std::size_t>(found - m_elements.begin()));
 }
 
 bool JsonList::set(std::size_t index, const std::u16string& text) {
@@ -50,7 +58,7 @@ std::string JsonList::tokenOf(const Element& element) const {
 void JsonList::add() {
     const JsonKind last = m_elements.empty() ? JsonKind::String : m_elements.back().kind;
     const JsonKind kind = last == JsonKind::Null ? JsonKind::String : last;
-    m_elements.push_back({kind, {}});
+    m_elements.push_back({m_nextId++, kind, {}});
     set(m_elements.size() - 1, kind == JsonKind::Number    ? u"0"
                                : kind == JsonKind::Boolean ? u"false"
                                                            : u"");

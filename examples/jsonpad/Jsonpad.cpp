@@ -19,8 +19,7 @@ void Jsonpad::show() {
 
 void Jsonpad::buildDialog() {
     m_windowAskedToClose = false;
-    m_dialog =
-        std::make_unique<PadDialog>(m_document, m_schema, m_fileName, [this] { reopenDialog(); });
+    m_dialog = std::make_unique<PadDialog>(m_document, m_schema, m_fileName);
     m_dialog->saveButton().onClick([this] { save(JsonFile::IfChanged::Refuse); });
     m_dialog->revertButton().onClick([this] { revert(); });
     m_dialog->closeButton().onClick([this] { close(); });

@@ -8,12 +8,10 @@
 
 namespace jsonpad {
 
-PadDialog::PadDialog(Document& document, const JsonSchema& schema, std::u16string fileName,
-                     Field::Handler onFull)
+PadDialog::PadDialog(Document& document, const JsonSchema& schema, std::u16string fileName)
     : m_document(document),
       m_fileName(std::move(fileName)),
-      m_form(
-          *this, m_rows, document, schema, [this] { showState(); }, std::move(onFull)),
+      m_form(*this, m_rows, document, schema, [this] { showState(); }),
       m_status(this),
       m_buttons(this),
       m_save(&m_buttons, u"Save"),

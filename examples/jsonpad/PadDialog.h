@@ -20,10 +20,8 @@ namespace jsonpad {
 /// its owner to say.
 class PadDialog : public DOVA::DVDialog2 {
 public:
-    /// `document` and `schema` outlive the dialog. `onFull`, which may delete it, is called when
-    /// there is something to show that only a new dialog can.
-    PadDialog(Document& document, const JsonSchema& schema, std::u16string fileName,
-              Field::Handler onFull);
+    /// `document` and `schema` outlive the dialog.
+    PadDialog(Document& document, const JsonSchema& schema, std::u16string fileName);
     ~PadDialog() override;
 
     /// Says in the title that everything is saved, until the next edit.

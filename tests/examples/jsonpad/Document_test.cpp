@@ -73,10 +73,20 @@ const Row rows[] = {
      {{"2 ]", "2,\n 0 ]"}, {"\"2\"", "\"x\""}},
      R"("a"."b"."s", "a"."l")",
      false},
+    {"editsOfWhatIsGone",
+     [](Document& d) {
+         d.removeElement(5, 0);
+         d.enter({5, 0}, u"7"), d.turn({5, 0}, true), d.removeElement(5, 0), d.enter({5, 9}, u"7");
+         d.revert();
+         d.enter({5, 1}, u"7"), d.removeElement(5, 1);
+         d.enter({5, 3}, u"8");
+     },
+     {{" 2 ", " 8 "}},
+     R"("a"."l")"},
     {"emptiedAndFilled",
      [](Document& d) {
          d.removeElement(5, 0);
-         d.removeElement(5, 0);
+         d.removeElement(5, 1);
      },
      {{"[ 1,\n 2 ]", "[]"}},
      R"("a"."l")"},
@@ -94,7 +104,7 @@ protected:
             for (std::size_t at = 0; document.members()[member].kind == JsonKind::List &&
                                      at < document.elements(member).size();
                  ++at) {
-                result.push_back(document.text({member, at}));
+                result.push_back(document.elements(member)[at].text);
             }
         }
         return result;
@@ -168,6 +178,11 @@ TEST(Outline, LeavesClosedWhatWouldBeTooMuch) {
     };
     EXPECT_EQ(kinds(list(JsonOutline::listLimit)), "L");
     EXPECT_EQ(kinds(list(JsonOutline::listLimit + 1)), "[");
+    const std::string lists = list(JsonOutline::listLimit);
+    const std::size_t fitting = JsonOutline::memberLimit / JsonOutline::listLimit;
+    EXPECT_EQ(
+        kinds("{" + repeated(lists.substr(1, lists.size() - 2) + ",", fitting + 1) + "\"n\":1}"),
+        repeated("L", fitting) + "[N");
     const std::string big = "{\"x\":0" + repeated(",\"x\":0", JsonOutline::memberLimit - 1) + "}";
     EXPECT_EQ(kinds("{\"a\":" + big + ",\"b\":{\"c\":1},\"d\":2}"),
               "{" + repeated("N", JsonOutline::memberLimit) + "[N");
