@@ -42,6 +42,9 @@ public:
     /// The number the next record of a frame without records would bear.
     std::uint64_t nextNumber() const { return m_sent + 1; }
 
+    /// The last number that the page has acknowledged.
+    std::uint64_t acknowledged() const { return m_acknowledged; }
+
     /// The page has everything up to `number`. False when that was never sent.
     bool acknowledge(std::uint64_t number);
 

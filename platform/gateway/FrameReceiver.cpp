@@ -11,6 +11,8 @@ const CloseReason* FrameReceiver::begin(std::string_view frame) {
     const auto parsed = FrameCodec::parse(frame);
     if (!parsed)
         return &close_reason::kMalformedFrame;
+    m_isQuestion =
+        parsed->count == 0 && parsed->acknowledged <= m_session->downward().acknowledged();
     if (const CloseReason* const reason = m_session->accept(*parsed))
         return reason;
     m_frame = *parsed;

@@ -17,6 +17,10 @@ public:
     /// reason when the frame is malformed or breaks the numbering: none of it is handled then.
     const CloseReason* begin(std::string_view frame);
 
+    /// Whether the frame says nothing: no record, and no acknowledgement that was not known. With
+    /// such a one a page asks whether anybody is there, and waits for any frame.
+    bool isQuestion() const { return m_isQuestion; }
+
     /// Records of the frame that are still to be handled; none once the session has ended.
     std::size_t pending() const;
 
@@ -28,6 +32,7 @@ private:
     SessionRegistry& m_registry;
     const std::shared_ptr<Session> m_session;
     Frame m_frame;
+    bool m_isQuestion = false;
 };
 
 }  // namespace DOVA::gateway

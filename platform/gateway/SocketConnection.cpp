@@ -109,6 +109,10 @@ void SocketConnection::onRead(ErrorCode error) {
     if (const CloseReason* const reason =
             m_receiver->begin({static_cast<const char*>(data.data()), data.size()}))
         return fail(*reason);
+    if (m_receiver->isQuestion()) {
+        m_answerDue = true;
+        flush();
+    }
     work();
 }
 
@@ -201,7 +205,8 @@ bool SocketConnection::prepareFrame() {
         return false;
     m_chunk = m_session->downward().next();
     const bool acknowledges = std::exchange(m_acknowledgeDue, false);
-    if (!m_chunk && !(acknowledges && m_session->owesAcknowledgement()))
+    const bool answers = std::exchange(m_answerDue, false);
+    if (!m_chunk && !answers && !(acknowledges && m_session->owesAcknowledgement()))
         return false;
     m_session->writeHeader(m_header, m_chunk ? m_chunk->first : m_session->downward().nextNumber());
     return true;

@@ -84,6 +84,7 @@ private:
     bool m_flushPosted = false;
     bool m_acknowledgeArmed = false;
     bool m_acknowledgeDue = false;
+    bool m_answerDue = false;
     bool m_paused = false;
     bool m_pinging = false;
     bool m_closing = false;

@@ -54,6 +54,26 @@ TEST_F(GatewayTest, aPageHearsAtOnceAndIsAcknowledgedSoon) {
     }
 }
 
+TEST_F(GatewayTest, aPageThatAsksIsAnsweredAtOnce) {
+    options.limits.acknowledgeTime = 60s;
+    start();
+    const auto page = openFresh("me");
+    for (int round = 0; round < 2; ++round) {
+        page->send("1,0");
+        EXPECT_EQ(page->read(), "1,0");
+    }
+    page->send("1,0\x1e./1\x1f{}");
+    page->send("2,0");
+    EXPECT_EQ(page->read(), "1,1") << "the answer tells what was handled";
+    publish("/dova2/web/me", "x");
+    EXPECT_EQ(page->read(), "1,1\x1e.\x1fx");
+    page->send("2,1");  // an acknowledgement, not a question
+    page->send("2,1");
+    EXPECT_EQ(page->read(), "2,1");
+    publish("/dova2/web/me", "y");
+    EXPECT_EQ(page->read(), "2,1\x1e.\x1fy") << "there was one answer";
+}
+
 TEST_F(GatewayTest, aBurstTravelsInOrderAndJoined) {
     start();
     const auto page = openFresh("me");

@@ -178,6 +178,7 @@ TEST_F(SessionRegistryTest, aFrameIsWorkedOffInStepsUntilItsEndOrTheSessions) {
     const std::string frame =
         "1,0\x1e.\x1fx\x1e.\x1fy\x1e/dova2/web\x1f{\"clientDestroyed\":\"me\"}\x1e.\x1ftoo late";
     ASSERT_EQ(receiver.begin(frame), nullptr);
+    EXPECT_FALSE(receiver.isQuestion());
     EXPECT_EQ(receiver.handle(0), nullptr);
     EXPECT_EQ(receiver.handle(1), nullptr);
     EXPECT_EQ(receiver.pending(), 3u);
