@@ -10,6 +10,7 @@
 #include <vector>
 
 #include "Connection.h"
+#include "RefusalLog.h"
 #include "RequestRouter.h"
 #include "SessionRegistry.h"
 #include "Tcp.h"
@@ -34,6 +35,7 @@ public:
     const GatewayOptions& options() const { return m_options; }
     std::uint16_t port() const { return m_port; }
     const RequestRouter& router() const { return *m_router; }
+    RefusalLog& refusals() { return m_refusals; }
 
     /// Null only when every connection has been cut.
     SessionRegistry* sessions() const { return m_sessions.get(); }
@@ -61,6 +63,7 @@ private:
     Timer m_expiryTimer;
     Timer m_stopTimer;
     std::optional<RequestRouter> m_router;
+    RefusalLog m_refusals;
     std::unique_ptr<SessionRegistry> m_sessions;
     std::unordered_set<Connection*> m_connections;
     std::vector<std::function<void()>> m_whenStopped;

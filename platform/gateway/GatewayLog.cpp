@@ -21,6 +21,10 @@ void logFault(const std::string& clientId, const CloseReason& reason) {
     logger().warn("page {}: {} ({})", clientId, reason.text, reason.code);
 }
 
+void logRefusal(unsigned status, const std::string& reason, const std::string& asked) {
+    logger().warn("refused a page with {}: {} ({})", status, reason, asked);
+}
+
 void logAcceptError(const std::string& message) {
     logger().warn("cannot accept a connection: {}", message);
 }

@@ -11,6 +11,9 @@ namespace DOVA::gateway {
 /// A page broke the protocol or a limit and lost its session.
 void logFault(const std::string& clientId, const CloseReason& reason);
 
+/// A browser was refused with this status; `asked` is what it wanted to reach, and from where.
+void logRefusal(unsigned status, const std::string& reason, const std::string& asked);
+
 /// The operating system refused a connection that a browser wanted.
 void logAcceptError(const std::string& message);
 

@@ -84,6 +84,7 @@ void HttpConnection::refuse(RequestRouter::Status status, const char* reason) {
 
 void HttpConnection::send(RequestRouter::Response response) {
     m_response = std::move(response);
+    core().refusals().note(m_response, m_parser->get(), Clock::now());
     m_sending = true;
     limitTime(core().options().limits.writeTime);
     http::async_write(

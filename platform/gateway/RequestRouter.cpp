@@ -45,6 +45,14 @@ bool readNumber(std::string_view text, std::uint64_t& number) {
     return error == std::errc() && stop == end && number <= FrameCodec::kMaxNumber;
 }
 
+/// Browsers do not tell a page why its socket was refused, so it sends the same request without the
+/// upgrade. They leave Origin out of that one, and the page names its own.
+std::string_view originOf(const RequestRouter::Request& request, const RequestTarget& target) {
+    const bool isQuestion = request.count(http::field::origin) == 0 &&
+                            !boost::beast::websocket::is_upgrade(request);
+    return isQuestion ? target.value("origin") : header(request, http::field::origin);
+}
+
 }  // namespace
 
 RequestRouter::RequestRouter(const GatewayOptions& options, AccessRules rules)
@@ -106,8 +114,7 @@ std::string RequestRouter::belowIconRoot(const std::string& path) const {
 
 RequestRouter::Answer RequestRouter::admit(const Request& request,
                                            const RequestTarget& target) const {
-    if (!m_rules.allowsOrigin(header(request, http::field::origin),
-                              header(request, http::field::host)))
+    if (!m_rules.allowsOrigin(originOf(request, target), header(request, http::field::host)))
         return refusal(Status::forbidden, "this origin is not allowed");
     if (!m_rules.isToken(target.value("token")))
         return refusal(Status::unauthorized, "missing or wrong token");

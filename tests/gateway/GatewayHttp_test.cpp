@@ -1,3 +1,4 @@
+#include <algorithm>
 #include <boost/asio/ip/tcp.hpp>
 #include <boost/asio/write.hpp>
 #include <memory>
@@ -103,6 +104,29 @@ TEST_F(GatewayHttpTest, nonsenseIsAnsweredAndClosed) {
           std::pair{get + "\r\n", "HTTP/1.1 403 "}, std::pair{handshake("", ""), "HTTP/1.1 400 "},
           std::pair{handshake("", key) + "data behind it", "HTTP/1.1 400 "}})
         EXPECT_THAT(answerTo(bytes), StartsWith(answer)) << bytes.substr(0, 60);
+}
+
+/// The log names the reason, who was refused and nothing secret; once, however often it is tried.
+TEST_F(GatewayHttpTest, aRefusalStandsInTheLog) {
+    start();
+    const std::string host = "Host 127.0.0.1:" + std::to_string(gateway->port());
+    const std::string wrong = "/socket?token=wrong" + options.token + "&client=me";
+    const std::string own = "Origin: http://127.0.0.1:" + std::to_string(gateway->port()) + "\r\n";
+    testing::internal::CaptureStderr();
+    for (int round = 0; round < 2; ++round) {
+        answerTo(request("GET " + wrong, own));
+        answerTo(request("GET /missing"));
+        answerTo(request("GET /socket?token=" + options.token, "Origin: http://evil\x1b[31m\r\n"));
+    }
+    answerTo("GET / HTTP/1.1\r\nHost: pad.example\r\n\r\n");
+    const std::string log = testing::internal::GetCapturedStderr();
+    for (const std::string& line :
+         {"401: missing or wrong token (" + host + ", " + own.substr(0, own.find(':')),
+          "403: this origin is not allowed (" + host + ", Origin http://evil?[31m)",
+          std::string("403: this host name is not allowed (Host pad.example, Origin none)")})
+        EXPECT_THAT(log, HasSubstr("refused a page with " + line));
+    EXPECT_EQ(std::count(log.begin(), log.end(), '\n'), 3) << log;
+    EXPECT_THAT(log, testing::Not(HasSubstr(options.token)));
 }
 
 TEST_F(GatewayHttpTest, whatNeverEndsIsCut) {
