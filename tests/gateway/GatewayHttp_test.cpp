@@ -116,7 +116,7 @@ TEST_F(GatewayHttpTest, aRefusalStandsInTheLog) {
     for (int round = 0; round < 2; ++round) {
         answerTo(request("GET " + wrong, own));
         answerTo(request("GET /missing"));
-        answerTo(request("GET /socket?token=" + options.token, "Origin: http://evil\x1b[31m\r\n"));
+        answerTo(request("GET /socket?token=" + options.token, "Origin: http://evil\xff[31m\r\n"));
     }
     answerTo("GET / HTTP/1.1\r\nHost: pad.example\r\n\r\n");
     const std::string log = testing::internal::GetCapturedStderr();
