@@ -2,6 +2,7 @@
 
 #include <utility>
 
+#include "core/HandlerErrors.h"
 #include "wiro/ConnectionX.h"
 #include "wiro/Emitter.h"
 #include "wiro/Packet.h"
@@ -10,13 +11,15 @@
 namespace WIRO {
 
 /// An event on its way: keeps a copy and hands it to each connection of the emitter it is sent on.
+/// A receiver that throws costs the others nothing: it is reported in a line on the host's console.
 template <class R, PacketDropMode dropMode, class Event>
 class PayloadX final : public Payload {
 public:
     explicit PayloadX(Event event) : m_event(std::move(event)) {}
 
     void performDeliver(Connection* connection) override {
-        static_cast<ConnectionX<R, const Event&>*>(connection)->send(m_event);
+        DOVA::callHandlers(
+            [&] { static_cast<ConnectionX<R, const Event&>*>(connection)->send(m_event); });
     }
 
 private:

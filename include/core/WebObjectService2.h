@@ -86,7 +86,8 @@ public:
     void sendText(const ConnectionNumbers& numbers, const std::string& text);
     /// Hands a client's message, an object or an array of them, to the objects it names, if the
     /// receiving connection serves them. In an array an element without a usable "id" ends the
-    /// processing. Handlers may destroy anything, this service too.
+    /// processing. Handlers may destroy anything, this service too; one that throws is reported on
+    /// the host's console, and the next element is handled.
     void dispatch(ConnectionNumber connection, const QJsonDocument& document);
 
     /// The object's description with its children's under "contents", recursively; empty for an

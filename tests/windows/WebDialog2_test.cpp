@@ -3,7 +3,9 @@
 #include <QJsonObject>
 #include <limits>
 #include <memory>
+#include <stdexcept>
 
+#include "host/Console.h"
 #include "support/RowNames.h"
 #include "support/WebFixture.h"
 #include "toolkit/DVButton2.h"
@@ -82,6 +84,45 @@ TEST_F(WebDialog2Test, aDialogOpenedByACloseHandlerIsForTheNextPage) {
     question.setTitle(u"Save?");
     EXPECT_THAT(client.take(), ElementsAre(Pair(HasSubstr(next + "/"), HasSubstr("Save?"))));
     client.say(RecordingClient::Root, R"({"clientDestroyed":"next"})");
+}
+
+/// What threw took the rest along: handlers, the message's other events, the dialogs, the new page.
+TEST_F(WebDialog2Test, aHandlerThatThrowsCostsNobodyElseAnything) {
+    std::string printed;
+    std::string order;
+    const auto console =
+        host::redirectConsole([&](std::string_view text) { printed += std::string(text); });
+    const auto fail = [&](const char* mark) {
+        return [&order, mark] {
+            order += mark;
+            throw std::runtime_error(std::string(mark) + "\nand more");
+        };
+    };
+    DVButton2 button(&window);
+    button.onClick(fail("a"));
+    button.onClick([&] { order += "b"; });
+    window.onKey(fail("c"));
+    window.onResize(fail("d"));
+    DVDialog2 second;
+    window.onCloseRequest(fail("e"));
+    second.onCloseRequest(fail("e"));
+    show(window);
+    show(second);
+    const std::string click = message(button, "\"event\":\"onClick\"");
+    client.say(windowChannel(window), "[" + click + "," +
+                                          message(window, "\"increaseFontSize\":1,\"resize\":1") +
+                                          "," + click + "]");
+    client.say(RecordingClient::Root, R"({"clientReady":"next"})");
+    EXPECT_EQ(order, "abcdabee");
+    std::string lines;
+    for (const char mark : {'a', 'c', 'd', 'a', 'e', 'e'}) {
+        lines += std::string("dova2_web: a handler threw: ") + mark + "\n";
+    }
+    EXPECT_EQ(printed, lines);
+    host::redirectConsole(console);
+    DVDialog2 third;
+    third.show();
+    EXPECT_EQ(client.take().at(0).first, "/dova2/web/next");
 }
 
 struct LifeCycle {

@@ -6,6 +6,7 @@
 #include "LifeCycleNames.h"
 #include "MessageService.h"
 #include "TextConversions.h"
+#include "core/HandlerErrors.h"
 #include "core/WebObject2.h"
 #include "core/WebObjectService2.h"
 
@@ -17,7 +18,7 @@ void requestDestruction(std::uint32_t dialog) {
     WebObjectService2* service = WebObjectService2::instance();
     WebObject2* object = service ? service->getObject(dialog) : nullptr;
     if (object) {
-        object->onDestroyRequested();
+        callHandlers([=] { object->onDestroyRequested(); });
     }
 }
 

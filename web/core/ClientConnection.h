@@ -23,7 +23,8 @@ public:
     /// Announces a dialog: publishes its description and remembers its identifier.
     virtual void send(const QJsonDocument& document, std::uint32_t dialog);
     /// Asks every announced dialog to go away and forgets them all. Handlers may do anything, so
-    /// nothing of this object is used after the first of them has run.
+    /// nothing of this object is used after the first of them has run; one that throws is reported
+    /// on the host's console.
     virtual void destroyAllDialogs();
 
     /// The dialog is gone, nothing more is to be asked of it.

@@ -7,6 +7,7 @@
 #include "ObjectConnection.h"
 #include "PropertyNames.h"
 #include "TextConversions.h"
+#include "core/HandlerErrors.h"
 #include "core/WebObject2.h"
 
 namespace DOVA {
@@ -232,7 +233,7 @@ bool WebObjectService2::handleElement(ConnectionNumber connection, const QJsonOb
     WebObject2* object = getObject(id);
     if (object && servesTree(connection, id)) {
         object->storeClientOwned(element);
-        object->handleJSONMessage(element);
+        callHandlers([&] { object->handleJSONMessage(element); });
     }
     return true;
 }

@@ -19,8 +19,8 @@ namespace DOVA::runtime {
 /// quit() may be called from other threads.
 ///
 /// A call of the program that lets an exception escape is over; one line on standard error says
-/// what it threw, and the loop goes on. For toolkit handlers the message bus says it, once for each
-/// window.
+/// what it threw, and the loop goes on. For a handler of what the user does the module says it, on
+/// the host's console; every other handler is called all the same.
 ///
 /// The module serves one host in the life of a process: once terminated it does not start again.
 class DOVA_RUNTIME_EXPORT Host {
