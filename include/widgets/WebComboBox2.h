@@ -25,10 +25,11 @@ public:
     /// The text that the field has already is neither stored nor sent.
     virtual void doSetTextU(const std::u16string& text);
     virtual std::u16string doGetTextU() const;
-    /// Appends the items as one change of the model document. The byte string is not used.
+    /// Appends the items, each as a change of the model document of its own; a turn's changes reach
+    /// the client together. The byte string is not used.
     virtual void doAddItemsU(const std::vector<std::u16string>& items, const std::string&);
     /// Puts the items before position `index`, as one change; a negative index, or one that no item
-    /// has, appends. The byte string is not used.
+    /// has, appends as above. The byte string is not used.
     virtual void doInsertItemsU(int index, const std::vector<std::u16string>& items,
                                 const std::string&);
     /// Takes one item out; -1 takes all, any other index that no item has takes none.

@@ -1,3 +1,4 @@
+#include <functional>
 #include <memory>
 
 #include "core/WebFactory2.h"
@@ -46,15 +47,21 @@ TEST_F(ComboBoxTest, theFirstItemIsNotAnsweredByItsIndex) {
     }
 }
 
-TEST_F(ComboBoxTest, manyItemsAreOneChangeOfTheDocument) {
+/// Items between others are one change of the document, items at the end one each.
+TEST_F(ComboBoxTest, howManyChangesOfTheDocumentItemsAre) {
     const Items many(1000, u"x");
-    Commits commits;
-    combo.addItems(many);
-    combo.insertItems(1, many);
-    web().doAddItemsU(many, "");
-    combo.insertItems(1, {});
-    combo.clear();
-    EXPECT_THAT(commits.sizes, ElementsAre(1u, 1u, 1u, 1u));
+    const std::vector<std::pair<std::size_t, std::function<void()>>> rows{
+        {1000, [&] { combo.addItems(many); }},
+        {1, [&] { combo.insertItems(1, many); }},
+        {1000, [&] { web().doAddItemsU(many, ""); }},
+        {1000, [&] { combo.insertItems(combo.count(), many); }},
+        {0, [&] { combo.insertItems(1, {}); }},
+        {1, [&] { combo.clear(); }}};
+    for (const auto& [count, change] : rows) {
+        Commits commits;
+        change();
+        EXPECT_EQ(commits.sizes, std::vector<std::size_t>(count, 1));
+    }
 }
 
 TEST_F(ComboBoxTest, theProgramEditsTheList) {

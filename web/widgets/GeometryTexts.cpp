@@ -1,5 +1,7 @@
 #include "GeometryTexts.h"
 
+#include <charconv>
+#include <iterator>
 #include <limits>
 
 #include "../core/TextConversions.h"
@@ -9,8 +11,14 @@ namespace DOVA {
 
 namespace {
 
+// As printf writes "%f", but with a point in every locale: an exact tie goes to the even digit,
+// which is not what Qt does.
 std::u16string scaledText(int value) {
-    return toU16(QString::number(value * dpiScale(), 'f', 6));
+    constexpr int decimals = 6;
+    char text[std::numeric_limits<double>::max_exponent10 + decimals + 4];  // digits, sign, point
+    const auto written = std::to_chars(std::begin(text), std::end(text), value * dpiScale(),
+                                       std::chars_format::fixed, decimals);
+    return std::u16string(text, written.ptr);
 }
 
 }  // namespace

@@ -43,7 +43,9 @@ std::u16string WebComboBox2::doGetTextU() const {
 
 void WebComboBox2::doAddItemsU(const std::vector<std::u16string>& items, const std::string&) {
     if (const auto combo = tdom::as<tdom::ComboBox>(element())) {
-        combo->getItemsMutable().insert(combo->getItems().size(), items);
+        for (const std::u16string& item : items) {
+            combo->getItemsMutable().push_back(item);
+        }
     }
 }
 

@@ -23,7 +23,6 @@ public:
     ~DVComboBox2() override;
 
     void addItem(const std::u16string& item);
-    /// Many at once cost the display one change, one by one as many as there are items.
     void addItems(const std::vector<std::u16string>& items);
     /// Puts the items before position `index` in their order; an index that no item has appends.
     /// The selection keeps its number, so that another item may be selected afterwards.
