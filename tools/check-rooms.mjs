@@ -5,19 +5,20 @@ import { readFileSync } from 'node:fs';
 import { execFileSync } from 'node:child_process';
 import { dirname, join, normalize } from 'node:path';
 
-const platformRooms = ['wiro', 'toolkit', 'model', 'messaging', 'host', 'gateway', 'runtime', 'console'];
+const platformRooms = ['wiro', 'log', 'toolkit', 'model', 'messaging', 'host', 'gateway', 'runtime', 'console'];
 const libraryRooms = ['core', 'windows', 'widgets', 'scripting'];
 const beneathLibrary = ['wiro', 'toolkit', 'model', 'messaging', 'host'];
 
 /** Which rooms' public headers the files below each folder may include. */
 const mayKnow = {
   'platform/wiro': ['wiro'],
-  'platform/messaging': ['messaging', 'wiro'],
+  'platform/log': ['log'],
+  'platform/messaging': ['log', 'messaging', 'wiro'],
   'platform/model': ['messaging', 'model', 'wiro'],
   'platform/toolkit': ['toolkit', 'wiro'],
   'platform/host': ['host', 'wiro'],
-  'platform/gateway': ['gateway', 'messaging'],
-  'platform/runtime': ['gateway', 'host', 'messaging', 'model', 'runtime', 'toolkit', 'wiro'],
+  'platform/gateway': ['gateway', 'log', 'messaging'],
+  'platform/runtime': ['gateway', 'host', 'log', 'messaging', 'model', 'runtime', 'toolkit', 'wiro'],
   'platform/console': ['console', 'host', 'runtime', 'toolkit', 'wiro'],
   include: [...beneathLibrary, ...libraryRooms],
   web: [...beneathLibrary, ...libraryRooms],

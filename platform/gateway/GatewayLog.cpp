@@ -1,17 +1,29 @@
 #include "GatewayLog.h"
 
-#include <spdlog/sinks/stdout_sinks.h>
+#include <spdlog/sinks/base_sink.h>
 #include <spdlog/spdlog.h>
 
 #include <memory>
+#include <mutex>
+
+#include "log/StandardError.h"
 
 namespace DOVA::gateway {
 
 namespace {
 
+class StandardErrorSink final : public spdlog::sinks::base_sink<std::mutex> {
+    void sink_it_(const spdlog::details::log_msg& message) override {
+        spdlog::memory_buf_t line;
+        formatter_->format(message, line);
+        log::writeLine({line.data(), line.size() - 1});  // without its line end
+    }
+    void flush_() override {}
+};
+
 /// Not registered with spdlog: the name belongs to the host program.
 spdlog::logger& logger() {
-    static spdlog::logger s_logger("gateway", std::make_shared<spdlog::sinks::stderr_sink_mt>());
+    static spdlog::logger s_logger("gateway", std::make_shared<StandardErrorSink>());
     return s_logger;
 }
 

@@ -1,10 +1,10 @@
 #include "messaging/InProcessBus.h"
 
 #include <exception>
-#include <iostream>
 #include <utility>
 
 #include "SubscriptionTable.h"
+#include "log/StandardError.h"
 
 namespace tdom::messaging {
 
@@ -13,7 +13,7 @@ namespace {
 void report(Subscription& subscription, const std::string& channel, const char* what) {
     if (std::exchange(subscription.reported, true))
         return;
-    std::cerr << "messaging: a callback of channel \"" + channel + "\" threw: " + what + "\n";
+    DOVA::log::writeLine("messaging: a callback of channel \"" + channel + "\" threw: " + what);
 }
 
 }  // namespace

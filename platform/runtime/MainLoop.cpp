@@ -5,11 +5,11 @@
 #include <boost/asio/post.hpp>
 #include <csignal>
 #include <exception>
-#include <iostream>
 #include <string>
 #include <utility>
 
 #include "TimerCall.h"
+#include "log/StandardError.h"
 
 namespace DOVA::runtime {
 
@@ -18,7 +18,7 @@ namespace asio = boost::asio;
 namespace {
 
 void report(const char* what) noexcept {
-    std::cerr << "runtime: a call of the program threw: " + std::string(what) + "\n";
+    log::writeLine("runtime: a call of the program threw: " + std::string(what));
 }
 
 }  // namespace
