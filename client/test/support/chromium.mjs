@@ -18,10 +18,17 @@ export function launchBrowser(...args) {
     });
 }
 
+/** What Firefox says of a lost connection, in the words and place of an exception. */
+const lostConnection = /ws:\S+ was interrupted|establish a connection to the server at ws:/;
+
 /** A new tab; exceptions and breaches of its policy are added to `faults`. */
 export async function openTab(context, faults) {
     const page = await context.newPage();
-    page.on('pageerror', (error) => faults.push(error.message));
+    page.on('pageerror', ({ message }) => {
+        if (!lostConnection.test(message)) {
+            faults.push(message);
+        }
+    });
     page.on('console', (message) => {
         if (/Content Security Policy|Trusted/.test(message.text())) {
             faults.push(message.text());
