@@ -4,7 +4,8 @@
 set -euo pipefail
 
 build_packages=(g++ cmake make ninja-build qtbase5-dev libboost-dev libcli11-dev libspdlog-dev pkgconf liblua5.4-dev libedit-dev)
-test_packages=(libgtest-dev libgmock-dev libbenchmark-dev clang-14 libclang-rt-14-dev binutils chromium)
+test_packages=(libgtest-dev libgmock-dev libbenchmark-dev clang-14 libclang-rt-14-dev binutils
+               chromium firefox-esr webkit2gtk-driver xvfb)
 
 wanted=()
 for group in "$@"; do

@@ -1,6 +1,6 @@
 import assert from 'node:assert/strict';
 import { mkdir, rm, rmdir, writeFile } from 'node:fs/promises';
-import { jana, onScene } from './support/Scene.mjs';
+import { jana, onScene, onSceneEverywhere } from './support/Scene.mjs';
 
 const question = (page) => page.getByRole('dialog', { name: 'Unsaved changes' });
 const allClosed = (page) => page.getByText('All dialogs are closed.').waitFor();
@@ -17,7 +17,7 @@ const ways = {
 };
 
 for (const [way, close] of Object.entries(ways)) {
-    onScene(`closed by ${way}, a dialog goes at once, an edited one asks`, async (scene) => {
+    onSceneEverywhere(`closed by ${way}, a dialog goes at once, an edited one asks`, async (scene) => {
         const page = await scene.open();
         await close(scene, page);
         await allClosed(page);
@@ -49,7 +49,7 @@ for (const [way, close] of Object.entries(ways)) {
     });
 }
 
-onScene('the question keeps the user from the dialog below it', async (scene) => {
+onSceneEverywhere('the question keeps the user from the dialog below it', async (scene) => {
     const page = await scene.openEdited();
     await ways['the button'](scene, page);
     await question(page).waitFor();

@@ -1,17 +1,11 @@
 import assert from 'node:assert/strict';
-import { after, before, test } from 'node:test';
-import { launchBrowser, openTab } from '../../client/test/support/chromium.mjs';
+import { openTab } from '../../client/test/support/chromium.mjs';
+import { chromiumOnly, inEach } from './support/engines.mjs';
 import { Program } from './support/Program.mjs';
-
-let browser;
-before(async () => {
-    browser = await launchBrowser();
-});
-after(() => browser?.close());
 
 /** Somebody in front of the dialog of a started console. */
 class Visit {
-    static async to(program, faults) {
+    static async to(browser, program, faults) {
         const page = await openTab(await browser.newContext(), faults);
         await page.goto(program.address);
         await page.getByRole('dialog', { name: 'Script console' }).waitFor();
@@ -34,10 +28,10 @@ class Visit {
 }
 
 function visits(story, start, play) {
-    test(story, async () => {
+    inEach(chromiumOnly, story, async (browser) => {
         const faults = [];
         const program = await start();
-        const visit = await Visit.to(program, faults);
+        const visit = await Visit.to(browser, program, faults);
         try {
             await play(visit, program);
         } finally {

@@ -1,6 +1,6 @@
 import assert from 'node:assert/strict';
 import { basename } from 'node:path';
-import { inTree, onScene } from './support/Scene.mjs';
+import { inTree, onScene, onSceneEverywhere } from './support/Scene.mjs';
 
 /** Each a file of another shape, with fields to change and what that does to its text. */
 const files = {
@@ -44,10 +44,10 @@ for (const [source, { fields, boxes, edits }] of Object.entries(files)) {
         assert.equal(scene.program.output.length, 1);
     };
     const name = `${source}: what is typed and toggled is saved, nothing else changes`;
-    onScene(name, saves, inTree(source), basename(source));
+    onSceneEverywhere(name, saves, inTree(source), basename(source));
 }
 
-onScene('every kind of value is shown as what it is, and revert brings it back', async (scene) => {
+onSceneEverywhere('every kind of value is shown as what it is, and revert brings it back', async (scene) => {
     const page = await scene.open();
     const shown = async () => {
         const values = ['serial', 'interval', 'operator', 'port'].map((key) =>

@@ -1,23 +1,21 @@
 import assert from 'node:assert/strict';
-import { after, before, test } from 'node:test';
-import { launchBrowser, openTab } from '../../client/test/support/chromium.mjs';
+import { after, before } from 'node:test';
+import { openTab } from '../../client/test/support/chromium.mjs';
+import { everyEngine, inEach } from './support/engines.mjs';
 import { Program } from './support/Program.mjs';
 
 let program;
-let browser;
 before(async () => {
     program = await Program.start('gallery');
-    browser = await launchBrowser();
 });
 after(async () => {
-    await browser?.close();
     assert.equal(await program.end(), 0);
     assert.equal(program.errors, '');
 });
 
 /** The gallery in front of somebody who has turned to one of its pages. */
 class Visit {
-    static async to(name, faults) {
+    static async to(browser, name, faults) {
         const context = await browser.newContext({ viewport: { width: 900, height: 760 } });
         const page = await openTab(context, faults);
         page.on('console', (message) => message.type() === 'error' && faults.push(message.text()));
@@ -68,9 +66,9 @@ class Visit {
 
 /** A visitor to one page of the gallery. */
 function visits(name, story, play) {
-    test(`${name}: ${story}`, async () => {
+    inEach(everyEngine, `${name}: ${story}`, async (browser) => {
         const faults = [];
-        const visit = await Visit.to(name, faults);
+        const visit = await Visit.to(browser, name, faults);
         try {
             await play(visit, visit.page);
         } finally {
@@ -292,6 +290,31 @@ visits('Windows', 'a second one, modal or not, and message boxes', async (visit,
         await box.getByRole('button', { name: 'OK' }).click();
         await box.waitFor({ state: 'hidden' });
     }
+});
+
+visits('Windows', 'moved and sized by pointer and by keys', async (visit, page) => {
+    await visit.push('Open it');
+    const second = visit.named('dialog', 'Second window');
+    const { x, y, width, height } = await second.boundingBox();
+    const stands = ([left, top, wide, high]) => {
+        const place = `left: ${x + left}px; top: ${y + top}px; width: ${width + wide}px`;
+        const style = `${place}; height: ${height + high}px`;
+        return page.locator(`dialog[style*="${style}"]`, { hasText: 'Second window' }).waitFor();
+    };
+    const drag = async (fromX, fromY, by) => {
+        await page.mouse.move(fromX, fromY);
+        await page.mouse.down();
+        await page.mouse.move(fromX + by[0], fromY + by[1], { steps: 4 });
+        await page.mouse.up();
+    };
+    await drag(x + 60, y + 20, [50, 30]);
+    await drag(x + 50 + width - 2, y + 30 + height - 2, [40, 20]);
+    await stands([50, 30, 40, 20]);
+    await second.locator('.grip').press('ArrowRight');
+    await second.locator('.grip').press('Control+ArrowDown');
+    await second.locator('.grip').press('Shift+ArrowRight');
+    await stands([66, 31, 56, 20]);
+    await visit.push('Close it');
 });
 
 for (const direction of ['ltr', 'rtl']) {

@@ -1,8 +1,8 @@
 import assert from 'node:assert/strict';
-import { onScene, pathInTree } from './support/Scene.mjs';
+import { onScene, onSceneEverywhere, pathInTree } from './support/Scene.mjs';
 
 const group = (page, name) => page.getByRole('group', { name, exact: true });
-const fields = (box) => box.locator('input:visible, select:visible');
+const fields = (box) => box.locator('input, select').filter({ visible: true });
 const button = (box, name, index = 0) => box.getByRole('button', { name, exact: true }).nth(index);
 
 async function editTabs(page) {
@@ -65,7 +65,7 @@ const edits14 = async (scene) => {
     await scene.assertText(...edits);
 };
 const options = ['--schema', pathInTree('examples/jsonpad/sample.schema.json')];
-onScene('tabs, groups, choices and lists are edited, nothing else changes', edits14, undefined,
+onSceneEverywhere('tabs, groups, choices and lists are edited, nothing else changes', edits14, undefined,
     undefined, options);
 
 const list = '{\n  "in": {\n    "n": [ 1 ],\n    "text": "kept\\u0021"\n  }\n}\n';

@@ -1,8 +1,9 @@
 import assert from 'node:assert/strict';
-import { test } from 'node:test';
+import { describe } from 'node:test';
 import { setTimeout as pass } from 'node:timers/promises';
 import { openTab } from '../../client/test/support/chromium.mjs';
 import { CuttableProxy } from './support/CuttableProxy.mjs';
+import { inEach } from './support/engines.mjs';
 import { Program } from './support/Program.mjs';
 
 const OUTAGE = 60_000;
@@ -10,14 +11,13 @@ const OUTAGE = 60_000;
 const SOON = 5_000;
 
 /** The gallery in front of somebody who looks at its texts, behind a line that can be cut. */
-async function openTexts(t, faults) {
+async function openTexts(browser, t, faults) {
     const program = await Program.start('gallery');
     t.after(() => program.end());
-    const { proxy, browser } = await CuttableProxy.before(program);
+    const proxy = await CuttableProxy.before(program);
     t.after(() => proxy.end());
-    t.after(() => browser.close());
     const page = await openTab(await browser.newContext(), faults);
-    await page.goto(program.address);
+    await page.goto(proxy.address);
     await page.getByRole('tab', { name: 'Texts', exact: true }).click();
     return { program, proxy, page };
 }
@@ -40,9 +40,9 @@ function noteStatus(page) {
     });
 }
 
-test('an outage of a minute: the same window, nothing typed or clicked is lost', async (t) => {
+async function outlive(browser, t) {
     const faults = [];
-    const { program, proxy, page } = await openTexts(t, faults);
+    const { program, proxy, page } = await openTexts(browser, t, faults);
     const name = page.getByLabel('Name', { exact: true });
     const star = page.getByRole('button', { name: 'One star more' });
     const status = page.getByRole('status');
@@ -83,7 +83,13 @@ test('an outage of a minute: the same window, nothing typed or clicked is lost',
     const notices = said.map(([text, seen]) => (seen ? text.replace(/\..*/, '') : 'hidden'));
     const changes = notices.filter((notice, index) => notice !== notices[index - 1]);
     assert.deepEqual(changes, ['Connection lost', 'Connected again', 'hidden']);
+    await page.context().close();
     assert.equal(await program.end(), 0);
     assert.equal(program.errors, '');
     assert.deepEqual(faults, []);
+}
+
+// Most of it is waiting, so the engines wait side by side.
+describe('an outage of a minute', { concurrency: true }, () => {
+    inEach(['chromium', 'webkit'], 'the same window, nothing typed or clicked is lost', outlive);
 });

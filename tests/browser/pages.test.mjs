@@ -1,17 +1,15 @@
 import assert from 'node:assert/strict';
 import { mkdir, rm } from 'node:fs/promises';
-import { test } from 'node:test';
-import { launchBrowser } from '../../client/test/support/chromium.mjs';
 import { CuttableProxy } from './support/CuttableProxy.mjs';
+import { everyEngine, inEach } from './support/engines.mjs';
 import { Program } from './support/Program.mjs';
-import { jana, onScene } from './support/Scene.mjs';
+import { jana, onScene, onSceneEverywhere } from './support/Scene.mjs';
 
-test('hello greets who tells a name, by button and by Enter', async (t) => {
+inEach(everyEngine, 'hello greets who tells a name, by button and by Enter', async (browser, t) => {
     const program = await Program.start('hello');
     t.after(() => program.end());
-    const browser = await launchBrowser();
-    t.after(() => browser.close());
     const page = await browser.newPage();
+    t.after(() => page.close());
     await page.goto(program.address);
     await page.getByLabel('Your name').fill('Ada');
     await page.getByRole('button', { name: 'Greet' }).click();
@@ -22,7 +20,7 @@ test('hello greets who tells a name, by button and by Enter', async (t) => {
     assert.equal(await program.end(), 0);
 });
 
-onScene('a reload keeps what was typed half, and it can be saved', async (scene) => {
+onSceneEverywhere('a reload keeps what was typed half, and it can be saved', async (scene) => {
     const page = await scene.open();
     await page.getByLabel('operator').fill('Jan');
     await page.getByLabel('port').fill('18x');
@@ -37,7 +35,7 @@ onScene('a reload keeps what was typed half, and it can be saved', async (scene)
     await scene.assertText(jana, ['1883', '18']);
 });
 
-onScene('a second page takes over with the unsaved edits, the first one says so', async (scene) => {
+onSceneEverywhere('a second page takes over with the unsaved edits, the first one says so', async (scene) => {
     const first = await scene.openEdited();
     await first.getByLabel('port').fill('18x');
     await scene.button(first, 'Close').last().click();
@@ -70,20 +68,18 @@ for (const [signal, code, notice] of ends) {
 }
 
 function behindProxy(name, play) {
-    onScene(name, async (scene) => {
-        const { proxy, browser } = await CuttableProxy.before(scene.program);
+    onSceneEverywhere(name, async (scene) => {
+        const proxy = await CuttableProxy.before(scene.program);
         try {
-            await scene.in(browser);
             await play(scene, proxy);
         } finally {
-            await browser.close();
             await proxy.end();
         }
     });
 }
 
 behindProxy('what is done while the connection is cut arrives later', async (scene, proxy) => {
-    const page = await scene.open();
+    const page = await scene.open(proxy.address);
     await page.getByLabel('operator').fill('J');
     await scene.dialog(page, 'modified').waitFor();
     proxy.cut();
@@ -99,7 +95,7 @@ behindProxy('what is done while the connection is cut arrives later', async (sce
 });
 
 behindProxy('an action whose answer was lost is not done again', async (scene, proxy) => {
-    const page = await scene.openEdited();
+    const page = await scene.openEdited(proxy.address);
     await rm(scene.file);
     await mkdir(scene.file);
     const wentUp = proxy.swallowAnswers();

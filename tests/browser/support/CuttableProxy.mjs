@@ -1,6 +1,11 @@
 import { once } from 'node:events';
 import { connect, createServer } from 'node:net';
-import { launchBrowser } from '../../../client/test/support/chromium.mjs';
+
+/** A head of HTTP that names one host as one that names the other: each side hears its own name. */
+function readdressed(data, from, to) {
+    const text = data.toString('latin1');
+    return /^(GET|HTTP)/.test(text) ? Buffer.from(text.replaceAll(from, to), 'latin1') : data;
+}
 
 /** Stands between a page and the program, and takes the connection away when told. */
 export class CuttableProxy {
@@ -8,24 +13,16 @@ export class CuttableProxy {
     m_refusing = false;
     m_deaf = false;
 
-    static async to(port) {
+    static async before(program) {
         const proxy = new CuttableProxy();
+        const { host, port } = new URL(program.address);
+        proxy.m_programHost = host;
         proxy.m_server = createServer((page) => proxy.join(page, connect(port, '127.0.0.1')));
         proxy.m_server.listen(0, '127.0.0.1');
         await once(proxy.m_server, 'listening');
+        proxy.m_host = `127.0.0.1:${proxy.m_server.address().port}`;
+        proxy.address = program.address.replace(host, proxy.m_host);
         return proxy;
-    }
-
-    /** A browser that believes to talk to the program's own address, and what stands between. */
-    static async before(program) {
-        const { port } = new URL(program.address);
-        const proxy = await CuttableProxy.to(port);
-        const rule = `MAP 127.0.0.1:${port} 127.0.0.1:${proxy.port}`;
-        return { proxy, browser: await launchBrowser(`--host-resolver-rules=${rule}`) };
-    }
-
-    get port() {
-        return this.m_server.address().port;
     }
 
     join(page, program) {
@@ -34,11 +31,15 @@ export class CuttableProxy {
             socket.on('close', () => other.destroy());
         }
         page.on('data', (data) => {
-            program.write(data);
+            program.write(readdressed(data, this.m_host, this.m_programHost));
             this.m_passedUp?.();
         });
         page.on('close', () => this.m_pages.delete(page));
-        program.on('data', (data) => this.m_deaf || page.write(data));
+        program.on('data', (data) => {
+            if (!this.m_deaf) {
+                page.write(readdressed(data, this.m_programHost, this.m_host));
+            }
+        });
         this.m_pages.add(page);
         if (this.m_refusing) {
             page.destroy();

@@ -3,9 +3,9 @@ import { readFileSync } from 'node:fs';
 import { mkdtemp, readFile, rm, writeFile } from 'node:fs/promises';
 import { tmpdir } from 'node:os';
 import { basename, join } from 'node:path';
-import { after, test } from 'node:test';
 import { fileURLToPath } from 'node:url';
-import { launchBrowser, openTab } from '../../../client/test/support/chromium.mjs';
+import { openTab } from '../../../client/test/support/chromium.mjs';
+import { chromiumOnly, everyEngine, inEach } from './engines.mjs';
 import { Program } from './Program.mjs';
 
 export function pathInTree(path) {
@@ -17,26 +17,30 @@ export function inTree(path) {
     return readFileSync(pathInTree(path), 'utf8');
 }
 
-let shared;
-after(async () => (await shared)?.close());
 const sample = inTree('examples/jsonpad/sample.json');
 
-/** A test with jsonpad on a file with this text, started with further options. */
-export function onScene(name, play, text = sample, fileName = 'sample.json', options = []) {
-    test(name, async () => {
-        const folder = await mkdtemp(join(tmpdir(), 'jsonpad-'));
-        const file = join(folder, fileName);
-        await writeFile(file, text);
-        const scene = new Scene(file, text, await Program.start('jsonpad', ...options, file));
-        shared ??= launchBrowser();
-        await scene.in(await shared);
-        try {
-            await play(scene);
-        } finally {
-            await scene.end();
-            await rm(folder, { recursive: true });
-        }
-    });
+/** A test with jsonpad on a file with this text, started with further options, in Chromium. */
+export function onScene(name, play, ...program) {
+    inEach(chromiumOnly, name, (browser) => playOn(browser, play, ...program));
+}
+
+/** The same in every engine. */
+export function onSceneEverywhere(name, play, ...program) {
+    inEach(everyEngine, name, (browser) => playOn(browser, play, ...program));
+}
+
+async function playOn(browser, play, text = sample, fileName = 'sample.json', options = []) {
+    const folder = await mkdtemp(join(tmpdir(), 'jsonpad-'));
+    const file = join(folder, fileName);
+    await writeFile(file, text);
+    const scene = new Scene(file, text, await Program.start('jsonpad', ...options, file));
+    try {
+        await scene.in(browser);
+        await play(scene);
+    } finally {
+        await scene.end();
+        await rm(folder, { recursive: true });
+    }
 }
 
 /** jsonpad on a file, and the pages of one person's browser. */
@@ -47,23 +51,22 @@ export class Scene {
         this.m_faults = [];
     }
 
-    /** From now on the person uses this browser. */
+    /** The person uses this browser. */
     async in(browser) {
-        await this.m_context?.close();
         this.m_context = await browser.newContext({ viewport: { width: 1000, height: 800 } });
     }
 
-    /** Opens the printed address in a new tab and waits for the dialog. */
-    async open() {
+    /** Opens the printed address, or another one that leads there, and waits for the dialog. */
+    async open(address = this.program.address) {
         const page = await openTab(this.m_context, this.m_faults);
-        await page.goto(this.program.address);
+        await page.goto(address);
         await this.dialog(page).waitFor();
         return page;
     }
 
     /** Opens it and types the operator's name, which is then not saved yet. */
-    async openEdited() {
-        const page = await this.open();
+    async openEdited(address) {
+        const page = await this.open(address);
         await page.getByLabel('operator').fill('Jana');
         await this.dialog(page, 'modified').waitFor();
         return page;
@@ -99,7 +102,7 @@ export class Scene {
 
     /** Ends everything; fails when a page threw or broke its policy. */
     async end() {
-        await this.m_context.close();
+        await this.m_context?.close();
         await this.program.end();
         assert.deepEqual(this.m_faults, []);
     }

@@ -1,0 +1,175 @@
+/** An expression as what it can be made of again in the page, anything else as it is. */
+function plain(text) {
+    return text instanceof RegExp ? { source: text.source, flags: text.flags } : text;
+}
+
+/** What can look for elements: a page in all of it, a locator below its own elements. */
+export class Scope {
+    m_steps = [];
+
+    getByRole(role, { name, exact, ...state } = {}) {
+        return this.m_with({ by: 'role', role, text: name, exact, state });
+    }
+
+    getByLabel(text, { exact } = {}) {
+        return this.m_with({ by: 'label', text, exact });
+    }
+
+    getByText(text, { exact } = {}) {
+        return this.m_with({ by: 'text', text, exact });
+    }
+
+    getByPlaceholder(text, { exact } = {}) {
+        return this.m_with({ by: 'attribute', attribute: 'placeholder', text, exact });
+    }
+
+    getByTitle(text, { exact } = {}) {
+        return this.m_with({ by: 'attribute', attribute: 'title', text, exact });
+    }
+
+    locator(css, filter = {}) {
+        return this.m_with({ by: 'css', css }).filter(filter);
+    }
+
+    m_with(step) {
+        return new Locator(this.page, [...this.m_steps, { ...step, text: plain(step.text) }]);
+    }
+}
+
+/** Elements of a page of WebKit, looked for anew by every operation. */
+class Locator extends Scope {
+    constructor(page, steps) {
+        super();
+        this.page = page;
+        this.m_steps = steps;
+    }
+
+    filter({ hasText, has, visible }) {
+        return this.m_with({ by: 'filter', text: hasText, has: has?.m_steps, visible });
+    }
+
+    nth(nth) {
+        return this.m_with({ nth });
+    }
+
+    first() {
+        return this.nth(0);
+    }
+
+    last() {
+        return this.nth(-1);
+    }
+
+    async all() {
+        return Array.from({ length: await this.count() }, (_, index) => this.nth(index));
+    }
+
+    count() {
+        return this.evaluateAll((all) => all.length);
+    }
+
+    waitFor({ state = 'visible', timeout } = {}) {
+        return this.page.ask((page, ...args) => page.until(...args), this.m_steps, state, timeout);
+    }
+
+    /** What `read` gives of the only element, once there is one. */
+    evaluate(read, argument) {
+        const ask = `async (page, steps, argument) => (${read})(await page.one(steps), argument)`;
+        return this.page.ask(ask, this.m_steps, argument);
+    }
+
+    evaluateAll(read) {
+        return this.page.ask(`(page, steps) => (${read})(page.all(steps))`, this.m_steps);
+    }
+
+    getAttribute(name) {
+        return this.evaluate((element, of) => element.getAttribute(of), name);
+    }
+
+    textContent() {
+        return this.evaluate((element) => element.textContent);
+    }
+
+    allTextContents() {
+        return this.evaluateAll((all) => all.map((element) => element.textContent));
+    }
+
+    inputValue() {
+        return this.evaluate((element) => element.value);
+    }
+
+    isChecked() {
+        return this.evaluate((element) => element.checked);
+    }
+
+    isDisabled() {
+        return this.evaluate((element) => element.matches(':disabled'));
+    }
+
+    isVisible() {
+        return this.page.ask((page, steps) => page.all(steps).some(page.isVisible), this.m_steps);
+    }
+
+    boundingBox() {
+        return this.evaluate((element) => element.getBoundingClientRect().toJSON());
+    }
+
+    async click({ timeout, trial = false } = {}) {
+        const { x, y } = await this.m_point(timeout);
+        if (!trial) {
+            await this.page.mouse.click(x, y);
+        }
+    }
+
+    async hover() {
+        const { x, y } = await this.m_point();
+        await this.page.mouse.move(x, y);
+    }
+
+    focus() {
+        return this.evaluate((element) => element.focus());
+    }
+
+    /** Types over what is there. */
+    async fill(text) {
+        await this.click();
+        await this.page.keyboard.press('Control+A');
+        await (text === '' ? this.page.keyboard.press('Delete') : this.page.keyboard.type(text));
+    }
+
+    async press(keys) {
+        await this.focus();
+        await this.page.keyboard.press(keys);
+    }
+
+    async pressSequentially(text) {
+        await this.focus();
+        await this.page.keyboard.type(text);
+    }
+
+    check() {
+        return this.setChecked(true);
+    }
+
+    uncheck() {
+        return this.setChecked(false);
+    }
+
+    async setChecked(isChecked) {
+        if ((await this.isChecked()) !== isChecked) {
+            await this.click();
+            await this.page.ask((page, ...args) => page.untilChecked(...args), this.m_steps, isChecked);
+        }
+    }
+
+    /** The item with this text; the driver chooses it as if it were clicked in the list. */
+    async selectOption(text) {
+        await this.m_point();
+        const option = this.locator('option').filter({ hasText: new RegExp(`^${text}$`) });
+        await this.page.clickItem(option.m_steps);
+    }
+
+    m_point(timeout) {
+        return this.page.ask((page, ...args) => page.pointOf(...args), this.m_steps, timeout);
+    }
+}
