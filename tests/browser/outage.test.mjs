@@ -3,7 +3,7 @@ import { describe } from 'node:test';
 import { setTimeout as pass } from 'node:timers/promises';
 import { openTab } from '../../client/test/support/chromium.mjs';
 import { CuttableProxy } from './support/CuttableProxy.mjs';
-import { inEach } from './support/engines.mjs';
+import { everyEngine, inEach } from './support/engines.mjs';
 import { Program } from './support/Program.mjs';
 
 const OUTAGE = 60_000;
@@ -91,5 +91,5 @@ async function outlive(browser, t) {
 
 // Most of it is waiting, so the engines wait side by side.
 describe('an outage of a minute', { concurrency: true }, () => {
-    inEach(['chromium', 'webkit'], 'the same window, nothing typed or clicked is lost', outlive);
+    inEach(everyEngine, 'the same window, nothing typed or clicked is lost', outlive);
 });

@@ -1,26 +1,57 @@
-import { SOCKET_PATH, SUB_PROTOCOL } from '../protocol/names.ts';
+import { CloseCode, SOCKET_PATH, SUB_PROTOCOL } from '../protocol/names.ts';
 import type { Clock, Connect } from './transport.ts';
 
-/** Connections by the browser's own WebSocket to the gateway that the page came from. */
+/**
+ * Connections by the browser's own WebSocket to the gateway that the page came from. After one
+ * that was lost the gateway has to answer a request first: Firefox lets each socket that fails
+ * keep the next one waiting longer, up to a minute, even when the way has long been free.
+ */
 export function webSocketConnect(location: Location, token: string): Connect {
+    let mayBeGone = false;
     return (query, listener) => {
         const scheme = location.protocol === 'https:' ? 'wss' : 'ws';
         query.set('token', token);
         const address = `${scheme}://${location.host}${SOCKET_PATH}?${query.toString()}`;
-        const socket = new WebSocket(address, SUB_PROTOCOL);
-        socket.onmessage = (event: MessageEvent<unknown>) => {
-            listener.message(typeof event.data === 'string' ? event.data : '');
+        const request = new AbortController();
+        let socket: WebSocket | undefined;
+        const open = (): void => {
+            if (request.signal.aborted) {
+                return;
+            }
+            socket = new WebSocket(address, SUB_PROTOCOL);
+            socket.onopen = () => (mayBeGone = false);
+            socket.onmessage = (event: MessageEvent<unknown>) => {
+                listener.message(typeof event.data === 'string' ? event.data : '');
+            };
+            socket.onclose = (event) => {
+                mayBeGone = true;
+                listener.closed(event.code, event.reason);
+            };
         };
-        socket.onclose = (event) => listener.closed(event.code, event.reason);
+        if (mayBeGone) {
+            untilAnswered(request.signal).then(open, () => listener.closed(CloseCode.abnormal, ''));
+        } else {
+            open();
+        }
         return {
             send: (text) => {
-                if (socket.readyState === WebSocket.OPEN) {
+                if (socket?.readyState === WebSocket.OPEN) {
                     socket.send(text);
                 }
             },
-            close: () => socket.close(),
+            close: () => {
+                request.abort();
+                socket?.close();
+            },
         };
     };
+}
+
+async function untilAnswered(signal: AbortSignal): Promise<void> {
+    const response = await fetch('/', { method: 'HEAD', cache: 'no-store', signal });
+    if (!response.ok) {
+        throw new Error(response.statusText);
+    }
 }
 
 export const browserClock: Clock = {

@@ -4,7 +4,7 @@ import { connect, createServer } from 'node:net';
 /** A head of HTTP that names one host as one that names the other: each side hears its own name. */
 function readdressed(data, from, to) {
     const text = data.toString('latin1');
-    return /^(GET|HTTP)/.test(text) ? Buffer.from(text.replaceAll(from, to), 'latin1') : data;
+    return /^(GET|HEAD|HTTP)/.test(text) ? Buffer.from(text.replaceAll(from, to), 'latin1') : data;
 }
 
 /** Stands between a page and the program, and takes the connection away when told. */
