@@ -60,8 +60,10 @@ bool receive(InProcessBus& bus, SessionRegistry& registry, const std::shared_ptr
     FrameReceiver receiver(registry, session);
     const std::uint64_t before = session->received();
     const CloseReason* reason = receiver.begin(frame);
-    while (!reason && receiver.pending() > 0)
-        reason = receiver.handle(3);
+    while (!reason && receiver.pending() > 0) {
+        Throttle throttle(3, 3);
+        reason = receiver.handle(throttle, 4000, {});
+    }
     require(session->received() >= before);
     sendDown(bus, *session);
     if (reason)

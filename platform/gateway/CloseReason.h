@@ -25,6 +25,8 @@ inline constexpr CloseReason kTakenOver{4002, "taken over by another page"};
 inline constexpr CloseReason kMalformedFrame{4003, "malformed frame"};
 inline constexpr CloseReason kGap{4003, "a number is missing"};
 inline constexpr CloseReason kFalseAcknowledgement{4003, "acknowledges what was never sent"};
+inline constexpr CloseReason kTooManyEvents{4003, "too many events in one text"};
+inline constexpr CloseReason kTooManyControlFrames{4003, "too many control frames"};
 inline constexpr CloseReason kChannelNotAllowed{4004, "channel not allowed"};
 
 }  // namespace close_reason

@@ -24,6 +24,11 @@ bool DownwardBuffer::push(std::string_view channel, std::string_view text) {
     return true;
 }
 
+void DownwardBuffer::clear() {
+    m_chunks.clear();
+    m_next = m_bytes = m_records = 0;
+}
+
 Chunk& DownwardBuffer::chunkFor(std::size_t bytes) {
     if (m_chunks.empty() || m_chunks.back()->sealed ||
         m_chunks.back()->records.size() + bytes > m_joinedBytes) {

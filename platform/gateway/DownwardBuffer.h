@@ -52,6 +52,9 @@ public:
     /// buffer does not hold the texts after it, or that number was never sent.
     bool resume(std::uint64_t received);
 
+    /// Keeps nothing any more.
+    void clear();
+
     /// Bytes that are kept.
     std::size_t bytes() const { return m_bytes; }
 

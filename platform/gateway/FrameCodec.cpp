@@ -1,5 +1,6 @@
 #include "FrameCodec.h"
 
+#include <algorithm>
 #include <boost/locale/utf.hpp>
 #include <charconv>
 #include <cstring>
@@ -80,6 +81,14 @@ std::string_view FrameCodec::skipRecords(std::string_view records, std::uint64_t
     for (; count > 0; --count)
         takeRecord(records);
     return records;
+}
+
+std::size_t FrameCodec::weight(std::string_view text) {
+    const std::size_t start = text.find_first_not_of(" \t\r\n");
+    const bool isArray = start != std::string_view::npos && text[start] == '[';
+    const auto objects =
+        isArray ? static_cast<std::size_t>(std::count(text.begin(), text.end(), '{')) : 0;
+    return std::max<std::size_t>(objects, 1) + text.size() / kEventBytes;
 }
 
 void FrameCodec::writeHeader(std::string& into, std::uint64_t sequence,

@@ -43,6 +43,11 @@ public:
     /// Drops the first `count` records; there must be as many.
     static std::string_view skipRecords(std::string_view records, std::uint64_t count);
 
+    /// What a text costs whoever handles it, in events: an array has as many as it has objects, any
+    /// other text is one, and so are `kEventBytes` of either.
+    static std::size_t weight(std::string_view text);
+    static constexpr std::size_t kEventBytes = 1024;
+
     static void writeHeader(std::string& into, std::uint64_t sequence, std::uint64_t acknowledged);
     static void appendRecord(std::string& into, std::string_view channel, std::string_view text);
 

@@ -23,12 +23,18 @@ std::size_t FrameReceiver::pending() const {
     return m_session->hasEnded() ? 0 : m_frame.count;
 }
 
-const CloseReason* FrameReceiver::handle(std::size_t limit) {
-    for (; limit > 0 && pending() > 0; --limit) {
+const CloseReason* FrameReceiver::handle(Throttle& throttle, std::size_t mostEvents,
+                                         Throttle::Clock::time_point now) {
+    throttle.refill(now);
+    while (pending() > 0 && !throttle.isExhausted()) {
         const Record record = FrameCodec::takeRecord(m_frame.records);
         --m_frame.count;
+        const std::size_t weight = FrameCodec::weight(record.text);
+        throttle.charge(weight, now);
         if (!m_session->take(m_frame.sequence++))
             continue;
+        if (weight > mostEvents)
+            return &close_reason::kTooManyEvents;
         if (const CloseReason* const reason = m_registry.handle(m_session, record))
             return reason;
     }

@@ -5,6 +5,7 @@
 #include <string_view>
 
 #include "SessionRegistry.h"
+#include "Throttle.h"
 
 namespace DOVA::gateway {
 
@@ -24,9 +25,11 @@ public:
     /// Records of the frame that are still to be handled; none once the session has ended.
     std::size_t pending() const;
 
-    /// Handles up to `limit` records; those with numbers that were handled before are skipped. A
-    /// reason when the page may not send one of them: what follows it is not handled.
-    const CloseReason* handle(std::size_t limit);
+    /// Handles records until the throttle, which is charged for each, is exhausted; those with
+    /// numbers that were handled before are skipped. A reason when the page may not send one of
+    /// them, or one holds more than `mostEvents`: what follows it is not handled.
+    const CloseReason* handle(Throttle& throttle, std::size_t mostEvents,
+                              Throttle::Clock::time_point now);
 
 private:
     SessionRegistry& m_registry;

@@ -18,8 +18,6 @@ using tcp = asio::ip::tcp;
 
 namespace {
 
-/// Connections beyond the limit that are told so; further ones wait until one of them is gone.
-constexpr std::size_t kRefusedConnections = 16;
 constexpr std::chrono::milliseconds kAcceptRetryTime{100};
 
 }  // namespace
@@ -71,9 +69,6 @@ std::string GatewayCore::address() const {
 }
 
 void GatewayCore::accept() {
-    m_acceptHeld = m_connections.size() >= m_options.limits.connections + kRefusedConnections;
-    if (m_acceptHeld)
-        return;
     m_acceptor.async_accept(
         [self = shared_from_this()](boost::system::error_code error, Socket socket) {
             self->onAccepted(error, std::move(socket));
@@ -87,9 +82,7 @@ void GatewayCore::onAccepted(boost::system::error_code error, Socket socket) {
         return error == asio::error::connection_aborted ? accept() : acceptAgainLater();
     boost::system::error_code ignored;
     socket.set_option(tcp::no_delay(true), ignored);
-    const bool isOneTooMany = m_connections.size() >= m_options.limits.connections;
-    std::make_shared<HttpConnection>(std::move(socket), shared_from_this(), isOneTooMany)
-        ->readRequest();
+    std::make_shared<HttpConnection>(std::move(socket), shared_from_this())->readRequest();
     accept();
 }
 
@@ -109,10 +102,26 @@ void GatewayCore::connectionBegins(Connection& connection) {
 
 void GatewayCore::connectionEnds(Connection& connection) {
     m_connections.erase(&connection);
-    if (m_acceptHeld && m_acceptor.is_open())
-        accept();
     if (m_stopping && m_connections.empty())
         callWhenStopped();
+}
+
+void GatewayCore::strangerComes(Connection& connection) {
+    m_strangers.push_back(&connection);
+    if (m_strangers.size() <= m_options.limits.strangers)
+        return;
+    Connection* const oldest = m_strangers.front();
+    m_strangers.pop_front();
+    oldest->cut();
+}
+
+void GatewayCore::strangerGoes(Connection& connection) {
+    m_strangers.remove(&connection);
+}
+
+/// Strangers that have been cut count until their last operation has ended, which is at once.
+bool GatewayCore::isFull() const {
+    return m_connections.size() >= m_options.limits.connections + m_strangers.size();
 }
 
 void GatewayCore::pageLeft(Session& session, const PageLink& link,

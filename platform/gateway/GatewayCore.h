@@ -3,6 +3,7 @@
 #include <boost/asio/io_context.hpp>
 #include <cstdint>
 #include <functional>
+#include <list>
 #include <memory>
 #include <optional>
 #include <string>
@@ -46,6 +47,13 @@ public:
     void connectionBegins(Connection& connection);
     void connectionEnds(Connection& connection);
 
+    /// A connection that has shown no token. The oldest of them makes room when they are too many.
+    void strangerComes(Connection& connection);
+    /// It is gone, or has shown its token.
+    void strangerGoes(Connection& connection);
+    /// Whether as many pages are connected as may be.
+    bool isFull() const;
+
 private:
     void listen();
     void openAcceptor();
@@ -66,9 +74,9 @@ private:
     RefusalLog m_refusals;
     std::unique_ptr<SessionRegistry> m_sessions;
     std::unordered_set<Connection*> m_connections;
+    std::list<Connection*> m_strangers;  // the oldest first
     std::vector<std::function<void()>> m_whenStopped;
     std::uint16_t m_port = 0;
-    bool m_acceptHeld = false;
     bool m_stopping = false;
 };
 

@@ -31,11 +31,14 @@ bool isMalformed(const beast::error_code& error) {
 
 }  // namespace
 
-HttpConnection::HttpConnection(Socket socket, std::shared_ptr<GatewayCore> core, bool isOneTooMany)
-    : Connection(std::move(core)),
-      m_socket(std::move(socket)),
-      m_timer(m_socket.get_executor()),
-      m_isOneTooMany(isOneTooMany) {}
+HttpConnection::HttpConnection(Socket socket, std::shared_ptr<GatewayCore> core)
+    : Connection(std::move(core)), m_socket(std::move(socket)), m_timer(m_socket.get_executor()) {
+    this->core().strangerComes(*this);
+}
+
+HttpConnection::~HttpConnection() {
+    core().strangerGoes(*this);
+}
 
 void HttpConnection::readRequest() {
     m_parser.emplace();
@@ -54,16 +57,18 @@ void HttpConnection::onRequest(beast::error_code error) {
         return refuse(http::status::bad_request, "malformed request");
     if (error)
         return cut();
-    if (m_isOneTooMany)
-        return refuse(http::status::service_unavailable, "too many connections");
-    if (!m_parser->is_done())
+    if (m_parser->get().count(http::field::transfer_encoding) > 0 || !m_parser->is_done())
         return refuse(http::status::bad_request, "no request body is accepted");
     answer(m_parser->get());
 }
 
 void HttpConnection::answer(const RequestRouter::Request& request) {
     RequestRouter::Answer answer = core().router().answer(request);
-    if (auto* const response = std::get_if<RequestRouter::Response>(&answer))
+    auto* const response = std::get_if<RequestRouter::Response>(&answer);
+    const bool mayComeIn = !response || response->result() == http::status::upgrade_required;
+    if (mayComeIn && core().isFull())
+        refuse(http::status::service_unavailable, "too many connections");
+    else if (response)
         send(std::move(*response));
     else
         upgrade(std::move(std::get<RequestRouter::Admission>(answer)), request);
@@ -74,6 +79,7 @@ void HttpConnection::upgrade(RequestRouter::Admission admission,
     if (m_buffer.size() > 0)
         return refuse(http::status::bad_request, "data before the end of the handshake");
     m_timer.cancel();
+    core().strangerGoes(*this);
     std::make_shared<SocketConnection>(std::move(m_socket), sharedCore(), std::move(admission))
         ->accept(request);
 }

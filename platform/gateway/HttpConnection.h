@@ -17,8 +17,8 @@ namespace DOVA::gateway {
 class HttpConnection final : public Connection,
                              public std::enable_shared_from_this<HttpConnection> {
 public:
-    /// `isOneTooMany`: the first request is refused with 503, whatever it is.
-    HttpConnection(Socket socket, std::shared_ptr<GatewayCore> core, bool isOneTooMany);
+    HttpConnection(Socket socket, std::shared_ptr<GatewayCore> core);
+    ~HttpConnection() override;
 
     void readRequest();
     void finish() override;
@@ -42,7 +42,6 @@ private:
     boost::beast::flat_buffer m_buffer;
     std::optional<Parser> m_parser;
     RequestRouter::Response m_response;
-    const bool m_isOneTooMany;
     bool m_sending = false;
     bool m_finishing = false;
 };

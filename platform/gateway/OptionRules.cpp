@@ -51,10 +51,11 @@ void OptionRules::checkFolders(const GatewayOptions& options) {
 
 void OptionRules::checkLimits(const GatewayOptions& options) {
     const GatewayLimits& limits = options.limits;
-    const std::size_t counts[] = {
-        limits.upwardFrameBytes, limits.upwardRecordsPerSecond, limits.upwardBurstRecords,
-        limits.downwardBytes,    limits.downwardRecords,        limits.joinedFrameBytes,
-        limits.connections,      limits.httpHeaderBytes,        limits.fileBytes};
+    const std::size_t counts[] = {limits.upwardFrameBytes,   limits.upwardRecordsPerSecond,
+                                  limits.upwardBurstRecords, limits.downwardBytes,
+                                  limits.downwardRecords,    limits.joinedFrameBytes,
+                                  limits.connections,        limits.strangers,
+                                  limits.httpHeaderBytes,    limits.fileBytes};
     const std::chrono::milliseconds times[] = {limits.httpHeaderTime,  limits.handshakeTime,
                                                limits.idleTime,        limits.writeTime,
                                                limits.acknowledgeTime, limits.stopTime};

@@ -1,8 +1,8 @@
 #include "RequestRouter.h"
 
+#include <algorithm>
 #include <boost/beast/http/rfc7230.hpp>
 #include <boost/beast/websocket/rfc6455.hpp>
-#include <algorithm>
 #include <charconv>
 #include <utility>
 
@@ -48,8 +48,8 @@ bool readNumber(std::string_view text, std::uint64_t& number) {
 /// Browsers do not tell a page why its socket was refused, so it sends the same request without the
 /// upgrade. They leave Origin out of that one, and the page names its own.
 std::string_view originOf(const RequestRouter::Request& request, const RequestTarget& target) {
-    const bool isQuestion = request.count(http::field::origin) == 0 &&
-                            !boost::beast::websocket::is_upgrade(request);
+    const bool isQuestion =
+        request.count(http::field::origin) == 0 && !boost::beast::websocket::is_upgrade(request);
     return isQuestion ? target.value("origin") : header(request, http::field::origin);
 }
 
@@ -64,14 +64,16 @@ RequestRouter::RequestRouter(const GatewayOptions& options, AccessRules rules)
       m_iconRoot(options.applicationRoot.relative_path().lexically_normal() / "") {}
 
 RequestRouter::Answer RequestRouter::answer(const Request& request) const {
-    Answer answer = route(request);
+    const auto target = RequestTarget::parse(view(request.target()));
+    const std::string host(target && !target->host.empty() ? target->host
+                                                           : header(request, http::field::host));
+    Answer answer = route(request, target, host);
     if (auto* const response = std::get_if<Response>(&answer)) {
         response->version(request.version());
         if (response->result() == Status::ok) {
             response->keep_alive(request.keep_alive());
-            // Only an answer of status 200 has passed the check of its Host.
-            addSecurityHeaders(*response,
-                               " ws://" + std::string(header(request, http::field::host)));
+            // Only an answer of status 200 has passed the check of its host.
+            addSecurityHeaders(*response, " ws://" + host);
         }
         if (request.method() == http::verb::head)
             response->body().clear();
@@ -79,17 +81,17 @@ RequestRouter::Answer RequestRouter::answer(const Request& request) const {
     return answer;
 }
 
-RequestRouter::Answer RequestRouter::route(const Request& request) const {
-    if (request.count(http::field::host) != 1 ||
-        !m_rules.allowsHost(header(request, http::field::host)))
+RequestRouter::Answer RequestRouter::route(const Request& request,
+                                           const std::optional<RequestTarget>& target,
+                                           std::string_view host) const {
+    if (request.count(http::field::host) != 1 || !m_rules.allowsHost(host))
         return refusal(Status::forbidden, "this host name is not allowed");
     if (request.method() != http::verb::get && request.method() != http::verb::head)
         return refusal(Status::method_not_allowed, "only GET and HEAD are allowed");
-    const auto target = RequestTarget::parse(view(request.target()));
     if (!target)
         return refusal(Status::bad_request, "malformed request target");
     if (target->path == kSocketPath)
-        return admit(request, *target);
+        return admit(request, *target, host);
     if (target->path.compare(0, kIconPath.size(), kIconPath) == 0)
         return icon(*target);
     return file(m_page.find(target->path == "/" ? "index.html" : target->path.substr(1),
@@ -108,13 +110,14 @@ RequestRouter::Answer RequestRouter::icon(const RequestTarget& target) const {
 /// those without the leading slash.
 std::string RequestRouter::belowIconRoot(const std::string& path) const {
     const bool isBelow = !m_iconRoot.empty() && path.compare(0, m_iconRoot.size(), m_iconRoot) == 0;
-    return path.substr(isBelow ? std::min(path.find_first_not_of('/', m_iconRoot.size()), path.size())
-                               : 0);
+    return path.substr(
+        isBelow ? std::min(path.find_first_not_of('/', m_iconRoot.size()), path.size()) : 0);
 }
 
-RequestRouter::Answer RequestRouter::admit(const Request& request,
-                                           const RequestTarget& target) const {
-    if (!m_rules.allowsOrigin(originOf(request, target), header(request, http::field::host)))
+RequestRouter::Answer RequestRouter::admit(const Request& request, const RequestTarget& target,
+                                           std::string_view host) const {
+    if (request.count(http::field::origin) > 1 ||
+        !m_rules.allowsOrigin(originOf(request, target), host))
         return refusal(Status::forbidden, "this origin is not allowed");
     if (!m_rules.isToken(target.value("token")))
         return refusal(Status::unauthorized, "missing or wrong token");
@@ -155,11 +158,11 @@ RequestRouter::Response RequestRouter::refusal(Status status, std::string reason
     response.content_length(reason.size());
     response.body() = std::move(reason);
     response.keep_alive(false);
-    addSecurityHeaders(response, "");
+    addSecurityHeaders(response);
     return response;
 }
 
-void RequestRouter::addSecurityHeaders(Response& response, const std::string& socketSource) {
+void RequestRouter::addSecurityHeaders(http::fields& response, const std::string& socketSource) {
     response.set("Content-Security-Policy",
                  "default-src 'none'; script-src 'self'; style-src 'self'; img-src 'self'; "
                  "connect-src 'self'" +

@@ -39,16 +39,21 @@ public:
     /// The answer to a request. To HEAD it has the headers of GET and no body.
     Answer answer(const Request& request) const;
 
+    /// What browsers are told with every answer; `socketSource` is where the page may open sockets
+    /// beside its own origin.
+    static void addSecurityHeaders(boost::beast::http::fields& headers,
+                                   const std::string& socketSource = {});
+
     /// A refusal: a short plain text with the reason. The connection ends with it.
     static Response refusal(Status status, std::string reason);
 
 private:
-    Answer route(const Request& request) const;
+    Answer route(const Request& request, const std::optional<RequestTarget>& target,
+                 std::string_view host) const;
     Answer icon(const RequestTarget& target) const;
     std::string belowIconRoot(const std::string& path) const;
-    Answer admit(const Request& request, const RequestTarget& target) const;
+    Answer admit(const Request& request, const RequestTarget& target, std::string_view host) const;
     static Answer file(std::optional<StaticFile> found);
-    static void addSecurityHeaders(Response& response, const std::string& socketSource);
 
     const AccessRules m_rules;
     const StaticFiles m_page;

@@ -1,12 +1,15 @@
 #include "RequestTarget.h"
 
 #include <algorithm>
+#include <boost/beast/core/string.hpp>
 #include <charconv>
 #include <utility>
 
 namespace DOVA::gateway {
 
 namespace {
+
+constexpr std::string_view kScheme = "http://";
 
 std::optional<std::string> percentDecoded(std::string_view text) {
     std::string result;
@@ -39,9 +42,8 @@ bool readQuery(std::string_view query, RequestTarget& target) {
         query.remove_prefix(std::min(pair.size() + 1, query.size()));
         const std::string_view name = pair.substr(0, pair.find('='));
         auto value = percentDecoded(pair.substr(std::min(name.size() + 1, pair.size())));
-        if (!value)
+        if (!value || !target.query.emplace(name, std::move(*value)).second)
             return false;
-        target.query.emplace(name, std::move(*value));
     }
     return true;
 }
@@ -49,11 +51,20 @@ bool readQuery(std::string_view query, RequestTarget& target) {
 }  // namespace
 
 std::optional<RequestTarget> RequestTarget::parse(std::string_view text) {
+    RequestTarget target;
+    if (boost::beast::iequals({text.data(), std::min(text.size(), kScheme.size())},
+                              {kScheme.data(), kScheme.size()})) {
+        text.remove_prefix(kScheme.size());
+        target.host = text.substr(0, text.find_first_of("/?"));
+        text.remove_prefix(target.host.size());
+        if (target.host.empty())
+            return {};
+    }
     const std::string_view path = text.substr(0, text.find('?'));
-    auto decoded = percentDecoded(path);
+    auto decoded = percentDecoded(path.empty() && !target.host.empty() ? "/" : path);
     if (!decoded || !isPlainPath(*decoded))
         return {};
-    RequestTarget target{std::move(*decoded), {}};
+    target.path = std::move(*decoded);
     if (!readQuery(text.substr(std::min(path.size() + 1, text.size())), target))
         return {};
     return target;

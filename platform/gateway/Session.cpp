@@ -7,6 +7,11 @@ namespace DOVA::gateway {
 Session::Session(std::string id, const GatewayLimits& limits)
     : m_id(std::move(id)), m_downward(limits) {}
 
+void Session::setEnded() {
+    m_ended = true;
+    m_downward.clear();
+}
+
 const CloseReason* Session::accept(const Frame& frame) {
     if (frame.sequence > m_received + 1)
         return &close_reason::kGap;

@@ -29,9 +29,10 @@ public:
     bool isReady() const { return m_ready; }
     void setReady() { m_ready = true; }
 
-    /// Whether the registry has ended it; nothing may be sent or handled any more.
+    /// Whether the registry has ended it; nothing may be sent or handled any more, and nothing is
+    /// kept.
     bool hasEnded() const { return m_ended; }
-    void setEnded() { m_ended = true; }
+    void setEnded();
 
     DownwardBuffer& downward() { return m_downward; }
 

@@ -185,10 +185,12 @@ void SessionRegistry::drop(Sessions::iterator entry, const CloseReason& reason) 
         link->end(reason);
 }
 
+/// A page that never said that it is ready is asked to, and told nothing else.
 void SessionRegistry::sendToAll(const std::string& channel, const std::string& text) {
     std::vector<std::shared_ptr<Session>> all;
     for (const auto& [id, entry] : m_sessions)
-        all.push_back(entry.session);
+        if (entry.session->isReady() || channel == PageChannels::kRoot)
+            all.push_back(entry.session);
     for (const auto& session : all)
         push(*session, channel, text);
 }

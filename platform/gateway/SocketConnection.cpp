@@ -20,6 +20,9 @@ namespace websocket = beast::websocket;
 
 namespace {
 
+/// What is read in one go at the most: a page whose frames are shorter costs one step each.
+constexpr std::size_t kPieceBytes = 65536;
+
 bool isFaultOfPage(const beast::error_code& error) {
     return error == websocket::error::message_too_big ||
            error == websocket::condition::protocol_violation;
@@ -53,11 +56,13 @@ void SocketConnection::setOptions() {
     const GatewayLimits& limits = core().options().limits;
     m_stream.set_option(websocket::stream_base::timeout{limits.handshakeTime,
                                                         websocket::stream_base::none(), false});
+    // Beast writes the refusal of a faulty handshake itself.
     m_stream.set_option(websocket::stream_base::decorator([](websocket::response_type& response) {
         response.set(beast::http::field::sec_websocket_protocol, RequestRouter::kSubProtocol);
+        RequestRouter::addSecurityHeaders(response);
     }));
     m_stream.control_callback(
-        [this](websocket::frame_type, beast::string_view) { m_heard = Clock::now(); });
+        [this](websocket::frame_type, beast::string_view) { onControlFrame(); });
     m_stream.read_message_max(limits.upwardFrameBytes);
     m_stream.auto_fragment(false);
     m_stream.text(true);
@@ -89,10 +94,11 @@ void SocketConnection::open() {
     read();
 }
 
+/// Piece by piece, so that a page that sends a frame in many is slowed down as well.
 void SocketConnection::read() {
-    m_stream.async_read(m_buffer, [self = shared_from_this()](ErrorCode error, std::size_t) {
-        self->onRead(error);
-    });
+    m_stream.async_read_some(
+        m_buffer, kPieceBytes,
+        [self = shared_from_this()](ErrorCode error, std::size_t) { self->onRead(error); });
 }
 
 void SocketConnection::onRead(ErrorCode error) {
@@ -103,8 +109,17 @@ void SocketConnection::onRead(ErrorCode error) {
     m_heard = Clock::now();
     if (!m_session)
         return;  // the closing handshake reads what else comes
+    m_throttle.charge(1, m_heard);
     if (m_stream.got_binary())
         return fail(close_reason::kBinaryFrame);
+    if (m_stream.is_message_done())
+        return onFrame();
+    if (m_throttle.isExhausted())
+        return pause(1);
+    read();
+}
+
+void SocketConnection::onFrame() {
     const auto data = m_buffer.data();
     if (const CloseReason* const reason =
             m_receiver->begin({static_cast<const char*>(data.data()), data.size()}))
@@ -113,7 +128,20 @@ void SocketConnection::onRead(ErrorCode error) {
         m_answerDue = true;
         flush();
     }
+    m_isWorking = true;
     work();
+}
+
+/// No browser lets a page send pings: whoever sends that many is none.
+void SocketConnection::onControlFrame() {
+    m_heard = Clock::now();
+    m_throttle.charge(1, m_heard);
+    if (!m_throttle.isOverdrawn() || std::exchange(m_isFlooded, true))
+        return;
+    asio::post(m_stream.get_executor(), [self = shared_from_this()] {
+        if (self->m_session)
+            self->fail(close_reason::kTooManyControlFrames);
+    });
 }
 
 /// Beast has answered a faulty frame with its close code. Such a page would send the same again
@@ -129,30 +157,38 @@ void SocketConnection::onReadFailed(ErrorCode error) {
 }
 
 void SocketConnection::work() {
-    const std::size_t granted = m_throttle.take(m_receiver->pending(), m_heard);
-    if (const CloseReason* const reason = m_receiver->handle(granted))
+    const GatewayLimits& limits = core().options().limits;
+    if (const CloseReason* const reason =
+            m_receiver->handle(m_throttle, limits.upwardBurstRecords, m_heard))
         return fail(*reason);
     if (!m_session)
         return;
     acknowledgeSoon();
     if (m_receiver->pending() > 0)
-        return pause();
+        return pause(m_receiver->pending());
+    m_isWorking = false;
     m_buffer.clear();
+    if (m_throttle.isExhausted())
+        return pause(1);
     read();
 }
 
 /// The page's rate is used up: what is read is worked off as the rate allows, the rest waits in
 /// the network until then.
-void SocketConnection::pause() {
+void SocketConnection::pause(std::size_t events) {
     constexpr std::size_t stepsPerSecond = 20;
     const std::size_t step = core().options().limits.upwardRecordsPerSecond / stepsPerSecond + 1;
     m_paused = true;
-    m_pauseTimer.expires_after(m_throttle.waitFor(std::min(step, m_receiver->pending())));
+    m_pauseTimer.expires_after(m_throttle.waitFor(std::min(step, events)));
     m_pauseTimer.async_wait([self = shared_from_this()](ErrorCode error) {
         self->m_paused = false;
         self->m_heard = Clock::now();
-        if (!error && self->m_session)
+        if (error || !self->m_session)
+            return;
+        if (self->m_isWorking)
             self->work();
+        else
+            self->read();
     });
 }
 

@@ -46,8 +46,10 @@ private:
     void read();
     void onRead(ErrorCode error);
     void onReadFailed(ErrorCode error);
+    void onFrame();
+    void onControlFrame();
     void work();
-    void pause();
+    void pause(std::size_t events);
     void fail(const CloseReason& reason);
 
     void flush();
@@ -86,6 +88,8 @@ private:
     bool m_acknowledgeDue = false;
     bool m_answerDue = false;
     bool m_paused = false;
+    bool m_isWorking = false;
+    bool m_isFlooded = false;
     bool m_pinging = false;
     bool m_closing = false;
     bool m_cut = false;

@@ -9,11 +9,9 @@ Throttle::Throttle(std::size_t perSecond, std::size_t burst)
       m_burst(static_cast<double>(burst)),
       m_tokens(m_burst) {}
 
-std::size_t Throttle::take(std::size_t wanted, Clock::time_point now) {
+void Throttle::charge(std::size_t tokens, Clock::time_point now) {
     refill(now);
-    const std::size_t taken = std::min(wanted, static_cast<std::size_t>(m_tokens));
-    m_tokens -= static_cast<double>(taken);
-    return taken;
+    m_tokens -= static_cast<double>(tokens);
 }
 
 Throttle::Clock::duration Throttle::waitFor(std::size_t wanted) const {

@@ -36,11 +36,20 @@ TEST_P(GatewayFaultTest, closesWithItsCodeAndReasonAndEndsTheSession) {
     expectSessionIsOver();
 }
 
+std::string manyPings() {
+    std::string result;
+    for (int count = 0; count < 9000; ++count) {
+        result += "\x89\x80mask";
+    }
+    return result;
+}
+
 // Beast answers what is no WebSocket message of ours by itself, with the code alone.
 const FaultRow kFaults[] = {
     {"oversized", &TestPage::send, "3,0\x1e.\x1f" + std::string(995, 'x'), "1009 "},
     {"noText", &TestPage::send, "3,0\x1e.\x1f\xff", "1007 "},
     {"unmasked", &TestPage::sendRaw, "\x81\x02hi", "1002 "},
+    {"pings", &TestPage::sendRaw, manyPings(), "4003 too many control frames"},
     {"binary", &TestPage::sendBinary, "3,0\x1e.\x1fx", "1003 text frames only"},
     {"malformed", &TestPage::send, "hello", "4003 malformed frame"},
     {"gap", &TestPage::send, "4,0\x1e.\x1f{}", "4003 a number is missing"},

@@ -78,8 +78,9 @@ protected:
             EXPECT_FALSE(answer.keep_alive());
             return;
         }
-        EXPECT_THAT(policy, HasSubstr("connect-src 'self' ws://" +
-                                      row.get("headers.Host", "localhost:8080") + ";"));
+        EXPECT_THAT(policy,
+                    HasSubstr("connect-src 'self' ws://" +
+                              row.get("host", row.get("headers.Host", "localhost:8080")) + ";"));
         EXPECT_EQ(answer.body(), row.get<std::string>("body"));
         EXPECT_EQ(answer["Content-Type"], row.get<std::string>("type"));
         EXPECT_EQ(answer["Content-Encoding"] == "gzip", answer.body() == "zipped");

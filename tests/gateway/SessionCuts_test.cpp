@@ -85,7 +85,8 @@ protected:
         travel([&] {
             FrameReceiver receiver(*registry, m_session);
             ASSERT_EQ(receiver.begin(frame), nullptr);
-            ASSERT_EQ(receiver.handle(1000), nullptr);
+            Throttle throttle{1000, 1000};
+            ASSERT_EQ(receiver.handle(throttle, 1000, now), nullptr);
             bus->deliver();
         });
     }

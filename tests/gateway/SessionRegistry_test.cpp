@@ -179,12 +179,52 @@ TEST_F(SessionRegistryTest, aFrameIsWorkedOffInStepsUntilItsEndOrTheSessions) {
         "1,0\x1e.\x1fx\x1e.\x1fy\x1e/dova2/web\x1f{\"clientDestroyed\":\"me\"}\x1e.\x1ftoo late";
     ASSERT_EQ(receiver.begin(frame), nullptr);
     EXPECT_FALSE(receiver.isQuestion());
-    EXPECT_EQ(receiver.handle(0), nullptr);
-    EXPECT_EQ(receiver.handle(1), nullptr);
+    Throttle empty{1, 1};
+    empty.charge(1, now);
+    EXPECT_EQ(receiver.handle(empty, 9, now), nullptr);
+    EXPECT_EQ(receiver.handle(empty, 9, now + std::chrono::seconds(1)), nullptr);
     EXPECT_EQ(receiver.pending(), 3u);
     EXPECT_EQ(session->received(), 1u) << "only what was handled is acknowledged";
-    EXPECT_EQ(receiver.handle(3), nullptr);
+    Throttle enough{3, 3};
+    EXPECT_EQ(receiver.handle(enough, 9, now), nullptr);
     EXPECT_THAT(takeHeard(), ElementsAre("/dova2/web/me=x", "/dova2/web/me=y", destroyed));
+}
+
+/// One text held 100,000 events, and counted as one.
+TEST_F(SessionRegistryTest, aTextCountsAsWhatItMakesTheProgramDo) {
+    struct {
+        const char* name;
+        std::string text;
+        std::size_t weight;
+    } const rows[] = {
+        {"event", R"({"id":"1","event":"onEdit","value":"{{{"})", 1},
+        {"noText", "", 1},
+        {"array", R"( [{"id":"1"},{"id":"2"},{"id":"3"}])", 3},
+        {"emptyArray", "[]", 1},
+        {"long", std::string(5000, 'x'), 5},
+    };
+    for (const auto& row : rows) {
+        EXPECT_EQ(FrameCodec::weight(row.text), row.weight) << row.name;
+    }
+    const auto session = openFresh("me", link);
+    FrameReceiver receiver{*registry, session};
+    Throttle throttle{1, 4};
+    const std::string frame = "1,0\x1e.\x1f[{},{},{},{}]\x1e.\x1f[{},{},{},{},{}]";
+    ASSERT_EQ(receiver.begin(frame), nullptr);
+    EXPECT_EQ(receiver.handle(throttle, 4, now), nullptr);
+    EXPECT_EQ(receiver.pending(), 1u);
+    EXPECT_EQ(receiver.handle(throttle, 4, now + std::chrono::seconds(4)),
+              &close_reason::kTooManyEvents);
+    EXPECT_THAT(takeHeard(), ElementsAre("/dova2/web/me=[{},{},{},{}]"));
+}
+
+TEST_F(SessionRegistryTest, anEndedSessionKeepsNothing) {
+    const auto session = openFresh("me", link);
+    say("/dova2/web/me", "text");
+    EXPECT_GT(session->downward().bytes(), 0u);
+    registry->end(*session, close_reason::kSessionEnded);
+    EXPECT_EQ(session->downward().bytes(), 0u);
+    EXPECT_FALSE(session->downward().hasUnsent());
 }
 
 }  // namespace

@@ -13,9 +13,11 @@ namespace DOVA::gateway {
 struct GatewayLimits {
     /// Longest frame a page may send, in bytes; a longer one closes its connection with 1009.
     std::size_t upwardFrameBytes = 1024 * 1024;
-    /// Texts a second that a page may send for long; beyond it the gateway reads more slowly.
+    /// Texts a second that a page may send for long; beyond it the gateway reads more slowly. An
+    /// array counts as its objects; each KiB, frame, piece of a frame and ping counts as a text.
     std::size_t upwardRecordsPerSecond = 2000;
-    /// Texts that a page may send at once before that rate counts.
+    /// Texts that a page may send at once before that rate counts. A single one that counts for
+    /// more closes its connection with 4003.
     std::size_t upwardBurstRecords = 4000;
     /// Bytes kept for one session until its page acknowledges them; more loses the session.
     std::size_t downwardBytes = 64 * 1024 * 1024;
@@ -23,14 +25,17 @@ struct GatewayLimits {
     std::size_t downwardRecords = 200000;
     /// Waiting texts travel joined up to about this many bytes; a longer text travels alone.
     std::size_t joinedFrameBytes = 256 * 1024;
-    /// Open connections, page loads included; further ones are refused with 503.
+    /// Pages that are connected; further ones are refused with 503.
     std::size_t connections = 64;
+    /// Connections that have shown no token, page loads among them; when another one comes, the
+    /// oldest is cut. Each has `httpHeaderTime` for a request.
+    std::size_t strangers = 32;
     /// Longest request line and header, in bytes; a longer one is refused with 431.
     std::uint32_t httpHeaderBytes = 16 * 1024;
     /// Largest page or icon file that is served; a larger one counts as absent.
     std::size_t fileBytes = 16 * 1024 * 1024;
     /// A request's header must be complete this long after the connection or the last answer.
-    std::chrono::milliseconds httpHeaderTime{10000};
+    std::chrono::milliseconds httpHeaderTime{2000};
     /// Opening and closing handshakes of a WebSocket.
     std::chrono::milliseconds handshakeTime{10000};
     /// A WebSocket that is silent for half of this is pinged, for all of it cut.
