@@ -19,6 +19,7 @@ import { describe } from '../store/snapshot.ts';
 import type { StoredObject } from '../store/StoredObject.ts';
 import { EditTexts } from '../widgets/edit/EditTexts.ts';
 import { listen } from '../widgets/events.ts';
+import { PageSizes } from '../widgets/tabs/PageSizes.ts';
 import { TabPositions } from '../widgets/tabs/TabPositions.ts';
 import { Buddies } from '../widgets/text/Buddies.ts';
 import { Renderer } from '../widgets/Renderer.ts';
@@ -47,6 +48,7 @@ export class Application implements LinkListener, InboxListener, WidgetHost, Des
     readonly edits = new EditTexts();
     readonly buddies = new Buddies((id) => this.m_renderer.control(id));
     readonly tabs = new TabPositions();
+    readonly pageSizes = new PageSizes();
     readonly link: Link;
     private readonly m_token: string;
     private readonly m_root: HTMLElement;
@@ -142,6 +144,10 @@ export class Application implements LinkListener, InboxListener, WidgetHost, Des
         }
         this.link.send(windowChannel(object.windowId), message);
         this.checkQueue();
+    }
+
+    contentsChanged(object: StoredObject): void {
+        this.m_desktop.contentsChanged(object);
     }
 
     pressDefault(object: StoredObject): void {

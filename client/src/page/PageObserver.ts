@@ -42,11 +42,12 @@ export class PageObserver implements StoreObserver {
 
     inserted(object: StoredObject, before: StoredObject | undefined): void {
         this.m_renderer.inserted(object, before);
-        this.m_desktop.contentsChanged(object);
+        this.m_desktop.contentsChanged(object, true);
     }
 
     removed(object: StoredObject): void {
         this.m_renderer.removed(object);
+        this.m_desktop.contentsChanged(object);
     }
 
     changed(object: StoredObject, names: ReadonlySet<Name>): void {
@@ -54,6 +55,7 @@ export class PageObserver implements StoreObserver {
             this.m_desktop.changed(object, names);
         } else {
             this.m_renderer.changed(object, names);
+            this.m_desktop.contentsChanged(object, names.has('visible'));
         }
     }
 
@@ -71,6 +73,7 @@ export class PageObserver implements StoreObserver {
                 break;
             case 'adjustsize':
                 this.m_renderer.adjustSize(object);
+                this.m_desktop.contentsChanged(object);
                 break;
             default:
                 this.m_renderer.showAgain(object);

@@ -1,4 +1,3 @@
-import { Kind } from '../protocol/names.ts';
 import type { Name, Values } from '../protocol/properties.ts';
 import type { ObjectStore } from '../store/ObjectStore.ts';
 import { subtree, type StoredObject } from '../store/StoredObject.ts';
@@ -137,9 +136,6 @@ export class Renderer {
             this.m_host.buddies.connect(object.id, kind.control?.(element) ?? element);
         }
         kind.nameAfter?.(element, object, previous);
-        if (kind.scrolls) {
-            letShareHeight(object.parent);
-        }
         return element;
     }
 
@@ -206,16 +202,6 @@ export class Renderer {
 /** Only the renderer sets views: the element of an object, the body of a window. */
 function elementOf(object: StoredObject): HTMLElement | undefined {
     return object.view as HTMLElement | undefined;
-}
-
-/** Some browsers have no more rows than this in what shares a height among them. */
-const MOST_SHARING = 1000;
-
-/** A box that holds what can scroll gives it what its other children leave of the height. */
-function letShareHeight(box: StoredObject | undefined): void {
-    if (box?.type === Kind.boxLayout && box.children.length <= MOST_SHARING) {
-        elementOf(box)?.classList.add('shares-height');
-    }
 }
 
 /** An object that may not update, or stands in one that may not, shows its changes later. */

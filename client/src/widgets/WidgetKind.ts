@@ -1,5 +1,6 @@
 import type { Name, Values } from '../protocol/properties.ts';
 import type { EditTexts } from './edit/EditTexts.ts';
+import type { PageSizes } from './tabs/PageSizes.ts';
 import type { TabPositions } from './tabs/TabPositions.ts';
 import type { Buddies } from './text/Buddies.ts';
 import type { StoredObject } from '../store/StoredObject.ts';
@@ -9,8 +10,11 @@ export interface WidgetHost {
     readonly edits: EditTexts;
     readonly buddies: Buddies;
     readonly tabs: TabPositions;
+    readonly pageSizes: PageSizes;
     /** Tells the program, on the window's channel. */
     send(object: StoredObject, message: string): void;
+    /** What shows the object takes another room now: its window follows. */
+    contentsChanged(object: StoredObject): void;
     /** Presses the default button of the object's window, if it has one that can be pressed. */
     pressDefault(object: StoredObject): void;
     /** Where an image of the program is to be had; undefined when it has no path. */
@@ -57,8 +61,6 @@ export interface WidgetKind {
     readonly prototype: HTMLElement;
     readonly appliers: Appliers;
     readonly events?: WidgetEvents;
-    /** May be lower than what it holds, which then scrolls. */
-    readonly scrolls?: boolean;
     /** The kind in the shape that the object's state asks for; the kind itself if absent. */
     variantOf?(object: StoredObject): WidgetKind;
     /** Told once its children are there, and again whenever one has come or gone. */

@@ -7,6 +7,7 @@ import type { StoredObject } from '../store/StoredObject.ts';
 import type { Renderer } from '../widgets/Renderer.ts';
 import type { WidgetHost } from '../widgets/WidgetKind.ts';
 import { listenOnDesktop } from './desktopEvents.ts';
+import { afterLayout, Follower } from './Follower.ts';
 import { PlaceReporter } from './PlaceReporter.ts';
 import { Stack } from './Stack.ts';
 import { taskbar } from './taskbar.ts';
@@ -42,6 +43,7 @@ export class Desktop implements WindowHost, WindowActions {
     private readonly m_host: WidgetHost;
     private readonly m_listener: DesktopListener;
     private readonly m_reporter: PlaceReporter;
+    private readonly m_follower: Follower;
 
     constructor(
         root: HTMLElement,
@@ -55,6 +57,7 @@ export class Desktop implements WindowHost, WindowActions {
         this.m_host = host;
         this.m_listener = listener;
         this.m_reporter = new PlaceReporter(clock, (frame, text) => host.send(frame.object, text));
+        this.m_follower = new Follower(host.pageSizes);
         this.stack = new Stack(renderer, () => listener.topChanged());
         this.m_root.append(this.m_bar);
         listenOnDesktop(this, root);
@@ -129,6 +132,7 @@ export class Desktop implements WindowHost, WindowActions {
             }
             applyToWindow(frame, name, this, this.m_host);
         }
+        this.contentsChanged(object);
         this.showBar();
     }
 
@@ -139,8 +143,11 @@ export class Desktop implements WindowHost, WindowActions {
         }
     }
 
-    contentsChanged(object: StoredObject): void {
-        this.m_frames.get(object.windowId)?.grow();
+    contentsChanged(object: StoredObject, anew = false): void {
+        const frame = this.m_frames.get(object.windowId);
+        if (frame !== undefined) {
+            this.m_follower.changed(frame, object, anew);
+        }
     }
 
     /** The focus goes to the control, or waits until its window is the active one. */
@@ -177,17 +184,22 @@ export class Desktop implements WindowHost, WindowActions {
     zoom(frame: WindowFrame, larger: boolean): void {
         frame.setZoom(frame.zoom * (larger ? 1.1 : 1 / 1.1));
         this.m_listener.zoomed(frame.object, larger);
-        this.m_reporter.changed(frame, true);
+        this.placed(frame, true);
     }
 
     placed(frame: WindowFrame, last: boolean): void {
         this.m_reporter.changed(frame, last);
+        this.contentsChanged(frame.object);
+    }
+
+    followed(frame: WindowFrame): void {
+        this.m_reporter.changed(frame, true);
     }
 
     modeChanged(frame: WindowFrame): void {
         this.stack.show(frame);
         this.showBar();
-        this.m_reporter.changed(frame, true);
+        this.placed(frame, true);
     }
 
     imageAddress(path: string): string | undefined {
@@ -239,8 +251,10 @@ export class Desktop implements WindowHost, WindowActions {
         if (this.m_frames.get(frame.object.id) !== frame) {
             return;
         }
-        if (!frame.measured) {
+        const anew = frame.measured;
+        if (!anew) {
             const { resize, setPreferredSize } = frame.object.values;
+            this.m_host.pageSizes.measure(frame.body);
             frame.measure(this.m_frames.size - 1, resize ?? setPreferredSize);
             for (const name of placing) {
                 if (frame.object.values[name] !== undefined) {
@@ -248,15 +262,15 @@ export class Desktop implements WindowHost, WindowActions {
                 }
             }
             this.stack.activate(frame);
-        } else {
-            frame.grow();
         }
         this.m_reporter.changed(frame, true);
+        this.contentsChanged(frame.object, anew);
     }
 
     private viewportChanged(): void {
         for (const frame of this.windows) {
             frame.keepInView();
+            this.contentsChanged(frame.object);
             this.m_reporter.changed(frame, false);
         }
     }
@@ -270,17 +284,4 @@ export class Desktop implements WindowHost, WindowActions {
         this.m_root.classList.toggle('with-taskbar', minimized.length > 0);
         render(taskbar(minimized, restore), this.m_bar);
     }
-}
-
-/** Before the next frame is painted, or soon when the page is hidden and paints none. */
-function afterLayout(call: () => void): void {
-    let done = false;
-    const once = (): void => {
-        if (!done) {
-            done = true;
-            call();
-        }
-    };
-    requestAnimationFrame(once);
-    setTimeout(once, 200);
 }

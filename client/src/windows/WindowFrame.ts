@@ -1,11 +1,14 @@
 import { render } from 'lit';
 import type { WindowPlace } from '../protocol/events.ts';
-import { asRect, type Rect, type Size } from '../protocol/geometry.ts';
+import type { Rect, Size } from '../protocol/geometry.ts';
 import { asNumber, isObject } from '../protocol/guards.ts';
 import type { StoredObject } from '../store/StoredObject.ts';
 import { chrome } from './chrome.ts';
 import { makeMovable, type Movable } from './gestures.ts';
-import { fitSize, firstPlace, keepEndInView, keepReachable } from './placement.ts';
+import { fit, measureNaturally } from './fit.ts';
+import { fitSize, firstPlace } from './placement.ts';
+import { Place, wholeRect, type StoredPlace } from './Place.ts';
+import { asSizing, followContents, type Sizable, type Sizing } from './sizing.ts';
 
 /** What a window asks of the desktop it stands on. */
 export interface WindowHost {
@@ -14,6 +17,8 @@ export interface WindowHost {
     closeRequested(window: WindowFrame): void;
     /** Place, size or mode changed; while a gesture goes on, `last` is false. */
     placed(window: WindowFrame, last: boolean): void;
+    /** It has another size because of its contents. */
+    followed(window: WindowFrame): void;
     modeChanged(window: WindowFrame): void;
     imageAddress(path: string): string | undefined;
 }
@@ -22,34 +27,30 @@ export type Mode = 'normal' | 'maximized' | 'minimized';
 
 /** What is kept of a window over a reload of the page. */
 export interface StoredFrame {
-    readonly frame: Rect | undefined;
+    readonly place: StoredPlace;
     readonly mode: Mode;
     readonly restored: Mode;
-    readonly sized: boolean;
+    readonly sizing: Sizing;
     readonly zoom: number;
 }
 
 /** A window of the program: a native dialog with a frame around what the renderer shows in it. */
-export class WindowFrame implements Movable {
+export class WindowFrame implements Movable, Sizable {
     readonly element = document.createElement('dialog');
     readonly body: HTMLFieldSetElement;
+    readonly place: Place;
     object: StoredObject;
     private readonly m_host: WindowHost;
-    /**
-     * Where the window is when it is neither maximized nor minimized, in the size that was asked
-     * for, also while the viewport has no room for it; unset until measured.
-     */
-    private m_normal: Rect | undefined;
     private m_mode: Mode = 'normal';
     /** What it was before it was minimized. */
     private m_restored: Mode = 'normal';
-    /** Somebody decided the size, so the contents no longer do. */
-    private m_sized = false;
+    private m_sizing: Sizing = 'contents';
     private m_zoom = 1;
 
     constructor(object: StoredObject, host: WindowHost) {
         this.object = object;
         this.m_host = host;
+        this.place = new Place(this.element, host);
         this.element.className = 'window';
         this.element.dataset['id'] = String(object.id);
         this.element.dataset['type'] = object.type;
@@ -72,18 +73,17 @@ export class WindowFrame implements Movable {
     }
 
     get measured(): boolean {
-        return this.m_normal !== undefined;
+        return this.place.known;
     }
 
     /** The whole window, title bar and border included, as it is now. */
     get frame(): Rect {
-        const { viewport } = this.m_host;
-        if (this.m_mode === 'maximized') {
-            return { x: 0, y: 0, ...viewport };
-        }
-        return this.m_normal === undefined
-            ? { x: 0, y: 0, width: 0, height: 0 }
-            : keepReachable(this.m_normal, viewport);
+        const maximized = this.m_mode === 'maximized';
+        return maximized ? { x: 0, y: 0, ...this.m_host.viewport } : this.place.frame;
+    }
+
+    get viewport(): Size {
+        return this.m_host.viewport;
     }
 
     get zoom(): number {
@@ -105,10 +105,16 @@ export class WindowFrame implements Movable {
         render(chrome(view), this.element);
     }
 
+    /** A person moves or sizes the window. */
     setFrame(frame: Rect, last: boolean): void {
-        this.m_sized = true;
-        this.place(frame);
+        this.decide(frame, 'stays');
         this.m_host.placed(this, last);
+    }
+
+    /** The program does. */
+    setFrameAsked(frame: Rect): void {
+        this.decide(frame, 'asked');
+        this.m_host.placed(this, true);
     }
 
     /** A frame such that the content area is `content`. */
@@ -129,30 +135,26 @@ export class WindowFrame implements Movable {
     measure(index: number, content?: Size): void {
         const natural = this.naturalSize();
         const size = content ? this.frameFor({ x: 0, y: 0, ...content }) : natural;
-        this.place({ ...size, ...firstPlace(size, this.m_host.viewport, index) });
+        this.m_sizing = content ? 'asked' : 'contents';
+        this.place.put({ ...size, ...firstPlace(size, this.m_host.viewport, index) });
     }
 
-    /** The contents changed: a window whose size nobody decided grows with them. */
-    grow(): void {
-        const normal = this.m_normal;
-        if (!this.m_sized && normal !== undefined && this.m_mode === 'normal') {
-            const { width, height } = this.naturalSize();
-            const grown = {
-                ...normal,
-                width: Math.max(width, normal.width),
-                height: Math.max(height, normal.height),
-            };
-            const higher = grown.height > normal.height;
-            this.place(higher ? keepEndInView(grown, this.m_host.viewport) : grown);
-            this.m_host.placed(this, true);
+    /** The contents changed; `anew` when there are some that were not there before. */
+    follow(anew: boolean): void {
+        const before = this.frame;
+        if (this.measured && this.m_mode === 'normal') {
+            this.m_sizing = followContents(this, this.m_sizing, anew);
+        }
+        fit(this.body);
+        if (!isSame(this.frame, before)) {
+            this.m_host.followed(this);
         }
     }
 
     adjustSize(): void {
-        if (this.m_normal !== undefined) {
-            const frame = { ...this.m_normal, ...this.naturalSize() };
-            this.place(keepEndInView(frame, this.m_host.viewport));
-            this.m_sized = false;
+        if (this.measured) {
+            this.place.resizeTo(this.naturalSize());
+            this.m_sizing = 'contents';
             this.m_host.placed(this, true);
         }
     }
@@ -185,9 +187,7 @@ export class WindowFrame implements Movable {
 
     /** The viewport changed. */
     keepInView(): void {
-        if (this.m_normal !== undefined) {
-            this.place(this.m_normal);
-        }
+        this.place.show();
     }
 
     /** Where the window is, for the program: measured, so not to be asked in a loop. */
@@ -202,10 +202,10 @@ export class WindowFrame implements Movable {
 
     store(): StoredFrame {
         return {
-            frame: this.m_normal,
+            place: this.place.store(),
             mode: this.m_mode,
             restored: this.m_restored,
-            sized: this.m_sized,
+            sizing: this.m_sizing,
             zoom: this.m_zoom,
         };
     }
@@ -214,32 +214,31 @@ export class WindowFrame implements Movable {
         if (!isObject(stored)) {
             return;
         }
-        const frame = asRect(stored['frame']);
-        if (frame !== undefined) {
-            this.place(frame);
-        }
-        this.m_sized = stored['sized'] === true;
+        this.place.takeUp(stored['place']);
+        this.m_sizing = asSizing(stored['sizing']);
         this.setZoom(asNumber(stored['zoom']) ?? 1);
         this.setMode(asMode(stored['restored']));
         this.setMode(asMode(stored['mode']));
     }
 
-    private place(frame: Rect): void {
-        const whole = wholeRect(frame);
-        const { x, y, width, height } = keepReachable(whole, this.m_host.viewport);
-        this.m_normal = { ...whole, x, y };
-        const { style } = this.element;
-        style.left = `${x}px`;
-        style.top = `${y}px`;
-        style.width = `${width}px`;
-        style.height = `${height}px`;
+    /** A frame of the same size moves the window, and leaves open who decides its size. */
+    private decide(frame: Rect, sizing: Sizing): void {
+        const { width, height } = this.frame;
+        if (frame.width !== width || frame.height !== height) {
+            this.m_sizing = sizing;
+            this.place.put(frame);
+        } else {
+            this.place.moveTo(frame.x, frame.y);
+        }
     }
 
-    private naturalSize(): Size {
+    /** As its contents ask for it, within the page. */
+    naturalSize(): Size {
         const { style } = this.element;
         style.width = '';
         style.height = '';
-        const { width, height } = this.element.getBoundingClientRect();
+        const { width, height } = measureNaturally(this.body, this.element);
+        this.place.show();
         return fitSize(
             { width: Math.ceil(width), height: Math.ceil(height) },
             this.m_host.viewport,
@@ -247,16 +246,10 @@ export class WindowFrame implements Movable {
     }
 }
 
-function asMode(value: unknown): Mode {
-    return value === 'maximized' || value === 'minimized' ? value : 'normal';
+function isSame(a: Rect, b: Rect): boolean {
+    return a.x === b.x && a.y === b.y && a.width === b.width && a.height === b.height;
 }
 
-/** Between two pixels everything in the window would be blurred. */
-function wholeRect(rect: Rect): Rect {
-    return {
-        x: Math.round(rect.x),
-        y: Math.round(rect.y),
-        width: Math.round(rect.width),
-        height: Math.round(rect.height),
-    };
+function asMode(value: unknown): Mode {
+    return value === 'maximized' || value === 'minimized' ? value : 'normal';
 }

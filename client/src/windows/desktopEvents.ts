@@ -21,6 +21,14 @@ export function listenOnDesktop(desktop: Desktop, root: HTMLElement): void {
             pressed(desktop, frame, event);
         }
     });
+    // An image has its width only now.
+    const loaded = (event: Event): void => {
+        const frame = desktop.frameOf(event.target);
+        if (frame !== undefined) {
+            desktop.contentsChanged(frame.object);
+        }
+    };
+    root.addEventListener('load', loaded, true);
     // A browser may close a modal dialog on its own; only the program decides that.
     root.addEventListener('cancel', (event) => event.preventDefault(), true);
     root.addEventListener(

@@ -44,9 +44,26 @@ export function keepReachable(frame: Rect, viewport: Size): Rect {
     };
 }
 
-/** A window that has grown moves up as far as it takes to have its lower end in sight. */
-export function keepEndInView(frame: Rect, viewport: Size): Rect {
-    return { ...frame, y: between(viewport.height - frame.height, 0, frame.y) };
+/** A window that has grown moves as far as it takes to have its ends in sight. */
+export function keepEndsInView(frame: Rect, viewport: Size): Rect {
+    return {
+        ...frame,
+        x: between(viewport.width - frame.width, Math.min(0, frame.x), frame.x),
+        y: between(viewport.height - frame.height, 0, frame.y),
+    };
+}
+
+/** The viewport was another: what was inside it then comes back inside, no more of it. */
+export function keepInside(frame: Rect, before: Size, viewport: Size): Rect {
+    const outside = {
+        x: Math.max(0, frame.x + frame.width - before.width),
+        y: Math.max(0, frame.y + frame.height - before.height),
+    };
+    const inside = keepEndsInView(frame, {
+        width: viewport.width + outside.x,
+        height: viewport.height + outside.y,
+    });
+    return keepReachable(inside, viewport);
 }
 
 /** A size that leaves the whole window in the viewport. */

@@ -54,11 +54,11 @@ const appliers: WindowAppliers = {
     style: toBody('style'),
     layoutGrid: toBody('layoutGrid'),
     meta: toBody('meta'),
-    geometry: (window, rect) => window.setFrame(window.frameFor(rect), true),
-    frameGeometry: (window, rect) => window.setFrame(rect, true),
-    saveGeometry: (window, rect) => window.setFrame(rect, true),
-    move: (window, point) => window.setFrame({ ...window.frame, ...point }, true),
-    moveTo: (window, point) => window.setFrame({ ...window.frame, ...point }, true),
+    geometry: (window, rect) => window.setFrameAsked(window.frameFor(rect)),
+    frameGeometry: (window, rect) => window.setFrameAsked(rect),
+    saveGeometry: (window, rect) => window.setFrameAsked(rect),
+    move: (window, point) => window.setFrameAsked({ ...window.frame, ...point }),
+    moveTo: (window, point) => window.setFrameAsked({ ...window.frame, ...point }),
     resize: (window, size) => resizeContent(window, size.width, size.height),
     setPreferredSize: (window, size) => resizeContent(window, size.width, size.height),
     setMinimumWidth: (window, width) => atLeast(window, 'minWidth', width),
@@ -70,7 +70,7 @@ const appliers: WindowAppliers = {
 
 function resizeContent(window: WindowFrame, width: number, height: number): void {
     const { x, y } = window.report().geometry;
-    window.setFrame(window.frameFor({ x, y, width, height }), true);
+    window.setFrameAsked(window.frameFor({ x, y, width, height }));
 }
 
 const triggers: {

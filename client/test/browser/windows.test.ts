@@ -1,6 +1,7 @@
 import assert from 'node:assert/strict';
 import type { Rect } from '../../src/protocol/geometry.ts';
 import { META_BUTTON_SET } from '../../src/protocol/names.ts';
+import { tabPage } from '../support/scene.ts';
 import { onStage, widget, type Stage } from '../support/Stage.ts';
 
 const content = [widget(12, 'Edit', { text: '' }), widget(13, 'Button', { label: 'OK' })];
@@ -215,11 +216,138 @@ onStage('what is too long scrolls, and the buttons stay in sight', async (stage)
     }
 });
 
+/** What was asked for has been laid out, and the windows have followed. */
+async function laidOut(stage: Stage): Promise<void> {
+    await stage.settled();
+    const frame = () => new Promise((done) => requestAnimationFrame(() => setTimeout(done)));
+    await stage.page.evaluate(frame);
+    await stage.page.evaluate(frame);
+}
+
+/** Whether something in window 1 can only be seen by scrolling. */
+function scrolls(stage: Stage): Promise<boolean> {
+    return stage.page.evaluate(() =>
+        [...document.querySelectorAll('.body, .body .gives')].some(
+            (e) => e.scrollHeight > e.clientHeight || e.scrollWidth > e.clientWidth,
+        ),
+    );
+}
+
+const tabs = widget(30, 'TabContainer', {
+    currentindex: 0,
+    contents: [
+        tabPage(31, 'Small', widget(32, 'Button', { label: 'Small' })),
+        tabPage(33, 'Large', holder(34, 'Panel', [holder(35, 'BoxLayout', rows(60, 9))])),
+    ],
+});
+const form = [widget(40, 'Text', { text: 'Hello' }), widget(41, 'Button', { label: 'Go' }), tabs];
+const longer = { text: 'It does not fit any more. '.repeat(30) };
+const more = widget(50, 'Panel', { contents: rows(51, 4) });
+
+interface Growth {
+    readonly name: string;
+    readonly window?: object;
+    /** What a person does with the window before. */
+    readonly hand?: (stage: Stage) => Promise<void>;
+    readonly change: (stage: Stage) => unknown;
+    /** Which sides grow; none when what is new has to be scrolled to. */
+    readonly grows: '' | 'width' | 'height' | 'width,height';
+}
+
+const grip = async (stage: Stage, key: string): Promise<void> => {
+    await stage.at(1).locator('.grip').press(key);
+};
+
+const growths: readonly Growth[] = [
+    { name: 'a longer text', change: (s) => s.write(1, 40, longer), grows: 'width,height' },
+    {
+        name: 'a longer button',
+        change: (s) => s.write(1, 41, { label: 'W'.repeat(60) }),
+        grows: 'width',
+    },
+    {
+        name: 'something new, after a move',
+        hand: (s) => grip(s, 'ArrowRight'),
+        change: (s) => s.gateway.send(['./1', { ...more, msgType: 'refresh', parentId: '2' }]),
+        grows: 'height',
+    },
+    {
+        name: 'a longer text in a size of the program that showed all',
+        window: { resize: '[500,520]' },
+        change: (s) => s.write(1, 40, longer),
+        grows: 'height',
+    },
+    {
+        name: 'the same where it did not show all',
+        window: { resize: '[500,200]' },
+        change: (s) => s.write(1, 40, longer),
+        grows: '',
+    },
+    {
+        name: "a longer text in a person's size",
+        hand: (s) => grip(s, 'Shift+ArrowRight'),
+        change: (s) => s.write(1, 40, longer),
+        grows: '',
+    },
+];
+
+onStage('a window follows what it holds, unless somebody gave it another size', async (stage) => {
+    await stage.page.setViewportSize({ width: 900, height: 900 });
+    for (const { name, window, hand, change, grows } of growths) {
+        await stage.open(1, { ...window }, [...form, buttons]);
+        await hand?.(stage);
+        await laidOut(stage);
+        const before = await box(stage, 1);
+        await stage.page.getByRole('tab', { name: 'Large' }).click();
+        await laidOut(stage);
+        assert.deepEqual(await box(stage, 1), before, 'it has room for the largest page');
+        change(stage);
+        await laidOut(stage);
+        const { x, y, width, height } = await box(stage, 1);
+        const grown = [width > before.width && 'width', height > before.height && 'height'];
+        assert.equal(grown.filter(Boolean).join(), grows, name);
+        assert.equal(await scrolls(stage), grows === '', name);
+        await stage.untilKnown(1, 'frameGeometry', { x, y, width, height });
+        stage.write(1, 1, { command: 'close' });
+        await stage.at(1).waitFor({ state: 'detached' });
+    }
+});
+
+onStage('windows come back into a page that became smaller', async (stage) => {
+    const place = { geometry: '[560,380,300,180]' };
+    await stage.open(1, place, [widget(40, 'Text', { text: 'Hello' }), buttons]);
+    const before = await box(stage, 1);
+    await stage.page.setViewportSize({ width: 400, height: 300 });
+    await laidOut(stage);
+    assert.ok(await inSight(stage, 6), 'the button');
+    await stage.page.setViewportSize({ width: 900, height: 600 });
+    await laidOut(stage);
+    assert.deepEqual(await box(stage, 1), before);
+});
+
+onStage('in a low window one thing scrolls, and what the program says is seen', async (stage) => {
+    const grid = holder(10, 'GridLayout', rows(140, 30));
+    const status = widget(7, 'Text', { text: 'Not a number' });
+    await stage.open(1, {}, [grid, holder(11, 'Panel', rows(60, 6)), status, buttons]);
+    for (const height of [300, 250, 700]) {
+        await stage.page.setViewportSize({ width: 500, height });
+        await laidOut(stage);
+        const scrollers = await stage.page.evaluate(() =>
+            [...document.querySelectorAll('.body, .body *')]
+                .filter((e) => e.scrollHeight > e.clientHeight + 1)
+                .filter((e) => getComputedStyle(e).overflowY === 'auto')
+                .map((e) => e.clientHeight > 110),
+        );
+        assert.deepEqual(scrollers, [true], `one, of some height, at ${height}`);
+        assert.ok((await inSight(stage, 7)) && (await inSight(stage, 6)), `${height}`);
+    }
+});
+
 onStage('a window that grows moves up, so that its end stays in sight', async (stage) => {
     await stage.open(1, {}, [holder(10, 'Panel', rows(20, 2)), buttons]);
     const panel = holder(10, 'Panel', rows(180, 20));
     stage.gateway.send(['./1', { ...panel, msgType: 'refresh', parentId: '2' }]);
-    await stage.at(199).waitFor();
+    await laidOut(stage);
     const { y, height } = await box(stage, 1);
     assert.ok(y > 0 && y + height <= 600, `${y} + ${height}`);
     assert.ok(await inSight(stage, 6));

@@ -10,6 +10,5 @@ import type { WidgetKind } from '../WidgetKind.ts';
 export const gridLayout: WidgetKind = {
     type: Kind.gridLayout,
     prototype: prototypeOf('div', 'grid', Kind.gridLayout),
-    scrolls: true,
     appliers: layoutAppliers,
 };

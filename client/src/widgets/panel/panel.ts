@@ -24,7 +24,6 @@ export const containerAppliers: Appliers = { ...baseAppliers, layoutGrid: showGr
 export const panel: WidgetKind = {
     type: Kind.panel,
     prototype,
-    scrolls: true,
     appliers: {
         ...containerAppliers,
         meta: (element, meta) => {

@@ -33,7 +33,7 @@ export function showTabs(element: HTMLElement, object: StoredObject, host: Widge
     list.setAttribute('aria-orientation', isVertical(object) ? 'vertical' : 'horizontal');
     render(tabStrip(object, pages, current), list);
     for (const child of object.children) {
-        showPage(child, stateOf(child, current));
+        showPage(child, stateOf(child, current), host);
     }
     if (active instanceof HTMLElement && active.closest('[hidden]') && element.contains(active)) {
         list.querySelector<HTMLElement>('[aria-selected="true"]')?.focus({ preventScroll: true });
@@ -45,21 +45,27 @@ export function turnTo(object: StoredObject, index: number, host: WidgetHost): v
     if (index !== object.values.currentindex) {
         object.values.currentindex = index;
         showTabs(object.view as HTMLElement, object, host);
+        host.contentsChanged(object);
         host.send(object, tabChanged(object.id, index));
     }
 }
 
 /** Where the browser can, its search finds what stands on a page that does not show. */
-const HIDDEN = 'onbeforematch' in document ? 'until-found' : '';
-
-function showPage(page: StoredObject, state: 'shown' | 'findable' | 'hidden'): void {
+function showPage(
+    page: StoredObject,
+    state: 'shown' | 'findable' | 'hidden',
+    host: WidgetHost,
+): void {
     const view = page.view as HTMLElement;
     view.id ||= `page-${page.id}`;
     view.setAttribute('aria-labelledby', `tab-${page.id}`);
     if (state === 'shown') {
         view.removeAttribute('hidden');
     } else {
-        view.setAttribute('hidden', state === 'findable' ? HIDDEN : '');
+        view.setAttribute('hidden', state === 'findable' ? 'until-found' : '');
+        if (view.style.getPropertyValue('contain-intrinsic-size') === '') {
+            host.pageSizes.forget(view);
+        }
     }
 }
 

@@ -1,0 +1,95 @@
+import { asRect, asSize, type Rect, type Size } from '../protocol/geometry.ts';
+import { isObject } from '../protocol/guards.ts';
+import { keepEndsInView, keepInside, keepReachable } from './placement.ts';
+
+/** What is kept of a place over a reload of the page. */
+export interface StoredPlace {
+    readonly frame: Rect | undefined;
+    readonly viewport: Size;
+}
+
+/**
+ * Where a window is while it is neither maximized nor minimized: the place and size that were asked
+ * for, also while the viewport has no room for them, and what the viewport makes of it.
+ */
+export class Place {
+    private readonly m_element: HTMLElement;
+    private readonly m_host: { readonly viewport: Size };
+    /** Unset until the window was measured. */
+    private m_asked: Rect | undefined;
+    /** How large the viewport was then. */
+    private m_viewport: Size = { width: 0, height: 0 };
+
+    constructor(element: HTMLElement, host: { readonly viewport: Size }) {
+        this.m_element = element;
+        this.m_host = host;
+    }
+
+    get known(): boolean {
+        return this.m_asked !== undefined;
+    }
+
+    get frame(): Rect {
+        return this.m_asked === undefined
+            ? { x: 0, y: 0, width: 0, height: 0 }
+            : keepInside(this.m_asked, this.m_viewport, this.m_host.viewport);
+    }
+
+    put(frame: Rect): void {
+        const { viewport } = this.m_host;
+        const whole = wholeRect(frame);
+        const { x, y } = keepReachable(whole, viewport);
+        this.m_asked = { ...whole, x, y };
+        this.m_viewport = viewport;
+        this.show();
+    }
+
+    /** Its size stays, also one that there is no room for now. */
+    moveTo(x: number, y: number): void {
+        this.put({ ...(this.m_asked ?? this.frame), x, y });
+    }
+
+    /** Its upper left corner stays, unless its ends would go out of sight. */
+    resizeTo({ width, height }: Size): void {
+        const now = this.frame;
+        if (width !== now.width || height !== now.height) {
+            this.put(keepEndsInView({ ...now, width, height }, this.m_host.viewport));
+        }
+    }
+
+    /** Sets the element to it: again, when the viewport has changed. */
+    show(): void {
+        if (this.known) {
+            const { x, y, width, height } = this.frame;
+            const { style } = this.m_element;
+            style.left = `${x}px`;
+            style.top = `${y}px`;
+            style.width = `${width}px`;
+            style.height = `${height}px`;
+        }
+    }
+
+    store(): StoredPlace {
+        return { frame: this.m_asked, viewport: this.m_viewport };
+    }
+
+    takeUp(stored: unknown): void {
+        const { frame, viewport } = isObject(stored) ? stored : {};
+        const asked = asRect(frame);
+        if (asked !== undefined) {
+            this.put(asked);
+            this.m_viewport = asSize(viewport) ?? this.m_viewport;
+            this.show();
+        }
+    }
+}
+
+/** Between two pixels everything in the window would be blurred. */
+export function wholeRect(rect: Rect): Rect {
+    return {
+        x: Math.round(rect.x),
+        y: Math.round(rect.y),
+        width: Math.round(rect.width),
+        height: Math.round(rect.height),
+    };
+}
