@@ -33,6 +33,8 @@ struct Document {
         }
         arrayText = "[" + elements + "]";
         objectText = "{\"records\":[" + elements + "]}";
+        escapedText = QString(arrayText).replace("\":", "\\u0073\":");  // at each key's end
+        escapedU16 = escapedText.toStdU16String();
         arrayU16 = arrayText.toStdU16String();
         objectU16 = objectText.toStdU16String();
         array = QJsonDocument::fromJson(arrayText.toUtf8()).array();
@@ -46,8 +48,8 @@ struct Document {
         return documents.try_emplace(bytes, bytes).first->second;
     }
 
-    QString arrayText, objectText;
-    std::u16string arrayU16, objectU16;
+    QString arrayText, objectText, escapedText;
+    std::u16string arrayU16, objectU16, escapedU16;
     QJsonArray array, arrayInArray;
     QJsonObject object, objectInObject;
 };
@@ -126,6 +128,7 @@ QJsonArray small() {
 
 const Pair<const Document> s_documentPairs[] = {
     {"arrayFromJSON", DO(arrayFromJSON(with.arrayU16)), DO(plainArray(with.arrayText))},
+    {"escapedKeysFromJSON", DO(arrayFromJSON(with.escapedU16)), DO(plainArray(with.escapedText))},
     {"objectFromJSON", DO(objectFromJSON(with.objectU16)), DO(plainObject(with.objectText))},
     {"arrayInsertFromJSON", EDIT(small(), arrayInsertFromJSON(edited, 1, with.arrayU16)),
      EDIT(small(), edited.insert(1, plainArray(with.arrayText)))},

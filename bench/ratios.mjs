@@ -49,7 +49,7 @@ const promises = [
 ];
 
 /** Each function that the library exports for JSON, over the plain Qt calls that it rests on. */
-const parsing = ['arrayFromJSON', 'objectFromJSON', 'arrayInsertFromJSON', 'arrayAppendFromJSON', 'arrayPrependFromJSON', 'arrayReplaceFromJSON', 'arrayContainsFromJSON', 'objectInsertFromJSON'];
+const parsing = ['arrayFromJSON', 'escapedKeysFromJSON', 'objectFromJSON', 'arrayInsertFromJSON', 'arrayAppendFromJSON', 'arrayPrependFromJSON', 'arrayReplaceFromJSON', 'arrayContainsFromJSON', 'objectInsertFromJSON'];
 const writing = ['array', 'arrayValue', 'object', 'objectValue'].flatMap((of) => [`${of}ToJSON`, `${of}ToJSONIndented`]);
 const members = ['arrayValueType', 'objectValueType', 'objectValue', 'objectGetKeys', 'objectInsertValue', 'objectRemove'];
 const overQt = (name, size, what) => ({ bench: 'json_bench', what: `${name}, ${what} / plain Qt`, of: `${name}/${size}`, to: `${name}Floor/${size}`, limit: 1.2, only: `/${size}$` });

@@ -17,9 +17,7 @@
 /// refused. A text that is no document prints the parser's message on the host's console and counts
 /// as an empty document. The message is the format of that print itself: nothing is added, no line
 /// break either, and a percent sign in a translated message would count. Texts of more than 2^27
-/// code units are refused as too large. If an object repeats a key, the last value stands; but in
-/// an object of more than sixteen members, of a key's values that are all plain, neither arrays nor
-/// objects, any may.
+/// code units are refused as too large. If an object repeats a key, the last value stands.
 ///
 /// Writing. Only arrays and objects can be written. The result comes back through the same codec.
 namespace DOVA::web {

@@ -63,6 +63,10 @@ private:
 }  // namespace
 
 void JsonMarks::readBlock() {
+    if (m_backslashes != 0) {
+        m_behindBackslash = behindLast(m_backslashes);
+        m_backslashes = 0;
+    }
     m_block = m_next;
     m_next += s_blockSize;
     char last[s_blockSize] = {};
@@ -73,8 +77,8 @@ void JsonMarks::readBlock() {
     const Block block(bytes);
     std::uint64_t quotes = block.quotes();
     if (m_escape != 0 || block.hasBackslash()) {
-        m_sawBackslash = true;
-        quotes &= ~escaped(block.backslashes());
+        m_backslashes = block.backslashes();
+        quotes &= ~escaped(m_backslashes);
     }
     m_quotes = quotes;
     const std::uint64_t inside = insideStrings(quotes);

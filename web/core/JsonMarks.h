@@ -44,27 +44,34 @@ public:
             return literalBefore(m_text, colon);
         }
         const std::uint64_t opening = before ^ (std::uint64_t(1) << (end - m_block));
-        const std::size_t begin =
-            m_block + s_blockSize - static_cast<std::size_t>(__builtin_clzll(opening));
+        const std::size_t begin = behindLast(opening);
         return m_text.substr(begin, end - begin);
     }
 
-    /// Whether there was a backslash up to here.
-    bool sawBackslash() const { return m_sawBackslash; }
+    /// The place behind the last backslash before the colon that next() answered last; 0 if there
+    /// is none.
+    std::size_t behindBackslash(std::size_t colon) const {
+        const std::uint64_t before = m_backslashes & ((std::uint64_t(1) << (colon - m_block)) - 1);
+        return before != 0 ? behindLast(before) : m_behindBackslash;
+    }
 
 private:
     void readBlock();
+    std::size_t behindLast(std::uint64_t bits) const {
+        return m_block + s_blockSize - static_cast<std::size_t>(__builtin_clzll(bits));
+    }
     std::uint64_t escaped(std::uint64_t backslashes);
     std::uint64_t insideStrings(std::uint64_t quotes);
 
     const std::string_view m_text;
-    std::size_t m_block = 0;     // begin of the block that the marks are of
-    std::size_t m_next = 0;      // begin of the one after it
-    std::uint64_t m_marks = 0;   // those to come, a bit each
-    std::uint64_t m_quotes = 0;  // the block's quotes, those in strings left out
-    std::uint64_t m_escape = 0;  // 1: the next block's first character is escaped
-    std::uint64_t m_string = 0;  // all bits: the next block begins inside of a string
-    bool m_sawBackslash = false;
+    std::size_t m_block = 0;            // begin of the block that the marks are of
+    std::size_t m_next = 0;             // begin of the one after it
+    std::uint64_t m_marks = 0;          // those to come, a bit each
+    std::uint64_t m_quotes = 0;         // the block's quotes, those in strings left out
+    std::uint64_t m_escape = 0;         // 1: the next block's first character is escaped
+    std::uint64_t m_string = 0;         // all bits: the next block begins inside of a string
+    std::uint64_t m_backslashes = 0;    // the block's
+    std::size_t m_behindBackslash = 0;  // the place behind the last one of the blocks before
 };
 
 }  // namespace DOVA

@@ -1,8 +1,5 @@
 #include "KeyLiteral.h"
 
-#include <QJsonArray>
-#include <QJsonDocument>
-
 namespace DOVA {
 
 namespace {
@@ -13,6 +10,65 @@ bool isEscaped(std::string_view text, std::size_t at) {
         --before;
     }
     return (at - before) % 2 != 0;
+}
+
+bool isHigh(unsigned unit) {
+    return unit >= 0xD800 && unit < 0xDC00;
+}
+
+bool isLow(unsigned unit) {
+    return unit >= 0xDC00 && unit < 0xE000;
+}
+
+unsigned digit(char character) {
+    const auto lower = static_cast<unsigned char>(character | 0x20);
+    return lower >= 'a' ? lower - 'a' + 10u : static_cast<unsigned char>(character) - '0' + 0u;
+}
+
+/// The unit of the "uXXXX" at `at`; 0 for what is none.
+unsigned unitAt(std::string_view literal, std::size_t at) {
+    if (at + 5 > literal.size() || literal[at] != 'u') {
+        return 0;
+    }
+    const char* digits = literal.data() + at + 1;
+    return (digit(digits[0]) << 12 | digit(digits[1]) << 8 | digit(digits[2]) << 4 |
+            digit(digits[3])) &
+           0xFFFF;
+}
+
+char byte(unsigned mark, unsigned code, unsigned shift) {
+    return static_cast<char>(mark | (code >> shift & 0x3F));
+}
+
+/// As UTF-8 has it; half a surrogate pair, which UTF-8 has no bytes for, likewise.
+void appendCode(std::string& bytes, unsigned code) {
+    if (code < 0x80) {
+        bytes += static_cast<char>(code);
+    } else if (code < 0x800) {
+        bytes += {byte(0xC0, code, 6), byte(0x80, code, 0)};
+    } else if (code < 0x10000) {
+        bytes += {byte(0xE0, code >> 12, 0), byte(0x80, code, 6), byte(0x80, code, 0)};
+    } else {
+        bytes += {byte(0xF0, code >> 18, 0), byte(0x80, code, 12), byte(0x80, code, 6),
+                  byte(0x80, code, 0)};
+    }
+}
+
+/// The escape whose letter stands at `at`. Gives the first place behind it.
+std::size_t appendEscaped(std::string& bytes, std::string_view literal, std::size_t at) {
+    if (literal[at] == 'u') {
+        const unsigned unit = unitAt(literal, at);
+        const bool goesOn = isHigh(unit) && at + 5 < literal.size() && literal[at + 5] == '\\';
+        const unsigned next = goesOn ? unitAt(literal, at + 6) : 0;
+        const bool isPair = isLow(next);
+        appendCode(bytes, isPair ? 0x10000 + ((unit & 0x3FF) << 10) + (next & 0x3FF) : unit);
+        return at + (isPair ? 11 : 5);
+    }
+    // The parser takes every other character behind a backslash for itself.
+    constexpr std::string_view letters = "bfnrt";
+    const std::size_t letter = letters.find(literal[at]);
+    bytes += letter == letters.npos ? literal[at] : "\b\f\n\r\t"[letter];
+    return at + 1;
 }
 
 }  // namespace
@@ -29,17 +85,14 @@ std::string_view literalBefore(std::string_view text, std::size_t colon) {
     return begin == text.npos ? std::string_view() : text.substr(begin + 1, end - begin - 1);
 }
 
-// The parser whose keys are compared is asked itself what the escapes mean. Lone surrogates, which
-// UTF-8 has no bytes for, are kept apart from everything that it has.
-std::string unescaped(std::string_view literal) {
-    const QByteArray bytes(literal.data(), static_cast<int>(literal.size()));
-    const QString text = QJsonDocument::fromJson("[\"" + bytes + "\"]").array().first().toString();
-    const QByteArray utf8 = text.toUtf8();
-    if (QString::fromUtf8(utf8) == text) {
-        return utf8.toStdString();
+void appendUnescaped(std::string& bytes, std::string_view literal) {
+    for (std::size_t at = 0; at < literal.size();) {
+        if (literal[at] != '\\') {
+            bytes += literal[at++];
+        } else if (++at < literal.size()) {
+            at = appendEscaped(bytes, literal, at);
+        }
     }
-    return '\xff' + std::string(reinterpret_cast<const char*>(text.utf16()),
-                                static_cast<std::size_t>(text.size()) * sizeof(char16_t));
 }
 
 }  // namespace DOVA

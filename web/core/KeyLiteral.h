@@ -30,8 +30,9 @@ inline std::size_t firstBehind(std::string_view text, std::size_t at) {
 /// not even of an empty key, if there is no string before the colon.
 std::string_view literalBefore(std::string_view text, std::size_t colon);
 
-/// What a string literal means, as bytes to compare: two literals give the same bytes if they are
-/// the same key.
-std::string unescaped(std::string_view literal);
+/// Appends what a string literal means, as bytes to compare: two literals give the same bytes if
+/// the parser makes the same key of them. Never more bytes than the literal has. What the parser
+/// refuses gives anything.
+void appendUnescaped(std::string& bytes, std::string_view literal);
 
 }  // namespace DOVA

@@ -4,6 +4,7 @@
 
 #include <algorithm>
 #include <functional>
+#include <limits>
 #include <tuple>
 
 #include "KeyLiteral.h"
@@ -14,6 +15,10 @@ namespace {
 
 // How deep the parser goes before it gives a text up.
 constexpr std::size_t s_deepest = 1024;
+
+// Up to so many members the parser's sorting keeps in order where they have one key.
+constexpr std::size_t s_sortedInOrder = 16;
+constexpr std::size_t s_anyNumber = std::numeric_limits<std::size_t>::max();
 
 // Up to so many keys are compared each with each, which is faster than hashing them.
 constexpr std::size_t s_few = 8;
@@ -56,6 +61,14 @@ bool hasContainerAsValue(std::string_view text) {
     return false;
 }
 
+bool hasMoreColons(std::string_view text, std::size_t count) {
+    std::size_t at = text.find(':');
+    while (at != text.npos && count-- > 0) {
+        at = text.find(':', at + 1);
+    }
+    return at != text.npos;
+}
+
 bool holdsContainer(std::string_view text, std::size_t colon) {
     const std::size_t at = firstBehind(text, colon);
     return at < text.size() && (text[at] == '{' || text[at] == '[');
@@ -70,12 +83,17 @@ bool isSame(std::string_view key, std::string_view other) {
 }  // namespace
 
 bool RepeatedContainers::occurIn(std::string_view text) {
-    return hasContainerAsValue(text) && RepeatedContainers(text, nullptr).walk();
+    return hasContainerAsValue(text) && RepeatedContainers(text, s_anyNumber, nullptr).walk();
+}
+
+bool RepeatedContainers::occurOrMayMixIn(std::string_view text) {
+    return (hasMoreColons(text, s_sortedInOrder) || hasContainerAsValue(text)) &&
+           RepeatedContainers(text, s_sortedInOrder, nullptr).walk();
 }
 
 std::vector<RepeatedContainers::Member> RepeatedContainers::replacedIn(std::string_view text) {
     std::vector<Member> members;
-    RepeatedContainers(text, &members).walk();
+    RepeatedContainers(text, s_sortedInOrder, &members).walk();
     return members;
 }
 
@@ -94,7 +112,9 @@ bool RepeatedContainers::walk() {
 }
 
 void RepeatedContainers::addColon(std::size_t colon) {
-    m_colons.push_back({colon, m_marks.literal(colon)});
+    const std::string_view literal = m_marks.literal(colon);
+    const bool isEscaped = m_text.data() + m_marks.behindBackslash(colon) > literal.data();
+    m_colons.push_back({colon, literal, isEscaped});
     if (!m_open.empty() && holdsContainer(m_text, colon)) {
         m_open.back().holds = true;
     }
@@ -105,7 +125,8 @@ bool RepeatedContainers::endObject() {
     const Object object = m_open.back();
     m_open.pop_back();
     bool repeated = false;
-    if (object.holds) {
+    m_mayMix = m_colons.size() - object.firstColon > m_inOrder;
+    if (object.holds || m_mayMix) {
         readKeys(object.firstColon);
         repeated = m_keys.size() <= s_few ? isRepeatedAmongFew() : isRepeatedAmongMany();
     }
@@ -114,13 +135,28 @@ bool RepeatedContainers::endObject() {
 }
 
 void RepeatedContainers::readKeys(std::size_t firstColon) {
+    std::size_t escapedSize = 0;
     m_keys.clear();
-    m_unescaped.clear();
     for (std::size_t index = firstColon; index < m_colons.size(); ++index) {
-        const std::string_view literal = m_colons[index].literal;
-        const bool plain = !m_marks.sawBackslash() || literal.find('\\') == literal.npos;
-        m_keys.push_back(
-            {plain ? literal : m_unescaped.emplace_front(unescaped(literal)), 0, index});
+        const Colon& colon = m_colons[index];
+        escapedSize += colon.isEscaped ? colon.literal.size() : 0;
+        m_keys.push_back({colon.literal, 0, index});
+    }
+    if (escapedSize > 0) {
+        unescapeKeys(escapedSize);
+    }
+}
+
+/// `size` is that of the escaped ones, together.
+void RepeatedContainers::unescapeKeys(std::size_t size) {
+    m_unescaped.clear();
+    m_unescaped.reserve(size);  // so that nothing moves that a key views
+    for (Key& key : m_keys) {
+        if (m_colons[key.index].isEscaped) {
+            const std::size_t begin = m_unescaped.size();
+            appendUnescaped(m_unescaped, key.text);
+            key.text = std::string_view(m_unescaped).substr(begin);
+        }
     }
 }
 
@@ -174,7 +210,7 @@ void RepeatedContainers::sieveKeys() {
 /// A key and the next time that its object has it, by their colons. True ends the walk.
 bool RepeatedContainers::meet(std::size_t index, std::size_t next) {
     if (!m_replaced) {
-        return holdsContainer(m_text, m_colons[index].place) ||
+        return m_mayMix || holdsContainer(m_text, m_colons[index].place) ||
                holdsContainer(m_text, m_colons[next].place);
     }
     m_replaced->push_back({beginOfKey(index), beginOfKey(index + 1)});

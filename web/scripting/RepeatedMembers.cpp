@@ -46,7 +46,7 @@ QByteArray withoutReplaced(const QByteArray& bytes) {
 }  // namespace
 
 QJsonDocument parseLastMembers(const QByteArray& bytes, QJsonParseError& error) {
-    if (!RepeatedContainers::occurIn(viewOf(bytes))) {
+    if (!RepeatedContainers::occurOrMayMixIn(viewOf(bytes))) {
         return QJsonDocument::fromJson(bytes, &error);
     }
     QJsonDocument::fromJson(withNumberedKeys(bytes), &error);
