@@ -66,7 +66,9 @@ public:
     /// objects the connection serves and that the client shows them, for a new description.
     ConnectionNumber renewConnection(Identifier window, const std::string& channel);
     /// Records that the connection serves the object and everything below it. Nothing is recorded
-    /// for an object that is not registered.
+    /// for an object that is not registered. The records stay when an object is moved: until its
+    /// window is refreshed, the client shows it where it was. They go with the object, with the
+    /// connection, and when the window is described again.
     void serveSubtree(Identifier id, ConnectionNumber connection);
     /// Drops the records of the object and of everything below it, other windows left out.
     void dropServedSubtree(Identifier id);
@@ -77,7 +79,7 @@ public:
     /// True once the client has said that it shows the window which the object is in.
     bool isReady(Identifier id) const;
     /// The connections that serve the object or anything above it; empty for an object that is not
-    /// registered.
+    /// registered. An object that was moved from one shown window to another is served by both.
     ConnectionNumbers getConnectionNumbers(Identifier id) const;
 
     /// Publishes the document on every channel that serves the object.

@@ -25,7 +25,8 @@ public:
     ~DVObject2() override;
 
     /// Moves the object below `parent`, to the end of its children; null takes it out of the tree.
-    /// A parent that is its own descendant changes nothing.
+    /// A parent that is its own descendant changes nothing. A widget that leaves a window which is
+    /// shown goes on to receive what the user does to it there, as long as the page shows it.
     void setParent(DVObject* parent);
     /// The widget or window that the object is in, null if none; layouts in between are passed
     /// over.
