@@ -46,6 +46,8 @@ public:
     void destroyObject(unsigned int id);
 
 private:
+    friend void endModule() noexcept;
+
     explicit WebFactory2(DVFactory2* factory);
 
     static WebFactory2* s_factory;

@@ -23,8 +23,8 @@ class WebObjectService2;
 
 /// The base of every web object: the implementation behind one front object, with the widget's
 /// state as named JSON properties. Made by WebFactory2; deleted by destroyObject, doDestory, with
-/// its parent, or with the front object. Toolkit calls come on the main thread, client messages on
-/// the message service's delivery thread, which the host makes the same.
+/// its parent, with the front object, or with the module. Toolkit calls come on the main thread,
+/// client messages on the message service's delivery thread, which the host makes the same.
 ///
 /// Where this says that something is *sent*, it goes at once, as one message, on every window
 /// channel that serves the object; without one nothing is even built. What is only *stored* travels
@@ -175,6 +175,7 @@ protected:
 
 private:
     friend class WebObjectService2;
+    friend void destroyWebObjects() noexcept;
 
     template <class Event, class Front, class... Args>
     static void emitTo(Front* front, WIRO::Emitter<void(const Event&)>& (Front::*emitter)(),
@@ -185,6 +186,8 @@ private:
         }
     }
 
+    void joinLiving();
+    void leaveLiving();
     void joinService();
     void storeClientOwned(const QJsonObject& message);
     void forgetProperty(const std::u16string& name);
@@ -202,6 +205,8 @@ private:
     QJsonObject m_envelope;      // what every message of this object holds, once one was sent
     std::string m_envelopeType;  // the type name in it
     const std::vector<ClientOwned>* m_clientOwned = nullptr;
+    WebObject2* m_next = nullptr;  // of all that live
+    WebObject2* m_previous = nullptr;
 };
 
 }  // namespace DOVA

@@ -269,7 +269,7 @@ const kaArray* kaGetCell(const kaArray* array, std::size_t index) noexcept {
 }
 
 const std::vector<std::u16string>& kaGetFieldNames(const kaArray* array) noexcept {
-    static const std::vector<std::u16string> s_none;
+    static const auto& s_none = *new std::vector<std::u16string>;  // for static arrays, too
     const auto* fields = contentOf<host::Fields>(array);
     return fields != nullptr ? (*fields)->names() : s_none;
 }

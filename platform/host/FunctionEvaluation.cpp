@@ -22,7 +22,8 @@ struct FunctionTable {
 };
 
 FunctionTable& table() {
-    static FunctionTable instance;
+    // Never destroyed: a module may ask the host while the process ends.
+    static FunctionTable& instance = *new FunctionTable;
     return instance;
 }
 

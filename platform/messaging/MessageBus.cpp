@@ -15,7 +15,8 @@ struct Choice {
 };
 
 Choice& choice() {
-    static Choice s_choice;
+    // Never destroyed: connectors of static lifetime are made and go while the process ends.
+    static Choice& s_choice = *new Choice;
     return s_choice;
 }
 

@@ -14,9 +14,9 @@ struct Shared {
     LivingModels::Observer observer;
 };
 
-// Made with the first model, so that it outlives models which go at the end of the process.
+// Never destroyed: models go at the end of the process, too.
 Shared& shared() {
-    static Shared instance;
+    static Shared& instance = *new Shared;
     return instance;
 }
 

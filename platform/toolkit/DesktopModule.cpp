@@ -13,8 +13,9 @@ public:
 }  // namespace
 
 void initialize_dova2_qt() {
-    static EmbeddedDesktopBridge bridge;
-    DOVA::DVBridge::registerBridge(DOVA::StringID::setStringID("qt"), &bridge);
+    // Never destroyed: a module may be terminated while the process ends.
+    static auto* bridge = new EmbeddedDesktopBridge;
+    DOVA::DVBridge::registerBridge(DOVA::StringID::setStringID("qt"), bridge);
 }
 
 void terminate_dova2_qt() {

@@ -4,6 +4,7 @@
 #include <QJsonObject>
 #include <limits>
 
+#include "ModuleEnd.h"
 #include "RepeatedContainers.h"
 
 namespace DOVA {
@@ -11,9 +12,12 @@ namespace DOVA {
 using tdom::messaging::ConnectorMessageService;
 
 const std::shared_ptr<ConnectorMessageService>& messageService() {
-    static const auto service =
-        std::make_shared<ConnectorMessageService>("dova_web_connector_service");
-    return service;
+    static const struct {
+        std::shared_ptr<ConnectorMessageService> service =
+            std::make_shared<ConnectorMessageService>("dova_web_connector_service");
+        EndsModule end;
+    } shared;
+    return shared.service;
 }
 
 std::string toWireText(const QJsonDocument& document) {

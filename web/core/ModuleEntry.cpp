@@ -1,10 +1,13 @@
 #include "core/ModuleEntry.h"
 
 #include <memory>
+#include <utility>
 
 #include "../scripting/ScriptNamespaces.h"
 #include "BaseConnection.h"
+#include "ModuleEnd.h"
 #include "core/WebFactory2.h"
+#include "core/WebObject2.h"
 #include "core/WebObjectService2.h"
 #include "host/Display.h"
 #include "toolkit/DVBridge.h"
@@ -19,6 +22,8 @@ namespace {
 bool s_initialised = false;
 bool s_terminated = false;
 bool s_hasDisplay = false;
+bool s_ended = false;
+DVFactory2* s_toolkitFactory = nullptr;
 
 void startDesktopModule() {
     s_hasDisplay = svGraphicsHasDisplay();
@@ -39,6 +44,21 @@ void stopDesktopModule() {
 
 }  // namespace
 
+// The desktop module is left as it is: only the host knows whether it is still there.
+void DOVA::endModule() noexcept {
+    if (std::exchange(s_ended, true)) {
+        return;
+    }
+    if (s_initialised && !s_terminated) {
+        detachScriptNamespaces();
+    }
+    WebObjectService2::install(nullptr);
+    BaseConnection::releaseInstance();
+    destroyWebObjects();
+    delete std::exchange(WebFactory2::s_factory, nullptr);
+    delete std::exchange(s_toolkitFactory, nullptr);
+}
+
 void initialize_dova2_web() {
     if (s_initialised) {
         return;
@@ -46,11 +66,11 @@ void initialize_dova2_web() {
     s_initialised = true;
     startDesktopModule();
     WebObjectService2::install(std::make_unique<WebObjectService2>());
-    // Kept until the process ends, like the web factory bound to it: front objects ask for their
+    // Kept until the module's end, like the web factory bound to it: front objects ask for their
     // factory whenever they die.
-    static auto* factory = new DVFactory2(nullptr);
-    WebFactory2::createFactory(factory);
-    DVFactory2::registerFactory(StringID::setStringID("web"), factory);
+    s_toolkitFactory = new DVFactory2(nullptr);
+    WebFactory2::createFactory(s_toolkitFactory);
+    DVFactory2::registerFactory(StringID::setStringID("web"), s_toolkitFactory);
     addScriptNamespaces();
 }
 

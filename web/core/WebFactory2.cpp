@@ -1,5 +1,6 @@
 #include "core/WebFactory2.h"
 
+#include "ModuleEnd.h"
 #include "core/ConnectionImplX.h"
 #include "core/WebObject2.h"
 #include "core/WebObjectService2.h"
@@ -45,8 +46,12 @@ void WebFactory2::createFactory(DVFactory2* factory) {
 }
 
 pf::zero::Ref<pf::zero::Model> WebFactory2::getModel() {
-    static const auto model = pf::zero::Model::create(pf::zero::ModelConstellation());
-    return model;
+    static const struct {
+        pf::zero::Ref<pf::zero::Model> model =
+            pf::zero::Model::create(pf::zero::ModelConstellation());
+        EndsModule end;
+    } shared;
+    return shared.model;
 }
 
 // Each new object is reached through the service and deleted through destroyObject.

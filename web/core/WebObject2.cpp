@@ -4,8 +4,10 @@
 #include <QJsonDocument>
 #include <boost/core/demangle.hpp>
 #include <typeinfo>
+#include <utility>
 
 #include "MessageService.h"
+#include "ModuleEnd.h"
 #include "PropertyNames.h"
 #include "TextConversions.h"
 #include "core/WebObjectService2.h"
@@ -13,6 +15,8 @@
 namespace DOVA {
 
 namespace {
+
+WebObject2* s_first = nullptr;
 
 QJsonArray toArray(const std::vector<std::u16string>& values) {
     QJsonArray array;
@@ -33,6 +37,12 @@ bool isNumbersObject(const QJsonValue& value) {
 
 }  // namespace
 
+void destroyWebObjects() noexcept {
+    while (s_first) {
+        s_first->doDestory();
+    }
+}
+
 WebObject2::WebObject2(DVObject2* front, DVObject2Emitters* emitters)
     : m_front(front),
       m_identifier(front->identifier()),
@@ -42,8 +52,23 @@ WebObject2::WebObject2(DVObject2* front, DVObject2Emitters* emitters)
     bind(emitters->getParent, &WebObject2::doGetParent);
     bind(emitters->getChildren, &WebObject2::doGetChildren);
     bind(emitters->destroy, &WebObject2::doDestory);
+    joinLiving();
     joinService();
     m_state.insert(keys::id, m_identifierText);
+}
+
+void WebObject2::joinLiving() {
+    m_next = std::exchange(s_first, this);
+    if (m_next) {
+        m_next->m_previous = this;
+    }
+}
+
+void WebObject2::leaveLiving() {
+    (m_previous ? m_previous->m_next : s_first) = m_next;
+    if (m_next) {
+        m_next->m_previous = m_previous;
+    }
 }
 
 // An object whose identifier is taken is none of the service's: it must not speak for the first,
@@ -59,6 +84,7 @@ void WebObject2::joinService() {
 }
 
 WebObject2::~WebObject2() {
+    leaveLiving();
     disconnectAll();
     if (m_service) {
         destroyChildren();

@@ -2,8 +2,10 @@
 
 #include <QJsonArray>
 #include <algorithm>
+#include <utility>
 
 #include "MessageService.h"
+#include "ModuleEnd.h"
 #include "ObjectConnection.h"
 #include "PropertyNames.h"
 #include "TextConversions.h"
@@ -14,11 +16,9 @@ namespace DOVA {
 
 namespace {
 
-std::unique_ptr<WebObjectService2>& singleton() {
-    // Never destroyed: front objects with static lifetime ask for it while the process ends.
-    static auto* service = new std::unique_ptr<WebObjectService2>;
-    return *service;
-}
+// A plain pointer, to be asked for until the end: front objects of static lifetime make and destroy
+// others while the process ends.
+WebObjectService2* s_service = nullptr;
 
 }  // namespace
 
@@ -31,13 +31,15 @@ WebObjectService2::~WebObjectService2() noexcept {
 }
 
 WebObjectService2* WebObjectService2::instance() {
-    return singleton().get();
+    return s_service;
 }
 
 void WebObjectService2::install(std::unique_ptr<WebObjectService2> service) noexcept {
+    // Made after the module's constants, so that it goes before them.
+    static const EndsModule end;
     // The previous one is destroyed when it is no longer reached: whatever its end sets off finds
     // the new one, or none.
-    singleton().swap(service);
+    delete std::exchange(s_service, service.release());
 }
 
 void WebObjectService2::addObject(WebObject2* object) {

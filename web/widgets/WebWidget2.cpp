@@ -13,10 +13,9 @@ namespace DOVA {
 
 namespace {
 
-const std::u16string& entry(const TextMessage& message, const QString& key) {
-    static const std::u16string empty;
+std::u16string entry(const TextMessage& message, const QString& key) {
     const auto found = message.find(key.toStdString());
-    return found == message.end() ? empty : found->second;
+    return found == message.end() ? std::u16string() : found->second;
 }
 
 }  // namespace

@@ -7,6 +7,7 @@
 #include <optional>
 
 #include "../core/BaseConnection.h"
+#include "../core/ModuleEnd.h"
 #include "../core/PropertyNames.h"
 #include "../core/TextConversions.h"
 #include "../core/WindowConnection.h"
@@ -67,14 +68,17 @@ std::uint64_t connect(std::uint32_t window, const ClientConnection& client,
 WebAbstractWindow2::WebAbstractWindow2(DVAbstractWindow2* front,
                                        DVAbstractWindow2Emitters* emitters)
     : WebContainer2(front, emitters) {
-    static const std::vector<ClientOwned> clientOwned{
-        {names::geometry, ClientOwned::Kind::NumbersObject},
-        {names::frameGeometry, ClientOwned::Kind::NumbersObject},
-        {names::maximized, ClientOwned::Kind::Bool},
-        {names::minimized, ClientOwned::Kind::Bool},
-        {names::title, ClientOwned::Kind::Text},
-    };
-    declareClientOwned(clientOwned);
+    static const struct {
+        std::vector<ClientOwned> table{
+            {names::geometry, ClientOwned::Kind::NumbersObject},
+            {names::frameGeometry, ClientOwned::Kind::NumbersObject},
+            {names::maximized, ClientOwned::Kind::Bool},
+            {names::minimized, ClientOwned::Kind::Bool},
+            {names::title, ClientOwned::Kind::Text},
+        };
+        EndsModule end;
+    } clientOwned;
+    declareClientOwned(clientOwned.table);
     bindShowing(emitters);
     bindGeometry(emitters);
     setProperty(names::version, u"0.5", false);

@@ -1,8 +1,11 @@
 #include "host/ribo/COSNamespace.h"
 
+#include <dlfcn.h>
+
 #include <algorithm>
 #include <cstdlib>
 #include <string>
+#include <typeinfo>
 #include <utility>
 
 #include "host/ribo/COSNamespaceInfo.h"
@@ -33,6 +36,28 @@ std::pair<std::string, std::string> splitAtLastDot(const std::string& fullName) 
                                     : std::pair(fullName.substr(0, dot), fullName.substr(dot + 1));
 }
 
+/// Ends a class, and with it the hold on the library that its code is in.
+struct ClassDeleter {
+    void* library = nullptr;
+
+    void operator()(COSClassInfo* info) const noexcept {
+        destroy(info);
+        if (library != nullptr) {
+            dlclose(library);
+        }
+    }
+};
+
+/// Keeps the library loaded as long as values of its class live on, though its module was ended.
+void holdLibrary(const ClassPointer& described) {
+    Dl_info place{};
+    const COSClassInfo& info = *described;
+    if (dladdr(&typeid(info), &place) != 0) {
+        std::get_deleter<ClassDeleter>(described)->library =
+            dlopen(place.dli_fname, RTLD_LAZY | RTLD_NOLOAD);
+    }
+}
+
 /// The classes in use, so that an instance is made without a walk through the tree.
 std::unordered_map<InternedString, std::weak_ptr<COSClassInfo>>& knownClasses() {
     static auto& classes = *new std::unordered_map<InternedString, std::weak_ptr<COSClassInfo>>;
@@ -59,8 +84,8 @@ COSNamespace::~COSNamespace() {
 }
 
 COSNamespace::Children& COSNamespace::topNamespaces() {
-    // Ended with the process: what modules did not take away goes before their code does.
-    static Children namespaces;
+    // Never destroyed: modules take theirs away when they are unloaded or the process ends.
+    static Children& namespaces = *new Children;
     return namespaces;
 }
 
@@ -162,6 +187,9 @@ void COSNamespace::listMembersOnce() {
 void COSNamespace::forgetMembers() {
     for (const ClassPointer& each : m_classes) {
         knownClasses().erase(each->getFullName());
+        if (each.use_count() > 1) {
+            holdLibrary(each);
+        }
     }
     m_classes.clear();
     m_functionsByName.clear();
@@ -229,7 +257,7 @@ void COSNamespace::addClass(COSClassInfo* info) {
     if (info == nullptr) {
         return;
     }
-    const ClassPointer added(info, [](COSClassInfo* each) { destroy(each); });
+    const ClassPointer added(info, ClassDeleter());
     const auto isSame = [&](const auto& each) { return each->getName() == added->getName(); };
     if (std::any_of(m_classes.begin(), m_classes.end(), isSame)) {
         return;

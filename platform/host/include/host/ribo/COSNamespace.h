@@ -44,7 +44,8 @@ public:
     ~COSNamespace() override;
 
     /// Frees the namespace, if its description allows it, with those inside, whether theirs do or
-    /// not. Classes live on as long as instances of theirs do.
+    /// not. Classes live on as long as instances of theirs do, and until then the library stays
+    /// loaded that a class is in, if its namespace is freed before that is unloaded.
     void cleanUp(COSClient* client) override;
 
     InternedString getName() const { return m_name; }
