@@ -7,6 +7,7 @@
 #include <boost/asio/ip/address.hpp>
 #include <boost/beast/core/string.hpp>
 #include <cerrno>
+#include <regex>
 #include <system_error>
 #include <utility>
 
@@ -31,37 +32,75 @@ bool equalIgnoringCase(std::string_view a, std::string_view b) {
     return boost::beast::iequals({a.data(), a.size()}, {b.data(), b.size()});
 }
 
+bool contains(const std::vector<std::string>& hosts, std::string_view host) {
+    return std::any_of(hosts.begin(), hosts.end(),
+                       [host](const auto& allowed) { return equalIgnoringCase(allowed, host); });
+}
+
 }  // namespace
 
 AccessRules::AccessRules(const GatewayOptions& options, std::uint16_t port, std::string token)
-    : m_token(std::move(token)), m_hosts(options.extraHosts), m_extraOrigins(options.extraOrigins) {
-    addHost(options.bindAddress, port);
+    : m_token(std::move(token)), m_port(port), m_extraOrigins(options.extraOrigins) {
+    addHost(options.bindAddress);
+    addNamesOfMachine(options.bindAddress);
+    for (const std::string& host : options.extraHosts)
+        addExtraHost(host);
+}
+
+void AccessRules::addNamesOfMachine(const std::string& bindAddress) {
     boost::system::error_code error;
-    const auto address = boost::asio::ip::make_address(options.bindAddress, error);
+    const auto address = boost::asio::ip::make_address(bindAddress, error);
+    m_takesAnyAddress = !error && address.is_unspecified();
     if (!error && (address.is_loopback() || address.is_unspecified()))
         for (const char* const name : {"localhost", "127.0.0.1", "::1"})
-            addHost(name, port);
+            addHost(name);
+    std::array<char, 256> name{};
+    if (!error && !address.is_loopback() && gethostname(name.data(), name.size() - 1) == 0)
+        addHost(name.data());
 }
 
 /// Browsers leave the port out where it is the scheme's own.
-void AccessRules::addHost(const std::string& address, std::uint16_t port) {
-    std::string host = hostAndPort(address, port);
-    if (port == kHttpPort)
+void AccessRules::addHost(const std::string& address) {
+    std::string host = hostAndPort(address, m_port);
+    if (m_port == kHttpPort)
         m_hosts.push_back(host.substr(0, host.rfind(':')));
     m_hosts.push_back(std::move(host));
 }
 
+void AccessRules::addExtraHost(const std::string& host) {
+    const bool hasPort = host.find(':', host.rfind(']') + 1) != std::string::npos;
+    m_extraHosts.push_back(host);
+    if (!hasPort)
+        m_extraHosts.push_back(host + ":" + std::to_string(m_port));
+}
+
 bool AccessRules::allowsHost(std::string_view host) const {
-    return std::any_of(m_hosts.begin(), m_hosts.end(),
-                       [host](const auto& allowed) { return equalIgnoringCase(allowed, host); });
+    return contains(m_hosts, host) || contains(m_extraHosts, host) || isOurNumericAddress(host);
+}
+
+/// A foreign name that leads here (DNS rebinding) is never numeric.
+bool AccessRules::isOurNumericAddress(std::string_view host) const {
+    const std::string port = ":" + std::to_string(m_port);
+    if (!m_takesAnyAddress)
+        return false;
+    if (host.size() > port.size() && host.substr(host.size() - port.size()) == port)
+        host.remove_suffix(port.size());
+    else if (m_port != kHttpPort)
+        return false;
+    if (host.size() > 2 && host.front() == '[' && host.back() == ']')
+        host = host.substr(1, host.size() - 2);
+    boost::system::error_code error;
+    boost::asio::ip::make_address(std::string(host), error);
+    return !error;
 }
 
 bool AccessRules::allowsOrigin(std::string_view origin, std::string_view host) const {
-    constexpr std::string_view scheme = "http://";
-    if (origin.substr(0, scheme.size()) == scheme &&
-        equalIgnoringCase(origin.substr(scheme.size()), host))
-        return true;
-    return std::find(m_extraOrigins.begin(), m_extraOrigins.end(), origin) != m_extraOrigins.end();
+    const auto isPageOf = [&](std::string_view scheme) {
+        return origin.substr(0, scheme.size()) == scheme &&
+               equalIgnoringCase(origin.substr(scheme.size()), host);
+    };
+    return isPageOf("http://") || (isPageOf("https://") && contains(m_extraHosts, host)) ||
+           std::find(m_extraOrigins.begin(), m_extraOrigins.end(), origin) != m_extraOrigins.end();
 }
 
 bool AccessRules::isToken(std::string_view text) const {
@@ -80,6 +119,18 @@ bool AccessRules::isClientId(std::string_view text) {
 
 bool AccessRules::isUsableToken(std::string_view text) {
     return text.size() >= 16 && text.size() <= 256 && consistsOf(text, "-_.~");
+}
+
+bool AccessRules::isUsableHost(const std::string& text) {
+    static const std::regex s_host(R"(([A-Za-z0-9._-]+|\[[0-9A-Fa-f:.]+\])(:[0-9]{1,5})?)");
+    return std::regex_match(text, s_host);
+}
+
+bool AccessRules::isUsableOrigin(const std::string& text) {
+    const std::size_t end = text.find("://");
+    const std::string scheme = text.substr(0, end);
+    return (scheme == "http" || scheme == "https") && end != std::string::npos &&
+           isUsableHost(text.substr(end + 3));
 }
 
 std::string AccessRules::randomToken() {

@@ -44,11 +44,23 @@ public:
     /// is none that can be opened everywhere, so its loopback address is named.
     static std::string shownHost(const std::string& bindAddress, std::uint16_t port);
 
+    /// Whether an option's text is a name or address, with or without a port.
+    static bool isUsableHost(const std::string& text);
+
+    /// Whether an option's text is a scheme and a host, and nothing behind it.
+    static bool isUsableOrigin(const std::string& text);
+
 private:
-    void addHost(const std::string& address, std::uint16_t port);
+    void addHost(const std::string& address);
+    void addNamesOfMachine(const std::string& bindAddress);
+    void addExtraHost(const std::string& host);
+    bool isOurNumericAddress(std::string_view host) const;
 
     std::string m_token;
+    std::uint16_t m_port;
+    bool m_takesAnyAddress = false;
     std::vector<std::string> m_hosts;
+    std::vector<std::string> m_extraHosts;  // those that the options name, ports included
     std::vector<std::string> m_extraOrigins;
 };
 

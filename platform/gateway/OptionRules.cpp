@@ -19,6 +19,7 @@ namespace {
 
 void OptionRules::check(const GatewayOptions& options) {
     checkAddress(options);
+    checkNames(options);
     checkFolders(options);
     checkLimits(options);
     if (!options.token.empty() && !AccessRules::isUsableToken(options.token))
@@ -36,6 +37,17 @@ void OptionRules::checkAddress(const GatewayOptions& options) {
         refuse(std::errc::permission_denied,
                "listening on " + options.bindAddress +
                    " opens the program to other machines and must be allowed explicitly");
+}
+
+void OptionRules::checkNames(const GatewayOptions& options) {
+    for (const std::string& host : options.extraHosts)
+        if (!AccessRules::isUsableHost(host))
+            refuse(std::errc::invalid_argument,
+                   "\"" + host + "\" is no host name; give a name, with :PORT where it has one");
+    for (const std::string& origin : options.extraOrigins)
+        if (!AccessRules::isUsableOrigin(origin))
+            refuse(std::errc::invalid_argument,
+                   "\"" + origin + "\" is no origin; give one like https://pad.example:8443");
 }
 
 void OptionRules::checkFolders(const GatewayOptions& options) {

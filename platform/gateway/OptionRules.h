@@ -12,6 +12,7 @@ public:
 
 private:
     static void checkAddress(const GatewayOptions& options);
+    static void checkNames(const GatewayOptions& options);
     static void checkFolders(const GatewayOptions& options);
     static void checkLimits(const GatewayOptions& options);
 };

@@ -35,6 +35,8 @@ gateway::GatewayOptions gatewayOptions(const HostOptions& options) {
     result.bindAddress = options.bindAddress;
     result.allowNonLoopback = options.allowRemote;
     result.port = options.port;
+    result.extraHosts = options.hosts;
+    result.extraOrigins = options.origins;
     result.pageFolder = options.pageFolder.empty() ? InstalledFiles::page() : options.pageFolder;
     result.applicationRoot = options.applicationRoot;
     result.graceTime = options.graceTime;

@@ -22,6 +22,14 @@ HostCommandLine::HostCommandLine(CLI::App& app) : m_app(app) {
         ->capture_default_str();
     app.add_flag("--allow-remote", m_options.allowRemote,
                  "Allow an address that other machines can reach (nothing is encrypted)");
+    app.add_option("--host", m_options.hosts,
+                   "A name under which browsers reach the program, as of a proxy; may be repeated")
+        ->type_name("NAME[:PORT]")
+        ->allow_extra_args(false);
+    app.add_option("--origin", m_options.origins,
+                   "The address of a proxy that does not pass its name on; may be repeated")
+        ->type_name("URL")
+        ->allow_extra_args(false);
     app.add_option("--token-file", m_options.tokenFile,
                    "Keep the secret part of the address in this file, for the next start")
         ->type_name("FILE");

@@ -6,7 +6,6 @@
 
 #include <boost/algorithm/string/trim.hpp>
 #include <cerrno>
-#include <fstream>
 #include <system_error>
 
 #include "runtime/StartError.h"
@@ -15,7 +14,7 @@ namespace DOVA::runtime {
 
 namespace {
 
-constexpr std::streamsize s_longest = 1024;
+constexpr std::size_t s_longest = 1024;
 
 class Descriptor {
 public:
@@ -40,27 +39,49 @@ bool writeAll(int file, const std::string& text) {
 }  // namespace
 
 std::string TokenFile::read() const {
-    std::error_code error;
-    const auto status = std::filesystem::status(m_path, error);
-    if (status.type() == std::filesystem::file_type::not_found) {
-        return {};
-    }
-    // Nothing else is opened: a pipe would keep the program waiting.
-    if (status.type() != std::filesystem::file_type::regular) {
-        throw StartError("the token file \"" + m_path.string() + "\" is not a regular file");
-    }
-    std::ifstream file(m_path, std::ios::binary);
-    if (!file) {
+    // Without waiting for the other end of a pipe.
+    const Descriptor file(::open(m_path.c_str(), O_RDONLY | O_CLOEXEC | O_NONBLOCK));
+    if (file.number() < 0) {
+        if (errno == ENOENT) {
+            return {};
+        }
         fail("read", errno);
     }
+    struct stat status {};
+    if (::fstat(file.number(), &status) != 0) {
+        fail("read", errno);
+    }
+    if (!S_ISREG(status.st_mode)) {
+        refuse("is not a regular file");
+    }
     std::string token(s_longest, '\0');
-    file.read(token.data(), s_longest);
-    token.resize(static_cast<std::size_t>(file.gcount()));
-    if (token.size() == static_cast<std::size_t>(s_longest)) {
-        throw StartError("the token file \"" + m_path.string() + "\" is too long for a token");
+    const ssize_t size = ::read(file.number(), token.data(), token.size());
+    if (size < 0) {
+        fail("read", errno);
+    }
+    token.resize(static_cast<std::size_t>(size));
+    if (token.size() == s_longest) {
+        refuse("is too long for a token");
     }
     boost::algorithm::trim(token);
+    if (!token.empty()) {
+        requirePrivate(status);
+    }
     return token;
+}
+
+/// Whoever knows the token drives the program.
+void TokenFile::requirePrivate(const struct stat& status) const {
+    if (status.st_uid != ::geteuid()) {
+        refuse("belongs to another user");
+    }
+    if ((status.st_mode & (S_IRWXG | S_IRWXO)) != 0) {
+        refuse("can be read or changed by others; its mode must be 600");
+    }
+}
+
+void TokenFile::refuse(const char* sentence) const {
+    throw StartError("the token file \"" + m_path.string() + "\" " + sentence);
 }
 
 void TokenFile::write(const std::string& token) const {

@@ -24,6 +24,7 @@ onSceneEverywhere('a reload keeps what was typed half, and it can be saved', asy
     const page = await scene.open();
     await page.getByLabel('operator').fill('Jan');
     await page.getByLabel('port').fill('18x');
+    assert.equal(await page.evaluate(() => location.hash), '', 'the token is for nobody to read off');
     await page.reload();
     await scene.dialog(page, 'modified').waitFor();
     assert.equal(await page.getByLabel('operator').inputValue(), 'Jan');

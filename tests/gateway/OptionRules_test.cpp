@@ -24,6 +24,15 @@ const OptionRow kRows[] = {
     {"the page folder \"/nonexistent\" holds no index.html",
      [](auto& o) { o.pageFolder = "/nonexistent"; }},
     {"is no folder", [](auto& o) { o.applicationRoot = o.pageFolder / "index.html"; }},
+    {"",
+     [](auto& o) {
+         o.extraHosts = {"pad.example", "[::1]:80"};
+     }},
+    {"\"http://pad\" is no host name", [](auto& o) { o.extraHosts = {"http://pad"}; }},
+    {"\"\" is no host name", [](auto& o) { o.extraHosts = {""}; }},
+    {"", [](auto& o) { o.extraOrigins = {"https://pad.example:8443"}; }},
+    {"\"pad.example\" is no origin", [](auto& o) { o.extraOrigins = {"pad.example"}; }},
+    {"is no origin", [](auto& o) { o.extraOrigins = {"https://pad.example/"}; }},
     {"a token must be 16 to 256", [](auto& o) { o.token = "0123456789abcde"; }},
     {"a token must be 16 to 256", [](auto& o) { o.token = "0123456789abcde&"; }},
     {"", [](auto& o) { o.token = "0123456789abcde~"; }},

@@ -3,6 +3,9 @@
 #include <gmock/gmock.h>
 #include <gtest/gtest.h>
 
+#include <unistd.h>
+
+#include <array>
 #include <boost/property_tree/json_parser.hpp>
 #include <string>
 
@@ -37,6 +40,14 @@ protected:
             fs::create_symlink(to.data(), m_folder / name);
     }
 
+    static std::string named(std::string text) {
+        std::array<char, 256> machine{};
+        EXPECT_EQ(gethostname(machine.data(), machine.size()), 0);
+        if (const auto at = text.find("${machine}"); at != text.npos)
+            text.replace(at, 10, machine.data());
+        return text;
+    }
+
     RequestRouter::Request request(const Row& row) const {
         std::string target = row.get<std::string>("target");
         if (const auto root = target.find("${root}"); root != target.npos)
@@ -47,7 +58,7 @@ protected:
             for (const auto& [name, value] : children(m_requests, "socket"))
                 request.set(name, value.data());
         for (const auto& [name, value] : children(row, "headers"))
-            request.set(name, value.data());
+            request.set(name, named(value.data()));
         for (const auto& [name, value] : children(row, "more"))
             request.insert(name, value.data());
         request.erase(row.get("without", "nothing"));
@@ -59,7 +70,7 @@ protected:
         options.pageFolder = m_folder / "page";
         options.applicationRoot = m_folder / "icons";
         options.limits.fileBytes = 7;
-        options.extraHosts = {"pad.example:8443"};
+        options.extraHosts = {"pad.example:8443", "named.example"};
         options.extraOrigins = {"https://pad.example:8443"};
         options.bindAddress = row.get("bind", "127.0.0.1");
         const AccessRules rules(options, row.get<std::uint16_t>("port", 8080), "0123456789abcdef");
@@ -78,9 +89,10 @@ protected:
             EXPECT_FALSE(answer.keep_alive());
             return;
         }
-        EXPECT_THAT(policy,
-                    HasSubstr("connect-src 'self' ws://" +
-                              row.get("host", row.get("headers.Host", "localhost:8080")) + ";"));
+        EXPECT_THAT(
+            policy,
+            HasSubstr("connect-src 'self' ws://" +
+                      row.get("host", named(row.get("headers.Host", "localhost:8080"))) + ";"));
         EXPECT_EQ(answer.body(), row.get<std::string>("body"));
         EXPECT_EQ(answer["Content-Type"], row.get<std::string>("type"));
         EXPECT_EQ(answer["Content-Encoding"] == "gzip", answer.body() == "zipped");

@@ -31,6 +31,9 @@ TEST_F(HostStartTest, SaysInOneSentenceWhyItDoesNotAndStartsNothing) {
         {"must be allowed explicitly", [&] { options.bindAddress = "0.0.0.0"; }},
         {"cannot listen on 127.0.0.1:", [&] { options.port = other.local_endpoint().port(); }},
         {"cannot write the token file ", [&] { options.tokenFile = folder / "none/token"; }},
+        {"can be read or changed by others",
+         [&] { options.tokenFile = folder.write("open", "0123456789abcdef"); }},
+        {"is no host name", [&] { options.hosts = {"pad example"}; }},
         {"is too long for a token",
          [&] { options.tokenFile = folder.write("token", std::string(2000, 'a')); }},
     };

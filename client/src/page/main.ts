@@ -36,8 +36,28 @@ function start(root: HTMLElement, token: string): void {
     application.start(keep.take());
 }
 
+const TOKEN = 'dova.token';
+
+/**
+ * The token of the address stays with the tab, for reloads, and leaves the address: it is not for
+ * bookmarks, shared screens and copied addresses. Without a storage it has to stay.
+ */
+function takeToken(): string {
+    const given = tokenOf(location.hash);
+    try {
+        if (given === '') {
+            return sessionStorage.getItem(TOKEN) ?? '';
+        }
+        sessionStorage.setItem(TOKEN, given);
+        history.replaceState(history.state, '', location.pathname + location.search);
+    } catch {
+        // The browser keeps nothing for this page.
+    }
+    return given;
+}
+
 const root = document.getElementById('desktop');
-const token = tokenOf(location.hash);
+const token = takeToken();
 addEventListener('hashchange', () => location.reload());
 if (root !== null && token === '') {
     showMissingToken(root);

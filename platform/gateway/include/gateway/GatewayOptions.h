@@ -66,12 +66,15 @@ struct GatewayOptions {
     /// What a page must know to come in: 16 to 256 of the characters A-Z a-z 0-9 - _ . ~
     /// Empty: a fresh random one of 160 bits.
     std::string token;
-    /// Further values of the Host header, such as "pad.example:8443", for a proxy in front. The
-    /// listening address, and for loopback also "localhost", "127.0.0.1" and "[::1]", each with
-    /// the port, are allowed anyway.
+    /// Further names under which browsers reach the program, as a Host header has them:
+    /// "pad.example:8443", or without a port for the port that is listened on and for those that
+    /// browsers leave out. A page from there may be one of http or of https, so that an encrypting
+    /// proxy that passes the name on needs no more. Allowed anyway: the listening address; for
+    /// loopback and for every interface also "localhost", "127.0.0.1" and "[::1]"; beyond loopback
+    /// the machine's own name, and for every interface any numeric address; each with the port.
     std::vector<std::string> extraHosts;
-    /// Further values of the Origin header, such as "https://pad.example:8443". The http origin
-    /// of the request's own Host is allowed anyway.
+    /// Further values of the Origin header, such as "https://pad.example:8443", for a proxy that
+    /// does not pass the name on. The http origin of the request's own Host is allowed anyway.
     std::vector<std::string> extraOrigins;
     /// How long a session whose connection broke waits for its page before it ends. 0 or more.
     std::chrono::milliseconds graceTime{300000};

@@ -12,8 +12,8 @@ class App;
 namespace DOVA::runtime {
 
 /// The options that every served program takes, added to the program's own command line:
-/// `--port N`, `--bind ADDRESS`, `--allow-remote` and `--token-file FILE`, beside the `--help` that
-/// CLI::App brings along.
+/// `--port N`, `--bind ADDRESS`, `--allow-remote`, `--host NAME`, `--origin URL` and
+/// `--token-file FILE`, beside the `--help` that CLI::App brings along.
 class DOVA_RUNTIME_EXPORT HostCommandLine {
 public:
     /// Adds the options; `app` and this object must stay where they are until parse() is done. The

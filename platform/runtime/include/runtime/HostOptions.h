@@ -4,6 +4,7 @@
 #include <cstdint>
 #include <filesystem>
 #include <string>
+#include <vector>
 
 namespace DOVA::runtime {
 
@@ -15,12 +16,19 @@ struct HostOptions {
     /// Must be set when bindAddress is not a loopback address: the program can then be driven from
     /// other machines by whoever has its address, and everything travels unencrypted.
     bool allowRemote = false;
+    /// Further names under which browsers reach the program, such as "pad.example" or
+    /// "pad.example:8443": those of a proxy, or of this machine in its network. The machine's own
+    /// name and addresses are known without. A browser that asks under another name is refused.
+    std::vector<std::string> hosts;
+    /// What a proxy in front is to browsers, such as "https://pad.example:8443", where it does not
+    /// pass on the name that it was asked under.
+    std::vector<std::string> origins;
     /// TCP port; 0 takes any free one.
     std::uint16_t port = 0;
     /// A file with the token that a page must bring, so that the address stays the same from start
-    /// to start. A missing or empty file gets a fresh token, readable by its owner only; the
-    /// access to a file that holds one already is the user's own affair. Empty: a fresh token for
-    /// each start that is written nowhere.
+    /// to start. A missing or empty file gets a fresh token, readable by its owner only; one that
+    /// others can read, or that belongs to another user, is refused. Empty: a fresh token for each
+    /// start that is written nowhere.
     std::filesystem::path tokenFile;
     /// The browser's side as built, a folder with "index.html". Empty: the one installed with this
     /// library, else the one of the source tree that this library was built from.
