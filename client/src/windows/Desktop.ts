@@ -44,6 +44,7 @@ export class Desktop implements WindowHost, WindowActions {
     private readonly m_listener: DesktopListener;
     private readonly m_reporter: PlaceReporter;
     private readonly m_follower: Follower;
+    private readonly m_pageTitle = document.title;
 
     constructor(
         root: HTMLElement,
@@ -58,7 +59,8 @@ export class Desktop implements WindowHost, WindowActions {
         this.m_listener = listener;
         this.m_reporter = new PlaceReporter(clock, (frame, text) => host.send(frame.object, text));
         this.m_follower = new Follower(host.pageSizes);
-        this.stack = new Stack(renderer, () => listener.topChanged());
+        const showTitle = (): void => this.showTitle();
+        this.stack = new Stack(renderer, () => listener.topChanged(), showTitle);
         this.m_root.append(this.m_bar);
         listenOnDesktop(this, root);
         addEventListener('resize', () => this.viewportChanged());
@@ -134,6 +136,7 @@ export class Desktop implements WindowHost, WindowActions {
         }
         this.contentsChanged(object);
         this.showBar();
+        this.showTitle();
     }
 
     triggered(object: StoredObject, trigger: Trigger): void {
@@ -265,6 +268,11 @@ export class Desktop implements WindowHost, WindowActions {
         }
         this.m_reporter.changed(frame, true);
         this.contentsChanged(frame.object, anew);
+    }
+
+    /** The page is called what the window is in which one works. */
+    private showTitle(): void {
+        document.title = this.stack.active?.object.values.title || this.m_pageTitle;
     }
 
     private viewportChanged(): void {

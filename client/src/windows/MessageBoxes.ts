@@ -20,6 +20,7 @@ interface OpenBox {
 /** What the program has to tell, each in a small dialog of its own until the person has read it. */
 export class MessageBoxes {
     private m_open: OpenBox[] = [];
+    private m_count = 0;
     private readonly m_root: HTMLElement;
     private readonly m_topChanged: () => void;
 
@@ -39,6 +40,9 @@ export class MessageBoxes {
         element.dataset['level'] = box.level;
         element.setAttribute('role', 'alertdialog');
         element.setAttribute('aria-label', box.title || box.level);
+        this.m_count += 1;
+        const text = `message-${this.m_count}`;
+        element.setAttribute('aria-describedby', text);
         element.addEventListener('keydown', (event) => {
             if (event.key === 'Escape') {
                 event.preventDefault();
@@ -47,7 +51,7 @@ export class MessageBoxes {
         });
         element.addEventListener('close', () => this.close(open));
         render(
-            contents(box, () => this.close(open)),
+            contents(box, text, () => this.close(open)),
             element,
         );
         this.m_open.push(open);
@@ -94,11 +98,11 @@ export class MessageBoxes {
     }
 }
 
-function contents(box: MessageBox, close: () => void): unknown {
+function contents(box: MessageBox, text: string, close: () => void): unknown {
     return html`<h1 class="messagebox-title">${box.title}</h1>
         <div class="messagebox-body">
             <span class="sign" aria-hidden="true">${signs[box.level]}</span>
-            <p>${box.body}</p>
+            <p id=${text}>${box.body}</p>
         </div>
         <div class="messagebox-buttons">
             <button type="button" class="button" data-default @click=${close}>OK</button>

@@ -1,7 +1,6 @@
 import type { Renderer } from '../widgets/Renderer.ts';
+import { firstControl } from '../widgets/focusable.ts';
 import type { WindowFrame } from './WindowFrame.ts';
-
-const FOCUSABLE = 'input:not(:disabled), button:not(:disabled)';
 
 /** Which window lies above which, and which one has the keyboard. The last is on top. */
 export class Stack {
@@ -10,10 +9,12 @@ export class Stack {
     private readonly m_lastFocus = new WeakMap<WindowFrame, number>();
     private readonly m_renderer: Renderer;
     private readonly m_topChanged: () => void;
+    private readonly m_activeChanged: () => void;
 
-    constructor(renderer: Renderer, topChanged: () => void) {
+    constructor(renderer: Renderer, topChanged: () => void, activeChanged: () => void) {
         this.m_renderer = renderer;
         this.m_topChanged = topChanged;
+        this.m_activeChanged = activeChanged;
     }
 
     get order(): readonly WindowFrame[] {
@@ -89,15 +90,16 @@ export class Stack {
         this.setActive(frame);
         if (!frame.element.contains(document.activeElement) || this.isOnFrame(frame)) {
             const last = this.m_renderer.control(this.m_lastFocus.get(frame) ?? 0);
-            const first = frame.body.querySelector<HTMLElement>(FOCUSABLE);
-            (last ?? first ?? frame.element).focus({ preventScroll: true });
+            const control = (last && firstControl(last)) ?? firstControl(frame.body);
+            (control ?? frame.element).focus({ preventScroll: true });
         }
     }
 
     focusWithin(frame: WindowFrame, id: number): void {
         this.m_lastFocus.set(frame, id);
         if (frame === this.m_active || this.m_active === undefined) {
-            this.m_renderer.control(id)?.focus();
+            const control = this.m_renderer.control(id);
+            (control && firstControl(control))?.focus();
         }
     }
 
@@ -125,6 +127,7 @@ export class Stack {
             this.m_active?.element.classList.remove('active');
             frame?.element.classList.add('active');
             this.m_active = frame;
+            this.m_activeChanged();
         }
     }
 

@@ -3,7 +3,7 @@ import { readFileSync } from 'node:fs';
 import { createRequire } from 'node:module';
 import { join } from 'node:path';
 import { ROOT_CHANNEL } from '../../src/protocol/names.ts';
-import { everyKind } from '../support/scene.ts';
+import { everyKind, tabPage } from '../support/scene.ts';
 import { onStage, widget, type Stage } from '../support/Stage.ts';
 
 /** What every page owes its visitors, whatever it shows. */
@@ -143,9 +143,98 @@ onStage('the search of the browser finds what stands on a page behind', async (s
     await stage.button('On the second').waitFor();
 });
 
+const items = { currentindex: 0, entries: ['a', 'b'], text: 'a' };
+const town = everyKind.slice(7, 9);
+const inTabs = (page: object): object =>
+    widget(30, 'TabContainer', { currentindex: 0, contents: [tabPage(31, 'T', page)] });
+
+/** Which object has the focus in a window that begins with these. */
+const firsts: readonly (readonly [name: string, first: object, id: string])[] = [
+    ['a combo box', widget(20, 'ComboBox', { ...items, editable: false }), '20'],
+    ['an editable one', widget(20, 'ComboBox', { ...items, editable: true }), '20'],
+    ['a hidden field', widget(20, 'Edit', { text: '', visible: false }), '11'],
+    ['one switched off', widget(20, 'Edit', { text: '', enable: false }), '11'],
+    ['one in a box switched off', widget(19, 'GroupBox', { enable: false, contents: town }), '11'],
+    ['a page behind', inTabs(widget(32, 'Edit', { text: '', visible: false })), '30'],
+];
+
+onStage('the first focus is where one can begin, and Enter in a choice goes on', async (stage) => {
+    const rest = [everyKind[1], everyKind[4]] as object[];
+    const focused = (): Promise<unknown> =>
+        stage.page.evaluate(
+            () => document.activeElement?.closest<HTMLElement>('.body [data-id]')?.dataset['id'],
+        );
+    for (const [name, first, id] of firsts) {
+        await stage.open(1, {}, [first, ...rest]);
+        assert.equal(await focused(), id, name);
+        const before = stage.events(14).length;
+        await stage.page.keyboard.press('Enter');
+        if (id === '20') {
+            await stage.gateway.until(() => stage.events(14).length > before, name);
+        }
+        stage.write(1, 1, { command: 'close' });
+        await stage.at(1).waitFor({ state: 'detached' });
+    }
+});
+
+onStage(
+    'in forced colours what is chosen, down or for Enter can be told',
+    async (stage) => {
+        await stage.open(1, {}, everyKind);
+        const look = (at: string): Promise<string> =>
+            stage.page.locator(at).first().evaluate((e) => {
+                const { backgroundColor, borderStyle, borderWidth } = getComputedStyle(e);
+                return [backgroundColor, borderStyle, borderWidth].join();
+            });
+        stage.write(1, 32, { checkable: true, checked: true });
+        await stage.settled();
+        const plain = await look('[data-id="13"]');
+        assert.notEqual(await look('[data-id="14"]'), plain, 'the default button');
+        assert.notEqual(await look('[data-id="32"]'), plain, 'the button that is down');
+        assert.notEqual(await look('#tab-31'), await look('#tab-33'), 'the tab in front');
+    },
+    { forcedColors: 'active' },
+);
+
+onStage('the page has the name of the active window, a message its text', async (stage) => {
+    const title = async (): Promise<string> => (await stage.settled(), stage.page.title());
+    assert.equal(await title(), 'Dialogs');
+    await stage.open(1, {}, everyKind);
+    await stage.open(200, { geometry: '[500,300,200,100]' }, [widget(202, 'Edit', { text: '' })]);
+    assert.equal(await title(), 'Window 200');
+    stage.write(200, 200, { title: 'Two *' });
+    assert.equal(await title(), 'Two *');
+    stage.write(200, 200, { command: 'close' });
+    assert.equal(await title(), 'Window 1');
+    stage.gateway.send(['./1', { type: 'messagebox', level: 'error', title: 'T', body: 'Why' }]);
+    const text = await stage.page.getByRole('alertdialog').evaluate((box) => {
+        return document.getElementById(box.getAttribute('aria-describedby') ?? '')?.textContent;
+    });
+    assert.equal(text, 'Why');
+});
+
+onStage('on paper stands the whole window, on as many pages as it takes', async (stage) => {
+    await stage.open(200, {}, [widget(202, 'Text', { text: 'not this one' })]);
+    const grid = { id: '60', type: 'GridLayout', contents: [...long, ...long.map(again)] };
+    await stage.open(1, { modal: true }, [grid, widget(61, 'Text', { text: 'The end' })]);
+    const pdf = await stage.page.pdf({ format: 'A5' });
+    const pages = pdf.toString('latin1').match(/\/Type\s*\/Page\b/g);
+    assert.equal(pages?.length, 2);
+    await stage.page.emulateMedia({ media: 'print' });
+    const shown = await stage.page.evaluate(() => {
+        const [other, window] = document.querySelectorAll('.window');
+        const end = window?.querySelector('[data-id="61"]')?.getBoundingClientRect().bottom ?? 0;
+        const bottom = window?.getBoundingClientRect().bottom ?? 0;
+        return [other?.checkVisibility(), end > 1000 && end <= bottom];
+    });
+    assert.deepEqual(shown, [false, true]);
+});
+
 const long = Array.from({ length: 40 }, (_, index) =>
     widget(100 + index, 'CheckBox', { label: `Row ${index}` }),
 );
+
+const again = (row: object, index: number): object => ({ ...row, id: String(300 + index) });
 
 /** What a small screen cuts off, or makes a person scroll for sideways. */
 function cutOff(): readonly unknown[] {

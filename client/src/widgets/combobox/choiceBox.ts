@@ -73,6 +73,13 @@ function showPlaceholder(select: HTMLSelectElement, text: string): void {
     }
 }
 
+/** Where the browser does not say, its list takes the keys while it is open. */
+const tellsOpen = CSS.supports('selector(:open)');
+
+function isOpen(select: HTMLElement): boolean {
+    return tellsOpen && select.matches(':open');
+}
+
 /** One item of a list, by the browser's own control. */
 export const choiceBox: WidgetKind = {
     type: Kind.comboBox,
@@ -105,6 +112,11 @@ export const choiceBox: WidgetKind = {
     events: {
         change: (object, element, _event, host) => {
             tellSelected(object, (element as HTMLSelectElement).selectedIndex, host);
+        },
+        keydown: (object, element, event, host) => {
+            if (event.key === 'Enter' && !event.defaultPrevented && !isOpen(element)) {
+                host.pressDefault(object);
+            }
         },
     },
 };
