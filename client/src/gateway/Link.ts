@@ -2,35 +2,15 @@ import { CloseCode } from '../protocol/names.ts';
 import { channelName, parseChannel, type Channel } from './channel.ts';
 import { decodeGreeting } from './control.ts';
 import type { FrameRecord } from './frame.ts';
+import { Retry } from './Retry.ts';
 import { Session } from './Session.ts';
-import type { Clock, Connect, Socket } from './transport.ts';
+import type { LinkListener, LinkStatus } from './LinkListener.ts';
+import type { AskWhy, Clock, Connect, Socket } from './transport.ts';
 import { Watch } from './Watch.ts';
-
-/**
- * connecting: first connection not there yet; open: all is well; lost: trying again;
- * ended: the program ended, trying again slowly; duplicated, takenOver, refused: given up until
- * the person asks.
- */
-export type LinkStatus =
-    | 'connecting'
-    | 'open'
-    | 'lost'
-    | 'ended'
-    | 'duplicated'
-    | 'takenOver'
-    | 'refused';
-
-export interface LinkListener {
-    /** A session begins from nothing: whatever is shown belongs to one that is gone. */
-    began(clientId: string): void;
-    received(channel: Channel, text: string): void;
-    /** All records of a frame were handed over. */
-    settled(): void;
-    status(status: LinkStatus, reason: string): void;
-}
 
 export interface LinkSetup {
     readonly connect: Connect;
+    readonly askWhy: AskWhy;
     readonly clock: Clock;
     readonly listener: LinkListener;
     readonly makeClientId: () => string;
@@ -39,9 +19,6 @@ export interface LinkSetup {
 const ACKNOWLEDGE_AFTER = 150;
 /** So many records are acknowledged at once: the gateway's buffer is bounded. */
 const ACKNOWLEDGE_COUNT = 2000;
-const FIRST_RETRY = 200;
-/** Somebody waits before the page: once the network is back it should not take longer than this. */
-const LAST_RETRY = 2000;
 /** What `awaited` answers until the gateway has said what becomes of the session. */
 const GREETING = 0;
 const GAVE_UP = new Map<number, LinkStatus>([
@@ -63,16 +40,18 @@ const SESSION_OVER = new Set<number>([
 export class Link {
     private readonly m_setup: LinkSetup;
     private readonly m_watch: Watch;
+    private readonly m_retry: Retry;
     private m_clientId: string;
     private m_session = new Session();
     /** The gateway has greeted this session once, so it can be resumed. */
     private m_established = false;
+    /** The session is given up; another one begins under this name once there is a gateway. */
+    private m_nextId: string | undefined;
     private m_socket: Socket | undefined;
     private m_greeted = false;
     private m_gaveUp = false;
-    private m_failures = 0;
+    private m_losses = 0;
     private m_flushQueued = false;
-    private m_cancelRetry: (() => void) | undefined;
     private m_cancelAcknowledge: (() => void) | undefined;
     private m_channelName = '';
     private m_channel: Channel | undefined;
@@ -80,11 +59,24 @@ export class Link {
     constructor(setup: LinkSetup) {
         this.m_setup = setup;
         this.m_clientId = setup.makeClientId();
-        this.m_watch = new Watch(
-            setup.clock,
-            () => (this.m_greeted ? this.m_session.firstAwaited : GREETING),
-            () => this.closed(CloseCode.abnormal, ''),
-        );
+        this.m_watch = new Watch(setup.clock, {
+            awaited: () => (this.m_greeted ? this.m_session.firstAwaited : GREETING),
+            charactersAway: () => (this.m_greeted ? this.m_session.pendingCharacters : 0),
+            ask: () => this.m_socket?.send(this.m_session.question()),
+            slow: (slow) => this.m_greeted && setup.listener.status(slow ? 'slow' : 'open', ''),
+            hangs: () => this.tryAgain('silent', ''),
+        });
+        this.m_retry = new Retry({
+            clock: setup.clock,
+            askWhy: setup.askWhy,
+            query: () => this.query(),
+            open: () => this.open(),
+            told: (status, reason) => {
+                if (!this.m_greeted && !this.m_gaveUp) {
+                    setup.listener.status(status, reason);
+                }
+            },
+        });
     }
 
     get clientId(): string {
@@ -115,22 +107,29 @@ export class Link {
 
     /** Leaves the session, if any, and begins a new one. */
     startAfresh(): void {
-        this.dropConnection();
-        this.m_clientId = this.m_setup.makeClientId();
-        this.m_session = new Session();
-        this.m_established = false;
+        this.m_nextId = this.m_setup.makeClientId();
         this.m_gaveUp = false;
-        this.m_failures = 0;
+        this.m_losses = 0;
+        this.m_retry.reset();
         this.open();
     }
 
+    /** What nobody has confirmed of a session that is given up; it is not handed out again. */
+    takeUnconfirmed(): readonly FrameRecord[] {
+        const { pending } = this.m_session;
+        this.m_session = new Session();
+        return pending;
+    }
+
     /**
-     * There is a reason to believe that a connection is possible again: do not wait longer, not
-     * even for an attempt that was begun when it was not.
+     * Something has changed about the network or the page. Do not wait longer for a connection, not
+     * even for an attempt that was begun before; and see whether the one that is there is alive.
      */
     retryNow(): void {
-        if (this.m_cancelRetry !== undefined || (this.m_socket && !this.m_greeted)) {
+        if (this.m_retry.isWaiting || (this.m_socket && !this.m_greeted)) {
             this.open();
+        } else if (this.m_greeted) {
+            this.m_watch.doubt();
         }
     }
 
@@ -144,10 +143,7 @@ export class Link {
 
     private open(): void {
         this.dropConnection();
-        const query = new URLSearchParams({ client: this.m_clientId });
-        if (this.m_established) {
-            query.set('received', String(this.m_session.received));
-        }
+        const query = this.query();
         const current = (): boolean => this.m_socket === socket;
         const socket = this.m_setup.connect(query, {
             message: (text) => current() && this.message(text),
@@ -157,10 +153,17 @@ export class Link {
         this.m_watch.begin();
     }
 
+    private query(): URLSearchParams {
+        const query = new URLSearchParams({ client: this.m_nextId ?? this.m_clientId });
+        if (this.m_established && this.m_nextId === undefined) {
+            query.set('received', String(this.m_session.received));
+        }
+        return query;
+    }
+
     private dropConnection(): void {
         this.m_watch.end();
-        this.m_cancelRetry?.();
-        this.m_cancelRetry = undefined;
+        this.m_retry.cancel();
         this.m_cancelAcknowledge?.();
         this.m_cancelAcknowledge = undefined;
         this.m_greeted = false;
@@ -180,7 +183,7 @@ export class Link {
     private greeting(text: string): void {
         const greeting = decodeGreeting(text);
         if (greeting?.session === 'new') {
-            this.m_session = new Session();
+            this.replaceSession();
         } else if (greeting?.session !== 'resumed' || !this.m_session.resume(greeting.received)) {
             this.sessionLost();
             return;
@@ -191,16 +194,31 @@ export class Link {
             this.m_setup.listener.began(this.m_clientId);
         }
         this.m_setup.listener.status('open', '');
+        this.m_watch.greeted();
         this.flush();
     }
 
+    /** What was done between two sessions belongs to the first one. */
+    private replaceSession(): void {
+        const before = this.m_session;
+        this.m_session = new Session();
+        this.m_clientId = this.m_nextId ?? this.m_clientId;
+        this.m_nextId = undefined;
+        if (this.m_established || before.pendingCount > 0) {
+            this.m_setup.listener.over(before.pending);
+        }
+    }
+
     private frame(text: string): void {
+        const { confirmed } = this.m_session;
         const records = this.m_session.receive(text);
         if (records === undefined) {
             this.sessionLost();
             return;
         }
-        this.m_failures = 0;
+        this.m_watch.heard(records.length === 0 && this.m_session.confirmed === confirmed);
+        this.m_retry.reset();
+        this.m_losses = 0;
         this.deliver(records);
         this.m_setup.listener.settled();
         this.acknowledgeSoon();
@@ -243,10 +261,11 @@ export class Link {
         for (const frame of this.m_session.takeFrames()) {
             this.m_socket?.send(frame);
         }
-        this.m_watch.begin();
+        this.m_watch.sent();
     }
 
     private closed(code: number, reason: string): void {
+        const isRefused = code === CloseCode.abnormal && !this.m_greeted;
         this.dropConnection();
         const gaveUp = GAVE_UP.get(code);
         if (gaveUp !== undefined) {
@@ -254,31 +273,29 @@ export class Link {
             this.m_setup.listener.status(gaveUp, reason);
         } else if (SESSION_OVER.has(code)) {
             this.sessionLost();
+        } else if (isRefused) {
+            this.m_retry.later();
+            void this.m_retry.findOutWhy();
         } else {
-            const status = code === CloseCode.programEnded ? 'ended' : 'lost';
-            this.m_setup.listener.status(status, reason);
-            this.retryLater();
+            this.tryAgain(code === CloseCode.programEnded ? 'ended' : 'lost', reason);
         }
+    }
+
+    private tryAgain(status: LinkStatus, reason: string): void {
+        this.dropConnection();
+        this.m_setup.listener.status(status, reason);
+        this.m_retry.later();
     }
 
     /** The first time at once; a gateway that goes on refusing is not asked in a tight loop. */
     private sessionLost(): void {
         this.dropConnection();
-        this.m_clientId = this.m_setup.makeClientId();
-        this.m_session = new Session();
-        this.m_established = false;
-        if (this.m_failures === 0) {
-            this.m_failures = 1;
+        this.m_nextId = this.m_setup.makeClientId();
+        this.m_losses += 1;
+        if (this.m_losses === 1) {
             this.open();
         } else {
-            this.m_setup.listener.status('lost', '');
-            this.retryLater();
+            this.tryAgain('lost', '');
         }
-    }
-
-    private retryLater(): void {
-        const wait = Math.min(LAST_RETRY, FIRST_RETRY * 2 ** this.m_failures);
-        this.m_failures += 1;
-        this.m_cancelRetry = this.m_setup.clock.after(wait, () => this.open());
     }
 }

@@ -52,6 +52,16 @@ export class Session {
         };
     }
 
+    /** What the gateway has not acknowledged. */
+    get pending(): readonly FrameRecord[] {
+        return this.m_pending;
+    }
+
+    /** The number of the last record that the gateway has acknowledged. */
+    get confirmed(): number {
+        return this.m_firstPending - 1;
+    }
+
     get received(): number {
         return this.m_received;
     }
@@ -101,6 +111,11 @@ export class Session {
             frames.push(this.frameOf([]));
         }
         return frames;
+    }
+
+    /** A frame that says nothing; whoever gets it answers. */
+    question(): string {
+        return this.frameOf([]);
     }
 
     /**

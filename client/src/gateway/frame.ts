@@ -15,8 +15,15 @@ export interface FrameRecord {
     readonly text: string;
 }
 
+/** The gateway takes frames of up to 1 MiB. */
+const LONGEST_TEXT = 1_000_000;
 const RECORD = '\u001e';
 const FIELD = '\u001f';
+
+/** Whether a text can travel at all. */
+export function fitsIntoFrame(text: string): boolean {
+    return text.length * 3 <= LONGEST_TEXT || new TextEncoder().encode(text).length <= LONGEST_TEXT;
+}
 
 export function encodeFrame(frame: Frame): string {
     let text = `${frame.sequence},${frame.acknowledged}`;

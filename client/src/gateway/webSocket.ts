@@ -1,5 +1,5 @@
 import { CloseCode, SOCKET_PATH, SUB_PROTOCOL } from '../protocol/names.ts';
-import type { Clock, Connect } from './transport.ts';
+import type { AskWhy, Clock, Connect, Refusal } from './transport.ts';
 
 /**
  * Connections by the browser's own WebSocket to the gateway that the page came from. After one
@@ -54,7 +54,36 @@ async function untilAnswered(signal: AbortSignal): Promise<void> {
     }
 }
 
+const refusals = new Map<number, Refusal>([
+    [401, 'outdated'],
+    [426, 'blocked'],
+    [503, 'crowded'],
+]);
+/** A proxy that cannot reach the program: nobody answers. */
+const UNREACHABLE = new Set([502, 504]);
+
+/** The same request without the upgrade is refused like the socket's, and says why. */
+export function askByRequest(location: Location, token: string): AskWhy {
+    return async (query) => {
+        query.set('token', token);
+        query.set('origin', location.origin);
+        try {
+            const response = await fetch(`${SOCKET_PATH}?${query.toString()}`);
+            const text = (await response.text()).trim();
+            return UNREACHABLE.has(response.status)
+                ? undefined
+                : {
+                      why: refusals.get(response.status) ?? 'barred',
+                      reason: response.status < 500 && text.length < 100 ? text : '',
+                  };
+        } catch {
+            return undefined;
+        }
+    };
+}
+
 export const browserClock: Clock = {
+    now: () => performance.now(),
     after: (milliseconds, call) => {
         const timer = setTimeout(call, milliseconds);
         return () => clearTimeout(timer);

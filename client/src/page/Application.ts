@@ -5,9 +5,13 @@ import {
     windowChannel,
     type Channel,
 } from '../gateway/channel.ts';
-import { Link, type LinkListener, type LinkStatus } from '../gateway/Link.ts';
+import { Link } from '../gateway/Link.ts';
+import type { LinkListener, LinkStatus } from '../gateway/LinkListener.ts';
 import { Session } from '../gateway/Session.ts';
-import type { Clock, Connect } from '../gateway/transport.ts';
+import { fitsIntoFrame, type FrameRecord } from '../gateway/frame.ts';
+import type { AskWhy, Clock, Connect } from '../gateway/transport.ts';
+import { actionsIn } from '../losses/action.ts';
+import { Losses } from '../losses/Losses.ts';
 import { decodeWindow } from '../protocol/description.ts';
 import { fontSizeStep } from '../protocol/events.ts';
 import { asIntegers, asText, type JsonObject } from '../protocol/guards.ts';
@@ -26,22 +30,26 @@ import { Renderer } from '../widgets/Renderer.ts';
 import type { WidgetHost } from '../widgets/WidgetKind.ts';
 import { Desktop, type DesktopListener } from '../windows/Desktop.ts';
 import { MessageBoxes } from '../windows/MessageBoxes.ts';
-import { Banner } from './Banner.ts';
 import { CompositionGate } from './CompositionGate.ts';
 import { showEmptyNote } from './emptyNote.ts';
 import { imageAddress, isClientId, makeClientId } from './identity.ts';
 import { Inbox, type InboxListener } from './Inbox.ts';
+import type { TabStorage } from './Keep.ts';
+import { Notices } from './Notices.ts';
 import { PageObserver } from './PageObserver.ts';
 
 /** What waits for a connection is bounded; before the bound is passed the page stops taking more. */
 const WAITING_RECORDS = 10_000;
 const WAITING_CHARACTERS = 4_000_000;
-/** A socket does not say why it was refused: after so many attempts the page asks by other means. */
-const FAILURES_BEFORE_DOUBT = 3;
-/** The gateway takes frames of up to 1 MiB. */
-const LONGEST_TEXT = 1_000_000;
+const WAITING = 'what you did is handled when it answers';
 
-const UNAUTHORIZED = 401;
+/** The gateway that the page came from, what of it is the browser's, and the tab's memory. */
+export interface Surroundings {
+    readonly connect: Connect;
+    readonly askWhy: AskWhy;
+    readonly clock: Clock;
+    readonly storage: TabStorage | undefined;
+}
 
 /** The page as a whole: what comes from the program goes into the store, what is done goes up. */
 export class Application implements LinkListener, InboxListener, WidgetHost, DesktopListener {
@@ -58,26 +66,39 @@ export class Application implements LinkListener, InboxListener, WidgetHost, Des
     private readonly m_renderer: Renderer;
     private readonly m_desktop: Desktop;
     private readonly m_boxes: MessageBoxes;
-    private readonly m_banner = new Banner(() => this.link.startAfresh());
+    private readonly m_losses: Losses;
+    private readonly m_notices: Notices;
     private readonly m_observer: PageObserver;
     private readonly m_gate: CompositionGate;
     private m_hadWindows = false;
     private m_full = false;
-    private m_failures = 0;
 
-    constructor(root: HTMLElement, token: string, connect: Connect, clock: Clock) {
+    constructor(root: HTMLElement, token: string, surroundings: Surroundings) {
+        const { connect, askWhy, clock, storage } = surroundings;
         this.m_root = root;
         this.m_token = token;
         const newId = (): string => makeClientId((bytes) => crypto.getRandomValues(bytes));
-        this.link = new Link({ connect, clock, listener: this, makeClientId: newId });
+        this.link = new Link({ connect, askWhy, clock, listener: this, makeClientId: newId });
         this.m_observer = new PageObserver();
         this.m_store = new ObjectStore(this.m_observer);
         this.m_inbox = new Inbox(this.m_store, this);
         this.m_renderer = new Renderer(this.m_store, this);
+        this.m_losses = new Losses({
+            store: this.m_store,
+            control: (id) => this.m_renderer.control(id),
+            clock,
+            storage,
+            changed: () => this.m_notices.showLosses(),
+        });
+        this.m_notices = new Notices(
+            this.m_losses,
+            () => this.link.startAfresh(),
+            () => this.link.retryNow(),
+        );
         this.m_note.className = 'note';
         root.append(this.m_note);
         this.m_desktop = new Desktop(root, this.m_renderer, this, clock, this);
-        this.m_observer.connect(this.m_renderer, this.m_desktop, () => this.showNote());
+        this.m_observer.connect(this.m_renderer, this.m_desktop, () => this.windowsChanged());
         this.m_boxes = new MessageBoxes(root, () => this.topChanged());
         listen(root, this.m_store, this);
         this.m_gate = new CompositionGate(root, (channel, text) => {
@@ -89,10 +110,14 @@ export class Application implements LinkListener, InboxListener, WidgetHost, Des
 
     // What the link tells.
 
+    over(records: readonly FrameRecord[]): void {
+        if (this.m_losses.over(records)) {
+            this.m_notices.sessionLost();
+        }
+    }
+
     began(): void {
-        this.m_gate.drop();
-        this.m_store.clear();
-        this.m_boxes.closeAll();
+        this.closeAll();
         this.announce();
         this.m_inbox.model.begin();
     }
@@ -105,15 +130,13 @@ export class Application implements LinkListener, InboxListener, WidgetHost, Des
 
     settled(): void {
         this.m_store.flush();
+        this.m_losses.windowsShown();
         this.checkQueue();
     }
 
     status(status: LinkStatus, reason: string): void {
-        this.m_banner.status(status, reason);
-        this.m_failures = status === 'lost' || status === 'ended' ? this.m_failures + 1 : 0;
-        if (this.m_failures === FAILURES_BEFORE_DOUBT) {
-            void this.checkAddress();
-        }
+        const isWaiting = status === 'slow' && actionsIn(this.link.session.pending).length > 0;
+        this.m_notices.status(status, isWaiting ? WAITING : reason);
         this.checkQueue();
     }
 
@@ -138,10 +161,11 @@ export class Application implements LinkListener, InboxListener, WidgetHost, Des
     // What widgets and windows ask for.
 
     send(object: StoredObject, message: string): void {
-        if (message.length * 3 > LONGEST_TEXT && utf8Length(message) > LONGEST_TEXT) {
-            this.m_banner.tooLong();
+        if (!fitsIntoFrame(message)) {
+            this.m_notices.banner.tooLong();
             return;
         }
+        this.m_losses.sent(object, message);
         this.link.send(windowChannel(object.windowId), message);
         this.checkQueue();
     }
@@ -170,13 +194,9 @@ export class Application implements LinkListener, InboxListener, WidgetHost, Des
         this.send(window, fontSizeStep(window.id, larger));
     }
 
-    /** Everything outside an open modal dialog is out of reach, so the banner goes where one can. */
     topChanged(): void {
         const modal = this.m_boxes?.topModal ?? this.m_desktop?.stack.topModal?.element;
-        const host = modal ?? document.body;
-        if (this.m_banner.element.parentNode !== host) {
-            host.append(this.m_banner.element);
-        }
+        this.m_notices.standIn(modal ?? document.body);
     }
 
     // Over a reload.
@@ -184,6 +204,9 @@ export class Application implements LinkListener, InboxListener, WidgetHost, Des
     /** Undefined when there is nothing that a reload could go on with. */
     state(): JsonObject | undefined {
         this.m_gate.open();
+        if (!this.link.resumable) {
+            this.m_losses.unconfirmed(this.link.takeUnconfirmed());
+        }
         return this.link.resumable
             ? {
                   token: this.m_token,
@@ -196,6 +219,7 @@ export class Application implements LinkListener, InboxListener, WidgetHost, Des
                   elements: [...this.m_inbox.model.objects],
                   boxes: this.m_boxes.store(),
                   focus: this.m_renderer.focus.store(this.m_root),
+                  given: this.m_losses.store(),
               }
             : undefined;
     }
@@ -209,9 +233,27 @@ export class Application implements LinkListener, InboxListener, WidgetHost, Des
             this.showStored(stored);
             this.m_inbox.model.begin(asIntegers(stored['elements']));
         } else {
+            this.leave(stored, session);
             this.link.start();
         }
+        this.m_notices.showLosses();
         this.showNote();
+    }
+
+    /** What was kept belongs to another program, or cannot be gone on with. */
+    private leave(stored: JsonObject | undefined, session: Session | undefined): void {
+        if (stored !== undefined && session !== undefined) {
+            this.showStored(stored);
+            this.over(session.pending);
+            this.closeAll();
+            this.m_hadWindows = false;
+        }
+    }
+
+    private closeAll(): void {
+        this.m_gate.drop();
+        this.m_store.clear();
+        this.m_boxes.closeAll();
     }
 
     private showStored(stored: JsonObject): void {
@@ -230,6 +272,7 @@ export class Application implements LinkListener, InboxListener, WidgetHost, Des
         this.m_desktop.restore(this.m_store.windows, stored['desktop']);
         this.m_boxes.restore(stored['boxes']);
         this.m_renderer.focus.takeUp(stored['focus']);
+        this.m_losses.restore(stored['given']);
     }
 
     private announce(): void {
@@ -242,19 +285,14 @@ export class Application implements LinkListener, InboxListener, WidgetHost, Des
         if (full !== this.m_full) {
             this.m_full = full;
             this.m_root.inert = full;
-            this.m_banner.full(full);
+            this.m_notices.banner.full(full);
         }
     }
 
-    /** A program that was started again has another token: trying on would never succeed. */
-    private async checkAddress(): Promise<void> {
-        const response = await fetch(imageAddress('none.png', this.m_token) ?? '').catch(
-            () => null,
-        );
-        if (response?.status === UNAUTHORIZED) {
-            this.m_banner.outdated();
-        } else {
-            this.m_failures = 0;
+    private windowsChanged(): void {
+        this.showNote();
+        if (this.m_losses.list.losses.length > 0) {
+            this.m_notices.showLosses();
         }
     }
 
@@ -264,8 +302,4 @@ export class Application implements LinkListener, InboxListener, WidgetHost, Des
         const emptiness = open ? 'windows' : this.m_hadWindows ? 'closed' : 'waiting';
         showEmptyNote(this.m_note, emptiness, () => this.link.startAfresh());
     }
-}
-
-function utf8Length(text: string): number {
-    return new TextEncoder().encode(text).length;
 }

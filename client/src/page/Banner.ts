@@ -1,5 +1,5 @@
 import { html, nothing, render } from 'lit';
-import type { LinkStatus } from '../gateway/Link.ts';
+import type { LinkStatus } from '../gateway/LinkListener.ts';
 
 interface Notice {
     readonly text: string;
@@ -7,14 +7,28 @@ interface Notice {
     readonly action?: string;
 }
 
+const LATER = 'what you do meanwhile is sent when it is back.';
+
 const notices: Readonly<Record<LinkStatus, Notice | undefined>> = {
     connecting: { text: 'Connecting…', tone: 'quiet' },
     open: undefined,
-    lost: {
-        text: 'Connection lost. Trying again; what you do meanwhile is sent when it is back.',
+    slow: { text: 'Waiting for the program.', tone: 'quiet' },
+    silent: {
+        text: `No answer: the connection is lost or the program is busy. Trying again; ${LATER}`,
+        tone: 'quiet',
+    },
+    lost: { text: `Connection lost. Trying again; ${LATER}`, tone: 'bad' },
+    ended: { text: 'The program has ended. Waiting for it to come back.', tone: 'bad' },
+    outdated: {
+        text: 'This address is out of date: open the one that the program has printed last.',
         tone: 'bad',
     },
-    ended: { text: 'The program has ended. Waiting for it to come back.', tone: 'bad' },
+    barred: { text: 'The program refuses this page.', tone: 'bad', action: 'Try again' },
+    crowded: { text: 'The program has too many connections. Trying again.', tone: 'bad' },
+    blocked: {
+        text: 'The program is there, but something on the way stops the connection. Trying again.',
+        tone: 'bad',
+    },
     duplicated: {
         text: 'This session was opened in another tab.',
         tone: 'bad',
@@ -28,44 +42,55 @@ const notices: Readonly<Record<LinkStatus, Notice | undefined>> = {
     refused: { text: 'The program refused this page.', tone: 'bad', action: 'Try again' },
 };
 
+/** Of these a page has not heard anything that would be over now. */
+const unremarkable: ReadonlySet<LinkStatus> = new Set(['open', 'connecting', 'slow']);
+const withReasons: ReadonlySet<LinkStatus> = new Set(['slow', 'refused', 'barred']);
+
 const BACK: Notice = { text: 'Connected again.', tone: 'good' };
+const ANSWERS: Notice = { text: 'The program answers again.', tone: 'quiet' };
+const ANEW: Notice = { text: 'The session was lost; a new one has begun.', tone: 'quiet' };
 const FULL: Notice = {
     text: 'Waiting for the program: nothing more can be kept until the connection is back.',
     tone: 'bad',
 };
 const TOO_LONG: Notice = { text: 'That text is too long to be sent.', tone: 'bad' };
-const OUTDATED: Notice = {
-    text: 'This address is out of date: open the one that the program has printed last.',
-    tone: 'bad',
-};
 const SHORTLY = 2500;
+/** What says that something is lost stays long enough to be read. */
+const LONGER = 8000;
 
-/** One line that says how the connection is, in whatever lies on top, so that it can be used. */
+/** One line that says how the connection is. */
 export class Banner {
     readonly element = document.createElement('div');
-    private readonly m_action: () => void;
+    private readonly m_again: () => void;
+    private readonly m_retry: () => void;
+    private readonly m_shown: () => void;
     private m_status: LinkStatus = 'open';
-    private m_outdated = false;
+    private m_reason = '';
     private m_full = false;
     private m_timer: ReturnType<typeof setTimeout> | undefined;
 
-    constructor(action: () => void) {
-        this.m_action = action;
+    constructor(again: () => void, retry: () => void, shown: () => void) {
+        this.m_again = again;
+        this.m_retry = retry;
+        this.m_shown = shown;
         this.element.className = 'banner';
         this.element.setAttribute('role', 'status');
     }
 
-    status(status: LinkStatus, reason: string): void {
-        const back =
-            status === 'open' && this.m_status !== 'open' && this.m_status !== 'connecting';
+    /** `anew`: another session than the one before is open now. */
+    status(status: LinkStatus, reason: string, anew: boolean): void {
+        const before = this.m_status;
         // A program that has ended refuses all further attempts.
-        this.m_status = status === 'lost' && this.m_status === 'ended' ? 'ended' : status;
-        this.m_outdated &&= status !== 'open';
-        if (back) {
+        this.m_status = status === 'lost' && before === 'ended' ? 'ended' : status;
+        this.m_reason = reason;
+        if (status === 'open' && anew) {
+            this.shortly(ANEW, LONGER);
+        } else if (status === 'open' && before === 'silent') {
+            this.shortly(ANSWERS);
+        } else if (status === 'open' && !unremarkable.has(before)) {
             this.shortly(BACK);
-        } else {
-            const notice = this.lasting;
-            this.show(notice && status === 'refused' ? withReason(notice, reason) : notice);
+        } else if (status !== before || status !== 'open') {
+            this.show(this.lasting);
         }
     }
 
@@ -78,33 +103,26 @@ export class Banner {
         this.shortly(TOO_LONG);
     }
 
-    /** From now on it is not the connection that is missing. */
-    outdated(): void {
-        this.m_outdated = true;
-        this.show(this.lasting);
-    }
-
     private get lasting(): Notice | undefined {
-        return this.m_outdated ? OUTDATED : this.m_full ? FULL : notices[this.m_status];
+        const notice = this.m_full ? FULL : notices[this.m_status];
+        return notice && withReasons.has(this.m_status) && this.m_reason !== ''
+            ? { ...notice, text: `${notice.text} (${this.m_reason})` }
+            : notice;
     }
 
-    private shortly(notice: Notice): void {
+    private shortly(notice: Notice, time = SHORTLY): void {
         this.show(notice);
-        this.m_timer = setTimeout(() => this.show(this.lasting), SHORTLY);
+        this.m_timer = setTimeout(() => this.show(this.lasting), time);
     }
 
     private show(notice: Notice | undefined): void {
         clearTimeout(this.m_timer);
         this.element.dataset['tone'] = notice?.tone ?? '';
+        const press = this.m_status === 'barred' ? this.m_retry : this.m_again;
         const action = notice?.action
-            ? html`<button type="button" class="button" @click=${this.m_action}>
-                  ${notice.action}
-              </button>`
+            ? html`<button type="button" class="button" @click=${press}>${notice.action}</button>`
             : nothing;
         render(notice ? html`<span>${notice.text}</span>${action}` : nothing, this.element);
+        this.m_shown();
     }
-}
-
-function withReason(notice: Notice, reason: string): Notice {
-    return reason === '' ? notice : { ...notice, text: `${notice.text} (${reason})` };
 }

@@ -1,4 +1,4 @@
-import { browserClock, webSocketConnect } from '../gateway/webSocket.ts';
+import { askByRequest, browserClock, webSocketConnect } from '../gateway/webSocket.ts';
 import { Application } from './Application.ts';
 import { showMissingToken } from './emptyNote.ts';
 import { tokenOf } from './identity.ts';
@@ -13,9 +13,14 @@ function tabStorage(): Storage | undefined {
 }
 
 function start(root: HTMLElement, token: string): void {
-    const keep = new Keep(tabStorage());
-    const connect = webSocketConnect(location, token);
-    const application = new Application(root, token, connect, browserClock);
+    const storage = tabStorage();
+    const keep = new Keep(storage);
+    const application = new Application(root, token, {
+        connect: webSocketConnect(location, token),
+        askWhy: askByRequest(location, token),
+        clock: browserClock,
+        storage,
+    });
     const put = (): void => {
         const state = application.state();
         if (state !== undefined) {
@@ -23,14 +28,22 @@ function start(root: HTMLElement, token: string): void {
         }
     };
     addEventListener('pagehide', put);
-    addEventListener('pageshow', () => keep.clear());
-    addEventListener('online', () => application.link.retryNow());
+    const retry = (): void => application.link.retryNow();
+    addEventListener('pageshow', (event) => {
+        keep.clear();
+        if (event.persisted) {
+            retry();
+        }
+    });
+    addEventListener('online', retry);
+    addEventListener('offline', retry);
+    document.addEventListener('resume', retry);
     document.addEventListener('visibilitychange', () => {
         if (document.visibilityState === 'hidden') {
             put();
         } else {
             keep.clear();
-            application.link.retryNow();
+            retry();
         }
     });
     application.start(keep.take());

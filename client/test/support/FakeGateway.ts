@@ -91,8 +91,9 @@ export class FakeGateway {
 
     private serve(request: IncomingMessage, response: ServerResponse): void {
         const { pathname: path } = new URL(request.url ?? '/', 'http://localhost');
-        if (path.startsWith(ICON_PATH) && !this.holdsToken(request)) {
-            response.writeHead(401, securityHeaders).end('wrong token');
+        if (path.startsWith(ICON_PATH) || path === SOCKET_PATH) {
+            const status = !this.holdsToken(request) ? 401 : path === SOCKET_PATH ? 426 : 404;
+            response.writeHead(status, securityHeaders).end('the reason');
             return;
         }
         const name = path === '/' ? 'index.html' : path.slice(1);
@@ -127,7 +128,7 @@ export class FakeGateway {
             throw new Error(`the page sent no frame: ${text}`);
         }
         this.up.push(...fresh);
-        if (fresh.length > 0) {
+        if (fresh.length > 0 || this.peer.asked) {
             this.m_socket?.send(this.peer.publish([]));
         }
         this.m_came.emit('frame');

@@ -1,4 +1,4 @@
-import type { Clock, Connect, SocketListener } from '../../src/gateway/transport.ts';
+import type { AskWhy, Clock, Connect, SocketListener } from '../../src/gateway/transport.ts';
 import { Peer } from './Peer.ts';
 
 /** Time that passes when a test says so. */
@@ -16,12 +16,21 @@ export class TestClock implements Clock {
         return () => (this.m_timers = this.m_timers.filter((other) => other !== timer));
     }
 
-    /** Runs the next timer, if there is one. */
-    step(): boolean {
-        const next = this.m_timers.sort((a, b) => a.at - b.at).shift();
-        this.m_now = next?.at ?? this.m_now;
-        next?.call();
-        return next !== undefined;
+    /** Runs the next timer, if there is one within so many milliseconds. */
+    step(within = Infinity): boolean {
+        const next = this.m_timers.sort((a, b) => a.at - b.at)[0];
+        if (next === undefined || next.at > this.m_now + within) {
+            return false;
+        }
+        this.m_timers.shift();
+        this.m_now = Math.max(this.m_now, next.at);
+        next.call();
+        return true;
+    }
+
+    /** Time passes in which no timer runs: the machine sleeps. */
+    sleep(milliseconds: number): void {
+        this.m_now += milliseconds;
     }
 }
 
@@ -39,6 +48,10 @@ export class MemoryGateway {
     hangs = false;
     /** Nobody listens, and whoever tries is told so. */
     refuses = false;
+    /** Why it does, as whoever asks is told. */
+    why: Awaited<ReturnType<AskWhy>>;
+    /** An old gateway leaves questions unanswered. */
+    isOld = false;
     messages = 0;
     private m_listener: SocketListener | undefined;
 
@@ -58,6 +71,8 @@ export class MemoryGateway {
             close: () => isCurrent() && (this.m_listener = undefined),
         };
     };
+
+    readonly askWhy: AskWhy = () => Promise.resolve(this.why);
 
     /** A text of the program for the page; kept until the page has acknowledged it. */
     publish(channel: string, text: string): void {
@@ -79,9 +94,10 @@ export class MemoryGateway {
         const fresh = this.peer.take(text);
         if (fresh === undefined) {
             this.close(4003);
-        } else if (fresh.length > 0) {
+        } else if (fresh.length > 0 || (this.peer.asked && !this.isOld)) {
             this.handled.push(...fresh.map((record) => record.text));
-            queueMicrotask(() => this.raw(this.peer.publish([])));
+            const answer = this.peer.publish([]);
+            queueMicrotask(() => this.raw(answer));
         }
     }
 

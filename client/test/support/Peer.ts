@@ -4,18 +4,21 @@ import { decodeFrame, encodeFrame, type FrameRecord } from '../../src/gateway/fr
 interface Ledger {
     readonly down: FrameRecord[];
     received: number;
+    acknowledged: number;
 }
 
 /** The gateway's half of the protocol, whatever carries the frames. */
 export class Peer {
     private readonly m_sessions = new Map<string, Ledger>();
-    private m_session: Ledger = { down: [], received: 0 };
+    /** The last frame said nothing: it wants an answer. */
+    asked = false;
+    private m_session: Ledger = { down: [], received: 0, acknowledged: 0 };
 
     /** What a new connection hears first; a session that is not known any more is lost. */
     greet(query: URLSearchParams): readonly string[] {
         const id = query.get('client') ?? '';
         const received = query.get('received');
-        const session = received === null ? { down: [], received: 0 } : this.m_sessions.get(id);
+        const session = received === null ? { down: [], received: 0, acknowledged: 0 } : this.m_sessions.get(id);
         if (session === undefined) {
             return ['{"session":"lost","reason":"unknown"}'];
         }
@@ -46,6 +49,9 @@ export class Peer {
             return undefined;
         }
         const fresh = frame.records.slice(received + 1 - frame.sequence);
+        const isNews = frame.acknowledged > this.m_session.acknowledged;
+        this.asked = frame.records.length === 0 && !isNews;
+        this.m_session.acknowledged = frame.acknowledged;
         this.m_session.received += fresh.length;
         return fresh;
     }

@@ -2,7 +2,9 @@ import assert from 'node:assert/strict';
 import { test } from 'node:test';
 import type { Channel } from '../../src/gateway/channel.ts';
 import { rootChannel, windowChannel } from '../../src/gateway/channel.ts';
-import { Link, type LinkListener, type LinkStatus } from '../../src/gateway/Link.ts';
+import type { FrameRecord } from '../../src/gateway/frame.ts';
+import { Link } from '../../src/gateway/Link.ts';
+import type { LinkListener, LinkStatus } from '../../src/gateway/LinkListener.ts';
 import { Session } from '../../src/gateway/Session.ts';
 import { MemoryGateway, TestClock } from '../support/MemoryGateway.ts';
 
@@ -10,6 +12,8 @@ class Page implements LinkListener {
     readonly clock = new TestClock();
     readonly got: string[] = [];
     readonly statuses: LinkStatus[] = [];
+    /** What nobody has confirmed of the sessions that are over. */
+    readonly unconfirmed: string[][] = [];
     readonly gateway: MemoryGateway;
     readonly link: Link;
     private m_ids = 0;
@@ -17,8 +21,9 @@ class Page implements LinkListener {
     constructor(gateway = new MemoryGateway()) {
         this.gateway = gateway;
         const makeClientId = (): string => `page${(this.m_ids += 1)}`;
-        const { connect } = gateway;
-        this.link = new Link({ connect, clock: this.clock, listener: this, makeClientId });
+        const { connect, askWhy } = gateway;
+        const { clock } = this;
+        this.link = new Link({ connect, askWhy, clock, listener: this, makeClientId });
     }
 
     /** A page whose session has begun. */
@@ -27,6 +32,10 @@ class Page implements LinkListener {
         page.link.start();
         await page.settle();
         return page;
+    }
+
+    over(records: readonly FrameRecord[]): void {
+        this.unconfirmed.push(records.map((record) => record.text));
     }
 
     began(clientId: string): void {
@@ -54,11 +63,22 @@ class Page implements LinkListener {
         this.link.send(windowChannel(5), text);
     }
 
-    /** Lets promises, then timers run until nothing is left to do. */
+    /** Lets promises, then timers run until only the questions of an idle page are left. */
     async settle(): Promise<void> {
         do {
             await turn();
-        } while (this.clock.step());
+        } while (this.clock.step(8_000));
+    }
+
+    /** Lets the clock run until the page has this status; how long that took. */
+    async until(status: LinkStatus): Promise<number> {
+        const before = this.clock.now();
+        await turn();
+        while (this.statuses.at(-1) !== status) {
+            assert.ok(this.clock.now() < before + 100_000 && this.clock.step(), `never ${status}`);
+            await turn();
+        }
+        return this.clock.now() - before;
     }
 
     /** Four texts down and four actions up, in turn. */
@@ -121,13 +141,14 @@ test('a session that the gateway no longer knows begins afresh under a new name'
 test('a session that the gateway begins anew in its own mind begins anew here', async () => {
     const page = new Page();
     await page.shortSession();
-    page.gateway.peer.greet = () => ['{"session":"new","received":0}'];
+    const { peer } = page.gateway;
+    const greet = peer.greet.bind(peer);
+    peer.greet = () => greet(new URLSearchParams({ client: 'page1' }));
     page.gateway.close(1006);
-    await turn();
-    page.clock.step();
-    await turn();
-    page.gateway.raw('1,0\u001e.\u001fafresh');
+    await page.settle();
+    page.gateway.publish('.', 'afresh');
     assert.deepEqual(page.texts(), ['afresh']);
+    assert.deepEqual(page.unconfirmed, [[]]);
 });
 
 const closings: readonly (readonly [code: number, status: LinkStatus, during?: LinkStatus])[] = [
@@ -145,6 +166,10 @@ const closings: readonly (readonly [code: number, status: LinkStatus, during?: L
 for (const [code, status, during] of closings) {
     test(`close code ${code}: ends as ${status}`, async () => {
         const page = await Page.opened();
+        page.gateway.hangs = true;
+        page.send('on its way');
+        await turn();
+        page.gateway.hangs = false;
         page.gateway.close(code);
         assert.equal(page.statuses.at(-1), during ?? status);
         await page.settle();
@@ -156,6 +181,8 @@ for (const [code, status, during] of closings) {
         await page.settle();
         assert.equal(page.statuses.at(-1), 'open');
         assert.equal(page.gateway.handled.at(-1), `ready ${page.link.clientId}`);
+        const told = page.gateway.handled.includes('on its way') ? [[]] : [['on its way']];
+        assert.deepEqual(page.unconfirmed.slice(0, 1), told);
     });
 }
 
@@ -236,36 +263,150 @@ test('a long queue leaves in frames that the gateway takes, in order', () => {
     assert.deepEqual([session.pendingCount, session.pendingCharacters], [1, 20_000]);
 });
 
-test('a connection that hangs is given up when what was done is not acknowledged', async () => {
+test('what is done on a line that hangs is told of, kept, and sent on another one', async () => {
     const page = await Page.opened();
     page.gateway.hangs = true;
     page.send('up');
-    await turn();
-    const noticed = page.untilReconnected();
-    assert.ok(noticed > 1000 && noticed <= 20_500, `after ${noticed} ms`);
-    assert.ok(page.statuses.includes('lost'));
+    const told = await page.until('slow');
+    assert.ok(told > 1_000 && told <= 3_000, `the program is waited for after ${told} ms`);
+    const lost = told + (await page.until('silent'));
+    assert.ok(lost <= 5_000, `the line is given up after ${lost} ms`);
+    page.untilReconnected();
     // The next connection does not come about either.
-    assert.ok(page.untilReconnected() <= 20_500);
+    const again = page.untilReconnected();
+    assert.ok(again <= 5_000, `after ${again} ms`);
     page.gateway.hangs = false;
+    await page.until('open');
     await page.settle();
-    assert.equal(page.statuses.at(-1), 'open');
     assert.deepEqual(page.gateway.handled, ['ready page1', 'up']);
     assert.equal(page.gateway.queries.at(-1), 'client=page1&received=0');
+    assert.deepEqual(page.unconfirmed, []);
 });
 
-test('what was done a moment before the page looks has time to be acknowledged', async () => {
+test('what is done a moment before the page looks has time to be acknowledged', async () => {
     const page = await Page.opened();
     page.send('acknowledged');
     await turn();
-    page.clock.after(9_900, () => {
+    page.clock.after(1_900, () => {
         page.gateway.hangs = true;
         page.send('on its way');
     });
     page.clock.step();
-    await turn();
-    const noticed = page.untilReconnected();
-    assert.ok(noticed >= 5_000 && noticed <= 20_500, `after ${noticed} ms`);
+    const told = await page.until('slow');
+    assert.ok(told >= 2_000, `after ${told} ms`);
 });
+
+test('a program that answers late is no lost connection, and a long text may take long', async () => {
+    const page = await Page.opened();
+    page.gateway.hangs = true;
+    page.send('x'.repeat(200_000));
+    await page.until('slow');
+    page.clock.step(6_000);
+    await turn();
+    page.gateway.hangs = false;
+    page.gateway.raw('1,2');
+    await page.until('open');
+    await page.settle();
+    assert.equal(page.gateway.queries.length, 1);
+    assert.ok(!page.statuses.includes('silent'));
+});
+
+/** How long an idle page takes to leave a line that died, and what else happened to it. */
+const silences: Readonly<Record<string, readonly [number, (page: Page) => void]>> = {
+    'by itself': [25_000, () => undefined],
+    'when the network or the person is back': [5_000, (page) => page.link.retryNow()],
+    'after having slept': [25_000, (page) => page.clock.sleep(3_600_000)],
+};
+
+for (const [when, [limit, happens]] of Object.entries(silences)) {
+    test(`an idle page notices ${when} that nobody is there`, async () => {
+        const page = await Page.opened();
+        page.clock.after(300_000, () => (page.gateway.hangs = true));
+        while (!page.gateway.hangs) {
+            page.clock.step();
+            await turn();
+        }
+        assert.equal(page.gateway.queries.length, 1, 'no silence while somebody answers');
+        assert.ok(page.gateway.messages < 70, `${page.gateway.messages} messages in 5 minutes`);
+        happens(page);
+        const noticed = await page.until('silent');
+        assert.ok(noticed <= limit, `after ${noticed} ms`);
+    });
+}
+
+test('what came while the machine slept counts when it wakes', async () => {
+    const page = await Page.opened();
+    page.gateway.hangs = true;
+    page.clock.step();
+    page.send('up');
+    await turn();
+    page.clock.sleep(3_600_000);
+    page.clock.step(0);
+    page.clock.step(0);
+    assert.equal(page.statuses.includes('silent'), false, 'the late timers run first');
+    page.gateway.hangs = false;
+    page.gateway.raw('1,2');
+    await page.settle();
+    assert.equal(page.gateway.queries.length, 1);
+});
+
+test('the silence of a gateway that answers no questions means nothing', async () => {
+    const page = new Page(Object.assign(new MemoryGateway(), { isOld: true }));
+    await page.shortSession();
+    page.gateway.hangs = true;
+    while (page.clock.now() < 300_000) {
+        page.clock.step();
+        await turn();
+    }
+    assert.equal(page.gateway.queries.length, 1);
+    assert.equal(page.statuses.at(-1), 'open');
+});
+
+test('a program that is there again is not waited for twice', async () => {
+    const page = await Page.opened();
+    page.gateway.refuses = true;
+    page.gateway.close(1006);
+    await page.until('lost');
+    while (page.clock.now() < 20_000) {
+        page.clock.step();
+        await turn();
+    }
+    page.send('meanwhile');
+    page.gateway.peer.forgetSessions();
+    page.gateway.refuses = false;
+    page.untilReconnected();
+    await turn();
+    await turn();
+    assert.equal(page.gateway.queries.at(-1), 'client=page2', 'at once');
+    assert.equal(page.statuses.at(-1), 'open');
+    assert.deepEqual(page.unconfirmed, [['meanwhile']]);
+});
+
+const refusals = [
+    ['outdated', 15_000],
+    ['barred', 15_000],
+    ['crowded', 2_000],
+    ['blocked', 2_000],
+] as const;
+
+for (const [why, wait] of refusals) {
+    test(`a page that is ${why} hears that, and nothing of a lost connection`, async () => {
+        const page = new Page();
+        Object.assign(page.gateway, { refuses: true, why: { why, reason: 'the reason' } });
+        page.link.start();
+        await page.until(why);
+        assert.deepEqual(page.statuses, ['connecting', why]);
+        const attempts = page.gateway.queries.length;
+        while (page.gateway.queries.length < attempts + 10) {
+            page.clock.step();
+            await turn();
+        }
+        const mean = page.clock.now() / page.gateway.queries.length;
+        assert.ok(mean > wait / 2 && mean <= wait, `an attempt every ${mean} ms`);
+        page.gateway.refuses = false;
+        await page.until('open');
+    });
+}
 
 test('while the network is away the page tries on, and it is back soon after', async () => {
     const page = await Page.opened();
@@ -286,22 +427,10 @@ test('while the network is away the page tries on, and it is back soon after', a
 test('when the browser says that the network is back, no old attempt is waited for', async () => {
     const page = await Page.opened();
     page.gateway.hangs = true;
-    page.link.retryNow();
-    assert.equal(page.gateway.queries.length, 1, 'as far as one knows, all is well');
     page.gateway.close(1006);
     page.untilReconnected();
     page.gateway.hangs = false;
     page.link.retryNow();
     await turn();
-    assert.equal(page.statuses.at(-1), 'open');
-});
-
-test('a connection that owes nothing may be silent for ever', async () => {
-    const page = new Page();
-    await page.shortSession();
-    page.gateway.hangs = true;
-    page.gateway.publish('.', 'lost on the way');
-    await page.settle();
-    assert.equal(page.gateway.queries.length, 1);
     assert.equal(page.statuses.at(-1), 'open');
 });

@@ -1,0 +1,32 @@
+import type { Channel } from './channel.ts';
+import type { FrameRecord } from './frame.ts';
+import type { Refusal } from './transport.ts';
+
+/**
+ * connecting: first connection not there yet; open: all is well; slow: what was done is not
+ * answered yet; silent: nobody answers, trying again; lost: the connection is gone, trying again;
+ * a refusal: trying again slowly; ended: the program ended, trying again slowly; duplicated,
+ * takenOver, refused: given up until the person asks.
+ */
+export type LinkStatus =
+    | Refusal
+    | 'connecting'
+    | 'open'
+    | 'slow'
+    | 'silent'
+    | 'lost'
+    | 'ended'
+    | 'duplicated'
+    | 'takenOver'
+    | 'refused';
+
+export interface LinkListener {
+    /** A session is over before it came to its end; these records nobody has confirmed. */
+    over(records: readonly FrameRecord[]): void;
+    /** A session begins from nothing: whatever is shown belongs to one that is gone. */
+    began(clientId: string): void;
+    received(channel: Channel, text: string): void;
+    /** All records of a frame were handed over. */
+    settled(): void;
+    status(status: LinkStatus, reason: string): void;
+}

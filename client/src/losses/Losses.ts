@@ -1,0 +1,174 @@
+import type { FrameRecord } from '../gateway/frame.ts';
+import type { Clock } from '../gateway/transport.ts';
+import { asId, asText, isObject } from '../protocol/guards.ts';
+import { Kind } from '../protocol/names.ts';
+import type { ObjectStore } from '../store/ObjectStore.ts';
+import { subtree, type StoredObject } from '../store/StoredObject.ts';
+import type { TabStorage } from '../page/Keep.ts';
+import { actionsIn, isGiven, readAction, type Action } from './action.ts';
+import { bestMatch, fieldOf, mayBe, type Field } from './field.ts';
+import type { Loss } from './Loss.ts';
+import { LossList } from './LossList.ts';
+import { isUsable, putInto, shows } from './putBack.ts';
+
+/** In this time a program has opened its windows; what they do not show then is lost. */
+const WINDOWS_OPEN_WITHIN = 2_000;
+
+/** Whose values a person gives. */
+const giving: ReadonlySet<string> = new Set([Kind.edit, Kind.comboBox, Kind.checkBox, Kind.button]);
+
+export interface LossesSetup {
+    readonly store: ObjectStore;
+    readonly control: (id: number) => HTMLElement | undefined;
+    readonly clock: Clock;
+    readonly storage: TabStorage | undefined;
+    /** The list is another one now, or the fields of its entries are. */
+    readonly changed: () => void;
+}
+
+/**
+ * Knows what the person did in a session that broke off and what of it the next one does not have:
+ * records that nobody confirmed, and values that the program had and does not show any more.
+ */
+export class Losses {
+    private readonly m_setup: LossesSetup;
+    private readonly m_list: LossList;
+    private readonly m_given = new Map<number, Action>();
+    /** What the program had; whether it still shows that is seen when its windows are there. */
+    private m_doubtful: readonly Loss[] = [];
+    private m_cancel: (() => void) | undefined;
+
+    constructor(setup: LossesSetup) {
+        this.m_setup = setup;
+        this.m_list = new LossList(setup.storage);
+    }
+
+    get list(): LossList {
+        return this.m_list;
+    }
+
+    /** The person has done something to the object, and this tells the program. */
+    sent(object: StoredObject, text: string): void {
+        const action = giving.has(object.type) ? readAction(text) : undefined;
+        if (action !== undefined && isGiven(action)) {
+            this.m_given.set(action.id, action);
+        }
+    }
+
+    /** A session is over; the store still holds what it showed. True when something may be lost. */
+    over(records: readonly FrameRecord[]): boolean {
+        const isTold = new Set(this.unconfirmed(records).map((action) => action.id));
+        const had = [...this.m_given.values()].filter((action) => {
+            const object = this.m_setup.store.get(action.id);
+            return !isTold.has(action.id) && object !== undefined && shows(object, action);
+        });
+        const doubtful = had.map((action) => this.lossOf(action, true));
+        this.m_doubtful = [...this.m_doubtful, ...doubtful];
+        this.m_given.clear();
+        this.m_cancel?.();
+        this.m_cancel = this.m_setup.clock.after(WINDOWS_OPEN_WITHIN, () => this.decide());
+        return isTold.size > 0 || this.m_doubtful.length > 0;
+    }
+
+    /** Puts on the list what a person did, of records that nobody has confirmed. */
+    unconfirmed(records: readonly FrameRecord[]): readonly Action[] {
+        const composed = this.composed();
+        const sent = actionsIn(records).filter(({ id }) => !composed.some((of) => of.id === id));
+        const actions = [...sent, ...composed];
+        if (actions.length > 0) {
+            this.m_list.add(actions.map((action) => this.lossOf(action, false)));
+            this.m_setup.changed();
+        }
+        return actions;
+    }
+
+    /** The windows of the new session are there, or some of them. */
+    windowsShown(): void {
+        if (this.m_doubtful.length > 0 && this.m_setup.store.windows.size > 0) {
+            this.decide();
+        }
+    }
+
+    /** The object that a loss can be put back into, if the page has exactly one. */
+    target(loss: Loss): StoredObject | undefined {
+        return bestMatch(loss.field, this.candidates(loss.field));
+    }
+
+    /** Does with the field what the person did. False when it cannot be used at the moment. */
+    putBack(loss: Loss): boolean {
+        const object = this.target(loss);
+        const control = object && this.m_setup.control(object.id);
+        if (object === undefined || control === undefined || !isUsable(control)) {
+            return false;
+        }
+        putInto(control, loss);
+        this.m_list.putBack(loss);
+        this.m_setup.changed();
+        return true;
+    }
+
+    clear(): void {
+        this.m_list.clear();
+        this.m_setup.changed();
+    }
+
+    /** What was given is known over a reload. */
+    store(): unknown {
+        return [...this.m_given.values()];
+    }
+
+    restore(stored: unknown): void {
+        for (const value of Array.isArray(stored) ? (stored as unknown[]) : []) {
+            const id = isObject(value) ? asId(value['id']) : undefined;
+            const text = isObject(value) ? asText(value['value']) : undefined;
+            if (id !== undefined && text !== undefined) {
+                this.m_given.set(id, { ...(value as Action), id, value: text });
+            }
+        }
+    }
+
+    private decide(): void {
+        this.m_cancel?.();
+        this.m_cancel = undefined;
+        const lost = this.m_doubtful.filter((loss) => {
+            const object = this.target(loss);
+            return object === undefined || !shows(object, loss);
+        });
+        this.m_doubtful = [];
+        if (lost.length > 0) {
+            this.m_list.add(lost);
+            this.m_setup.changed();
+        }
+    }
+
+    private lossOf(action: Action, confirmed: boolean): Loss {
+        const { what, value, times } = action;
+        const object = this.m_setup.store.get(action.id);
+        const field: Field = object
+            ? fieldOf(object, this.m_setup.control(object.id))
+            : { window: '', kind: '', name: '', objectName: '', path: '?' };
+        return { field, what, value, times, confirmed, isBack: false };
+    }
+
+    /** What stands in the field with the caret and was not sent, since it is being composed. */
+    private composed(): readonly Action[] {
+        const active = document.activeElement;
+        const id = asId(active?.closest<HTMLElement>('[data-id]')?.dataset['id']);
+        const object = this.m_setup.store.get(id ?? 0);
+        const isText = object?.type === Kind.edit && active instanceof HTMLInputElement;
+        return isText && active.value !== (object.values.text ?? '')
+            ? [{ id: object.id, what: 'typed', value: active.value, times: 1 }]
+            : [];
+    }
+
+    private *candidates(field: Field): Generator<readonly [StoredObject, Field]> {
+        for (const window of this.m_setup.store.windows.values()) {
+            for (const object of subtree(window)) {
+                const control = this.m_setup.control(object.id);
+                if (object.type === field.kind && mayBe(field, object, control)) {
+                    yield [object, fieldOf(object, control)];
+                }
+            }
+        }
+    }
+}

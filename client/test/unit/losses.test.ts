@@ -1,0 +1,87 @@
+import assert from 'node:assert/strict';
+import { test } from 'node:test';
+import { actionsIn } from '../../src/losses/action.ts';
+import { bestMatch, caption, type Field } from '../../src/losses/field.ts';
+import { asPlainText, deed, type Loss } from '../../src/losses/Loss.ts';
+import { LossList } from '../../src/losses/LossList.ts';
+import { clicked, edited, editFinished, itemSelected, toggled } from '../../src/protocol/events.ts';
+import { dialogDestroyed, dialogReady } from '../../src/protocol/lifecycle.ts';
+
+test('of what was sent a person did only some, and of a value the last one counts', () => {
+    const sent = [
+        ...[dialogReady(5), edited(8, 'a'), clicked(9), edited(8, 'ab'), toggled(7, true)],
+        ...[toggled(7, false), clicked(9), itemSelected(6, 2, 'blue'), editFinished(8, 'ab')],
+        ...['{"id":"5","geometry":{"x":1,"y":1,"width":1,"height":1},"resize":true}', 'no JSON'],
+    ].map((text) => ({ channel: './5', text }));
+    const others = [
+        { channel: '/dova2/web', text: '{"clientReady":"me"}' },
+        { channel: '.', text: dialogDestroyed(5) },
+    ];
+    const actions = actionsIn([...sent, ...others]);
+    const told = actions.map(({ id, what, value, times }) => [id, what, value, times]);
+    assert.deepEqual(told, [
+        [7, 'toggled', 'false', 2],
+        [9, 'pressed', '', 2],
+        [6, 'chosen', 'blue', 1],
+        [8, 'typed', 'ab', 3],
+        [5, 'closed', '', 1],
+    ]);
+});
+
+function field(window: string, name: string, path = '/0/1', objectName = ''): Field {
+    return { window, kind: 'Edit', name, objectName, path };
+}
+
+const sought = field('sample.json (modified)', 'port');
+const matches: Readonly<Record<string, readonly [Field, readonly Field[], number?]>> = {
+    'the same': [sought, [field('', 'port'), sought], 1],
+    'a title that changed': [sought, [field('sample.json', 'port'), field('x', 'host')], 0],
+    'a title that changed, elsewhere': [sought, [field('sample.json', 'port', '/0/2')]],
+    'the same name in another window': [sought, [field('other.json', 'port')]],
+    'moved within its window': [sought, [field('sample.json (modified)', 'port', '/9')], 0],
+    'one of two': [sought, [field(sought.window, 'port', '/7'), field(sought.window, 'port', '/8')]],
+    'another kind': [sought, [{ ...sought, kind: 'ComboBox' }]],
+    'by its object name': [field('w', 'Port', '/1', 'p'), [field('w', 'Puerto', '/2', 'p')], 0],
+    'no name, the same place': [field('w', ''), [field('w', '', '/3'), field('w', '')], 1],
+    'no name, another place': [field('w', ''), [field('w', '', '/3')]],
+};
+
+test('a text is put back only where one field is the same', () => {
+    for (const [name, [wanted, fields, expected]] of Object.entries(matches)) {
+        assert.equal(bestMatch(wanted, fields.map((other, index) => [index, other])), expected, name);
+    }
+});
+
+function loss(value: string, more: Partial<Loss> = {}): Loss {
+    const kind = { field: sought, what: 'typed', times: 1, confirmed: false, isBack: false } as const;
+    return { ...kind, value, ...more };
+}
+
+test('the list is there after a reload and a second loss, until it is put away', () => {
+    const items = new Map<string, string>();
+    const storage = {
+        getItem: (name: string) => items.get(name) ?? null,
+        setItem: (name: string, text: string) => void items.set(name, text),
+        removeItem: (name: string) => void items.delete(name),
+    };
+    new LossList(storage).add([loss('first')]);
+    const again = new LossList(storage);
+    again.add([loss('second', { confirmed: true }), loss('first')]);
+    again.add([loss('', { what: 'pressed', times: 2 })]);
+    const list = new LossList(storage);
+    assert.deepEqual(list.losses, again.losses);
+    assert.deepEqual(
+        asPlainText(list.losses),
+        ['second', 'first', 'pressed, 2 times'].map((text) => `${caption(sought)}: ${text}`).join('\n'),
+    );
+    list.clear();
+    assert.deepEqual([new LossList(storage).losses, items.size], [[], 0]);
+    items.set('losses', '[7,{"field":{}},{"field":null,"what":"typed"}]');
+    assert.deepEqual(new LossList(storage).losses, [], 'what is damaged is no loss');
+    const refuse = (): never => {
+        throw new Error('QuotaExceededError');
+    };
+    const full = new LossList({ ...storage, setItem: refuse });
+    full.add([loss('too long')]);
+    assert.deepEqual([full.isKept, full.losses.map(deed)], [false, ['typed']]);
+});
