@@ -45,6 +45,10 @@ class Restarted {
         return this.page.getByRole('textbox', { name, exact: true });
     }
 
+    entry(field) {
+        return this.list.getByRole('listitem').filter({ hasText: field });
+    }
+
     get list() {
         return this.page.getByRole('region', { name: /^Not in the program/ });
     }
@@ -72,10 +76,10 @@ test('killed while somebody types: what is lost is said, can be copied and put b
     assert.notEqual(await scene.field('note').inputValue(), 'It rained all day');
     assert.equal(await page.getByRole('dialog', { name: '(modified)' }).count(), 0);
 
-    await list.getByRole('button', { name: /^Copy the text of note/ }).click();
+    await scene.entry('note').getByRole('button', { name: 'Copy' }).click();
     await list.getByText('Copied.').waitFor();
     assert.equal(await page.evaluate('navigator.clipboard.readText()'), 'It rained all day');
-    await list.getByRole('button', { name: /^Put back into note/ }).click();
+    await scene.entry('note').getByRole('button', { name: 'Put back' }).click();
     await page.getByRole('dialog', { name: 'sample.json (modified)' }).waitFor();
     assert.equal(await scene.field('note').inputValue(), 'It rained all day');
     assert.notEqual(await scene.field('operator').inputValue(), 'Jana');
@@ -91,9 +95,9 @@ test('killed while somebody types: what is lost is said, can be copied and put b
     await page.reload();
     await list.getByText('localhost').waitFor();
     await list.getByText('Jana').waitFor();
-    await list.getByRole('button', { name: /^Put back into broker/ }).click();
+    await scene.entry('broker').getByRole('button', { name: 'Put back' }).click();
     await page.getByRole('dialog', { name: 'sample.json (modified)' }).waitFor();
-    await list.getByRole('button', { name: 'Dismiss this list' }).click();
+    await list.getByRole('button', { name: 'Dismiss' }).click();
     await scene.field('broker').press('Enter');
     await page.getByRole('dialog', { name: 'sample.json (saved)' }).waitFor();
     assert.match(await readFile(scene.file, 'utf8'), /"localhost"/);

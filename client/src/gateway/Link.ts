@@ -1,5 +1,5 @@
 import { CloseCode } from '../protocol/names.ts';
-import { channelName, parseChannel, type Channel } from './channel.ts';
+import { channelName, ChannelReader, type Channel } from './channel.ts';
 import { decodeGreeting } from './control.ts';
 import type { FrameRecord } from './frame.ts';
 import { Retry } from './Retry.ts';
@@ -50,11 +50,12 @@ export class Link {
     private m_socket: Socket | undefined;
     private m_greeted = false;
     private m_gaveUp = false;
+    /** The person wants another session. */
+    private m_isLeft = false;
     private m_losses = 0;
     private m_flushQueued = false;
     private m_cancelAcknowledge: (() => void) | undefined;
-    private m_channelName = '';
-    private m_channel: Channel | undefined;
+    private readonly m_channels = new ChannelReader();
 
     constructor(setup: LinkSetup) {
         this.m_setup = setup;
@@ -109,6 +110,7 @@ export class Link {
     startAfresh(): void {
         this.m_nextId = this.m_setup.makeClientId();
         this.m_gaveUp = false;
+        this.m_isLeft = true;
         this.m_losses = 0;
         this.m_retry.reset();
         this.open();
@@ -205,8 +207,9 @@ export class Link {
         this.m_clientId = this.m_nextId ?? this.m_clientId;
         this.m_nextId = undefined;
         if (this.m_established || before.pendingCount > 0) {
-            this.m_setup.listener.over(before.pending);
+            this.m_setup.listener.over(before.pending, !this.m_isLeft);
         }
+        this.m_isLeft = false;
     }
 
     private frame(text: string): void {
@@ -224,15 +227,11 @@ export class Link {
         this.acknowledgeSoon();
     }
 
-    /** Most records are for the channel of the one before, which is then not read again. */
     private deliver(records: readonly FrameRecord[]): void {
         for (const record of records) {
-            if (record.channel !== this.m_channelName) {
-                this.m_channelName = record.channel;
-                this.m_channel = parseChannel(record.channel);
-            }
-            if (this.m_channel !== undefined) {
-                this.m_setup.listener.received(this.m_channel, record.text);
+            const channel = this.m_channels.read(record.channel);
+            if (channel !== undefined) {
+                this.m_setup.listener.received(channel, record.text);
             }
         }
     }

@@ -21,8 +21,11 @@ export type LinkStatus =
     | 'refused';
 
 export interface LinkListener {
-    /** A session is over before it came to its end; these records nobody has confirmed. */
-    over(records: readonly FrameRecord[]): void;
+    /**
+     * A session is over before it came to its end; these records nobody has confirmed. It broke
+     * off, or the person has left it.
+     */
+    over(records: readonly FrameRecord[], brokeOff: boolean): void;
     /** A session begins from nothing: whatever is shown belongs to one that is gone. */
     began(clientId: string): void;
     received(channel: Channel, text: string): void;

@@ -41,3 +41,17 @@ export function parseChannel(name: string): Channel | undefined {
     }
     return /^\.\/[1-9]\d{0,9}$/.test(name) ? windowChannel(Number(name.slice(2))) : undefined;
 }
+
+/** Most records are for the channel of the one before, which is then not read again. */
+export class ChannelReader {
+    private m_name = '';
+    private m_channel: Channel | undefined;
+
+    read(name: string): Channel | undefined {
+        if (name !== this.m_name) {
+            this.m_name = name;
+            this.m_channel = parseChannel(name);
+        }
+        return this.m_channel;
+    }
+}

@@ -55,10 +55,14 @@ export class Losses {
         }
     }
 
-    /** A session is over; the store still holds what it showed. True when something may be lost. */
-    over(records: readonly FrameRecord[]): boolean {
+    /**
+     * A session is over; the store still holds what it showed. True when something may be lost. Of
+     * one that the person has left the program lives on: it may show what it likes.
+     */
+    over(records: readonly FrameRecord[], brokeOff: boolean): boolean {
         const isTold = new Set(this.unconfirmed(records).map((action) => action.id));
-        const had = [...this.m_given.values()].filter((action) => {
+        const given = brokeOff ? [...this.m_given.values()] : [];
+        const had = given.filter((action) => {
             const object = this.m_setup.store.get(action.id);
             return !isTold.has(action.id) && object !== undefined && shows(object, action);
         });

@@ -110,8 +110,8 @@ export class Application implements LinkListener, InboxListener, WidgetHost, Des
 
     // What the link tells.
 
-    over(records: readonly FrameRecord[]): void {
-        if (this.m_losses.over(records)) {
+    over(records: readonly FrameRecord[], brokeOff: boolean): void {
+        if (this.m_losses.over(records, brokeOff)) {
             this.m_notices.sessionLost();
         }
     }
@@ -244,7 +244,7 @@ export class Application implements LinkListener, InboxListener, WidgetHost, Des
     private leave(stored: JsonObject | undefined, session: Session | undefined): void {
         if (stored !== undefined && session !== undefined) {
             this.showStored(stored);
-            this.over(session.pending);
+            this.over(session.pending, true);
             this.closeAll();
             this.m_hadWindows = false;
         }
