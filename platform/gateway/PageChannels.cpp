@@ -36,17 +36,33 @@ bool isStatement(std::string_view text, std::string_view key, std::string_view c
     return takeTokens(text, {"{", key, ":", quoted, "}"}) && text.empty();
 }
 
-/// Whether a text asks for the model document, the whole of it or a list of properties. What the
-/// names are is for the document to know; here it counts that nothing else can hide among them.
-bool isSnapshotRequest(std::string_view text, std::string_view clientId) {
-    if (isStatement(text, kSnapshot, clientId))
-        return true;
-    const std::string quoted = std::string("\"").append(clientId).append("\"");
-    if (!takeTokens(text, {"{", kSnapshot, ":", quoted, ",", kProperties, ":", "["}))
+bool takeIf(std::string_view& text, std::initializer_list<std::string_view> tokens) {
+    std::string_view rest = text;
+    const bool isThere = takeTokens(rest, tokens);
+    text = isThere ? rest : text;
+    return isThere;
+}
+
+/// Takes a list of plain texts off the front. What they name is for the document to know; here it
+/// counts that nothing else can hide among them.
+bool takeNames(std::string_view& text) {
+    if (!takeIf(text, {kProperties, ":", "["}))
         return false;
     const std::size_t end = text.find_first_of("[]{}\\");
     text.remove_prefix(end == std::string_view::npos ? text.size() : end);
-    return takeTokens(text, {"]", "}"}) && text.empty();
+    return takeIf(text, {"]"});
+}
+
+/// Whether a text asks for the model document, the whole of it or a list of properties.
+bool isSnapshotRequest(std::string_view text, std::string_view clientId) {
+    const std::string quoted = std::string("\"").append(clientId).append("\"");
+    const auto takeClient = [&] { return takeIf(text, {kSnapshot, ":", quoted}); };
+    if (!takeIf(text, {"{"}))
+        return false;
+    const bool isNamesFirst = takeNames(text);
+    const bool isAsking = isNamesFirst ? takeIf(text, {","}) && takeClient()
+                                       : takeClient() && (!takeIf(text, {","}) || takeNames(text));
+    return isAsking && takeIf(text, {"}"}) && text.empty();
 }
 
 std::string statement(std::string_view key, std::string_view clientId) {
