@@ -19,6 +19,9 @@
 /// break either, and a percent sign in a translated message would count. Texts of more than 2^27
 /// code units are refused as too large. If an object repeats a key, the last value stands.
 ///
+/// Nesting. What edits make has as many levels as a text may have. A text of just so many is a
+/// document, but no element: an edit with it prints the parser's message and changes nothing.
+///
 /// Writing. Only arrays and objects can be written. The result comes back through the same codec.
 namespace DOVA::web {
 

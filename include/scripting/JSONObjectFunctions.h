@@ -29,7 +29,8 @@ DOVA_WEB_EXPORT std::vector<std::u16string> objectGetKeys(const QJsonObject& obj
 /// no document.
 DOVA_WEB_EXPORT void objectInsertFromJSON(QJsonObject& object, const std::u16string& key,
                                           const std::u16string& text);
-/// Puts a value under a key, in place of any earlier one. Undefined takes the key out.
+/// Puts a value under a key, in place of any earlier one. Undefined takes the key out. A value of
+/// 1024 levels or more prints the parser's message and changes nothing.
 DOVA_WEB_EXPORT void objectInsertValue(QJsonObject& object, const std::u16string& key,
                                        const QJsonValue& value);
 /// Takes a key out, if it is there.

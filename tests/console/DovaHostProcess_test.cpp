@@ -108,6 +108,68 @@ TEST_F(DovaHostProcessTest, SaysThatItsOutputWentNowhere) {
     EXPECT_EQ(folder.read("errors"), "dova-host: cannot write to standard output\n");
 }
 
+/// Nested 30,000 times a value ended the process when it was written, 200,000 times when it was
+/// freed. It may have as many levels as the parser takes, by whichever edits they come.
+TEST_F(DovaHostProcessTest, EditsNestNoDeeperThanTheParser) {
+    folder.write("nest.lua", R"(
+        web = dova.web
+        local function wrap(new, add)
+            local value = new()
+            for wraps = 1, 40000 do
+                local outer = new()
+                add(outer, value)
+                if outer.Length == 0 then return value, wraps end
+                value = outer
+            end
+        end
+        local function append(outer, value) outer:append(value) end
+        local function read(value) return web.JSONArray.fromJSON(value:toJSON('Compact')).Length end
+        for name, add in pairs({
+            append = append,
+            JSONValue = function(outer, value) outer:append(web.JSONValue(value)) end,
+            prepend = function(outer, value) outer:prepend(value) end,
+            insert = function(outer, value) outer:insert(0, value) end,
+            copies = function(outer, value) outer:append(web.JSONArray(value)) end,
+            text = function(outer, value) outer:appendFromJSON(value:toJSON('Compact')) end,
+            object = function(outer, value)
+                local object = web.JSONObject()
+                object:insert('k', value)
+                if object.Length == 1 then outer:append(object) end
+            end,
+        }) do
+            local deepest, wraps = wrap(web.JSONArray, add)
+            print('', name, wraps, read(deepest))
+        end
+        local deepest = wrap(web.JSONObject, function(outer, value) outer:insert('k', value) end)
+        local object = dova.web.JSONObject()
+        object:insert('k', 'kept')
+        object:insert('k', deepest)
+        object:insertFromJSON('k', deepest:toJSON())
+        print('', object:value('k'))
+        -- What is taken out may be put in again.
+        local inner = deepest:value('k')
+        inner:insert('l', 1)
+        deepest:insert('k', inner)
+        print(deepest:value('k'):value('l'))
+        local array = web.JSONArray.fromJSON('[' .. ('[1],'):rep(1000) .. '2]')
+        local list = web.JSONArray()
+        list:append(array)
+        list:replace(0, array)
+        print(list:value(0).Length)
+    )");
+    std::string refused = "too deeply nested document\t";
+    const Ending result = run({"nest.lua"});
+    for (const char* row :
+         {"append\t1024\t1\n", "JSONValue\t1024\t1\n", "prepend\t1024\t1\n", "insert\t1024\t1\n",
+          "copies\t1024\t1\n", "text\t1024\t1\n", "object\t512\t1\n"}) {
+        EXPECT_THAT(result.output, HasSubstr(refused + row));
+    }
+    EXPECT_THAT(result.output,
+                testing::EndsWith("too deeply nested documenttoo deeply nested document" + refused +
+                                  "kept\n1\n1001\n"))
+        << result.errors;
+}
+
 /// What a text is made of is the same whatever the locale; a C locale has no letters beyond ASCII
 /// for JSON, which goes through the locale's encoding.
 TEST_F(DovaHostProcessTest, SpeaksTheTextsOfItsLocale) {

@@ -20,16 +20,4 @@ bool checkReplace(const QJsonArray& array, int index) {
     return fits;
 }
 
-void insertAt(QJsonArray& array, int index, const QJsonValue& value) {
-    if (checkInsert(array, index)) {
-        array.insert(index, value);
-    }
-}
-
-void replaceAt(QJsonArray& array, int index, const QJsonValue& value) {
-    if (checkReplace(array, index)) {
-        array.replace(index, value);
-    }
-}
-
 }  // namespace DOVA::web

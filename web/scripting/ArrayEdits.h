@@ -10,8 +10,4 @@ bool checkInsert(const QJsonArray& array, int index);
 /// True if the array has an element `index`; otherwise prints that it cannot be replaced.
 bool checkReplace(const QJsonArray& array, int index);
 
-/// Both with their check; without success nothing changes.
-void insertAt(QJsonArray& array, int index, const QJsonValue& value);
-void replaceAt(QJsonArray& array, int index, const QJsonValue& value);
-
 }  // namespace DOVA::web

@@ -13,28 +13,44 @@ using ribo::factory::kaArrayProxy;
 
 // X is what scripts give: a JSON value, object or array, or any plain value.
 template <class X>
-void insert(QJsonArray& self, int index, const X& value) {
-    insertAt(self, index, toJSON(value));
+void insert(QJsonArray& self, int index, X& value) {
+    if (checkInsert(self, index) && checkLevels(self, levelsOf(value))) {
+        self.insert(index, toJSON(value));
+    }
 }
 template <class X>
-void append(QJsonArray& self, const X& value) {
-    self.append(toJSON(value));
+void append(QJsonArray& self, X& value) {
+    if (checkLevels(self, levelsOf(value))) {
+        self.append(toJSON(value));
+    }
 }
 template <class X>
-void prepend(QJsonArray& self, const X& value) {
-    self.prepend(toJSON(value));
+void prepend(QJsonArray& self, X& value) {
+    if (checkLevels(self, levelsOf(value))) {
+        self.prepend(toJSON(value));
+    }
 }
 template <class X>
-void replace(QJsonArray& self, int index, const X& value) {
-    replaceAt(self, index, toJSON(value));
+void replace(QJsonArray& self, int index, X& value) {
+    if (checkReplace(self, index) && checkLevels(self, levelsOf(value))) {
+        self.replace(index, toJSON(value));
+    }
 }
+
+/// An edit with a parsed text, which has as many levels as any.
+template <auto edit, class... Arguments>
+void editFromText(QJsonArray& self, const Arguments&... arguments) {
+    levelsAtMost(self) = s_mostLevels;
+    edit(self, arguments...);
+}
+
 template <class X>
 bool contains(const QJsonArray& self, const X& value) {
     return self.contains(toJSON(value));
 }
 
-kaArrayProxy value(const QJsonArray& self, int index) {
-    return toHost(self.at(index));
+kaArrayProxy value(QJsonArray& self, int index) {
+    return elementToHost(self.at(index), self);
 }
 
 }  // namespace
@@ -46,26 +62,29 @@ void CosJSONArray::describeOwnMembers() {
     property("Length", &QJsonArray::size);
     method("isEmpty", &QJsonArray::isEmpty);
     method("removeAt", &QJsonArray::removeAt);
-    method("insert", &insert<QJsonValue>);
+    method("insert", &insert<const QJsonValue>);
     method("insert", &insert<QJsonObject>);
     method("insert", &insert<QJsonArray>);
-    method("insert", &insert<kaArrayProxy>);
-    method("insertFromJSON", &arrayInsertFromJSON);
-    method("append", &append<QJsonValue>);
+    method("insert", &insert<const kaArrayProxy>);
+    method("insertFromJSON", &editFromText<&arrayInsertFromJSON, int, std::u16string>);
+    method("append", &append<const QJsonValue>);
     method("append", &append<QJsonObject>);
     method("append", &append<QJsonArray>);
-    method("append", &append<kaArrayProxy>);
-    method("appendFromJSON", &arrayAppendFromJSON);
-    method("prepend", &prepend<QJsonValue>);
+    method("append", &append<const kaArrayProxy>);
+    method("appendFromJSON", &editFromText<&arrayAppendFromJSON, std::u16string>);
+    method("prepend", &prepend<const QJsonValue>);
     method("prepend", &prepend<QJsonObject>);
     method("prepend", &prepend<QJsonArray>);
-    method("prepend", &prepend<kaArrayProxy>);
-    method("prependFrmoJSON", &arrayPrependFromJSON);  // scripts know it by this spelling
-    method("replace", &replace<QJsonValue>);
+    method("prepend", &prepend<const kaArrayProxy>);
+    method(
+        "prependFrmoJSON",
+        &editFromText<&arrayPrependFromJSON, std::u16string>);  // scripts know it by this spelling
+    method("replace", &replace<const QJsonValue>);
     method("replace", &replace<QJsonObject>);
     method("replace", &replace<QJsonArray>);
-    method("replace", &replace<kaArrayProxy>);
-    method("replaceFrmoJSON", &arrayReplaceFromJSON);  // and this one
+    method("replace", &replace<const kaArrayProxy>);
+    method("replaceFrmoJSON",
+           &editFromText<&arrayReplaceFromJSON, int, std::u16string>);  // and this one
     method("value", &value);
     method("valueToJSON", &arrayValueToJSON);
     method("valueToJSON", &arrayValueToJSONIndented);

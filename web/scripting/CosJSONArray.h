@@ -1,12 +1,11 @@
 #pragma once
 
-#include "HostTypes.h"
-#include "host/ribo/factory/CopyableDataTypeClassInfo.h"
+#include "JSONClassInfo.h"
 
 namespace DOVA::web::mi {
 
 /// Describes the script class "dova.web.JSONArray": a JSON array. Its indices count from 0.
-class CosJSONArray final : public ribo::factory::CopyableDataTypeClassInfo<QJsonArray> {
+class CosJSONArray final : public JSONClassInfo<QJsonArray> {
 public:
     CosJSONArray(std::string name, std::string qualifiedName);
 

@@ -2,6 +2,8 @@
 
 #include <utility>
 
+#include "../core/TextConversions.h"
+#include "JSONText.h"
 #include "scripting/JSONObjectFunctions.h"
 
 namespace DOVA::web::mi {
@@ -10,14 +12,21 @@ namespace {
 
 using ribo::factory::kaArrayProxy;
 
-// X is what scripts give: a JSON object or array, or any plain value.
+// X is what scripts give: a JSON value, object or array, or any plain value.
 template <class X>
-void insert(QJsonObject& self, const std::u16string& key, const X& value) {
-    objectInsertValue(self, key, toJSON(value));
+void insert(QJsonObject& self, const std::u16string& key, X& value) {
+    if (fits(key) && checkLevels(self, levelsOf(value))) {
+        self.insert(toView(key), toJSON(value));
+    }
 }
 
-kaArrayProxy value(const QJsonObject& self, const std::u16string& key) {
-    return toHost(objectValue(self, key));
+void insertFromJSON(QJsonObject& self, const std::u16string& key, const std::u16string& text) {
+    levelsAtMost(self) = s_mostLevels;  // a parsed text has as many as any
+    objectInsertFromJSON(self, key, text);
+}
+
+kaArrayProxy value(QJsonObject& self, const std::u16string& key) {
+    return elementToHost(objectValue(self, key), self);
 }
 
 }  // namespace
@@ -30,11 +39,11 @@ void CosJSONObject::describeOwnMembers() {
     method("isEmpty", &QJsonObject::isEmpty);
     method("keys", &objectGetKeys);
     method("remove", &objectRemove);
-    method("insert", &objectInsertValue);
+    method("insert", &insert<const QJsonValue>);
     method("insert", &insert<QJsonObject>);
     method("insert", &insert<QJsonArray>);
-    method("insert", &insert<kaArrayProxy>);
-    method("insertFromJSON", &objectInsertFromJSON);
+    method("insert", &insert<const kaArrayProxy>);
+    method("insertFromJSON", &insertFromJSON);
     method("value", &value);
     method("valueToJSON", &objectValueToJSON);
     method("valueToJSON", &objectValueToJSONIndented);

@@ -1,12 +1,11 @@
 #pragma once
 
-#include "HostTypes.h"
-#include "host/ribo/factory/CopyableDataTypeClassInfo.h"
+#include "JSONClassInfo.h"
 
 namespace DOVA::web::mi {
 
 /// Describes the script class "dova.web.JSONObject": a JSON object.
-class CosJSONObject final : public ribo::factory::CopyableDataTypeClassInfo<QJsonObject> {
+class CosJSONObject final : public JSONClassInfo<QJsonObject> {
 public:
     CosJSONObject(std::string name, std::string qualifiedName);
 

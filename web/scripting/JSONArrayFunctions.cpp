@@ -18,27 +18,37 @@ std::u16string arrayToJSONIndented(const QJsonArray& array) {
 }
 
 void arrayInsertFromJSON(QJsonArray& array, int index, const std::u16string& text) {
-    if (checkInsert(array, index)) {
-        array.insert(index, elementFromText(text));
+    if (!checkInsert(array, index)) {
+        return;
+    }
+    if (const auto element = elementFromText(text)) {
+        array.insert(index, *element);
     }
 }
 
 void arrayAppendFromJSON(QJsonArray& array, const std::u16string& text) {
-    array.append(elementFromText(text));
+    if (const auto element = elementFromText(text)) {
+        array.append(*element);
+    }
 }
 
 void arrayPrependFromJSON(QJsonArray& array, const std::u16string& text) {
-    array.prepend(elementFromText(text));
+    if (const auto element = elementFromText(text)) {
+        array.prepend(*element);
+    }
 }
 
 void arrayReplaceFromJSON(QJsonArray& array, int index, const std::u16string& text) {
-    if (checkReplace(array, index)) {
-        array.replace(index, elementFromText(text));
+    if (!checkReplace(array, index)) {
+        return;
+    }
+    if (const auto element = elementFromText(text)) {
+        array.replace(index, *element);
     }
 }
 
 bool arrayContainsFromJSON(const QJsonArray& array, const std::u16string& text) {
-    return array.contains(elementFromText(text));
+    return array.contains(valueFromText(text));
 }
 
 std::u16string arrayValueToJSON(const QJsonArray& array, int index, JSONFormat format) {

@@ -2,6 +2,7 @@
 
 #include "../core/TextConversions.h"
 #include "JSONText.h"
+#include "Nesting.h"
 
 namespace DOVA::web {
 
@@ -28,11 +29,14 @@ std::vector<std::u16string> objectGetKeys(const QJsonObject& object) {
 
 void objectInsertFromJSON(QJsonObject& object, const std::u16string& key,
                           const std::u16string& text) {
-    objectInsertValue(object, key, elementFromText(text));
+    const auto element = elementFromText(text);
+    if (element && fits(key)) {
+        object.insert(toView(key), *element);
+    }
 }
 
 void objectInsertValue(QJsonObject& object, const std::u16string& key, const QJsonValue& value) {
-    if (fits(key)) {
+    if (fits(key) && checkLevels(countLevels(value))) {
         object.insert(toView(key), value);
     }
 }

@@ -4,6 +4,7 @@
 #include <QJsonObject>
 
 #include "../core/TextConversions.h"
+#include "Nesting.h"
 #include "RepeatedMembers.h"
 #include "host/Console.h"
 
@@ -13,7 +14,7 @@ namespace {
 
 constexpr std::size_t s_longest = std::size_t(1) << 27;
 
-void printError(const QJsonParseError& error) {
+void print(const QJsonParseError& error) {
     const QByteArray message = error.errorString().toUtf8();
 #pragma GCC diagnostic push
 #pragma GCC diagnostic ignored "-Wformat-security"
@@ -22,37 +23,66 @@ void printError(const QJsonParseError& error) {
 #pragma GCC diagnostic pop
 }
 
+/// Bytes as the parser wants them.
+QByteArray bytesOf(const std::u16string& text) {
+    const auto* characters = reinterpret_cast<const QChar*>(text.data());
+    return QString::fromRawData(characters, static_cast<int>(text.size())).toLocal8Bit();
+}
+
+QJsonDocument parseBytes(const QByteArray& bytes) {
+    QJsonParseError error;
+    const QJsonDocument document = parseLastMembers(bytes, error);
+    if (error.error != QJsonParseError::NoError) {
+        print(error);
+    }
+    return document;
+}
+
+QJsonValue rootOf(const QJsonDocument& document) {
+    return document.isObject()  ? QJsonValue(document.object())
+           : document.isArray() ? QJsonValue(document.array())
+                                : QJsonValue(QJsonValue::Null);
+}
+
 }  // namespace
+
+void printError(QJsonParseError::ParseError error) {
+    QJsonParseError described;
+    described.error = error;
+    print(described);
+}
 
 bool fits(const std::u16string& text) {
     if (text.size() <= s_longest) {
         return true;
     }
-    QJsonParseError error;
-    error.error = QJsonParseError::DocumentTooLarge;
-    printError(error);
+    printError(QJsonParseError::DocumentTooLarge);
     return false;
 }
 
 QJsonDocument parseText(const std::u16string& text) {
-    if (!fits(text)) {
-        return {};
-    }
-    const auto* characters = reinterpret_cast<const QChar*>(text.data());
-    QJsonParseError error;
-    const QJsonDocument document = parseLastMembers(
-        QString::fromRawData(characters, static_cast<int>(text.size())).toLocal8Bit(), error);
-    if (error.error != QJsonParseError::NoError) {
-        printError(error);
-    }
-    return document;
+    return fits(text) ? parseBytes(bytesOf(text)) : QJsonDocument();
 }
 
-QJsonValue elementFromText(const std::u16string& text) {
-    const QJsonDocument document = parseText(text);
-    return document.isObject()  ? QJsonValue(document.object())
-           : document.isArray() ? QJsonValue(document.array())
-                                : QJsonValue(QJsonValue::Null);
+QJsonValue valueFromText(const std::u16string& text) {
+    return rootOf(parseText(text));
+}
+
+// Parsed inside of one more array, so that the parser itself says what is too deep.
+std::optional<QJsonValue> elementFromText(const std::u16string& text) {
+    if (!fits(text)) {
+        return std::nullopt;
+    }
+    QByteArray bytes = bytesOf(text);
+    const int begin = bytes.startsWith("\xef\xbb\xbf") ? 3 : 0;  // a mark that stays in front
+    QJsonParseError error;
+    const QJsonArray inside = parseLastMembers(bytes.insert(begin, '[').append(']'), error).array();
+    if (inside.size() == 1 && (inside.at(0).isArray() || inside.at(0).isObject())) {
+        return inside.at(0);
+    }
+    bytes.chop(1);
+    const QJsonValue root = rootOf(parseBytes(bytes.remove(begin, 1)));
+    return root.isNull() || checkLevels(s_mostLevels) ? std::optional(root) : std::nullopt;
 }
 
 QJsonDocument documentOf(const QJsonValue& value) {

@@ -2,6 +2,7 @@
 
 #include <QJsonDocument>
 #include <QJsonValue>
+#include <optional>
 #include <string>
 
 #include "scripting/JSONFormat.h"
@@ -15,8 +16,14 @@ bool fits(const std::u16string& text);
 
 /// The document of a text; the empty one, and the parser's message on the console, if it is none.
 QJsonDocument parseText(const std::u16string& text);
-/// The element that a text stands for: its object or array, otherwise Null.
-QJsonValue elementFromText(const std::u16string& text);
+/// The value that a text stands for: its object or array, otherwise Null.
+QJsonValue valueFromText(const std::u16string& text);
+/// The same, to become an element: none, and the parser's message, if the text is too long or the
+/// element would be too deep.
+std::optional<QJsonValue> elementFromText(const std::u16string& text);
+
+/// Prints the parser's message for what is wrong with a value that no parser has seen.
+void printError(QJsonParseError::ParseError error);
 
 /// The document of an array or object; the empty one for every other value.
 QJsonDocument documentOf(const QJsonValue& value);

@@ -41,13 +41,20 @@ protected:
     /// Describes what the class has beyond the members of all such classes.
     virtual void describeOwnMembers() = 0;
 
+    /// An instance took over a whole value through its hidden property.
+    virtual void onSelfCopied(T&) const {}
+
 private:
     void describe() final {
         detail::initStringDataTypes();
         method(IsEqual("isequal"));
         method(IsEqual("isequaln"));
         method(IsEqual("eq"));
-        hiddenProperty("selfCopyingProperty", &getSelfProperty, &setSelfProperty);
+        hiddenProperty("selfCopyingProperty", &getSelfProperty,
+                       [this](T& self, std::uint64_t place) {
+                           setSelfProperty(self, place);
+                           onSelfCopied(self);
+                       });
         constructor([] { return T(); });
         constructor([](const T& other) { return T(other); });
         describeOwnMembers();
