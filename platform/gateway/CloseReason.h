@@ -21,6 +21,7 @@ inline constexpr CloseReason kFrameTooLong{1009, "frame too long"};
 inline constexpr CloseReason kSessionLost{4000, "session lost"};
 inline constexpr CloseReason kTooMuchUnacknowledged{4000, "too much is unacknowledged"};
 inline constexpr CloseReason kOpenedInAnotherTab{4001, "opened in another tab"};
+inline constexpr CloseReason kLaterAttempt{4001, "a later connection was there first"};
 inline constexpr CloseReason kTakenOver{4002, "taken over by another page"};
 inline constexpr CloseReason kMalformedFrame{4003, "malformed frame"};
 inline constexpr CloseReason kGap{4003, "a number is missing"};

@@ -121,12 +121,15 @@ RequestRouter::Answer RequestRouter::admit(const Request& request, const Request
         return refusal(Status::forbidden, "this origin is not allowed");
     if (!m_rules.isToken(target.value("token")))
         return refusal(Status::unauthorized, "missing or wrong token");
-    Admission admission{std::string(target.value("client")), {}};
+    Admission admission{std::string(target.value("client")), {}, 0};
     if (!AccessRules::isClientId(admission.clientId))
         return refusal(Status::bad_request, "missing or bad client identifier");
     if (target.query.count("received") > 0 &&
         !readNumber(target.value("received"), admission.received.emplace()))
         return refusal(Status::bad_request, "bad number of received texts");
+    if (target.query.count("attempt") > 0 &&
+        !readNumber(target.value("attempt"), admission.attempt))
+        return refusal(Status::bad_request, "bad number of an attempt");
     if (!boost::beast::websocket::is_upgrade(request))
         return refusal(Status::upgrade_required, "only WebSocket connections are served here");
     if (!http::token_list(request[http::field::sec_websocket_protocol]).exists(kSubProtocol))

@@ -29,6 +29,8 @@ public:
     struct Admission {
         std::string clientId;
         std::optional<std::uint64_t> received;
+        /// Which of the page's connections this is; 0 when the page does not count them.
+        std::uint64_t attempt = 0;
     };
     using Answer = std::variant<Response, Admission>;
 

@@ -25,6 +25,11 @@ public:
     PageLink* link() const { return m_link; }
     void setLink(PageLink* link) { m_link = link; }
 
+    /// Whether this connection of the page is older than the one that was served last: it was
+    /// begun first and came last. 0 is one that the page did not count.
+    bool isOutdated(std::uint64_t attempt) const { return attempt > 0 && attempt <= m_attempt; }
+    void setAttempt(std::uint64_t attempt) { m_attempt = attempt; }
+
     /// Whether the page has said that it is ready: the program knows of it then.
     bool isReady() const { return m_ready; }
     void setReady() { m_ready = true; }
@@ -60,6 +65,7 @@ private:
     const std::string m_id;
     DownwardBuffer m_downward;
     PageLink* m_link = nullptr;
+    std::uint64_t m_attempt = 0;
     std::uint64_t m_received = 0;
     std::uint64_t m_acknowledged = 0;
     bool m_ready = false;

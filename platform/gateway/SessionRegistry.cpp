@@ -33,11 +33,24 @@ SessionRegistry::~SessionRegistry() {
 
 SessionRegistry::Opening SessionRegistry::open(const std::string& clientId,
                                                std::optional<std::uint64_t> received,
-                                               PageLink& link) {
+                                               PageLink& link, std::uint64_t attempt) {
     const auto found = m_sessions.find(clientId);
-    if (received)
-        return found == m_sessions.end() ? lost("the session is unknown or expired")
-                                         : resume(found->second, *received, link);
+    if (found != m_sessions.end() && found->second.session->isOutdated(attempt))
+        return {nullptr, {}, &close_reason::kLaterAttempt};
+    Opening opening = received ? goOn(found, *received, link) : beginAnew(found, clientId, link);
+    if (opening.session)
+        opening.session->setAttempt(attempt);
+    return opening;
+}
+
+SessionRegistry::Opening SessionRegistry::goOn(Sessions::iterator found, std::uint64_t received,
+                                               PageLink& link) {
+    return found == m_sessions.end() ? lost("the session is unknown or expired")
+                                     : resume(found->second, received, link);
+}
+
+SessionRegistry::Opening SessionRegistry::beginAnew(Sessions::iterator found,
+                                                    const std::string& clientId, PageLink& link) {
     // A program that heard nothing of the end would take the new page for the one that it has.
     if (found != m_sessions.end())
         dropAndAnnounce(found, close_reason::kOpenedInAnotherTab);

@@ -22,11 +22,12 @@ class SessionRegistry {
 public:
     using Clock = std::chrono::steady_clock;
 
-    /// How a page's arrival was answered. Without a session it is to be closed with kSessionLost
-    /// after the control text.
+    /// How a page's arrival was answered. Without a session it is to be closed with `refusal`, after
+    /// the control text if there is one.
     struct Opening {
         std::shared_ptr<Session> session;
         std::string control;
+        const CloseReason* refusal = &close_reason::kSessionLost;
     };
 
     /// Attaches to the bus as connector "dova_gateway".
@@ -41,8 +42,10 @@ public:
     /// on with the session it has. A link that the session still has is ended. A fresh session ends
     /// an older one of that page; the program hears that the older one is gone before anything of
     /// the new one.
+    /// A connection with a number not above that of one which the session has had is refused, and
+    /// changes nothing.
     Opening open(const std::string& clientId, std::optional<std::uint64_t> received,
-                 PageLink& link);
+                 PageLink& link, std::uint64_t attempt = 0);
 
     /// What is known of a page whose link is gone: it went away itself, or was cut off.
     enum class Leaving { Away, CutOff };
@@ -75,6 +78,8 @@ private:
     };
     using Sessions = std::map<std::string, Entry>;
 
+    Opening goOn(Sessions::iterator found, std::uint64_t received, PageLink& link);
+    Opening beginAnew(Sessions::iterator found, const std::string& clientId, PageLink& link);
     Opening begin(const std::string& clientId, PageLink& link);
     Opening resume(Entry& entry, std::uint64_t received, PageLink& link);
     static Opening lost(const char* reason);

@@ -99,6 +99,23 @@ TEST_F(SessionRegistryTest, aFreshStartEndsTheOldSessionFirst) {
     EXPECT_THAT(takeHeard(), IsEmpty()) << "the program does not know of that one";
 }
 
+/// A connection that was held up on its way, and had been given up by the page long ago.
+TEST_F(SessionRegistryTest, aConnectionThatComesLateEndsNothing) {
+    const auto session = registry->open("me", {}, link, 2).session;
+    say("/dova2/web/me", "one");
+    waiting(*session);
+    ASSERT_TRUE(session->downward().acknowledge(1));
+    for (const auto received : {std::optional<std::uint64_t>(0), {}}) {
+        const auto late = registry->open("me", received, other, 1);
+        EXPECT_EQ(late.session, nullptr);
+        EXPECT_EQ(late.control, "");
+        EXPECT_EQ(late.refusal->code, 4001);
+    }
+    EXPECT_EQ(link.ended, 0);
+    EXPECT_EQ(registry->open("me", 1, third, 3).session, session);
+    EXPECT_EQ(registry->open("me", 1, fourth).session, session) << "a page that does not count";
+}
+
 TEST_F(SessionRegistryTest, whatCannotBeResumedIsLost) {
     struct {
         const char *name, *id;

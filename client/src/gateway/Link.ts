@@ -118,9 +118,7 @@ export class Link {
 
     /** What nobody has confirmed of a session that is given up; it is not handed out again. */
     takeUnconfirmed(): readonly FrameRecord[] {
-        const { pending } = this.m_session;
-        this.m_session = new Session();
-        return pending;
+        return this.m_session.takePending();
     }
 
     /**
@@ -145,6 +143,7 @@ export class Link {
 
     private open(): void {
         this.dropConnection();
+        this.m_session.attempts += 1;
         const query = this.query();
         const current = (): boolean => this.m_socket === socket;
         const socket = this.m_setup.connect(query, {
@@ -160,6 +159,7 @@ export class Link {
         if (this.m_established && this.m_nextId === undefined) {
             query.set('received', String(this.m_session.received));
         }
+        query.set('attempt', String(this.m_session.attempts));
         return query;
     }
 
@@ -204,6 +204,7 @@ export class Link {
     private replaceSession(): void {
         const before = this.m_session;
         this.m_session = new Session();
+        this.m_session.attempts = before.attempts;
         this.m_clientId = this.m_nextId ?? this.m_clientId;
         this.m_nextId = undefined;
         if (this.m_established || before.pendingCount > 0) {

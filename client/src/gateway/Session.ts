@@ -4,6 +4,7 @@ import { decodeFrame, encodeFrame, type FrameRecord } from './frame.ts';
 /** What the page keeps over a reload to go on with the same session. */
 export interface StoredSession {
     readonly received: number;
+    readonly attempts?: number;
     readonly firstPending: number;
     readonly pending: readonly FrameRecord[];
 }
@@ -11,12 +12,17 @@ export interface StoredSession {
 /** Frames stay well below what the gateway accepts (1 MiB), even when all text is three-byte. */
 const FRAME_CHARACTERS = 250_000;
 
+/** More than a page makes between two times that it is kept; it may come back from the first. */
+const ATTEMPTS_UNKNOWN = 1_000_000;
+
 /**
  * The numbers of one session: records up are kept until the gateway acknowledges them, records
  * down are handled once and in order. It knows no socket: a connection takes the frames that
  * `takeFrames` hands out and brings what came to `receive`.
  */
 export class Session {
+    /** How many connections were begun, so that the gateway knows a late one from the last. */
+    attempts = 0;
     private m_pending: FrameRecord[] = [];
     private m_firstPending = 1;
     private m_nextToSend = 1;
@@ -38,6 +44,7 @@ export class Session {
             return undefined;
         }
         const session = new Session();
+        session.attempts = (asCount(stored['attempts']) ?? 0) + ATTEMPTS_UNKNOWN;
         session.m_received = received;
         session.m_firstPending = firstPending;
         pending.forEach((record) => session.push(record.channel, record.text));
@@ -47,6 +54,7 @@ export class Session {
     store(): StoredSession {
         return {
             received: this.m_received,
+            attempts: this.attempts,
             firstPending: this.m_firstPending,
             pending: this.m_pending,
         };
@@ -60,6 +68,12 @@ export class Session {
     /** The number of the last record that the gateway has acknowledged. */
     get confirmed(): number {
         return this.m_firstPending - 1;
+    }
+
+    /** Forgets what is not acknowledged; the session is of no use then. */
+    takePending(): readonly FrameRecord[] {
+        this.m_pendingCharacters = 0;
+        return this.m_pending.splice(0);
     }
 
     get received(): number {

@@ -42,6 +42,8 @@ export class MemoryGateway {
     readonly peer = new Peer();
     readonly handled: string[] = [];
     readonly queries: string[] = [];
+    /** How the page has numbered its connections. */
+    readonly attempts: number[] = [];
     cutAt = -1;
     cutAfter = false;
     /** The cable is pulled: nothing gets through, and nobody is told. */
@@ -56,6 +58,8 @@ export class MemoryGateway {
     private m_listener: SocketListener | undefined;
 
     readonly connect: Connect = (query, listener) => {
+        this.attempts.push(Number(query.get('attempt')));
+        query.delete('attempt');
         this.queries.push(query.toString());
         this.m_listener = listener;
         const isCurrent = (): boolean => this.m_listener === listener;

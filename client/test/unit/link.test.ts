@@ -227,6 +227,8 @@ test('a reload goes on with the same session and sends what was not yet handled'
     const again = new Page(page.gateway);
     again.link.resume(page.link.clientId, session);
     await again.settle();
+    const [before = 0, after = 0] = page.gateway.attempts.slice(-2);
+    assert.ok(after > before + 1000, 'those that were made since it was kept do not count');
     assert.deepEqual(again.texts(), ['5:meanwhile']);
     assert.deepEqual(page.gateway.handled, ['ready page1', ...ups, 'while away']);
 });
@@ -280,6 +282,8 @@ test('what is done on a line that hangs is told of, kept, and sent on another on
     await page.settle();
     assert.deepEqual(page.gateway.handled, ['ready page1', 'up']);
     assert.equal(page.gateway.queries.at(-1), 'client=page1&received=0');
+    const counted = page.gateway.attempts.map((_, index) => index + 1);
+    assert.deepEqual(page.gateway.attempts, counted, 'an old one cannot be taken for the last');
     assert.deepEqual(page.unconfirmed, []);
 });
 
