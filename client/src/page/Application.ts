@@ -41,7 +41,7 @@ import { PageObserver } from './PageObserver.ts';
 /** What waits for a connection is bounded; before the bound is passed the page stops taking more. */
 const WAITING_RECORDS = 10_000;
 const WAITING_CHARACTERS = 4_000_000;
-const WAITING = 'what you did is handled when it answers';
+const WAITING = 'What you did is handled when it answers.';
 
 /** The gateway that the page came from, what of it is the browser's, and the tab's memory. */
 export interface Surroundings {

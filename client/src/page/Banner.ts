@@ -105,9 +105,11 @@ export class Banner {
 
     private get lasting(): Notice | undefined {
         const notice = this.m_full ? FULL : notices[this.m_status];
-        return notice && withReasons.has(this.m_status) && this.m_reason !== ''
-            ? { ...notice, text: `${notice.text} (${this.m_reason})` }
-            : notice;
+        if (notice === undefined || this.m_reason === '' || !withReasons.has(this.m_status)) {
+            return notice;
+        }
+        const reason = this.m_status === 'slow' ? this.m_reason : `(${this.m_reason})`;
+        return { ...notice, text: `${notice.text} ${reason}` };
     }
 
     private shortly(notice: Notice, time = SHORTLY): void {
