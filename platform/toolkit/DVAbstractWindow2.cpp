@@ -1,13 +1,73 @@
 #include "toolkit/DVAbstractWindow2.h"
 
+#include <algorithm>
+#include <vector>
+
 namespace DOVA {
 
+namespace {
+
+// Without a host that tells of pages, a window is the backend's affair: shown once.
+bool s_hostTellsOfPages = false;
+
+/// The windows that the program opened and did not close, the last one opened at the end.
+std::vector<DVAbstractWindow2*>& opened() {
+    // Never destroyed: windows with static lifetime leave it while the process ends.
+    static auto* windows = new std::vector<DVAbstractWindow2*>;
+    return *windows;
+}
+
+}  // namespace
+
 DVAbstractWindow2::~DVAbstractWindow2() {
+    leaveOpened();
     dismantle();
 }
 
+void DVAbstractWindow2::showImplementation() {
+    emitters()->show.emit();
+    takeToPage();
+}
+
+bool DVAbstractWindow2::isOpened() const {
+    const auto& windows = opened();
+    return std::find(windows.begin(), windows.end(), this) != windows.end();
+}
+
+// What the program opens after a close request is announced once more, for its X to work again.
+void DVAbstractWindow2::takeToPage() {
+    leaveOpened();
+    opened().push_back(this);
+    if (s_hostTellsOfPages && !emitters()->isAnnounced.emit()) {
+        emitters()->showAgain.emit();
+    }
+    m_awaitsPage = !emitters()->isAnnounced.emit();
+}
+
+void DVAbstractWindow2::leaveOpened() {
+    auto& windows = opened();
+    windows.erase(std::remove(windows.begin(), windows.end(), this), windows.end());
+}
+
+bool DVAbstractWindow2::isDue() const {
+    const bool isAskedToClose = m_destroyRequest.numberOfConnections() > 0;
+    return isVisible() && (m_awaitsPage || !isAskedToClose) && !emitters()->isAnnounced.emit();
+}
+
+void DVAbstractWindow2::openDue() {
+    s_hostTellsOfPages = true;
+    const auto windows = opened();
+    for (DVAbstractWindow2* window : windows) {
+        if (window->isDue()) {
+            window->takeToPage();
+        }
+    }
+}
+
 void DVAbstractWindow2::showNormal() {
+    endHiding();
     emitters()->showNormal.emit();
+    takeToPage();
 }
 
 void DVAbstractWindow2::showMinimized() {
@@ -15,7 +75,9 @@ void DVAbstractWindow2::showMinimized() {
 }
 
 void DVAbstractWindow2::showMaximized() {
+    endHiding();
     emitters()->showMaximized.emit();
+    takeToPage();
 }
 
 bool DVAbstractWindow2::isMinimized() const {
@@ -63,7 +125,17 @@ void DVAbstractWindow2::move(diagram::PointTemplate<int> position) {
 }
 
 void DVAbstractWindow2::close() {
+    leaveOpened();
     destroyImplementation();
+}
+
+// Announced also without a host that tells of pages, since the program says that it is meant.
+void DVAbstractWindow2::stayOpen() {
+    endHiding();
+    if (isOpened() && !emitters()->isAnnounced.emit()) {
+        emitters()->showAgain.emit();
+    }
+    showImplementation();
 }
 
 }  // namespace DOVA

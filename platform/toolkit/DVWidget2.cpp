@@ -5,6 +5,18 @@ namespace DOVA {
 DVWidget2::~DVWidget2() = default;
 
 void DVWidget2::show() {
+    endHiding();
+    showImplementation();
+}
+
+// First, so that the description that follows says it, too.
+void DVWidget2::endHiding() {
+    if (!isVisible()) {
+        emitters()->setVisible.emit(true);
+    }
+}
+
+void DVWidget2::showImplementation() {
     emitters()->show.emit();
 }
 
@@ -26,6 +38,9 @@ void DVWidget2::setFocus() {
 
 void DVWidget2::setVisible(bool visible) {
     emitters()->setVisible.emit(visible);
+    if (visible) {
+        visibilityGiven();
+    }
 }
 
 bool DVWidget2::isVisible() const {

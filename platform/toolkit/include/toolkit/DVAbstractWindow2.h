@@ -9,15 +9,20 @@ namespace DOVA {
 
 /// A top-level window. What the user does to it (moves, resizes, maximises) is read back with the
 /// getters.
+///
+/// A window opens with show(), showNormal(), showMaximized() or setVisible(true). Without a page at
+/// that moment it appears with the next one, unless it is hidden, closed or destroyed by then. A
+/// window that the present page does not have, because it was opened on an earlier one, is brought
+/// to it by the same calls.
 class DOVA_PLATFORM_EXPORT DVAbstractWindow2 : public DVContainer2 {
 public:
     ~DVAbstractWindow2() override;
 
-    /// Shows the window at its own size, in front, and with the focus.
+    /// Shows the window at its own size, in front, and with the focus, also after hide().
     void showNormal();
-    /// Minimises the window. One that was never shown stays unseen.
+    /// Minimises the window. One that was never shown, or is hidden, stays unseen.
     void showMinimized();
-    /// Shows the window as large as the display, in front, and with the focus.
+    /// Shows the window as large as the display, in front, and with the focus, also after hide().
     void showMaximized();
     bool isMinimized() const;
     bool isMaximized() const;
@@ -36,13 +41,27 @@ public:
     void move(diagram::PointTemplate<int> position);
     /// Closes the window for good: the backend drops it and everything in it.
     void close();
+    /// Answers a close request with no: the window stays where and as it is, with what is typed in
+    /// it, and its X works again. A hidden one is shown. If the page is gone, the window comes up
+    /// on the one that has taken its place, else on the next one.
+    void stayOpen();
 
-    /// The user, or the end of the page that shows the window, wants it gone. Without a handler the
-    /// window stays. The handler may close or destroy the window.
+    /// The user pressed the window's X, or the page that shows it goes: closed, or another page has
+    /// taken over. The program decides, in the handler or later: close() or the destructor ends the
+    /// window, hide() takes it from the display, stayOpen() keeps it. The request comes once for
+    /// each time that the window was opened on a page: until the program has decided, the X is
+    /// dead, and a page that comes does not get the window. Opening it once more counts as
+    /// stayOpen(). Without any handler the window stays, on the next page as well.
     template <class Callable>
     WIRO::Subscription onCloseRequest(Callable&& callable) {
         return WIRO::connect(m_destroyRequest, std::forward<Callable>(callable));
     }
+
+    /// For a host, to be called once the backend knows a page that has come, and after each close
+    /// request. Opens on the page that is there what it lacks, in the order in which the program
+    /// opened it: the windows that wait for a page, and those that were asked to close although
+    /// nobody listens. From the first call on windows wait for pages at all.
+    static void openDue();
 
     WIRO::Emitter<void(const DVWidgetEvent2&)>& destroyRequestEmitter() { return m_destroyRequest; }
     DVAbstractWindow2Emitters* emitters() const {
@@ -55,6 +74,15 @@ protected:
 private:
     /// An implementation takes its window along itself.
     void leaveDisplay() override {}
+    void showImplementation() override;
+    void visibilityGiven() override { showImplementation(); }
+
+    void takeToPage();
+    bool isOpened() const;
+    bool isDue() const;
+    void leaveOpened();
+
+    bool m_awaitsPage = false;  // opened by the program while there was none to open it on
 
     WIRO::Emitter<void(const DVWidgetEvent2&)> m_destroyRequest;
 };

@@ -13,9 +13,10 @@ class DOVA_PLATFORM_EXPORT DVWidget2 : public DVObject2 {
 public:
     ~DVWidget2() override;
 
-    /// Shows the widget with everything below it; on a window, opens it the first time.
+    /// Shows the widget, as it is now with everything below it, also after hide(). What is below a
+    /// hidden widget appears with it, unless it is hidden itself. A window opens.
     void show();
-    /// Hides the widget, as setVisible(false).
+    /// Hides the widget and with it everything below it, as setVisible(false).
     void hide();
     /// Brings the widget to the front.
     void raise();
@@ -23,7 +24,10 @@ public:
     void refresh();
     /// Moves the keyboard focus into the widget.
     void setFocus();
+    /// Takes the widget from the display or back to it; sent each time. A window opens with true.
     void setVisible(bool visible);
+    /// What the program wants: true from the start and until hide(). Says nothing about the widgets
+    /// above, nor whether a page is there to show it.
     bool isVisible() const;
     void setEnabled(bool enabled);
     bool isEnabled() const;
@@ -58,6 +62,15 @@ public:
 
 protected:
     using DVObject2::DVObject2;
+
+    /// Takes hide() back; nothing for a widget that is not hidden.
+    void endHiding();
+
+private:
+    /// Has the backend show the widget, which is visible by now.
+    virtual void showImplementation();
+    /// The widget has become visible.
+    virtual void visibilityGiven() {}
 };
 
 }  // namespace DOVA
