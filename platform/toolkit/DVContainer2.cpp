@@ -1,5 +1,7 @@
 #include "toolkit/DVContainer2.h"
 
+#include "toolkit/DVLayout2.h"
+
 namespace DOVA {
 
 DVContainer2::~DVContainer2() {
@@ -7,7 +9,11 @@ DVContainer2::~DVContainer2() {
 }
 
 void DVContainer2::setLayout(DVLayout2* layout) {
+    DVLayout2* before = this->layout();
     emitters()->setLayout.emit(layout);
+    if (before && before != layout && before->parent() == this) {
+        before->setParent(nullptr);
+    }
 }
 
 DVLayout2* DVContainer2::layout() const {

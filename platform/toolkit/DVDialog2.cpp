@@ -9,6 +9,7 @@ DVDialog2::DVDialog2(DVObject* parent, DVFlags<DialogFlag> flags)
     if (factory()) {
         factory()->createDialog2.emit(this, emitters(), parent, flags.value());
     }
+    goWith(parent);
     if (flags.has(DialogFlag::Modal)) {
         setModal(true);
     }
@@ -16,6 +17,12 @@ DVDialog2::DVDialog2(DVObject* parent, DVFlags<DialogFlag> flags)
 
 DVDialog2::~DVDialog2() {
     dismantle();
+}
+
+// It is not put below the parent: that would be described with it, as part of it.
+DVObject* DVDialog2::parent() const {
+    DVObject* above = DVAbstractWindow2::parent();
+    return above ? above : const_cast<DVObject2*>(companion());
 }
 
 void DVDialog2::setTransient(bool transient) {

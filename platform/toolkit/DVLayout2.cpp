@@ -2,14 +2,37 @@
 
 namespace DOVA {
 
+namespace {
+
+/// Where a layout is that is nowhere: backends need not take it out of where it is without having
+/// another place for it. It has no implementation, so nothing there is described.
+struct Nowhere : DVObject {
+    static Nowhere& place() {
+        // Never destroyed: layouts with static lifetime may leave their place while the process
+        // ends.
+        static auto* nowhere = new Nowhere;
+        return *nowhere;
+    }
+};
+
+}  // namespace
+
 DVLayout2::~DVLayout2() = default;
+
+void DVLayout2::setParent(DVObject* parent) {
+    DVObject2::setParent(parent ? parent : &Nowhere::place());
+}
 
 void DVLayout2::addWidget(DVObject* widget, Alignment alignment) {
     emitters()->addWidget.emit(widget, alignment);
 }
 
 void DVLayout2::removeWidget(DVObject* widget) {
-    emitters()->removeWidget.emit(widget);
+    if (auto* layout = dynamic_cast<DVLayout2*>(widget)) {
+        layout->setParent(nullptr);
+    } else {
+        emitters()->removeWidget.emit(widget);
+    }
 }
 
 void DVLayout2::invalidate() {

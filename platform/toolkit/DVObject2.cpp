@@ -1,10 +1,35 @@
 #include "toolkit/DVObject2.h"
 
 #include <algorithm>
+#include <vector>
 
 #include "toolkit/DVFactory2.h"
 
 namespace DOVA {
+
+namespace {
+
+struct Pair {
+    DVObject2* follower;
+    const DVObject2* companion;
+};
+
+std::vector<Pair>& pairs() {
+    // Never destroyed: objects with static lifetime leave it while the process ends.
+    static auto* all = new std::vector<Pair>;
+    return *all;
+}
+
+bool isImplemented(const DVObject2& object) {
+    return object.emitters()->destroy.numberOfConnections() > 0;
+}
+
+template <class Predicate>
+auto findPair(Predicate predicate) {
+    return std::find_if(pairs().begin(), pairs().end(), predicate);
+}
+
+}  // namespace
 
 DVObject2::DVObject2(std::unique_ptr<DVObject2Emitters> emitters)
     : m_emitters(std::move(emitters)), m_factory(DVFactory2::current()) {}
@@ -14,6 +39,10 @@ DVObject2::DVObject2(std::unique_ptr<DVObject2Emitters> emitters, Identifier ide
 
 DVObject2::~DVObject2() {
     dismantle();
+}
+
+DVFactory2* DVObject2::livingFactory() const {
+    return DVFactory2::isLiving(m_factory) ? m_factory : nullptr;
 }
 
 void DVObject2::setParent(DVObject* parent) {
@@ -58,6 +87,33 @@ void DVObject2::destroyImplementation() {
     }
     // A backend that has shut down finds nothing by identifier any more; its object is still bound.
     m_emitters->destroy.emit();
+    endFollowers();
+}
+
+void DVObject2::goWith(const DVObject* object) {
+    const auto* companion = dynamic_cast<const DVObject2*>(object);
+    if (companion && isImplemented(*companion)) {
+        pairs().push_back({this, companion});
+    }
+}
+
+const DVObject2* DVObject2::companion() const {
+    const auto own = findPair([this](const Pair& pair) { return pair.follower == this; });
+    return own == pairs().end() ? nullptr : own->companion;
+}
+
+// A companion may have lost its implementation with one above it, which only the backend knows.
+void DVObject2::endFollowers() {
+    const auto isOver = [this](const Pair& pair) {
+        return pair.follower == this || pair.companion == this || !isImplemented(*pair.companion);
+    };
+    for (auto pair = findPair(isOver); pair != pairs().end(); pair = findPair(isOver)) {
+        DVObject2* follower = pair->follower;
+        pairs().erase(pair);
+        if (follower != this) {
+            follower->destroyImplementation();
+        }
+    }
 }
 
 }  // namespace DOVA

@@ -9,6 +9,7 @@ namespace DOVA {
 /// or another layout with addWidget().
 class DOVA_PLATFORM_EXPORT DVBoxLayout2 : public DVLayout2 {
 public:
+    /// `direction`: the web backend leaves that to the client, which makes a column of it.
     explicit DVBoxLayout2(DVObject* parent = nullptr, Direction direction = Direction::TopToBottom);
     ~DVBoxLayout2() override;
 

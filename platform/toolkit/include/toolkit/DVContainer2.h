@@ -12,7 +12,8 @@ class DOVA_PLATFORM_EXPORT DVContainer2 : public DVWidget2 {
 public:
     ~DVContainer2() override;
 
-    /// Puts the layout, which must not be null and stays the caller's, into this container.
+    /// Puts the layout, which stays the caller's, into this container, in place of the one that was
+    /// there; that is taken out with what is in it. Null takes it out, too.
     void setLayout(DVLayout2* layout);
     /// The layout last set, null if there is none or it was destroyed.
     DVLayout2* layout() const;

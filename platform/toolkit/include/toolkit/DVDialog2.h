@@ -7,13 +7,18 @@
 
 namespace DOVA {
 
-/// A dialog.
+/// A dialog. With a parent it belongs to that: it is a window of its own all the same, none of the
+/// parent's children(), and goes from the display for good when the parent does, closed, destroyed
+/// or with what it is in.
 class DOVA_PLATFORM_EXPORT DVDialog2 : public DVAbstractWindow2 {
 public:
     using DVDialogAccel = DOVA::DVDialogAccel;
 
     explicit DVDialog2(DVObject* parent = nullptr, DVFlags<DialogFlag> flags = {});
     ~DVDialog2() override;
+
+    /// What the dialog was given at construction or by setParent(), null once that is gone.
+    DVObject* parent() const override;
 
     /// A transient dialog stays above its parent.
     void setTransient(bool transient);

@@ -12,12 +12,15 @@ public:
 
     /// Moves the widget or layout into this one; not owned. Null is ignored.
     void addWidget(DVObject* widget, Alignment alignment = Alignment::None);
-    /// Takes the widget out of the tree. Null is ignored.
+    /// Takes the widget or layout out of the tree, with what is in it. Null is ignored.
     void removeWidget(DVObject* widget);
+    /// As for every object; null takes the layout out of its container or layout.
+    void setParent(DVObject* parent) override;
     /// Has the arrangement computed anew.
     void invalidate();
     void refresh();
     void setEnabled(bool enabled);
+    /// What was last set, false at first.
     bool isEnabled() const;
     /// The room between widgets in pixels.
     void setSpacing(int spacing);

@@ -27,10 +27,10 @@ public:
     /// Moves the object below `parent`, to the end of its children; null takes it out of the tree.
     /// A parent that is its own descendant changes nothing. A widget that leaves a window which is
     /// shown goes on to receive what the user does to it there, as long as the page shows it.
-    void setParent(DVObject* parent);
+    virtual void setParent(DVObject* parent);
     /// The widget or window that the object is in, null if none; layouts in between are passed
     /// over.
-    DVObject* parent() const;
+    virtual DVObject* parent() const;
     /// The objects below this one in their order; with `recursive` each is followed by its own.
     std::vector<DVObject*> children(bool recursive = false) const;
 
@@ -52,11 +52,18 @@ protected:
 
     /// The factory that this object's implementation comes from, null if there is none.
     DVFactory2* factory() const { return m_factory; }
+    /// The same once the object is made: null also when the factory has been destroyed since.
+    DVFactory2* livingFactory() const;
     /// Leaves the living, deletes the owned children and has the implementation destroyed. The
     /// first thing in the destructor of every class that adds members which handlers use.
     void dismantle();
     /// Has the implementation destroyed, and with it those of everything below the object.
     void destroyImplementation();
+    /// From now on this object's implementation goes with that of `object`, however that comes
+    /// about. An object without one changes nothing.
+    void goWith(const DVObject* object);
+    /// What goWith() was last told, null once its implementation has gone.
+    const DVObject2* companion() const;
 
 private:
     /// Takes what the object shows off the display, before its implementation goes. Nothing here:
@@ -64,6 +71,7 @@ private:
     virtual void leaveDisplay() {}
 
     void own(DVObject2* child);
+    void endFollowers();
 
     std::unique_ptr<DVObject2Emitters> m_emitters;
     DVFactory2* m_factory;

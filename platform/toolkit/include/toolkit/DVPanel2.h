@@ -8,6 +8,7 @@ namespace DOVA {
 /// A plain container.
 class DOVA_PLATFORM_EXPORT DVPanel2 : public DVContainer2 {
 public:
+    /// `framed`: the web client draws no frames around panels.
     explicit DVPanel2(DVObject* parent = nullptr, bool framed = false);
     ~DVPanel2() override;
 
