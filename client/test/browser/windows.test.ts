@@ -130,6 +130,23 @@ onStage('Ctrl with + and - asks for another font size and scales the window', as
     assert.equal(await size(), before);
 });
 
+onStage('the focus of a group goes to its first control that can take it', async (stage) => {
+    const group = [
+        widget(21, 'Edit', { visible: false }),
+        widget(22, 'Edit', { enable: false }),
+        { id: '23', type: 'Panel', enable: false, contents: [widget(24, 'Edit', {})] },
+        widget(25, 'ComboBox', { entries: ['a'], currentindex: 0 }),
+        widget(26, 'Edit', {}),
+    ];
+    await stage.open(1, place, [...content, { id: '20', type: 'GroupBox', contents: group }]);
+    stage.write(1, 20, { setFocus: true });
+    await stage.settled();
+    const focused = await stage.page.evaluate(
+        'document.activeElement.closest("[data-id]").dataset.id',
+    );
+    assert.equal(focused, '25');
+});
+
 onStage('a message is shown above everything and gives the focus back', async (stage) => {
     await stage.open(1, { modal: true }, content);
     await stage.at(12).focus();
