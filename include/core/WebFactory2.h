@@ -1,6 +1,7 @@
 #pragma once
 
 #include <cstdint>
+#include <string>
 
 #include "core/WebExport.h"
 #include "model/Model.h"
@@ -29,8 +30,7 @@ public:
     void createCheckBox2(DVCheckBox2* front, DVCheckBox2Emitters* emitters, DVObject* parent);
     void createBoxLayout2(DVBoxLayout2* front, DVBoxLayout2Emitters* emitters, DVObject* parent,
                           Direction direction);  // direction: the client lays out by itself
-    void createGridLayout2(DVGridLayout2* front, DVGridLayout2Emitters* emitters,
-                           DVObject* parent);
+    void createGridLayout2(DVGridLayout2* front, DVGridLayout2Emitters* emitters, DVObject* parent);
     void createGroupBox2(DVGroupBox2* front, DVGroupBox2Emitters* emitters, DVObject* parent);
     void createPanel2(DVPanel2* front, DVPanel2Emitters* emitters, DVObject* parent,
                       bool framed);  // framed: the client draws no frames
@@ -44,6 +44,16 @@ public:
 
     /// Deletes the web object with this identifier; an unknown one is ignored.
     void destroyObject(unsigned int id);
+
+    /// What a button says of itself; false for anything else.
+    bool isCheckable(unsigned int id);
+    /// The like for combo boxes; empty text for anything else, which takes none either.
+    bool isEditable(unsigned int id);
+    std::u16string fieldText(unsigned int id);
+    void setFieldText(unsigned int id, const std::u16string& text);
+    /// The front object does not let the event through that its web object is emitting: the state
+    /// from before comes back and is sent. Nothing for an object that handles no message.
+    void putBack(unsigned int id);
 
 private:
     friend void endModule() noexcept;

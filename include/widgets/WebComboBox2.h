@@ -57,6 +57,9 @@ public:
     void handleJSONMessage(const QJsonObject& message) override;
     /// Without the placeholder, which is sent when it is set.
     QJsonObject getJSonObject() const override;
+
+private:
+    void putBack(int index, const std::u16string& text);
 };
 
 }  // namespace DOVA

@@ -63,6 +63,9 @@ public:
     /// emitter comes here. May be called while a message for the window is handled, the rest of
     /// which is handled then as well.
     void doShowAgain();
+    /// Whether the window was announced to the client that is there now, which has not asked to
+    /// close it since; false without a client.
+    bool doIsAnnounced() const;
     /// Tells the client to close the window.
     void sendWindowDestroyMessage();
 

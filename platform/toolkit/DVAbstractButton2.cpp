@@ -6,6 +6,13 @@ DVAbstractButton2::~DVAbstractButton2() {
     dismantle();
 }
 
+void DVAbstractButton2::judgeClicks() {
+    if (!m_judgesClicks) {
+        m_judgesClicks = true;
+        WIRO::connect(m_click, [this](const DVButtonClickEvent2& event) { admit(&event); });
+    }
+}
+
 void DVAbstractButton2::setLabel(const std::u16string& label) {
     emitters()->setLabelU.emit(label);
 }

@@ -24,9 +24,18 @@ DVAbstractWindow2::~DVAbstractWindow2() {
     dismantle();
 }
 
+bool DVAbstractWindow2::isOnDisplay() const {
+    return emitters()->isAnnounced.emit();
+}
+
 void DVAbstractWindow2::showImplementation() {
-    emitters()->show.emit();
-    takeToPage();
+    openBy(emitters()->show);
+}
+
+void DVAbstractWindow2::openBy(WIRO::Emitter<void()>& request) {
+    const bool wasOnDisplay = isOnDisplay();
+    request.emit();
+    takeToPage(wasOnDisplay);
 }
 
 bool DVAbstractWindow2::isOpened() const {
@@ -35,13 +44,17 @@ bool DVAbstractWindow2::isOpened() const {
 }
 
 // What the program opens after a close request is announced once more, for its X to work again.
-void DVAbstractWindow2::takeToPage() {
+void DVAbstractWindow2::takeToPage(bool wasOnDisplay) {
     leaveOpened();
     opened().push_back(this);
-    if (s_hostTellsOfPages && !emitters()->isAnnounced.emit()) {
+    if (s_hostTellsOfPages && !isOnDisplay()) {
         emitters()->showAgain.emit();
     }
-    m_awaitsPage = !emitters()->isAnnounced.emit();
+    m_awaitsPage = !isOnDisplay();
+    if (!wasOnDisplay && !m_awaitsPage) {
+        described();
+        cameToFront();
+    }
 }
 
 void DVAbstractWindow2::leaveOpened() {
@@ -51,7 +64,7 @@ void DVAbstractWindow2::leaveOpened() {
 
 bool DVAbstractWindow2::isDue() const {
     const bool isAskedToClose = m_destroyRequest.numberOfConnections() > 0;
-    return isVisible() && (m_awaitsPage || !isAskedToClose) && !emitters()->isAnnounced.emit();
+    return isVisible() && (m_awaitsPage || !isAskedToClose) && !isOnDisplay();
 }
 
 void DVAbstractWindow2::openDue() {
@@ -59,15 +72,15 @@ void DVAbstractWindow2::openDue() {
     const auto windows = opened();
     for (DVAbstractWindow2* window : windows) {
         if (window->isDue()) {
-            window->takeToPage();
+            window->takeToPage(false);
         }
     }
 }
 
 void DVAbstractWindow2::showNormal() {
     endHiding();
-    emitters()->showNormal.emit();
-    takeToPage();
+    openBy(emitters()->showNormal);
+    cameToFront();
 }
 
 void DVAbstractWindow2::showMinimized() {
@@ -76,8 +89,8 @@ void DVAbstractWindow2::showMinimized() {
 
 void DVAbstractWindow2::showMaximized() {
     endHiding();
-    emitters()->showMaximized.emit();
-    takeToPage();
+    openBy(emitters()->showMaximized);
+    cameToFront();
 }
 
 bool DVAbstractWindow2::isMinimized() const {
@@ -132,10 +145,12 @@ void DVAbstractWindow2::close() {
 // Announced also without a host that tells of pages, since the program says that it is meant.
 void DVAbstractWindow2::stayOpen() {
     endHiding();
-    if (isOpened() && !emitters()->isAnnounced.emit()) {
+    const bool wasOnDisplay = isOnDisplay();
+    if (isOpened() && !wasOnDisplay) {
         emitters()->showAgain.emit();
     }
-    showImplementation();
+    emitters()->show.emit();
+    takeToPage(wasOnDisplay);
 }
 
 }  // namespace DOVA

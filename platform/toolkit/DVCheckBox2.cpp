@@ -15,6 +15,7 @@ DVCheckBox2::DVCheckBox2(DVObject* parent, const std::u16string& label)
     if (!label.empty()) {
         setLabel(label);
     }
+    WIRO::connect(toggleEmitter(), [this](const DVButtonToggleEvent2& event) { admit(&event); });
 }
 
 DVCheckBox2::~DVCheckBox2() {

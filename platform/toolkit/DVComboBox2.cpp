@@ -8,6 +8,7 @@ namespace {
 
 constexpr int s_atTheEnd = -1;
 constexpr int s_all = -1;
+constexpr int s_none = -1;
 
 }  // namespace
 
@@ -22,6 +23,28 @@ DVComboBox2::DVComboBox2(DVObject* parent, const std::vector<std::u16string>& it
     if (!items.empty()) {
         addItems(items);
     }
+    judge();
+}
+
+void DVComboBox2::judge() {
+    WIRO::connect(m_selection, [this](const DVComboBoxSelectEvent2& event) { judgeChoice(event); });
+    const auto judgeText = [this](const DVComboBoxEditEvent2& event) {
+        m_ownChoice = admit(&event) ? s_reported : m_ownChoice;
+    };
+    WIRO::connect(m_edit, judgeText);
+    WIRO::connect(m_editFinished, judgeText);
+}
+
+// The number of no item stays where it is: the items that the user saw may be gone, and the display
+// then shows no choice either.
+void DVComboBox2::judgeChoice(const DVComboBoxSelectEvent2& event) {
+    const bool isAdmitted = admit(&event);
+    const bool isKnown = emitters()->getItemsU.numberOfConnections() > 0;
+    m_isAstray = isAdmitted && isKnown && !hasItem(event.index());
+    if (m_isAstray || (isAdmitted && event.index() == m_ownChoice)) {
+        Admission::judge(&event, false);
+    }
+    m_ownChoice = isAdmitted ? s_reported : m_ownChoice;
 }
 
 DVComboBox2::~DVComboBox2() {
@@ -59,11 +82,17 @@ int DVComboBox2::count() const {
 }
 
 void DVComboBox2::setSelection(int index) {
+    m_isAstray = false;
+    m_ownChoice = index;
     emitters()->setSelection.emit(index);
+    if (isEditable()) {
+        takeItem();
+    }
 }
 
 int DVComboBox2::selection() const {
-    return emitters()->getSelection.emit();
+    const int index = emitters()->getSelection.emit();
+    return m_isAstray && !hasItem(index) ? s_none : index;
 }
 
 std::u16string DVComboBox2::selectedItem() const {
@@ -75,6 +104,32 @@ std::u16string DVComboBox2::selectedItem() const {
 
 void DVComboBox2::setEditable(bool editable) {
     emitters()->setEditable.emit(editable);
+    if (editable && text().empty()) {
+        takeItem();
+    }
+}
+
+bool DVComboBox2::isEditable() const {
+    const DVFactory2* maker = livingFactory();
+    return maker && maker->isEditable.emit(identifier());
+}
+
+void DVComboBox2::takeItem() {
+    if (const DVFactory2* maker = livingFactory()) {
+        maker->setFieldText.emit(identifier(), selectedItem());
+    }
+}
+
+void DVComboBox2::setText(const std::u16string& text) {
+    m_ownChoice = s_reported;
+    if (const DVFactory2* maker = livingFactory()) {
+        maker->setFieldText.emit(identifier(), text);
+    }
+}
+
+std::u16string DVComboBox2::text() const {
+    const DVFactory2* maker = livingFactory();
+    return maker ? maker->fieldText.emit(identifier()) : std::u16string();
 }
 
 }  // namespace DOVA

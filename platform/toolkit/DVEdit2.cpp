@@ -17,8 +17,13 @@ DVEdit2::DVEdit2(DVObject* parent, const std::u16string& text)
     }
     // The backend tells what was typed and leaves the text to the front object. These come first,
     // so that the program's handlers find the new text already.
-    onEdit([this](const DVEditEvent2& event) { setText(event.text()); });
-    onEditFinish([this](const DVEditEvent2& event) { setText(event.text()); });
+    const auto takeText = [this](const DVEditEvent2& event) {
+        if (admit(&event)) {
+            setText(event.text());
+        }
+    };
+    WIRO::connect(m_edit, takeText);
+    WIRO::connect(m_editFinished, takeText);
 }
 
 DVEdit2::~DVEdit2() {

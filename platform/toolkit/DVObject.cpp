@@ -15,9 +15,11 @@ std::unordered_map<DVObject::Identifier, const DVObject*>& living() {
     return *objects;
 }
 
+DVObject::Identifier s_lastIdentifier = 0;
+
 DVObject::Identifier nextIdentifier() {
     constexpr DVObject::Identifier noBuddy = 0xFFFFFFFF;
-    static DVObject::Identifier last = 0;
+    DVObject::Identifier& last = s_lastIdentifier;
     std::lock_guard guard(DVObject::m_lock);
     do {
         ++last;
@@ -42,6 +44,11 @@ bool DVObject::isObjectValid(const DVObject* object, Identifier identifier) {
     std::lock_guard guard(m_lock);
     const auto found = living().find(identifier);
     return found != living().end() && found->second == object;
+}
+
+DVObject::Identifier DVObject::lastIdentifier() {
+    std::lock_guard guard(m_lock);
+    return s_lastIdentifier;
 }
 
 void DVObject::leaveTheLiving() {

@@ -38,6 +38,10 @@ bool DVTab2::isPage() const {
 
 void DVTab2::setTabVisible(bool visible) {
     if (isPage()) {
+        m_isTabHidden = !visible;
+        if (visible) {
+            endHiding();
+        }
         emitters()->setTabVisible.emit(visible);
     }
 }
@@ -52,6 +56,10 @@ void DVTab2::setTabEnabled(bool enabled) {
 
 bool DVTab2::isTabEnabled() const {
     return emitters()->isTabEnabled.emit();
+}
+
+bool DVTab2::keepsAway(const DVWidget2* child) const {
+    return m_isTabHidden || !isTabEnabled() || DVWidget2::keepsAway(child);
 }
 
 }  // namespace DOVA

@@ -7,6 +7,12 @@
 
 namespace DOVA {
 
+namespace {
+
+constexpr int s_none = -1;
+
+}  // namespace
+
 DVTabContainer2::DVTabContainer2(DVObject* parent)
     : DVWidget2(std::make_unique<DVTabContainer2Emitters>()) {
     if (factory()) {
@@ -15,6 +21,9 @@ DVTabContainer2::DVTabContainer2(DVObject* parent)
     if (parent) {
         setParent(parent);
     }
+    mayKeepAway();
+    WIRO::connect(m_tabChanged, [this](const DVTabContainerEvent2& event) { judgeTurn(event); });
+    WIRO::connect(m_closeRequest, [this](const DVTabContainerEvent2& event) { judgeClose(event); });
 }
 
 DVTabContainer2::~DVTabContainer2() {
@@ -81,11 +90,12 @@ int DVTabContainer2::tabCount() const {
 }
 
 void DVTabContainer2::setCurrentIndex(int index) {
+    m_isAstray = false;
     emitters()->setCurrentTab.emit(index);
 }
 
 int DVTabContainer2::currentIndex() const {
-    return emitters()->getCurrentTab.emit();
+    return m_isAstray ? s_none : emitters()->getCurrentTab.emit();
 }
 
 void DVTabContainer2::setTabPosition(Position position) {
@@ -118,6 +128,62 @@ void DVTabContainer2::setDocumentMode(bool documentMode) {
 
 bool DVTabContainer2::isDocumentMode() const {
     return emitters()->getDocumentMode.emit();
+}
+
+bool DVTabContainer2::hasPosition(int index) const {
+    const auto position = static_cast<std::size_t>(index);
+    return index >= 0 && position < m_pages.size() && m_pages[position] != 0;
+}
+
+// A page that was taken out may still be found under its position.
+const DVTab2* DVTabContainer2::page(int index) const {
+    const DVTab2* found = tab(index);
+    return found && found->parent() == this ? found : nullptr;
+}
+
+// A page that was destroyed, or that has never been, is nobody's to turn to; but the display has
+// turned there, and shows what comes after it.
+void DVTabContainer2::judgeTurn(const DVTabContainerEvent2& event) {
+    if (emitters()->getTab.numberOfConnections() == 0) {
+        return Admission::judge(&event, true);
+    }
+    const DVTab2* target = page(event.index());
+    const bool isAdmitted = admit(&event, !target || !target->keepsAway(nullptr));
+    m_isAstray = isAdmitted && !target && !hasPosition(event.index());
+    if (!target) {
+        Admission::judge(&event, false);
+    }
+}
+
+void DVTabContainer2::judgeClose(const DVTabContainerEvent2& event) {
+    if (emitters()->getTab.numberOfConnections() == 0) {
+        return Admission::judge(&event, true);
+    }
+    const DVTab2* target = page(event.index());
+    admit(&event, isTabsClosable() && target && !target->keepsAway(nullptr));
+}
+
+// Where the current page has gone or is hidden, displays show the next one, else the last.
+const DVTab2* DVTabContainer2::pageInFront() const {
+    const auto shownAt = [this](int index) {
+        const DVTab2* found = page(index);
+        return found && found->isShown() ? found : nullptr;
+    };
+    const int current = emitters()->getCurrentTab.emit();
+    const int count = std::max(tabCount(), static_cast<int>(m_pages.size()));
+    const DVTab2* front = nullptr;
+    for (int index = current; index >= 0 && !front && index < count; ++index) {
+        front = shownAt(index);
+    }
+    for (int index = count - 1; current >= 0 && !front && index >= 0; --index) {
+        front = shownAt(index);
+    }
+    return front;
+}
+
+bool DVTabContainer2::keepsAway(const DVWidget2* child) const {
+    const auto* below = dynamic_cast<const DVTab2*>(child);
+    return (below && below != pageInFront()) || DVWidget2::keepsAway(child);
 }
 
 }  // namespace DOVA

@@ -88,6 +88,41 @@ TEST_F(ComboBoxTest, theSelectedItemFollowsProgramAndUser) {
     EXPECT_EQ(heard, u"b");
 }
 
+/// The field once showed the chosen item while the program still had the text from before.
+TEST_F(ComboBoxTest, theFieldHasWhatWasLastChosenSetOrTyped) {
+    int heard = 0;
+    combo.onSelect([&] { ++heard; });
+    const auto userChooses = [this] {
+        say(window, combo, R"("event":"onSelectionChange","index":1,"value":"b")");
+    };
+    const struct {
+        std::function<void()> step;
+        const char16_t* text;
+        int selection;
+        int heard;
+    } rows[] = {
+        {[&] { combo.setSelection(0); }, u"", 0, 0},
+        {[&] { combo.setEditable(true); }, u"a", 0, 0},
+        {[&] { combo.setSelection(1); }, u"b", 1, 0},
+        {userChooses, u"b", 1, 0},  // the display's answer
+        {[&] { combo.setText(u"x"); }, u"x", 1, 0},
+        {[&] { combo.setEditable(true); }, u"x", 1, 0},
+        {userChooses, u"b", 1, 1},
+        {[&] { say(window, combo, R"("event":"onEdit","value":"typed")"); }, u"typed", 1, 1},
+        {[&] { combo.removeItem(1); }, u"typed", 1, 1},
+        {[&] { combo.setSelection(1); }, u"", 1, 1},
+        {[&] { combo.addItem(u"c"); }, u"", 1, 1},
+        {[&] { combo.setSelection(1); }, u"c", 1, 1},
+        {[&] { combo.setSelection(-1); }, u"", -1, 1},
+    };
+    for (const auto& row : rows) {
+        row.step();
+        EXPECT_EQ(combo.text(), row.text) << "row " << &row - rows;
+        EXPECT_EQ(combo.selection(), row.selection) << "row " << &row - rows;
+        EXPECT_EQ(heard, row.heard) << "row " << &row - rows;
+    }
+}
+
 TEST_F(ComboBoxTest, thePartsOfItsEvents) {
     std::u16string heard;
     combo.onSelect([&](const DVComboBoxSelectEvent2& event) {
@@ -117,7 +152,7 @@ TEST_F(ComboBoxTest, itsEventsAreEmittedWithoutTheObjectLock) {
 }
 
 TEST_F(ComboBoxTest, aHandlerMayDestroyIt) {
-    auto own = std::make_unique<DVComboBox2>(&window);
+    auto own = std::make_unique<DVComboBox2>(&window, Items{u"a"});
     const std::string choice = message(*own, R"("event":"onSelectionChange","index":0,"value":"")");
     own->onSelect([&] { own.reset(); });
     client.say(windowChannel(window), "[" + choice + "," + choice + "]");

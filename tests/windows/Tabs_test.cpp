@@ -132,6 +132,7 @@ TEST_F(TabsTest, handlersFindTheNewPageAndMayDestroyAnything) {
     auto first = std::make_unique<DVTab2>(&tabs);
     auto second = std::make_unique<DVTab2>(&tabs);
     DVTab2* heard = nullptr;
+    tabs.setTabsClosable(true);
     tabs.onCurrentChanged([&](const DVTabContainerEvent2& event) {
         EXPECT_EQ(event.container(), &tabs);
         heard = event.container()->currentTab();
@@ -150,8 +151,8 @@ TEST_F(TabsTest, handlersFindTheNewPageAndMayDestroyAnything) {
 TEST_F(TabsTest, itsEventsAreEmittedUnderTheObjectLock) {
     std::vector<bool> locked;
     const auto ask = [&] { locked.push_back(isObjectLockHeld()); };
-    tabs.onCurrentChanged(ask);
-    tabs.onCloseRequest(ask);
+    WIRO::connect(tabs.tabChangedEmitter(), ask);
+    WIRO::connect(tabs.closeRequestEmitter(), ask);
     say(window, tabs, R"("event":"tabchanged","newIndex":1)");
     say(window, tabs, R"("event":"close","newIndex":1)");
     EXPECT_THAT(locked, ElementsAre(true, true));

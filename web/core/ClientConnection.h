@@ -29,6 +29,8 @@ public:
 
     /// The dialog is gone, nothing more is to be asked of it.
     void forgetDialog(std::uint32_t dialog) { m_dialogs.erase(dialog); }
+    /// Whether the dialog was announced here and has not been asked to go since.
+    bool hasDialog(std::uint32_t dialog) const { return m_dialogs.count(dialog) > 0; }
     const std::string& channel() const { return m_channel; }
 
 private:

@@ -1,6 +1,7 @@
 #include "core/WebFactory2.h"
 
 #include "ModuleEnd.h"
+#include "TakenOver.h"
 #include "core/ConnectionImplX.h"
 #include "core/WebObject2.h"
 #include "core/WebObjectService2.h"
@@ -19,6 +20,16 @@
 
 namespace DOVA {
 
+namespace {
+
+template <class Web>
+Web* find(unsigned int id) {
+    WebObjectService2* service = WebObjectService2::instance();
+    return service ? dynamic_cast<Web*>(service->getObject(id)) : nullptr;
+}
+
+}  // namespace
+
 WebFactory2* WebFactory2::s_factory = nullptr;
 
 WebFactory2::WebFactory2(DVFactory2* factory) {
@@ -35,6 +46,11 @@ WebFactory2::WebFactory2(DVFactory2* factory) {
     WIRO::bind(factory->createComboBox2, this, &WebFactory2::createComboBox2);
     WIRO::bind(factory->createTab2, this, &WebFactory2::createTab2);
     WIRO::bind(factory->createTabContainer2, this, &WebFactory2::createTabContainer2);
+    WIRO::bind(factory->isCheckable, this, &WebFactory2::isCheckable);
+    WIRO::bind(factory->isEditable, this, &WebFactory2::isEditable);
+    WIRO::bind(factory->fieldText, this, &WebFactory2::fieldText);
+    WIRO::bind(factory->setFieldText, this, &WebFactory2::setFieldText);
+    WIRO::bind(factory->putBack, this, &WebFactory2::putBack);
 }
 
 WebFactory2::~WebFactory2() = default;
@@ -110,6 +126,31 @@ void WebFactory2::createTab2(DVTab2* front, DVTab2Emitters* emitters, DVObject* 
 void WebFactory2::createTabContainer2(DVTabContainer2* front, DVTabContainer2Emitters* emitters,
                                       DVObject* parent) {
     new WebTabContainer2(front, emitters, parent);
+}
+
+bool WebFactory2::isCheckable(unsigned int id) {
+    const auto* button = find<WebAbstractButton2>(id);
+    return button && button->doIsCheckable();
+}
+
+bool WebFactory2::isEditable(unsigned int id) {
+    const auto* combo = find<WebComboBox2>(id);
+    return combo && combo->doIsEditable();
+}
+
+std::u16string WebFactory2::fieldText(unsigned int id) {
+    const auto* combo = find<WebComboBox2>(id);
+    return combo ? combo->doGetTextU() : std::u16string();
+}
+
+void WebFactory2::setFieldText(unsigned int id, const std::u16string& text) {
+    if (auto* combo = find<WebComboBox2>(id)) {
+        combo->doSetTextU(text);
+    }
+}
+
+void WebFactory2::putBack(unsigned int id) {
+    TakenOver::putBack(id);
 }
 
 void WebFactory2::destroyObject(unsigned int id) {

@@ -1,6 +1,7 @@
 #include "widgets/WebButton2.h"
 
 #include "../core/PropertyNames.h"
+#include "../core/TakenOver.h"
 #include "../core/TextConversions.h"
 #include "CreateElement.h"
 #include "model/Button.h"
@@ -39,6 +40,8 @@ void WebButton2::handleJSONMessage(const QJsonObject& message) {
         emitToFront<DVButtonClickEvent2>(&DVAbstractButton2::clickEmitter,
                                          WIRO::SendMode::Ordinary);
     } else if (event == events::onToggle) {
+        // Nothing was taken over, but the client has switched what it shows.
+        const TakenOver shown(identifier(), [this] { doSetChecked(doIsChecked()); });
         emitToFront<DVButtonToggleEvent2>(&DVAbstractButton2::toggleEmitter,
                                           WIRO::SendMode::Ordinary,
                                           message.value(received::value).toBool(false));

@@ -1,6 +1,7 @@
 #include "widgets/WebCheckBox2.h"
 
 #include "../core/PropertyNames.h"
+#include "../core/TakenOver.h"
 #include "../core/TextConversions.h"
 #include "CreateElement.h"
 #include "model/CheckBox.h"
@@ -22,6 +23,7 @@ void WebCheckBox2::handleJSONMessage(const QJsonObject& message) {
     if (message.value(received::event).toString() != events::onToggle) {
         return;
     }
+    const TakenOver taken(identifier(), [this, before = doIsChecked()] { doSetChecked(before); });
     const bool checked = message.value(received::value).toBool(false);
     if (const auto box = tdom::as<tdom::CheckBox>(element())) {
         box->setChecked(checked);

@@ -3,6 +3,7 @@
 #include <QJsonArray>
 
 #include "../core/PropertyNames.h"
+#include "../core/TakenOver.h"
 #include "../core/TextConversions.h"
 #include "CreateElement.h"
 #include "model/ComboBox.h"
@@ -138,6 +139,9 @@ void WebComboBox2::handleJSONMessage(const QJsonObject& message) {
     const QString event = message.value(received::event).toString();
     const std::u16string text = toU16(message.value(received::value).toString());
     const auto combo = tdom::as<tdom::ComboBox>(element());
+    const TakenOver taken(identifier(), [this, index = doGetSelection(), text = doGetTextU()] {
+        putBack(index, text);
+    });
     if (combo) {
         combo->setText(text);
     }
@@ -153,6 +157,15 @@ void WebComboBox2::handleJSONMessage(const QJsonObject& message) {
             event == events::onEdit ? &DVComboBox2::editEmitter : &DVComboBox2::editFinishedEmitter,
             WIRO::SendMode::Ordinary, text, 0);
     }
+}
+
+// The text last: for a client the item that is chosen is the text of the field.
+void WebComboBox2::putBack(int index, const std::u16string& text) {
+    doSetSelection(index);
+    if (const auto combo = tdom::as<tdom::ComboBox>(element())) {
+        combo->setText(text);
+    }
+    updateProperty(keys::text, toQString(text));
 }
 
 QJsonObject WebComboBox2::getJSonObject() const {

@@ -1,6 +1,7 @@
 #include "widgets/WebEdit2.h"
 
 #include "../core/PropertyNames.h"
+#include "../core/TakenOver.h"
 #include "../core/TextConversions.h"
 #include "CreateElement.h"
 #include "model/Edit.h"
@@ -54,6 +55,9 @@ void WebEdit2::handleJSONMessage(const QJsonObject& message) {
                          : event == events::onEditFinish ? &DVEdit2::editFinishedEmitter
                                                          : nullptr;
     if (emitter) {
+        // Nothing was taken over, but the client shows what was typed.
+        const TakenOver shown(identifier(),
+                              [this] { updateProperty(keys::text, toQString(doGetTextU(false))); });
         emitUnlocked<DVEditEvent2>(emitter, WIRO::SendMode::Ordinary,
                                    toU16(message.value(received::value).toString()), 0, 0);
     }

@@ -93,6 +93,7 @@ void WebAbstractWindow2::bindShowing(DVAbstractWindow2Emitters* emitters) {
     bind(emitters->setTitle, &WebAbstractWindow2::doSetTitle);
     bind(emitters->getTitle, &WebAbstractWindow2::doGetTitle);
     bind(emitters->showAgain, &WebAbstractWindow2::doShowAgain);
+    bind(emitters->isAnnounced, &WebAbstractWindow2::doIsAnnounced);
 }
 
 void WebAbstractWindow2::bindGeometry(DVAbstractWindow2Emitters* emitters) {
@@ -165,6 +166,11 @@ void WebAbstractWindow2::doShowAgain() {
     if (m_shown) {
         showFirstTime();
     }
+}
+
+bool WebAbstractWindow2::doIsAnnounced() const {
+    const ClientConnection* client = BaseConnection::currentClient();
+    return client && client->hasDialog(identifier());
 }
 
 void WebAbstractWindow2::doShow() {

@@ -2,6 +2,7 @@
 
 #include "../core/BrokenInvariant.h"
 #include "../core/PropertyNames.h"
+#include "../core/TakenOver.h"
 #include "../core/TextConversions.h"
 #include "core/WebObjectService2.h"
 #include "windows/WebTab2.h"
@@ -207,6 +208,11 @@ void WebTabContainer2::handleJSONMessage(const QJsonObject& message) {
     const QString event = message.value(received::event).toString();
     const QJsonValue given = message.value(received::newIndex);
     const int index = given.isUndefined() ? NoTab : given.toInt(0);
+    const TakenOver taken(identifier(), [this, before = m_currentIndex] {
+        if (before != m_currentIndex) {
+            doSetCurrentTab(before);
+        }
+    });
     if (event == events::tabchanged && index != m_currentIndex) {
         m_currentIndex = index;
         setProperty(names::currentindex, index, false);

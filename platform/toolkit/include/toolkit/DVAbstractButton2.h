@@ -1,5 +1,6 @@
 #pragma once
 
+#include "toolkit/Admission.h"
 #include "toolkit/DVAbstractButton2Emitters.h"
 #include "toolkit/DVButtonClickEvent2.h"
 #include "toolkit/DVButtonToggleEvent2.h"
@@ -23,12 +24,13 @@ public:
     /// The user pressed the button.
     template <class Callable>
     WIRO::Subscription onClick(Callable&& callable) {
-        return WIRO::connect(m_click, std::forward<Callable>(callable));
+        judgeClicks();
+        return WIRO::connect(m_click, Admission::handler(std::forward<Callable>(callable)));
     }
     /// The user switched the button; isChecked() answers the new state already.
     template <class Callable>
     WIRO::Subscription onToggle(Callable&& callable) {
-        return WIRO::connect(m_toggle, std::forward<Callable>(callable));
+        return WIRO::connect(m_toggle, Admission::handler(std::forward<Callable>(callable)));
     }
 
     WIRO::Emitter<void(const DVButtonClickEvent2&)>& clickEmitter() { return m_click; }
@@ -41,6 +43,10 @@ protected:
     using DVWidget2::DVWidget2;
 
 private:
+    bool isDescribedWhole() const override { return false; }
+    void judgeClicks();
+
+    bool m_judgesClicks = false;  // most boxes are never asked about clicks
     WIRO::Emitter<void(const DVButtonClickEvent2&)> m_click;
     WIRO::Emitter<void(const DVButtonToggleEvent2&)> m_toggle;
 };

@@ -72,12 +72,15 @@ protected:
     using DVContainer2::DVContainer2;
 
 private:
+    bool isWindow() const override { return true; }
+    bool isOnDisplay() const override;
     /// An implementation takes its window along itself.
     void leaveDisplay() override {}
     void showImplementation() override;
     void visibilityGiven() override { showImplementation(); }
 
-    void takeToPage();
+    void openBy(WIRO::Emitter<void()>& request);
+    void takeToPage(bool wasOnDisplay);
     bool isOpened() const;
     bool isDue() const;
     void leaveOpened();

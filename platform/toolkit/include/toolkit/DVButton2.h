@@ -5,7 +5,7 @@
 
 namespace DOVA {
 
-/// A push button.
+/// A push button. One that is not checkable has no toggles.
 class DOVA_PLATFORM_EXPORT DVButton2 : public DVAbstractButton2 {
 public:
     explicit DVButton2(DVObject* parent = nullptr, const std::u16string& label = {});
@@ -18,6 +18,9 @@ public:
     DVButton2Emitters* emitters() const {
         return static_cast<DVButton2Emitters*>(DVObject2::emitters());
     }
+
+private:
+    void takeToggle(const DVButtonToggleEvent2& event);
 };
 
 }  // namespace DOVA

@@ -3,6 +3,7 @@
 #include <string>
 #include <vector>
 
+#include "toolkit/Admission.h"
 #include "toolkit/DVComboBox2Emitters.h"
 #include "toolkit/DVComboBoxEditEvent2.h"
 #include "toolkit/DVComboBoxSelectEvent2.h"
@@ -12,7 +13,7 @@
 namespace DOVA {
 
 /// A list of items of which the user chooses one; with setEditable(true) the user may type another
-/// text as well. Text of the field and placeholder are set on the backend's own object.
+/// text as well. The placeholder is set on the backend's own object.
 ///
 ///     DVComboBox2 size(&dialog, {u"small", u"large"});
 ///     size.setSelection(0);
@@ -34,30 +35,37 @@ public:
     std::vector<std::u16string> items() const;
     int count() const;
 
-    /// Selects the item at `index`, -1 for none. An index that no item has is kept as it is.
+    /// Selects the item at `index`, -1 for none. An index that no item has is kept as it is. In an
+    /// editable box the item becomes the text of the field, none empties it.
     void setSelection(int index);
-    /// What was last set or chosen by the user; -1 at first.
+    /// What was last set or chosen by the user; -1 at first, and where the display reports an item
+    /// that there is not.
     int selection() const;
     /// The text of the selected item; empty if there is none.
     std::u16string selectedItem() const;
 
-    /// Lets the user type in the field.
+    /// Lets the user type in the field, which begins with the selected item if it has no text yet.
     void setEditable(bool editable);
+    /// Puts a text into the field, whatever is selected.
+    void setText(const std::u16string& text);
+    /// The text of the field: what was last set, typed or chosen by the user.
+    std::u16string text() const;
 
-    /// The user chose an item; selection() answers it already.
+    /// The user chose an item; selection() answers it already. Not called for what setSelection()
+    /// has just chosen, should the display report it.
     template <class Callable>
     WIRO::Subscription onSelect(Callable&& callable) {
-        return WIRO::connect(m_selection, std::forward<Callable>(callable));
+        return WIRO::connect(m_selection, Admission::handler(std::forward<Callable>(callable)));
     }
     /// The user changed the text of the field, which the event brings.
     template <class Callable>
     WIRO::Subscription onEdit(Callable&& callable) {
-        return WIRO::connect(m_edit, std::forward<Callable>(callable));
+        return WIRO::connect(m_edit, Admission::handler(std::forward<Callable>(callable)));
     }
     /// The user finished typing: pressed Enter, or left the field after a change.
     template <class Callable>
     WIRO::Subscription onEditFinish(Callable&& callable) {
-        return WIRO::connect(m_editFinished, std::forward<Callable>(callable));
+        return WIRO::connect(m_editFinished, Admission::handler(std::forward<Callable>(callable)));
     }
 
     WIRO::Emitter<void(const DVComboBoxSelectEvent2&)>& selectionEmitter() { return m_selection; }
@@ -70,6 +78,17 @@ public:
     }
 
 private:
+    static constexpr int s_reported = -2;
+
+    bool isDescribedWhole() const override { return false; }
+    void judge();
+    void judgeChoice(const DVComboBoxSelectEvent2& event);
+    bool isEditable() const;
+    void takeItem();
+    bool hasItem(int index) const { return index >= 0 && index < count(); }
+
+    int m_ownChoice = s_reported;  // what setSelection() chose, until the display has something new
+    bool m_isAstray = false;       // the backend took over the number of no item from the display
     WIRO::Emitter<void(const DVComboBoxSelectEvent2&)> m_selection;
     WIRO::Emitter<void(const DVComboBoxEditEvent2&)> m_edit;
     WIRO::Emitter<void(const DVComboBoxEditEvent2&)> m_editFinished;

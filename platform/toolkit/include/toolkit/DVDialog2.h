@@ -1,5 +1,6 @@
 #pragma once
 
+#include "toolkit/Admission.h"
 #include "toolkit/DVAbstractWindow2.h"
 #include "toolkit/DVDialog2Emitters.h"
 #include "toolkit/DVKeyEvent2.h"
@@ -20,25 +21,28 @@ public:
     /// What the dialog was given at construction or by setParent(), null once that is gone.
     DVObject* parent() const override;
 
-    /// A transient dialog stays above its parent.
+    /// A transient dialog is there for a short while: the web client gives it no button to minimise
+    /// it, and Escape asks to close it.
     void setTransient(bool transient);
     bool isTransient() const;
-    /// A modal dialog keeps the user from the windows below it.
+    /// A modal dialog keeps the user from all other windows while it is open and not minimised; of
+    /// two modal ones that which came to the front last does.
     void setModal(bool modal);
     bool isModal() const;
     /// Takes effect with the next full description of the dialog.
     void setScrollable(bool scrollable);
     /// Resize notices come whether asked for or not; kept for programs that ask.
     void monitorResize(bool monitor);
-    /// Acts as if the user had pressed a shortcut of the dialog.
+    /// Acts as if the user had pressed a shortcut of the dialog, also where the user cannot.
     void sendAccKey(DVDialogAccel accelerator);
 
     /// A key that the dialog handles as a whole: zoom and Escape.
     template <class Callable>
     WIRO::Subscription onKey(Callable&& callable) {
-        return WIRO::connect(m_key, std::forward<Callable>(callable));
+        return WIRO::connect(m_key, Admission::handler(std::forward<Callable>(callable)));
     }
-    /// The user changed the size; geometry() answers the new one.
+    /// The user changed the size, or the display did; geometry() answers the new one. Comes whether
+    /// the dialog can be used or not, like a close request.
     template <class Callable>
     WIRO::Subscription onResize(Callable&& callable) {
         return WIRO::connect(m_resize, std::forward<Callable>(callable));
@@ -51,6 +55,10 @@ public:
     }
 
 private:
+    bool keepsAway(const DVWidget2* child) const override;
+    void cameToFront() override;
+    bool shutsOffOthers() const;
+
     WIRO::Emitter<void(const DVKeyEvent2&)> m_key;
     WIRO::Emitter<void(const DVResizeEvent2&)> m_resize;
 };

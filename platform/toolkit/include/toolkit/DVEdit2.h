@@ -1,5 +1,6 @@
 #pragma once
 
+#include "toolkit/Admission.h"
 #include "toolkit/DVEdit2Emitters.h"
 #include "toolkit/DVEditEvent2.h"
 #include "toolkit/DVWidget2.h"
@@ -20,12 +21,12 @@ public:
     /// The user changed the text; text() answers the new one already.
     template <class Callable>
     WIRO::Subscription onEdit(Callable&& callable) {
-        return WIRO::connect(m_edit, std::forward<Callable>(callable));
+        return WIRO::connect(m_edit, Admission::handler(std::forward<Callable>(callable)));
     }
     /// The user finished: pressed Enter, or left the field after a change.
     template <class Callable>
     WIRO::Subscription onEditFinish(Callable&& callable) {
-        return WIRO::connect(m_editFinished, std::forward<Callable>(callable));
+        return WIRO::connect(m_editFinished, Admission::handler(std::forward<Callable>(callable)));
     }
 
     WIRO::Emitter<void(const DVEditEvent2&)>& editEmitter() { return m_edit; }
@@ -35,6 +36,7 @@ public:
     }
 
 private:
+    bool isDescribedWhole() const override { return false; }
     WIRO::Emitter<void(const DVEditEvent2&)> m_edit;
     WIRO::Emitter<void(const DVEditEvent2&)> m_editFinished;
 };

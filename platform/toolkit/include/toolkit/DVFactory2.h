@@ -1,5 +1,7 @@
 #pragma once
 
+#include <string>
+
 #include "toolkit/DVObject.h"
 #include "toolkit/Enumerations.h"
 #include "toolkit/StringID.h"
@@ -71,8 +73,18 @@ public:
     WIRO::Emitter<void(DVEdit2*, DVEdit2Emitters*, DVObject*)> createEdit2;
     WIRO::Emitter<void(DVComboBox2*, DVComboBox2Emitters*, DVObject*)> createComboBox2;
     WIRO::Emitter<void(DVTab2*, DVTab2Emitters*, DVObject*)> createTab2;
-    WIRO::Emitter<void(DVTabContainer2*, DVTabContainer2Emitters*, DVObject*)>
-        createTabContainer2;
+    WIRO::Emitter<void(DVTabContainer2*, DVTabContainer2Emitters*, DVObject*)> createTabContainer2;
+
+    /// Whether the button with this identifier is switched by pressing it; asked before its front
+    /// object lets a toggle through.
+    WIRO::Emitter<bool(unsigned)> isCheckable;
+    /// What the combo box with this identifier has beside its items.
+    WIRO::Emitter<bool(unsigned)> isEditable;
+    WIRO::Emitter<std::u16string(unsigned)> fieldText;
+    WIRO::Emitter<void(unsigned, const std::u16string&)> setFieldText;
+    /// The front object refuses the event that its implementation is emitting: what that took over
+    /// from the display is put back, and the display is told how things are.
+    WIRO::Emitter<void(unsigned)> putBack;
 
 private:
     friend class DVObject2;

@@ -34,6 +34,8 @@ protected:
     /// Takes a given identifier, which may be in use already: then the other object stays the
     /// valid one.
     explicit DVObject(Identifier identifier);
+    /// The identifier that was taken last; greater than those taken before.
+    static Identifier lastIdentifier();
     /// From here on the object is not valid any more. Destructors of derived classes call it first,
     /// so that no thread starts to use an object that is half destroyed. May be repeated.
     void leaveTheLiving();

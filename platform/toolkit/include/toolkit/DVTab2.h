@@ -31,7 +31,14 @@ public:
     DVTab2Emitters* emitters() const { return static_cast<DVTab2Emitters*>(DVObject2::emitters()); }
 
 private:
+    friend class DVTabContainer2;
+
     bool isPage() const;
+    void visibilityGiven() override { m_isTabHidden = false; }
+    bool isShown() const { return isVisible() && !m_isTabHidden; }
+    bool keepsAway(const DVWidget2* child) const override;
+
+    bool m_isTabHidden = false;
 };
 
 }  // namespace DOVA

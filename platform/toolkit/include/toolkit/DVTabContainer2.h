@@ -2,6 +2,7 @@
 
 #include <vector>
 
+#include "toolkit/Admission.h"
 #include "toolkit/DVTabContainer2Emitters.h"
 #include "toolkit/DVTabContainerEvent2.h"
 #include "toolkit/DVWidget2.h"
@@ -43,11 +44,13 @@ public:
 
     /// Turns to a page. The number is kept as it is, whether there is such a page or not.
     void setCurrentIndex(int index);
-    /// Follows the user. -1 before the first page.
+    /// Follows the user. -1 before the first page, and where the display reports a position that
+    /// never had one.
     int currentIndex() const;
     void setTabPosition(Position position);
     Position tabPosition() const;
-    /// Lets the user move the tabs about.
+    /// Tells the display that the user may move the tabs about. Displays need not offer it, and the
+    /// web backend has no way to hear of it: there the tabs stay in their order.
     void setTabMovable(bool movable);
     bool isTabMovable() const;
     /// Gives every tab a close button. The web backend does so whatever the argument, so call it
@@ -61,12 +64,12 @@ public:
     /// The user turned to another page; currentIndex() answers it already.
     template <class Callable>
     WIRO::Subscription onCurrentChanged(Callable&& callable) {
-        return WIRO::connect(m_tabChanged, std::forward<Callable>(callable));
+        return WIRO::connect(m_tabChanged, Admission::handler(std::forward<Callable>(callable)));
     }
     /// The user wants a page closed. Without a handler it stays. The handler may destroy the page.
     template <class Callable>
     WIRO::Subscription onCloseRequest(Callable&& callable) {
-        return WIRO::connect(m_closeRequest, std::forward<Callable>(callable));
+        return WIRO::connect(m_closeRequest, Admission::handler(std::forward<Callable>(callable)));
     }
 
     WIRO::Emitter<void(const DVTabContainerEvent2&)>& tabChangedEmitter() { return m_tabChanged; }
@@ -79,12 +82,19 @@ public:
 
 private:
     bool mayTake(const DVTab2* tab) const;
+    bool hasPosition(int index) const;
+    const DVTab2* page(int index) const;
+    const DVTab2* pageInFront() const;
+    void judgeTurn(const DVTabContainerEvent2& event);
+    void judgeClose(const DVTabContainerEvent2& event);
+    bool keepsAway(const DVWidget2* child) const override;
     void attachAgain(std::size_t from);
     void leaveDisplay() override { hide(); }
 
     WIRO::Emitter<void(const DVTabContainerEvent2&)> m_tabChanged;
     WIRO::Emitter<void(const DVTabContainerEvent2&)> m_closeRequest;
     std::vector<Identifier> m_pages;  // by position; 0 where one was taken out
+    bool m_isAstray = false;  // the backend took over a position from the display that has no page
 };
 
 }  // namespace DOVA

@@ -21,6 +21,9 @@ public:
     DVText2Emitters* emitters() const {
         return static_cast<DVText2Emitters*>(DVObject2::emitters());
     }
+
+private:
+    bool isDescribedWhole() const override { return false; }
 };
 
 }  // namespace DOVA

@@ -1,0 +1,7 @@
+#include "toolkit/Admission.h"
+
+namespace DOVA {
+
+const void* Admission::s_refused = nullptr;
+
+}  // namespace DOVA
