@@ -96,7 +96,59 @@ onStage('without a token, or with an old one, the page says what to do', async (
     gateway.close(1001);
     await page.getByRole('status').getByText('The program has ended').waitFor();
     await page.getByRole('status').getByText('out of date').waitFor();
-    await page.goto('about:blank');
-    await page.goto(bare);
-    await page.getByText('open the address that the program printed').waitFor();
+    // The tab keeps its token; another one has none.
+    const other = await page.context().newPage();
+    await other.goto(bare);
+    await other.getByText('open the address that the program printed').waitFor();
 });
+
+const shownAgain = [
+    ['typed', false],
+    ['as it was', true],
+] as const;
+
+for (const [text, isLost] of shownAgain) {
+    onStage(`a session ends: "typed" is ${isLost ? '' : 'not '}lost where "${text}" is shown`, async (stage) => {
+        const { page, gateway } = stage;
+        const list = page.getByRole('region', { name: 'Not in the program: 1' });
+        await stage.open(1, {}, content);
+        await page.getByLabel('Name').fill('typed');
+        await stage.untilEvents(12, [['onEdit', 'typed']]);
+        gateway.peer.forgetSessions();
+        gateway.close(1011);
+        await stage.untilAnnounced(2);
+        await page.getByRole('status').getByText('The session was lost').waitFor();
+        const again = [content[0], widget(12, 'Edit', { text }), content[2]] as object[];
+        await stage.open(1, { modal: true }, again);
+        assert.equal(await list.count(), Number(isLost));
+        if (isLost) {
+            await list.getByRole('button', { name: 'Put back' }).click();
+            assert.equal(await page.getByLabel('Name').inputValue(), 'typed');
+            await list.getByText('put back').waitFor();
+            await list.getByRole('button', { name: 'Dismiss' }).click();
+            assert.equal(await list.count(), 0);
+        }
+    });
+}
+
+const narrow = { viewport: { width: 400, height: 500 } };
+const places = ['[8,40,380,440]', '[8,450,380,300]', '[100,430,250,200]'];
+
+onStage('what the page says covers no title bar, wherever windows stand', async (stage) => {
+    const { page, gateway } = stage;
+    for (const [index, geometry] of places.entries()) {
+        await stage.open(1 + index * 10, { geometry }, []);
+    }
+    gateway.token = 'another';
+    gateway.close(1011);
+    await page.getByRole('status').getByText('out of date').waitFor();
+    const covered = await page.evaluate(() => {
+        const banner = document.querySelector('.banner')?.getBoundingClientRect() ?? new DOMRect();
+        const bars = [...document.querySelectorAll('.bar')].map((bar) => bar.getBoundingClientRect());
+        const meets = (bar: DOMRect): boolean =>
+            Math.min(bar.right, banner.right) > Math.max(bar.left, banner.left) &&
+            Math.min(bar.bottom, banner.bottom) > Math.max(bar.top, banner.top);
+        return [banner.width > 100 && banner.top >= 0, bars.length, bars.filter(meets).length];
+    });
+    assert.deepEqual(covered, [true, places.length, 0]);
+}, narrow);
