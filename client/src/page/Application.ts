@@ -9,7 +9,6 @@ import { Link } from '../gateway/Link.ts';
 import type { LinkListener, LinkStatus } from '../gateway/LinkListener.ts';
 import { Session } from '../gateway/Session.ts';
 import { fitsIntoFrame, type FrameRecord } from '../gateway/frame.ts';
-import type { AskWhy, Clock, Connect } from '../gateway/transport.ts';
 import { actionsIn } from '../losses/action.ts';
 import { Losses } from '../losses/Losses.ts';
 import { decodeWindow } from '../protocol/description.ts';
@@ -34,22 +33,14 @@ import { CompositionGate } from './CompositionGate.ts';
 import { showEmptyNote } from './emptyNote.ts';
 import { imageAddress, isClientId, makeClientId } from './identity.ts';
 import { Inbox, type InboxListener } from './Inbox.ts';
-import type { TabStorage } from './Keep.ts';
 import { Notices } from './Notices.ts';
 import { PageObserver } from './PageObserver.ts';
+import type { Surroundings } from './Surroundings.ts';
 
 /** What waits for a connection is bounded; before the bound is passed the page stops taking more. */
 const WAITING_RECORDS = 10_000;
 const WAITING_CHARACTERS = 4_000_000;
 const WAITING = 'What you did is handled when it answers.';
-
-/** The gateway that the page came from, what of it is the browser's, and the tab's memory. */
-export interface Surroundings {
-    readonly connect: Connect;
-    readonly askWhy: AskWhy;
-    readonly clock: Clock;
-    readonly storage: TabStorage | undefined;
-}
 
 /** The page as a whole: what comes from the program goes into the store, what is done goes up. */
 export class Application implements LinkListener, InboxListener, WidgetHost, DesktopListener {
@@ -58,6 +49,7 @@ export class Application implements LinkListener, InboxListener, WidgetHost, Des
     readonly tabs = new TabPositions();
     readonly pageSizes = new PageSizes();
     readonly link: Link;
+    readonly losses: Losses;
     private readonly m_token: string;
     private readonly m_root: HTMLElement;
     private readonly m_note = document.createElement('div');
@@ -66,7 +58,6 @@ export class Application implements LinkListener, InboxListener, WidgetHost, Des
     private readonly m_renderer: Renderer;
     private readonly m_desktop: Desktop;
     private readonly m_boxes: MessageBoxes;
-    private readonly m_losses: Losses;
     private readonly m_notices: Notices;
     private readonly m_observer: PageObserver;
     private readonly m_gate: CompositionGate;
@@ -83,7 +74,7 @@ export class Application implements LinkListener, InboxListener, WidgetHost, Des
         this.m_store = new ObjectStore(this.m_observer);
         this.m_inbox = new Inbox(this.m_store, this);
         this.m_renderer = new Renderer(this.m_store, this);
-        this.m_losses = new Losses({
+        this.losses = new Losses({
             store: this.m_store,
             control: (id) => this.m_renderer.control(id),
             clock,
@@ -91,7 +82,7 @@ export class Application implements LinkListener, InboxListener, WidgetHost, Des
             changed: () => this.m_notices.showLosses(),
         });
         this.m_notices = new Notices(
-            this.m_losses,
+            this.losses,
             () => this.link.startAfresh(),
             () => this.link.retryNow(),
         );
@@ -111,7 +102,7 @@ export class Application implements LinkListener, InboxListener, WidgetHost, Des
     // What the link tells.
 
     over(records: readonly FrameRecord[], brokeOff: boolean): void {
-        if (this.m_losses.over(records, brokeOff)) {
+        if (this.losses.over(records, brokeOff)) {
             this.m_notices.sessionLost();
         }
     }
@@ -130,7 +121,7 @@ export class Application implements LinkListener, InboxListener, WidgetHost, Des
 
     settled(): void {
         this.m_store.flush();
-        this.m_losses.windowsShown();
+        this.losses.windowsShown();
         this.checkQueue();
     }
 
@@ -165,7 +156,7 @@ export class Application implements LinkListener, InboxListener, WidgetHost, Des
             this.m_notices.banner.tooLong();
             return;
         }
-        this.m_losses.sent(object, message);
+        this.losses.sent(object, message);
         this.link.send(windowChannel(object.windowId), message);
         this.checkQueue();
     }
@@ -205,7 +196,7 @@ export class Application implements LinkListener, InboxListener, WidgetHost, Des
     state(): JsonObject | undefined {
         this.m_gate.open();
         if (!this.link.resumable) {
-            this.m_losses.unconfirmed(this.link.takeUnconfirmed());
+            this.losses.unconfirmed(this.link.takeUnconfirmed());
         }
         return this.link.resumable
             ? {
@@ -219,7 +210,7 @@ export class Application implements LinkListener, InboxListener, WidgetHost, Des
                   elements: [...this.m_inbox.model.objects],
                   boxes: this.m_boxes.store(),
                   focus: this.m_renderer.focus.store(this.m_root),
-                  given: this.m_losses.store(),
+                  given: this.losses.store(),
               }
             : undefined;
     }
@@ -272,7 +263,7 @@ export class Application implements LinkListener, InboxListener, WidgetHost, Des
         this.m_desktop.restore(this.m_store.windows, stored['desktop']);
         this.m_boxes.restore(stored['boxes']);
         this.m_renderer.focus.takeUp(stored['focus']);
-        this.m_losses.restore(stored['given']);
+        this.losses.restore(stored['given']);
     }
 
     private announce(): void {
@@ -291,7 +282,7 @@ export class Application implements LinkListener, InboxListener, WidgetHost, Des
 
     private windowsChanged(): void {
         this.showNote();
-        if (this.m_losses.list.losses.length > 0) {
+        if (this.losses.list.losses.length > 0) {
             this.m_notices.showLosses();
         }
     }

@@ -21,13 +21,16 @@ function start(root: HTMLElement, token: string): void {
         clock: browserClock,
         storage,
     });
-    const put = (): void => {
+    const put = (): boolean => {
         const state = application.state();
-        if (state !== undefined) {
-            keep.put(state);
-        }
+        return state === undefined || keep.put(state);
     };
-    addEventListener('pagehide', put);
+    addEventListener('pagehide', (event) => {
+        if (!put() && !event.persisted) {
+            // Nothing can go on with the session; of what was not sent at least the person hears.
+            application.losses.unconfirmed(application.link.session.pending);
+        }
+    });
     const retry = (): void => application.link.retryNow();
     addEventListener('pageshow', (event) => {
         keep.clear();
