@@ -22,8 +22,8 @@ class SessionRegistry {
 public:
     using Clock = std::chrono::steady_clock;
 
-    /// How a page's arrival was answered. Without a session it is to be closed with `refusal`, after
-    /// the control text if there is one.
+    /// How a page's arrival was answered. Without a session it is to be closed with `refusal`,
+    /// after the control text if there is one.
     struct Opening {
         std::shared_ptr<Session> session;
         std::string control;
@@ -44,8 +44,8 @@ public:
     /// the new one.
     /// A connection with a number not above that of one which the session has had is refused, and
     /// changes nothing.
-    Opening open(const std::string& clientId, std::optional<std::uint64_t> received,
-                 PageLink& link, std::uint64_t attempt = 0);
+    Opening open(const std::string& clientId, std::optional<std::uint64_t> received, PageLink& link,
+                 std::uint64_t attempt = 0);
 
     /// What is known of a page whose link is gone: it went away itself, or was cut off.
     enum class Leaving { Away, CutOff };

@@ -83,7 +83,8 @@ void SocketConnection::onAccepted(ErrorCode error) {
 
 void SocketConnection::open() {
     SessionRegistry& sessions = *core().sessions();
-    auto opening = sessions.open(m_admission.clientId, m_admission.received, *this, m_admission.attempt);
+    auto opening =
+        sessions.open(m_admission.clientId, m_admission.received, *this, m_admission.attempt);
     m_control = std::move(opening.control);
     m_session = std::move(opening.session);
     if (!m_session) {

@@ -94,7 +94,7 @@ describe('an outage of a minute', { concurrency: true }, () => {
     inEach(everyEngine, 'the same window, nothing typed or clicked is lost', outlive);
 });
 
-inEach(chromiumOnly, 'a program that stands still is waited for, and handles all when it goes on', async (browser, t) => {
+inEach(chromiumOnly, 'a program that stands still handles all when it goes on', async (browser, t) => {
     const faults = [];
     const { program, page } = await openTexts(browser, t, faults);
     const status = page.getByRole('status');

@@ -40,7 +40,8 @@ export class LossList {
     }
 
     putBack(loss: Loss): void {
-        this.set(this.m_losses.map((other) => (other === loss ? { ...loss, isBack: true } : other)));
+        const isBack = { ...loss, isBack: true };
+        this.set(this.m_losses.map((other) => (other === loss ? isBack : other)));
     }
 
     clear(): void {

@@ -108,7 +108,8 @@ const shownAgain = [
 ] as const;
 
 for (const [text, isLost] of shownAgain) {
-    onStage(`a session ends: "typed" is ${isLost ? '' : 'not '}lost where "${text}" is shown`, async (stage) => {
+    const told = isLost ? 'listed' : 'not lost';
+    onStage(`a session ends: "typed" is ${told} where "${text}" is shown`, async (stage) => {
         const { page, gateway } = stage;
         const list = page.getByRole('region', { name: 'Not in the program: 1' });
         await stage.open(1, {}, content);
@@ -144,7 +145,8 @@ onStage('what the page says covers no title bar, wherever windows stand', async 
     await page.getByRole('status').getByText('out of date').waitFor();
     const covered = await page.evaluate(() => {
         const banner = document.querySelector('.banner')?.getBoundingClientRect() ?? new DOMRect();
-        const bars = [...document.querySelectorAll('.bar')].map((bar) => bar.getBoundingClientRect());
+        const all = [...document.querySelectorAll('.bar')];
+        const bars = all.map((bar) => bar.getBoundingClientRect());
         const meets = (bar: DOMRect): boolean =>
             Math.min(bar.right, banner.right) > Math.max(bar.left, banner.left) &&
             Math.min(bar.bottom, banner.bottom) > Math.max(bar.top, banner.top);

@@ -18,7 +18,8 @@ export class Peer {
     greet(query: URLSearchParams): readonly string[] {
         const id = query.get('client') ?? '';
         const received = query.get('received');
-        const session = received === null ? { down: [], received: 0, acknowledged: 0 } : this.m_sessions.get(id);
+        const fresh = { down: [], received: 0, acknowledged: 0 };
+        const session = received === null ? fresh : this.m_sessions.get(id);
         if (session === undefined) {
             return ['{"session":"lost","reason":"unknown"}'];
         }

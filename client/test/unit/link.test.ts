@@ -300,7 +300,7 @@ test('what is done a moment before the page looks has time to be acknowledged', 
     assert.ok(told >= 2_000, `after ${told} ms`);
 });
 
-test('a program that answers late is no lost connection, and a long text may take long', async () => {
+test('a program that answers late is not lost, and a long text may take long', async () => {
     const page = await Page.opened();
     page.gateway.hangs = true;
     page.send('x'.repeat(200_000));

@@ -39,7 +39,7 @@ const matches: Readonly<Record<string, readonly [Field, readonly Field[], number
     'a title that changed, elsewhere': [sought, [field('sample.json', 'port', '/0/2')]],
     'the same name in another window': [sought, [field('other.json', 'port')]],
     'moved within its window': [sought, [field('sample.json (modified)', 'port', '/9')], 0],
-    'one of two': [sought, [field(sought.window, 'port', '/7'), field(sought.window, 'port', '/8')]],
+    'one of two': [sought, ['/7', '/8'].map((path) => field(sought.window, 'port', path))],
     'another kind': [sought, [{ ...sought, kind: 'ComboBox' }]],
     'by its object name': [field('w', 'Port', '/1', 'p'), [field('w', 'Puerto', '/2', 'p')], 0],
     'no name, the same place': [field('w', ''), [field('w', '', '/3'), field('w', '')], 1],
@@ -48,13 +48,14 @@ const matches: Readonly<Record<string, readonly [Field, readonly Field[], number
 
 test('a text is put back only where one field is the same', () => {
     for (const [name, [wanted, fields, expected]] of Object.entries(matches)) {
-        assert.equal(bestMatch(wanted, fields.map((other, index) => [index, other])), expected, name);
+        const candidates = fields.map((other, index) => [index, other] as const);
+        assert.equal(bestMatch(wanted, candidates), expected, name);
     }
 });
 
 function loss(value: string, more: Partial<Loss> = {}): Loss {
-    const kind = { field: sought, what: 'typed', times: 1, confirmed: false, isBack: false } as const;
-    return { ...kind, value, ...more };
+    const plain = { field: sought, what: 'typed', times: 1, confirmed: false } as const;
+    return { ...plain, isBack: false, value, ...more };
 }
 
 test('the list is there after a reload and a second loss, until it is put away', () => {
@@ -70,10 +71,9 @@ test('the list is there after a reload and a second loss, until it is put away',
     again.add([loss('', { what: 'pressed', times: 2 })]);
     const list = new LossList(storage);
     assert.deepEqual(list.losses, again.losses);
-    assert.deepEqual(
-        asPlainText(list.losses),
-        ['second', 'first', 'pressed, 2 times'].map((text) => `${caption(sought)}: ${text}`).join('\n'),
-    );
+    const lines = asPlainText(list.losses).split('\n');
+    const texts = ['second', 'first', 'pressed, 2 times'];
+    assert.deepEqual(lines, texts.map((text) => `${caption(sought)}: ${text}`));
     list.clear();
     assert.deepEqual([new LossList(storage).losses, items.size], [[], 0]);
     items.set('losses', '[7,{"field":{}},{"field":null,"what":"typed"}]');
