@@ -121,11 +121,6 @@ class Locator extends Scope {
         }
     }
 
-    async hover() {
-        const { x, y } = await this.m_point();
-        await this.page.mouse.move(x, y);
-    }
-
     focus() {
         return this.evaluate((element) => element.focus());
     }
