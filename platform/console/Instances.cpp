@@ -4,6 +4,7 @@
 #include <utility>
 
 #include "ClassBinding.h"
+#include "HostMemory.h"
 #include "host/ribo/Instance.h"
 
 namespace DOVA::console {
@@ -67,6 +68,9 @@ void Instances::push(lua_State* state, host::ArrayPointer object) {
     lua_rotate(state, -2, 1);
     lua_setmetatable(state, -2);
     *box = std::move(object);
+    if (const ribo::Instance* instance = ribo::Instance::of(box->get())) {
+        countHostMemory(state, instance->getClass()->weighInstance(instance->getData()));
+    }
 }
 
 const kaArray* Instances::find(lua_State* state, int index) {

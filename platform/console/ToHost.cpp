@@ -7,6 +7,8 @@
 #include <utility>
 #include <vector>
 
+#include "HostErrors.h"
+#include "HostMemory.h"
 #include "Instances.h"
 #include "host/Utf8.h"
 
@@ -15,6 +17,9 @@ namespace DOVA::console {
 namespace {
 
 constexpr int s_deepest = 100;
+// What the host makes of a text is at most so many times as large as its characters: an array of
+// digits takes sixteen bytes for each two of them.
+constexpr std::size_t s_bytesOfCharacter = 8;
 
 host::ArrayPointer convert(lua_State* state, int index, int level);
 
@@ -70,7 +75,7 @@ host::ArrayPointer fieldsOf(lua_State* state, int index, int level) {
     for (lua_pushnil(state); lua_next(state, index) != 0; lua_pop(state, 1)) {
         // A number must not be asked for as a text: that would change the key.
         if (lua_type(state, -2) != LUA_TSTRING) {
-            luaL_error(state, "a table for the host has the keys 1 to n, or texts for keys");
+            raise(state, "a table for the host has the keys 1 to n, or strings for keys");
         }
         std::u16string name = textAt(state, -2);
         fields.emplace_back(std::move(name), convert(state, lua_gettop(state), level + 1));
@@ -106,7 +111,7 @@ host::ArrayPointer convertUserdata(lua_State* state, int index) {
         return host::ArrayPointer(kaCreateObject(kaShareObject(object)));
     }
     const std::string shown = luaL_tolstring(state, index, nullptr);
-    luaL_error(state, "%s cannot be given to the host", shown.c_str());
+    raise(state, shown + " cannot be given to the host");
     return nullptr;
 }
 
@@ -125,7 +130,8 @@ host::ArrayPointer convert(lua_State* state, int index, int level) {
         case LUA_TUSERDATA:
             return convertUserdata(state, index);
         default:
-            luaL_error(state, "a %s cannot be given to the host", luaL_typename(state, index));
+            raise(state,
+                  std::string("a ") + luaL_typename(state, index) + " cannot be given to the host");
             return nullptr;
     }
 }
@@ -138,14 +144,18 @@ host::ArrayPointer toHost(lua_State* state, int index) {
 
 CallArguments::CallArguments(lua_State* state, int first) {
     const int last = lua_gettop(state);
+    std::size_t characters = 0;
     for (int index = first; index <= last; ++index) {
         if (const kaArray* object = Instances::find(state, index)) {
             m_values.push_back(object);
         } else {
             m_made.push_back(toHost(state, index));
             m_values.push_back(m_made.back().get());
+            characters += kaIsChar(m_values.back()) ? kaGetNumberOfElements(m_values.back()) : 0;
         }
     }
+    // Before the call: what an earlier one made may go first.
+    countHostMemory(state, characters * s_bytesOfCharacter);
 }
 
 }  // namespace DOVA::console

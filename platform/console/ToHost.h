@@ -16,7 +16,7 @@ namespace DOVA::console {
 host::ArrayPointer toHost(lua_State* state, int index);
 
 /// The arguments of a call from Lua, for its time: instances are borrowed from their Lua values,
-/// everything else is made.
+/// everything else is made. Texts are counted as memory of the host, which may keep them.
 class CallArguments {
 public:
     /// Those from `first` on to the top of the stack.

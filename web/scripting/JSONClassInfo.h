@@ -19,6 +19,12 @@ public:
         delete static_cast<Noted<T>*>(instance);
     }
 
+    // An edit of a copy makes its elements anew: sixteen bytes each, and twice as many members.
+    std::size_t weighInstance(const void* instance) const noexcept override {
+        return sizeof(Noted<T>) +
+               32 * static_cast<std::size_t>(static_cast<const Noted<T>*>(instance)->value.size());
+    }
+
 protected:
     // A value that was copied over another has as many levels as any.
     void onSelfCopied(T& self) const override { levelsAtMost(self) = s_mostLevels; }

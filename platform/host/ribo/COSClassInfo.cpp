@@ -40,6 +40,10 @@ bool COSClassInfo::isEnumeration() const {
     return false;
 }
 
+std::size_t COSClassInfo::weighInstance(const void*) const noexcept {
+    return 0;
+}
+
 const ClassMembers& COSClassInfo::getMembers() {
     if (!m_members.has_value()) {
         m_members.emplace();

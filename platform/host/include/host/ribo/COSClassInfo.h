@@ -1,5 +1,6 @@
 #pragma once
 
+#include <cstddef>
 #include <memory>
 #include <optional>
 #include <string>
@@ -39,6 +40,10 @@ public:
     /// A copy of an instance.
     virtual void* copyInstance(const void* instance) const = 0;
     virtual void deallocateInstance(void* instance) const noexcept = 0;
+
+    /// About how many bytes of memory go with an instance, beside those of the texts that it was
+    /// made of; quick to know. The base says none. The embedded platform's own.
+    virtual std::size_t weighInstance(const void* instance) const noexcept;
 
     /// The members, which the class describes when they are first asked for. They live as long as
     /// this description.
