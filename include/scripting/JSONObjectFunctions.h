@@ -10,7 +10,7 @@
 #include "scripting/JSONType.h"
 
 /// What scripts do with JSON objects. Texts, parsing and writing are as in JSONArrayFunctions.h. A
-/// key is any text, the empty one too; one of more than 2^27 code units is in no object, and
+/// key is any text, the empty one too; one that is longer than a text may be is in no object, and
 /// inserting under it changes nothing and prints the parser's message for what is too large.
 namespace DOVA::web {
 

@@ -14,25 +14,25 @@ using ribo::factory::kaArrayProxy;
 // X is what scripts give: a JSON value, object or array, or any plain value.
 template <class X>
 void insert(QJsonArray& self, int index, X& value) {
-    if (checkInsert(self, index) && checkLevels(self, levelsOf(value))) {
+    if (checkInsert(self, index) && fitsQt(value) && checkLevels(self, levelsOf(value))) {
         self.insert(index, toJSON(value));
     }
 }
 template <class X>
 void append(QJsonArray& self, X& value) {
-    if (checkLevels(self, levelsOf(value))) {
+    if (fitsQt(value) && checkLevels(self, levelsOf(value))) {
         self.append(toJSON(value));
     }
 }
 template <class X>
 void prepend(QJsonArray& self, X& value) {
-    if (checkLevels(self, levelsOf(value))) {
+    if (fitsQt(value) && checkLevels(self, levelsOf(value))) {
         self.prepend(toJSON(value));
     }
 }
 template <class X>
 void replace(QJsonArray& self, int index, X& value) {
-    if (checkReplace(self, index) && checkLevels(self, levelsOf(value))) {
+    if (checkReplace(self, index) && fitsQt(value) && checkLevels(self, levelsOf(value))) {
         self.replace(index, toJSON(value));
     }
 }

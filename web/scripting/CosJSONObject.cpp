@@ -15,7 +15,7 @@ using ribo::factory::kaArrayProxy;
 // X is what scripts give: a JSON value, object or array, or any plain value.
 template <class X>
 void insert(QJsonObject& self, const std::u16string& key, X& value) {
-    if (fits(key) && checkLevels(self, levelsOf(value))) {
+    if (fits(key) && fitsQt(value) && checkLevels(self, levelsOf(value))) {
         self.insert(toView(key), toJSON(value));
     }
 }

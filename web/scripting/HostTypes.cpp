@@ -42,6 +42,10 @@ QJsonValue toJSON(const kaArrayProxy& value) {
                                                            : QJsonValue(QJsonValue::Undefined);
 }
 
+bool fitsQt(const kaArrayProxy& value) {
+    return !kaIsChar(value.get()) || fits(kaGetNumberOfElements(value.get()));
+}
+
 kaArrayProxy toHost(const QJsonValue& value) {
     switch (value.type()) {
         case QJsonValue::Bool:

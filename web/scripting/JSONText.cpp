@@ -12,7 +12,8 @@ namespace DOVA::web {
 
 namespace {
 
-constexpr std::size_t s_longest = std::size_t(1) << 27;
+// Every second character may be an element, of which Qt holds less than 2^27 in a container.
+constexpr std::size_t s_longest = (std::size_t(1) << 28) - (std::size_t(1) << 17);
 
 void print(const QJsonParseError& error) {
     const QByteArray message = error.errorString().toUtf8();
@@ -52,12 +53,12 @@ void printError(QJsonParseError::ParseError error) {
     print(described);
 }
 
-bool fits(const std::u16string& text) {
-    if (text.size() <= s_longest) {
-        return true;
+bool fits(std::size_t units) {
+    const bool fits = units <= s_longest;
+    if (!fits) {
+        printError(QJsonParseError::DocumentTooLarge);
     }
-    printError(QJsonParseError::DocumentTooLarge);
-    return false;
+    return fits;
 }
 
 QJsonDocument parseText(const std::u16string& text) {

@@ -2,6 +2,7 @@
 
 #include <QJsonDocument>
 #include <QJsonValue>
+#include <cstddef>
 #include <optional>
 #include <string>
 
@@ -10,9 +11,13 @@
 
 namespace DOVA::web {
 
-/// True if a text or a key is short enough for Qt, whose sizes are ints: the text as bytes, the
-/// values in it and what grows by doubling, too. Otherwise prints the parser's message.
-bool fits(const std::u16string& text);
+/// True if a text or a key of so many code units is short enough for Qt, whose sizes are ints: the
+/// text as bytes, the values in it and what grows by doubling, too. Otherwise prints the parser's
+/// message.
+bool fits(std::size_t units);
+inline bool fits(const std::u16string& text) {
+    return fits(text.size());
+}
 
 /// The document of a text; the empty one, and the parser's message on the console, if it is none.
 QJsonDocument parseText(const std::u16string& text);
