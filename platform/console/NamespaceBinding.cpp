@@ -70,14 +70,60 @@ const ribo::OverloadSet& NamespaceBinding::Function::get() {
 }
 
 void NamespaceBinding::addToGlobals(lua_State* state) {
+    lua_getglobal(state, "setmetatable");
+    lua_pushcclosure(state, setMetatable, 1);
+    lua_setglobal(state, "setmetatable");
     lua_pushglobaltable(state);
     lua_newtable(state);
-    lua_newtable(state);
-    lua_pushinteger(state, current());
-    lua_pushcclosure(state, readGlobal, 2);
+    pushReader(state);
     lua_setfield(state, -2, "__index");
     lua_setmetatable(state, -2);
     lua_pop(state, 1);
+}
+
+/// What looks globals up that no script has set.
+void NamespaceBinding::pushReader(lua_State* state) {
+    lua_newtable(state);
+    lua_pushinteger(state, current());
+    lua_pushcclosure(state, readGlobal, 2);
+}
+
+/// In place of `setmetatable`: another metatable of the globals leaves the namespaces reachable.
+int NamespaceBinding::setMetatable(lua_State* state) {
+    lua_pushglobaltable(state);
+    const bool ofGlobals = lua_rawequal(state, 1, -1) != 0;
+    lua_pop(state, 1);
+    if (ofGlobals && lua_gettop(state) == 2 && lua_isnil(state, 2)) {
+        lua_newtable(state);
+        lua_replace(state, 2);
+    }
+    if (ofGlobals && lua_istable(state, 2)) {
+        lua_pushliteral(state, "__index");
+        lua_pushvalue(state, -1);
+        lua_rawget(state, 2);
+        lua_pushcclosure(state, readGlobalOrElse, 1);
+        lua_rawset(state, 2);
+    }
+    return lua_tocfunction(state, lua_upvalueindex(1))(state);
+}
+
+/// A namespace, or what a script's own "__index" of the globals gives.
+int NamespaceBinding::readGlobalOrElse(lua_State* state) {
+    if (lua_type(state, 2) == LUA_TSTRING &&
+        guarded(state, [&] { return pushTop(state, lua_tostring(state, 2)) ? 1 : 0; }) == 1) {
+        return 1;
+    }
+    lua_settop(state, 2);
+    const int other = lua_upvalueindex(1);
+    lua_pushvalue(state, other);
+    if (lua_isfunction(state, other)) {
+        lua_insert(state, 1);
+        lua_call(state, 2, 1);
+    } else if (!lua_isnil(state, other)) {
+        lua_pushvalue(state, 2);
+        lua_gettable(state, -2);
+    }
+    return 1;
 }
 
 int NamespaceBinding::readGlobal(lua_State* state) {

@@ -48,7 +48,10 @@ private:
     static void pushFunction(lua_State* state, Function function);
     static Place* placeAt(lua_State* state, int index);
 
+    static void pushReader(lua_State* state);
+    static int setMetatable(lua_State* state);
     static int readGlobal(lua_State* state);
+    static int readGlobalOrElse(lua_State* state);
     static int read(lua_State* state);
     static int refuseWrite(lua_State* state);
     static int display(lua_State* state);

@@ -1,5 +1,6 @@
 #include "console/ScriptConsole.h"
 
+#include <algorithm>
 #include <functional>
 #include <lua.hpp>
 #include <new>
@@ -75,6 +76,7 @@ public:
 
     void setArguments(const std::string& script, const std::vector<std::string>& arguments);
     void run(std::string_view text, const std::string& name);
+    void runScript(std::string_view text, const std::string& name);
     void runFile(const std::filesystem::path& path);
     void enter(std::string_view text);
     bool isIncomplete(std::string_view text);
@@ -145,6 +147,18 @@ void ScriptConsole::Implementation::run(std::string_view text, const std::string
         refuse();
     }
     callOnTop(0, 0);
+}
+
+void ScriptConsole::Implementation::runScript(std::string_view text, const std::string& name) {
+    constexpr std::string_view mark = "\xef\xbb\xbf";
+    text.remove_prefix(text.substr(0, mark.size()) == mark ? mark.size() : 0);
+    if (!text.empty() && text[0] == '#') {
+        text.remove_prefix(std::min(text.find('\n'), text.size()));  // the line break still counts
+    }
+    if (load(text, ("=" + name).c_str()) != LUA_OK) {
+        refuse();
+    }
+    callOnTop(pushArguments(), 0);
 }
 
 void ScriptConsole::Implementation::runFile(const std::filesystem::path& path) {
@@ -248,6 +262,10 @@ void ScriptConsole::setArguments(const std::string& script,
 
 void ScriptConsole::run(std::string_view text, const std::string& name) {
     m_implementation->run(text, name);
+}
+
+void ScriptConsole::runScript(std::string_view text, const std::string& name) {
+    m_implementation->runScript(text, name);
 }
 
 void ScriptConsole::runFile(const std::filesystem::path& path) {

@@ -1,5 +1,6 @@
 #include "host/Console.h"
 
+#include <atomic>
 #include <cstdarg>
 #include <cstdio>
 #include <memory>
@@ -20,7 +21,10 @@ Console& console() {
     return instance;
 }
 
+std::atomic<bool> s_isInLine{false};
+
 void print(std::string_view text) {
+    s_isInLine = text.back() != '\n';
     std::shared_ptr<host::ConsoleSink> sink;
     {
         const std::lock_guard<std::mutex> lock(console().mutex);
@@ -67,6 +71,12 @@ namespace host {
 void printText(std::string_view text) {
     if (!text.empty()) {
         print(text);
+    }
+}
+
+void endLine() {
+    if (s_isInLine) {
+        print("\n");
     }
 }
 

@@ -49,6 +49,10 @@ TEST_F(DovaHostPromptTest, EvaluatesEntriesOfOneLineAndMore) {
         {"x.y.z",
          "stdin:1: attempt to index a nil value (field 'y')\r\nstack traceback:\r\n"
          "\tstdin:1: in main chunk\r\n> "},
+        {"dova.web.JSONArray():insert(9, 1)", "Array index out of bounds for insert\r\n> "},
+        {"io.write('x') error('y', 0)",
+         "x\r\ny\r\nstack traceback:\r\n\t[C]: in function 'error'\r\n"
+         "\tstdin:1: in main chunk\r\n> "},
         {"dova.web.JSONArray.fromJSON('[1]')", "dova.web.JSONArray (Length: 1)\r\n> "},
     };
     for (const auto& row : rows) {
@@ -117,12 +121,33 @@ TEST_F(DovaHostPromptTest, EndsWithItsTerminalWhateverHappensToTheSignal) {
     EXPECT_EQ(terminal.wait(), 1) << "what it still says goes nowhere";
 }
 
+TEST_F(DovaHostPromptTest, LosesNothingOfTwoPromptsAndALostTerminal) {
+    {
+        Terminal one = started(), other = started();
+        one.readUntil("> ");
+        other.readUntil("> ");
+        entered(one, "a = 'of one'");
+        entered(other, "b = 'of the other'");
+        entered(one, "c = 3");
+        other.type("\x04");
+        EXPECT_EQ(other.wait(), 0);
+    }  // the first is killed
+    Terminal terminal = started();
+    terminal.readUntil("> ");
+    for (const char* line : {"c = 3", "b = 'of the other'", "a = 'of one'"}) {
+        terminal.type("\x1b[A");
+        terminal.readUntil(line);
+    }
+}
+
 TEST_F(DovaHostPromptTest, SaysThatTheHistoryCannotBeKeptAndGoesOn) {
     folder.write("state", "no folder");
     Terminal terminal = started();
     terminal.readUntil("> ");
-    terminal.type("\x04");
+    terminal.type("x = 1\r");
     terminal.readUntil("dova-host: cannot keep the history in " + state);
+    terminal.readUntil("> ");
+    terminal.type("\x04");
     EXPECT_EQ(terminal.wait(), 0);
 }
 

@@ -69,11 +69,9 @@ TEST_F(ScriptConsoleTest, CarriesValuesToTheHostAndBack) {
         {"describe({1, {true}, 'x'})", "cell[1][cell[logical true]][char 1 x]"},
         {"describe({b = 1, a = {c = false}})", "struct[a struct[c logical false]][b 1]"},
         {"describe({1, x = 2})",
-         "! stdin:1: a table for the host has the keys 1 to n, or texts "
-         "for keys"},
+         "! stdin:1: a table for the host has the keys 1 to n, or strings for keys"},
         {"describe({1, nil, 3, x = 2})",
-         "! stdin:1: a table for the host has the keys 1 to n, or "
-         "texts for keys"},
+         "! stdin:1: a table for the host has the keys 1 to n, or strings for keys"},
         {"(function() local t = {} t[1] = t describe(t) end)()",
          "! stdin:1: a table for the host has more than 100 levels, or holds itself"},
         {"describe(print)", "! stdin:1: a function cannot be given to the host"},
@@ -135,6 +133,10 @@ TEST_F(ScriptConsoleTest, MakesClassesOfWhatTheHostLists) {
         {"lab.secret", "! stdin:1: lab has no member \"secret\""},
         {"lab.inner.Unseen", "! stdin:1: lab.inner has no member \"Unseen\""},
         {"getmetatable(t), getmetatable(T), getmetatable(lab)", "false\tfalse\tfalse\n"},
+        {"pcall(t.add, t, {})",
+         "false\tstdin:1: \"add\" does not take (lab.inner.Tally, 0x0 cell). It takes "
+         "(lab.inner.Tally, double scalar) or (lab.inner.Tally, lab.inner.Tally). "
+         "[ribo:NoMatchingSignature]\n"},
         {"debug.getmetatable(t).__index(m, 'Total')", "! stdin:1: no instance of lab.inner.Tally"},
         {"debug.getmetatable(t).__index(1, 'Total')", "! stdin:1: no instance of lab.inner.Tally"},
         {"do local c <close> = T() d = c end return d.Total", "! stdin:1: the value was closed"},
@@ -143,8 +145,7 @@ TEST_F(ScriptConsoleTest, MakesClassesOfWhatTheHostLists) {
     for (const auto& row : rows) {
         EXPECT_EQ(enter(row.text), row.printed) << row.text;
     }
-    EXPECT_THAT(enter("t:add('x')"),
-                HasSubstr("\"add\" does not take (lab.inner.Tally, char scalar)"));
+    EXPECT_THAT(enter("t:add('x')"), HasSubstr("\"add\" does not take (lab.inner.Tally, string)"));
     EXPECT_THAT(enter("t.Name = 1"), HasSubstr("[ribo:WrongPropertyType]"));
     EXPECT_THAT(enter("lab.exhaust()"), HasSubstr("! stdin:1: "));
 }
@@ -166,6 +167,10 @@ TEST_F(ScriptConsoleTest, FollowsNamespacesThatComeAndGo) {
     EXPECT_EQ(enter("lab.inner.Tally == T"), "false\n")
         << "a class that was added anew is another one";
     EXPECT_EQ(enter("kept.inner.Tally(2).Total, nothing()"), "2\n");
+    run("setmetatable(_G, {__index = function(_, name) return name .. '?' end})");
+    EXPECT_EQ(enter("lab, other"), "namespace lab\tother?\n");
+    run("setmetatable(_G, nil)");
+    EXPECT_EQ(enter("lab, other"), "namespace lab\tnil\n");
     run("lab = 1");
     EXPECT_EQ(enter("lab"), "1\n") << "a script's own globals come first";
 }
@@ -175,6 +180,11 @@ TEST_F(ScriptConsoleTest, FreesWhatScriptsMakeAndOutlivesTheHostsNamespaces) {
         ScriptConsole other;
         other.run("for i = 1, 1000 do local t = lab.inner.Tally(i) end collectgarbage()", "script");
         EXPECT_EQ(test::Counted::s_alive, 0);
+        other.run(R"(local text = ('x'):rep(100000)
+            for i = 1, 1000 do local t = lab.inner.Tally(i) lab.make(text) end)",
+                  "script");
+        EXPECT_LT(test::Counted::s_alive, 100) << "what the host may keep of texts is counted";
+        other.run("collectgarbage()", "script");
         other.run(R"(do local t <close> = lab.inner.Tally(1) end
             kept = {lab.inner.Tally(1), lab.undescribed(), lab.inner.Tally(2)}
             -- Late finalisers find what they kept, or are told that it is gone.

@@ -12,6 +12,8 @@
 #include <new>
 #include <utility>
 
+#include "host/Console.h"
+
 namespace DOVA::console {
 
 namespace {
@@ -98,6 +100,7 @@ char* Prompt::mark(struct editline* editor) {
 }
 
 void Prompt::show() {
+    host::endLine();
     m_isShown = true;
     ::el_set(m_editor.get(), EL_UNBUFFERED, 1);
     if (!m_typed.empty()) {

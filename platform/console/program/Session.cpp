@@ -2,6 +2,8 @@
 
 #include <iostream>
 
+#include "host/Console.h"
+
 namespace DOVA::console {
 
 namespace {
@@ -31,7 +33,7 @@ void Session::runScript(const Options& options, const std::string& input) {
     if (options.script && *options.script != "-") {
         m_console.runFile(*options.script);
     } else if (!input.empty()) {
-        m_console.run(input, "stdin");
+        m_console.runScript(input, "stdin");
     }
 }
 
@@ -39,6 +41,7 @@ void Session::enter(const std::string& text) {
     try {
         m_console.enter(text);
     } catch (const ScriptError& error) {
+        host::endLine();
         m_showError(described(error));
     }
 }

@@ -27,6 +27,9 @@ std::string kindOf(const kaArray* value) {
     if (const Instance* instance = Instance::of(value)) {
         return instance->className();
     }
+    if (kaIsChar(value) && kaGetNumberOfRows(value) <= 1) {
+        return "string";
+    }
     static const char* const names[] = {"logical", "char", "double", "int32",
                                         "uint64",  "cell", "struct", "object"};
     const std::string name = names[static_cast<std::size_t>(kaGetClassID(value))];
@@ -35,10 +38,17 @@ std::string kindOf(const kaArray* value) {
                                          std::to_string(kaGetNumberOfColumns(value)) + " " + name;
 }
 
+/// A type's name for people, who know texts as strings.
+std::string spokenName(const DataType* type) {
+    const std::string& name = type->getName().text();
+    return name == "char vector" || name == "RiboFactoryString scalar" ? "string"
+           : name == "RiboFactoryString vector"                        ? "strings"
+                                                                       : name;
+}
+
 std::string takes(const RiboMethod& method) {
     const auto& types = method.getSignature().arguments;
-    return "(" + joined(types, ", ", [](const DataType* type) { return type->getName().text(); }) +
-           ")";
+    return "(" + joined(types, ", ", spokenName) + ")";
 }
 
 std::string refusal(const std::vector<RiboMethod>& methods, const Arguments& arguments) {

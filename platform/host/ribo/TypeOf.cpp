@@ -35,7 +35,8 @@ std::shared_ptr<Instance> makeInstance(InternedString fullName) {
     if (ClassPointer found = COSNamespace::getClass(fullName)) {
         return std::make_shared<Instance>(std::move(found));
     }
-    throw host::Error("ribo:UnknownClass", "There is no class \"" + fullName.text() + "\".");
+    throw host::Error("ribo:UnknownClass", "There is no class \"" + fullName.text() +
+                                               "\" (any more): what had it was unloaded.");
 }
 
 }  // namespace ribo::factory

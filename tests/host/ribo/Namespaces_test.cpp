@@ -128,7 +128,8 @@ TEST_F(Namespaces, LeaveTheirClassesToTheInstancesThatLive) {
     leave();
     EXPECT_EQ(COSNamespace::getClass(interned("workshop.Crate")), nullptr);
     EXPECT_EQ(outcome([] { return made(Crate()); }),
-              "ribo:UnknownClass: There is no class \"workshop.Crate\".");
+              "ribo:UnknownClass: There is no class \"workshop.Crate\" (any more): what had it was "
+              "unloaded.");
     EXPECT_EQ(CrateClass::s_count, 1);
     EXPECT_EQ(invoke("add", {crate.get(), crate.get()}), "");
     crate.reset(kaDuplicateArray(crate.get()));

@@ -72,7 +72,7 @@ TEST_F(Overloads, ExactComesBeforeConvertedComesBeforeAnything) {
         {"exactTwice", values(made(1.0), made(2.0)), "double, double"},
         {"convertedAndExact", values(made(std::int32_t(1)), made(2.5)), "double, double"},
         {"noneForThese", values(text(u"a"), made(Crate())),
-         "ribo:NoMatchingSignature: \"pick\" does not take (char scalar, workshop.Crate)"},
+         "ribo:NoMatchingSignature: \"pick\" does not take (string, workshop.Crate)"},
         {"noneForThree", values(made(1.0), nullptr, cells({})),
          "ribo:NoMatchingSignature: \"pick\" does not take (double scalar, 0x0 double, 1x0 cell)"},
     };
@@ -127,7 +127,7 @@ TEST_F(Overloads, ARefusalListsWhatIsTakenAndRunsNothing) {
     const ArrayPointer wrong = text(u"heavy");
     EXPECT_EQ(
         invoke("add", {crate.get(), wrong.get()}),
-        "ribo:NoMatchingSignature: \"add\" does not take (workshop.Crate, 1x5 char). It takes "
+        "ribo:NoMatchingSignature: \"add\" does not take (workshop.Crate, string). It takes "
         "(workshop.Crate, int32 scalar) or (workshop.Crate, workshop.Crate).");
     EXPECT_EQ(ribo::display(crate.get()), "workshop.Crate (Weight: 1, Label: , Colour: Green)");
 }

@@ -42,7 +42,10 @@ public:
     /// Runs Lua source, UTF-8. `name` stands for the text in error messages. Throws ScriptError and
     /// ScriptExit, as the following do.
     void run(std::string_view text, const std::string& name);
-    /// Runs a file; a first line that begins with '#' is skipped. A file that cannot be read is a
+    /// The same with the arguments that were set; a byte order mark and a first line that begins
+    /// with '#' are skipped.
+    void runScript(std::string_view text, const std::string& name);
+    /// Runs a file likewise. A file that cannot be read is a
     /// ScriptError of one line.
     void runFile(const std::filesystem::path& path);
     /// Runs what a person entered, which errors call "stdin". The values of an expression are
