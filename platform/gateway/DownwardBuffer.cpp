@@ -11,11 +11,11 @@ DownwardBuffer::DownwardBuffer(const GatewayLimits& limits)
       m_maxRecords(limits.downwardRecords),
       m_joinedBytes(limits.joinedFrameBytes) {}
 
-bool DownwardBuffer::push(std::string_view channel, std::string_view text) {
+bool DownwardBuffer::push(std::string_view channel, std::string_view text, std::uint64_t known) {
     const std::size_t bytes = channel.size() + text.size() + 2;
     if (m_records >= m_maxRecords || bytes > m_maxBytes - m_bytes)
         return false;
-    Chunk& chunk = chunkFor(bytes);
+    Chunk& chunk = chunkFor(bytes, known);
     FrameCodec::appendRecord(chunk.records, channel, text);
     ++chunk.count;
     ++m_last;
@@ -29,11 +29,12 @@ void DownwardBuffer::clear() {
     m_next = m_bytes = m_records = 0;
 }
 
-Chunk& DownwardBuffer::chunkFor(std::size_t bytes) {
-    if (m_chunks.empty() || m_chunks.back()->sealed ||
+Chunk& DownwardBuffer::chunkFor(std::size_t bytes, std::uint64_t known) {
+    if (m_chunks.empty() || m_chunks.back()->sealed || m_chunks.back()->known != known ||
         m_chunks.back()->records.size() + bytes > m_joinedBytes) {
         m_chunks.push_back(std::make_shared<Chunk>());
         m_chunks.back()->first = m_last + 1;
+        m_chunks.back()->known = known;
     }
     return *m_chunks.back();
 }
@@ -80,6 +81,7 @@ void DownwardBuffer::trimFirst(std::uint64_t received) {
     auto rest = std::make_shared<Chunk>();
     rest->first = received + 1;
     rest->count = old.count - surplus;
+    rest->known = old.known;
     rest->sealed = true;
     rest->records = FrameCodec::skipRecords(old.records, surplus);
     m_bytes -= old.records.size() - rest->records.size();

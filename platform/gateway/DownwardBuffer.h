@@ -15,6 +15,8 @@ namespace DOVA::gateway {
 struct Chunk {
     std::uint64_t first = 0;
     std::uint64_t count = 0;
+    /// The number of the page's last record that the program knew when it published these.
+    std::uint64_t known = 0;
     std::string records;
     /// Set when it is first handed out: it never changes afterwards.
     bool sealed = false;
@@ -29,8 +31,10 @@ class DownwardBuffer {
 public:
     explicit DownwardBuffer(const GatewayLimits& limits);
 
-    /// Adds a text. False when that would pass a limit: the text is not kept then.
-    bool push(std::string_view channel, std::string_view text);
+    /// Adds a text that was published when the program knew the page's records up to `known`; one
+    /// that knows more than those before it begins a new chunk. False when it would pass a limit:
+    /// the text is not kept then.
+    bool push(std::string_view channel, std::string_view text, std::uint64_t known);
 
     /// The next chunk to send, empty when there is none. Later texts go into a new one.
     std::shared_ptr<const Chunk> next();
@@ -59,7 +63,7 @@ public:
     std::size_t bytes() const { return m_bytes; }
 
 private:
-    Chunk& chunkFor(std::size_t bytes);
+    Chunk& chunkFor(std::size_t bytes, std::uint64_t known);
     void dropFirst();
     void trimFirst(std::uint64_t received);
 

@@ -1,5 +1,6 @@
 #include "Session.h"
 
+#include <algorithm>
 #include <utility>
 
 namespace DOVA::gateway {
@@ -27,9 +28,26 @@ bool Session::take(std::uint64_t number) {
     return true;
 }
 
-void Session::writeHeader(std::string& into, std::uint64_t sequence) {
-    FrameCodec::writeHeader(into, sequence, m_received);
-    m_acknowledged = m_received;
+void Session::passedOn(tdom::messaging::MessageBus::Place place) {
+    m_passedOn.push_back({place, m_received});
+}
+
+void Session::settle() {
+    if (!m_passedOn.empty())
+        m_known = m_passedOn.back().number;
+    m_passedOn.clear();
+}
+
+std::uint64_t Session::knownAt(tdom::messaging::MessageBus::Place lastKnown) {
+    for (; !m_passedOn.empty() && m_passedOn.front().place <= lastKnown; m_passedOn.pop_front())
+        m_known = m_passedOn.front().number;
+    return m_known;
+}
+
+void Session::writeHeader(std::string& into, const Chunk* chunk) {
+    const std::uint64_t acknowledged = chunk ? chunk->known : m_received;
+    FrameCodec::writeHeader(into, chunk ? chunk->first : m_downward.nextNumber(), acknowledged);
+    m_acknowledged = std::max(m_acknowledged, acknowledged);
 }
 
 bool Session::resume(std::uint64_t received) {

@@ -1,6 +1,7 @@
 #pragma once
 
 #include <cstdint>
+#include <deque>
 #include <string>
 #include <string_view>
 
@@ -8,6 +9,7 @@
 #include "DownwardBuffer.h"
 #include "FrameCodec.h"
 #include "PageLink.h"
+#include "messaging/MessageBus.h"
 
 namespace DOVA::gateway {
 
@@ -51,21 +53,40 @@ public:
     /// Number of the last record that was handled.
     std::uint64_t received() const { return m_received; }
 
+    /// The record that was taken last is on its way to the program, at this place of the bus.
+    void passedOn(tdom::messaging::MessageBus::Place place);
+
+    /// Everything that was passed on has reached the program, and no text that was published
+    /// before that is still on its way.
+    void settle();
+
+    /// The number of the last record that the publisher of a text knew: texts come in the order of
+    /// their places, and this one was published when the delivery of `lastKnown` had begun.
+    std::uint64_t knownAt(tdom::messaging::MessageBus::Place lastKnown);
+
     /// Whether records were handled that no frame has acknowledged yet.
     bool owesAcknowledgement() const { return m_received != m_acknowledged; }
 
-    /// Header of a frame to the page that begins with this number; acknowledges what came.
-    void writeHeader(std::string& into, std::uint64_t sequence);
+    /// Header of the frame to the page that carries this chunk; null for one without records,
+    /// which acknowledges everything that came.
+    void writeHeader(std::string& into, const Chunk* chunk);
 
     /// Goes on where a former connection stopped: the page has `received` texts. False when the
     /// texts after that are not there.
     bool resume(std::uint64_t received);
 
 private:
+    struct PassedOn {
+        tdom::messaging::MessageBus::Place place;
+        std::uint64_t number;
+    };
+
     const std::string m_id;
     DownwardBuffer m_downward;
     PageLink* m_link = nullptr;
     std::uint64_t m_attempt = 0;
+    std::deque<PassedOn> m_passedOn;
+    std::uint64_t m_known = 0;
     std::uint64_t m_received = 0;
     std::uint64_t m_acknowledged = 0;
     bool m_ready = false;

@@ -137,9 +137,9 @@ const CloseReason* SessionRegistry::handle(const std::shared_ptr<Session>& sessi
         case PageChannels::Kind::Refused:
             return &close_reason::kChannelNotAllowed;
         case PageChannels::Kind::Own:
-            m_bus->publish(m_connector,
-                           PageChannels::expand(PageChannels::own(session->id()), record.channel),
-                           std::string(record.text));
+            passOn(*session,
+                   PageChannels::expand(PageChannels::own(session->id()), record.channel),
+                   std::string(record.text));
             break;
         case PageChannels::Kind::ClientReady:
             publishClientReady(*session);
@@ -149,7 +149,7 @@ const CloseReason* SessionRegistry::handle(const std::shared_ptr<Session>& sessi
             end(*session, close_reason::kSessionEnded);
             break;
         case PageChannels::Kind::Snapshot:
-            m_bus->publish(m_connector, PageChannels::kDocument, std::string(record.text));
+            passOn(*session, PageChannels::kDocument, std::string(record.text));
             break;
     }
     return nullptr;
@@ -160,7 +160,13 @@ const CloseReason* SessionRegistry::handle(const std::shared_ptr<Session>& sessi
 void SessionRegistry::publishClientReady(Session& session) {
     session.setReady();
     endOthers(session);
-    m_bus->publish(m_connector, PageChannels::kRoot, PageChannels::clientReady(session.id()));
+    passOn(session, PageChannels::kRoot, PageChannels::clientReady(session.id()));
+}
+
+void SessionRegistry::passOn(Session& session, const std::string& channel, std::string text) {
+    if (m_bus->idle())
+        session.settle();
+    session.passedOn(m_bus->publishPlaced(m_connector, channel, std::move(text)));
 }
 
 void SessionRegistry::endOthers(const Session& owner) {
@@ -213,7 +219,7 @@ void SessionRegistry::push(Session& session, std::string_view shortChannel,
     if (session.hasEnded() || !FrameCodec::isCarriable(text) ||
         !FrameCodec::isCarriable(shortChannel))
         return;
-    if (!session.downward().push(shortChannel, text))
+    if (!session.downward().push(shortChannel, text, session.knownAt(m_bus->lastKnown())))
         end(session, close_reason::kTooMuchUnacknowledged);
     else if (session.link())
         session.link()->textsWait();

@@ -86,6 +86,7 @@ private:
     void makeRoom();
     void push(Session& session, std::string_view shortChannel, const std::string& text);
     void sendToAll(const std::string& channel, const std::string& text);
+    void passOn(Session& session, const std::string& channel, std::string text);
     void endOthers(const Session& owner);
     void publishClientReady(Session& session);
     void drop(Sessions::iterator entry, const CloseReason& reason);

@@ -245,7 +245,7 @@ bool SocketConnection::prepareFrame() {
     const bool answers = std::exchange(m_answerDue, false);
     if (!m_chunk && !answers && !(acknowledges && m_session->owesAcknowledgement()))
         return false;
-    m_session->writeHeader(m_header, m_chunk ? m_chunk->first : m_session->downward().nextNumber());
+    m_session->writeHeader(m_header, m_chunk.get());
     return true;
 }
 

@@ -58,17 +58,30 @@ void InProcessBus::unsubscribe(Handle handle) {
 }
 
 void InProcessBus::publish(ConnectorId connector, const std::string& channel, std::string text) {
+    publishPlaced(connector, channel, std::move(text));
+}
+
+MessageBus::Place InProcessBus::publishPlaced(ConnectorId connector, const std::string& channel,
+                                              std::string text) {
     Wake wake;
+    Place place = 0;
     {
         const Lock lock(m_mutex);
         const std::shared_ptr<const Route>& route = m_table->route(channel);
         if (!route->reachesOtherThan(connector))
-            return;
-        m_queue.push_back({m_nextNumber++, connector, route, std::move(text)});
+            return m_nextPlace - 1;
+        place = m_nextPlace++;
+        m_queue.push_back({place, m_begun, connector, route, std::move(text)});
         wake = takeWake();
     }
     if (wake)
         (*wake)();
+    return place;
+}
+
+MessageBus::Place InProcessBus::lastKnown() const {
+    const Lock lock(m_mutex);
+    return m_lastKnown;
 }
 
 /// What is to be called now that texts wait, without the lock; null if that was done or there is
@@ -94,16 +107,20 @@ void InProcessBus::setWake(std::function<void()> wake) {
 std::size_t InProcessBus::deliver() {
     Lock lock(m_mutex);
     m_wakePending = false;
-    const std::uint64_t end = m_nextNumber;
+    const Place end = m_nextPlace;
+    const Place outer = m_lastKnown;
     std::size_t delivered = 0;
-    while (!m_queue.empty() && m_queue.front().number < end && delivered < largestBatch) {
+    while (!m_queue.empty() && m_queue.front().place < end && delivered < largestBatch) {
         const Message message = std::move(m_queue.front());
         m_queue.pop_front();
+        m_begun = message.place;
+        m_lastKnown = message.lastKnown;
         for (const auto& subscription : message.route->subscriptions)
             if (subscription->active && subscription->connector != message.from)
                 run(lock, *subscription, message);
         ++delivered;
     }
+    m_lastKnown = outer;
     const Wake wake = m_queue.empty() ? nullptr : takeWake();
     lock.unlock();
     if (wake)

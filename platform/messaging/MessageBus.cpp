@@ -22,6 +22,20 @@ Choice& choice() {
 
 }  // namespace
 
+MessageBus::Place MessageBus::publishPlaced(ConnectorId connector, const std::string& channel,
+                                            std::string text) {
+    publish(connector, channel, std::move(text));
+    return 0;
+}
+
+MessageBus::Place MessageBus::lastKnown() const {
+    return 0;
+}
+
+bool MessageBus::idle() const {
+    return true;
+}
+
 std::shared_ptr<MessageBus> MessageBus::current() {
     Choice& chosen = choice();
     const std::lock_guard<std::mutex> lock(chosen.mutex);

@@ -16,7 +16,7 @@ protected:
     bool push(std::initializer_list<std::string> texts) {
         bool all = true;
         for (const std::string& text : texts)
-            all = buffer.push(".", text) && all;
+            all = buffer.push(".", text, 0) && all;
         return all;
     }
 

@@ -93,7 +93,7 @@ protected:
 
     void sendDown(const std::shared_ptr<const Chunk>& chunk) {
         std::string frame;
-        m_session->writeHeader(frame, chunk ? chunk->first : m_session->downward().nextNumber());
+        m_session->writeHeader(frame, chunk.get());
         if (chunk)
             frame += chunk->records;
         travel([&] { EXPECT_TRUE(m_page.hear(frame)) << frame; });

@@ -62,6 +62,36 @@ TEST_F(SessionRegistryTest, aPageHearsItsOwnChannelsAndPingsThatCanTravel) {
     EXPECT_EQ(link.asked, 3);
 }
 
+/// So that a page can tell the answer to what was typed last from the answers to older typing.
+TEST_F(SessionRegistryTest, aFrameAcknowledgesJustWhatItsTextsKnew) {
+    const auto session = openFresh("me", link);
+    bus->subscribeTree(program, "/dova2/web/me", [this](auto& channel, auto& text) {
+        bus->publish(program, channel, "answer to " + text);
+        bus->publish(program, channel, "more");
+    });
+    FrameReceiver receiver(*registry, session);
+    ASSERT_EQ(receiver.begin("1,0\x1e./7\x1ftyped\x1e./7\x1ftyped on"), nullptr);
+    Throttle throttle{100, 100};
+    ASSERT_EQ(receiver.handle(throttle, 9, now), nullptr);
+    bus->publish(program, "/dova2/web/me/7", "set meanwhile");
+    while (bus->deliver() > 0) {
+    }
+    say("/dova2/web/me/7", "set later");
+    for (const bool again : {false, true}) {
+        std::string frames;
+        while (const auto chunk = session->downward().next()) {
+            std::string header;
+            session->writeHeader(header, chunk.get());
+            frames += header + chunk->records + "\n";
+        }
+        EXPECT_EQ(frames,
+                  "1,0\x1e./7\x1fset meanwhile\n"
+                  "2,1\x1e./7\x1f" "answer to typed\x1e./7\x1fmore\n"
+                  "4,2\x1e./7\x1f" "answer to typed on\x1e./7\x1fmore\x1e./7\x1fset later\n");
+        ASSERT_TRUE(again || session->resume(0));
+    }
+}
+
 TEST_F(SessionRegistryTest, clientReadyTakesTheProgramOver) {
     openReady("first", link);
     registry->disconnected(*openFresh("second", other), other, Leaving::CutOff, now);

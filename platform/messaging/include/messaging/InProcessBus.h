@@ -29,6 +29,9 @@ public:
                          Callback callback) override;
     void unsubscribe(Handle handle) override;
     void publish(ConnectorId connector, const std::string& channel, std::string text) override;
+    Place publishPlaced(ConnectorId connector, const std::string& channel,
+                        std::string text) override;
+    Place lastKnown() const override;
 
     /// Sets what asks the delivery thread to call deliver(). It runs on the publishing thread,
     /// without a lock held, once for each batch: for the first text that is queued after
@@ -46,12 +49,12 @@ public:
     /// goes on with the texts that are left, in order. The bus must outlive the call.
     std::size_t deliver();
 
-    /// Whether no text waits to be delivered.
-    bool idle() const;
+    bool idle() const override;
 
 private:
     struct Message {
-        std::uint64_t number;
+        Place place;
+        Place lastKnown;
         ConnectorId from;
         std::shared_ptr<const Route> route;
         std::string text;
@@ -69,7 +72,10 @@ private:
     std::unordered_map<ConnectorId, std::string> m_connectors;
     std::deque<Message> m_queue;
     Wake m_wake;
-    std::uint64_t m_nextNumber = 0;
+    Place m_nextPlace = 1;
+    /// Of the text whose delivery began last, and what the publisher of the present one knew.
+    Place m_begun = 0;
+    Place m_lastKnown = 0;
     ConnectorId m_lastConnector = 0;
     bool m_wakePending = false;
 };

@@ -29,6 +29,8 @@ public:
     using Handle = std::uint32_t;
     /// Receives the channel a text was published on, and the text.
     using Callback = std::function<void(const std::string& channel, const std::string& text)>;
+    /// The position of a text in the order of delivery, from 1; 0 is before all.
+    using Place = std::uint64_t;
 
     MessageBus() = default;
     MessageBus(const MessageBus&) = delete;
@@ -60,6 +62,19 @@ public:
     /// Hands a text to every subscription of the channel that another connector holds. Returns at
     /// once; delivery comes later on the delivery thread.
     virtual void publish(ConnectorId connector, const std::string& channel, std::string text) = 0;
+
+    /// As publish(), and answers the place of the text; of one that nobody hears, the place before
+    /// it. With lastKnown() its publisher tells what answers it from what only comes later. A bus
+    /// that keeps no places answers 0, as this one does.
+    virtual Place publishPlaced(ConnectorId connector, const std::string& channel,
+                                std::string text);
+
+    /// To be asked in a callback: the place of the last text whose delivery had begun when the one
+    /// that is being delivered was published. What stands behind it was not known yet.
+    virtual Place lastKnown() const;
+
+    /// Whether no text waits to be delivered; a bus that cannot tell answers true, as this one.
+    virtual bool idle() const;
 
     /// The process's bus; installs an InProcessBus on first use.
     static std::shared_ptr<MessageBus> current();
