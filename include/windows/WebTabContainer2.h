@@ -59,7 +59,8 @@ public:
     virtual Position doGetTabPosition() const;
     /// Always (0, 0): the client's places are not known here.
     virtual diagram::PointTemplate<int> doGetTabAreaGlobalPosition() const;
-    /// Has the client turn to the page as if the user had; the current index waits for its answer.
+    /// Has the client turn to the page; the current index stays, and no event comes: the client
+    /// cannot tell this from doSetCurrentTab() and reports only what the user does.
     virtual void doSetCurrentTabWithSideEffects(int index);
 
     void doSetVisible(bool visible) override;

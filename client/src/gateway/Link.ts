@@ -133,12 +133,14 @@ export class Link {
         }
     }
 
-    send(channel: Channel, text: string): void {
-        this.m_session.push(channelName(channel), text);
+    /** Answers the number of the record. */
+    send(channel: Channel, text: string): number {
+        const record = this.m_session.push(channelName(channel), text);
         if (!this.m_flushQueued) {
             this.m_flushQueued = true;
             queueMicrotask(() => this.flush());
         }
+        return record;
     }
 
     private open(): void {

@@ -29,6 +29,7 @@ export class Session {
     private m_received = 0;
     private m_acknowledged = 0;
     private m_pendingCharacters = 0;
+    private m_known = 0;
 
     static restore(stored: unknown): Session | undefined {
         if (!isObject(stored) || !Array.isArray(stored['pending'])) {
@@ -80,6 +81,11 @@ export class Session {
         return this.m_received;
     }
 
+    /** Up to which record the program knew the page's when it said what came last. */
+    get known(): number {
+        return this.m_known;
+    }
+
     get pendingCount(): number {
         return this.m_pending.length;
     }
@@ -98,9 +104,11 @@ export class Session {
         return this.m_nextToSend > this.m_firstPending ? this.m_firstPending : undefined;
     }
 
-    push(channel: string, text: string): void {
+    /** Answers the number of the record. */
+    push(channel: string, text: string): number {
         this.m_pending.push({ channel, text });
         this.m_pendingCharacters += text.length;
+        return this.m_firstPending + this.m_pending.length - 1;
     }
 
     /**
@@ -146,9 +154,10 @@ export class Session {
         ) {
             return undefined;
         }
-        const known = this.m_received + 1 - frame.sequence;
-        const fresh = known === 0 ? frame.records : frame.records.slice(known);
+        const old = this.m_received + 1 - frame.sequence;
+        const fresh = old === 0 ? frame.records : frame.records.slice(old);
         this.m_received += fresh.length;
+        this.m_known = frame.acknowledged;
         return fresh;
     }
 

@@ -5,7 +5,10 @@
 export interface Frame {
     /** The number of the first record; without records, the number that the next one will have. */
     readonly sequence: number;
-    /** The number of the last record that came in order from the other side. */
+    /**
+     * The number of the last record that came in order from the other side; with records of the
+     * program, the last one that it knew when it said them.
+     */
     readonly acknowledged: number;
     readonly records: readonly FrameRecord[];
 }

@@ -17,10 +17,11 @@ import { asIntegers, asText, type JsonObject } from '../protocol/guards.ts';
 import { clientReady, dialogDestroyed, dialogReady } from '../protocol/lifecycle.ts';
 import type { MessageBox } from '../protocol/messagebox.ts';
 import { snapshotRequest } from '../protocol/modelMessage.ts';
+import type { PartialValues } from '../protocol/properties.ts';
 import { ObjectStore } from '../store/ObjectStore.ts';
 import { describe } from '../store/snapshot.ts';
 import type { StoredObject } from '../store/StoredObject.ts';
-import { EditTexts } from '../widgets/edit/EditTexts.ts';
+import { OpenEdits } from '../widgets/edit/OpenEdits.ts';
 import { listen } from '../widgets/events.ts';
 import { PageSizes } from '../widgets/tabs/PageSizes.ts';
 import { TabPositions } from '../widgets/tabs/TabPositions.ts';
@@ -44,7 +45,7 @@ const WAITING = 'What you did is handled when it answers.';
 
 /** The page as a whole: what comes from the program goes into the store, what is done goes up. */
 export class Application implements LinkListener, InboxListener, WidgetHost, DesktopListener {
-    readonly edits = new EditTexts();
+    readonly edits = new OpenEdits();
     readonly buddies = new Buddies((id) => this.m_renderer.control(id));
     readonly tabs = new TabPositions();
     readonly pageSizes = new PageSizes();
@@ -92,8 +93,8 @@ export class Application implements LinkListener, InboxListener, WidgetHost, Des
         this.m_observer.connect(this.m_renderer, this.m_desktop, () => this.windowsChanged());
         this.m_boxes = new MessageBoxes(root, () => this.topChanged());
         listen(root, this.m_store, this);
-        this.m_gate = new CompositionGate(root, (channel, text) => {
-            this.m_inbox.received(channel, text);
+        this.m_gate = new CompositionGate(root, (channel, text, known) => {
+            this.m_inbox.received(channel, text, known);
             this.m_store.flush();
         });
         this.topChanged();
@@ -114,8 +115,9 @@ export class Application implements LinkListener, InboxListener, WidgetHost, Des
     }
 
     received(channel: Channel, text: string): void {
-        if (!this.m_gate.holds(channel, text)) {
-            this.m_inbox.received(channel, text);
+        const { known } = this.link.session;
+        if (!this.m_gate.holds(channel, text, known)) {
+            this.m_inbox.received(channel, text, known);
         }
     }
 
@@ -151,14 +153,23 @@ export class Application implements LinkListener, InboxListener, WidgetHost, Des
 
     // What widgets and windows ask for.
 
-    send(object: StoredObject, message: string): void {
+    send(object: StoredObject, message: string): number | undefined {
         if (!fitsIntoFrame(message)) {
             this.m_notices.banner.tooLong();
-            return;
+            return undefined;
         }
         this.losses.sent(object, message);
-        this.link.send(windowChannel(object.windowId), message);
+        const record = this.link.send(windowChannel(object.windowId), message);
         this.checkQueue();
+        return record;
+    }
+
+    tell(object: StoredObject, message: string, values: PartialValues): void {
+        const record = this.send(object, message);
+        if (record !== undefined) {
+            this.m_store.own.put(object.id, values, object.values, record);
+        }
+        Object.assign(object.values, values);
     }
 
     contentsChanged(object: StoredObject): void {
@@ -206,6 +217,7 @@ export class Application implements LinkListener, InboxListener, WidgetHost, Des
                   windows: [...this.m_store.windows.values()].map(describe),
                   desktop: this.m_desktop.store(),
                   edits: this.edits.store(),
+                  own: this.m_store.own.store(),
                   tabs: this.tabs.store(),
                   elements: [...this.m_inbox.model.objects],
                   boxes: this.m_boxes.store(),
@@ -259,6 +271,7 @@ export class Application implements LinkListener, InboxListener, WidgetHost, Des
                 }
             }
         });
+        this.m_store.own.restore(stored['own']);
         this.m_hadWindows = this.m_store.windows.size > 0;
         this.m_desktop.restore(this.m_store.windows, stored['desktop']);
         this.m_boxes.restore(stored['boxes']);

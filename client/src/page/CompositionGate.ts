@@ -1,16 +1,19 @@
 import type { Channel } from '../gateway/channel.ts';
 import { Key } from '../protocol/names.ts';
 
+/** What came on a channel, and which of the page's records the program knew then. */
+type Arrival = readonly [channel: Channel, text: string, known: number];
+
 /**
  * Holds back what replaces elements while the text of an input method is still open: it would
  * destroy the field and with it what is being composed. What comes after it waits behind it.
  */
 export class CompositionGate {
-    private readonly m_deliver: (channel: Channel, text: string) => void;
-    private m_held: (readonly [Channel, string])[] = [];
+    private readonly m_deliver: (...arrival: Arrival) => void;
+    private m_held: Arrival[] = [];
     private m_composing = false;
 
-    constructor(root: HTMLElement, deliver: (channel: Channel, text: string) => void) {
+    constructor(root: HTMLElement, deliver: (...arrival: Arrival) => void) {
         this.m_deliver = deliver;
         root.addEventListener('compositionstart', () => (this.m_composing = true));
         root.addEventListener('compositionend', () => this.open());
@@ -18,10 +21,11 @@ export class CompositionGate {
     }
 
     /** Whether the text was taken, to be delivered later. */
-    holds(channel: Channel, text: string): boolean {
+    holds(...arrival: Arrival): boolean {
+        const [channel, text] = arrival;
         const held = this.m_held.length > 0 || (this.m_composing && replaces(channel, text));
         if (held) {
-            this.m_held.push([channel, text]);
+            this.m_held.push(arrival);
         }
         return held;
     }
@@ -30,8 +34,8 @@ export class CompositionGate {
         this.m_composing = false;
         const held = this.m_held;
         this.m_held = [];
-        for (const [channel, text] of held) {
-            this.m_deliver(channel, text);
+        for (const arrival of held) {
+            this.m_deliver(...arrival);
         }
     }
 

@@ -30,7 +30,9 @@ export class Inbox {
         this.model = new ModelFeed(store, () => listener.modelNeeded());
     }
 
-    received(channel: Channel, text: string): void {
+    /** `known`: which of the page's records the program knew when it said this. */
+    received(channel: Channel, text: string, known = Infinity): void {
+        this.m_store.known = known;
         switch (channel.kind) {
             case 'root':
                 if (isPing(text)) {

@@ -29,6 +29,11 @@ export function itemSelected(id: number, index: number, value: string): string {
     });
 }
 
+/** The program chose an item, which has become the text of the field: it happened, nobody did it. */
+export function textShown(id: number, value: string): string {
+    return JSON.stringify({ [Up.id]: String(id), [Up.event]: Event.textShown, [Up.value]: value });
+}
+
 export function tabChanged(id: number, newIndex: number): string {
     return tabEvent(id, Event.tabChanged, newIndex);
 }

@@ -70,6 +70,7 @@ export const Event = {
     edit: 'onEdit',
     editFinish: 'onEditFinish',
     selectionChange: 'onSelectionChange',
+    textShown: 'textShown',
     tabChanged: 'tabchanged',
     tabClose: 'close',
 } as const;

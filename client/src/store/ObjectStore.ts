@@ -1,8 +1,9 @@
 import { decodeDescription, type Description } from '../protocol/description.ts';
-import { asId, isObject } from '../protocol/guards.ts';
-import { Key } from '../protocol/names.ts';
+import { asId, isObject, type JsonObject } from '../protocol/guards.ts';
+import { Key, Kind } from '../protocol/names.ts';
 import { readProperties, type Name, type Trigger, type Values } from '../protocol/properties.ts';
 import { asksToClose, type Refresh } from '../protocol/windowMessage.ts';
+import { OwnValues } from './OwnValues.ts';
 import { StoredObject, subtree } from './StoredObject.ts';
 
 /** Deeper nesting is no dialog any more, and browsers lay elements out recursively. */
@@ -26,6 +27,9 @@ export interface StoreObserver {
  * thousand writes that arrive together cost one change of the document per object and name.
  */
 export class ObjectStore {
+    readonly own = new OwnValues();
+    /** Which of the page's records the program knew when it said what is being taken over. */
+    known = Infinity;
     private readonly m_objects = new Map<number, StoredObject>();
     private readonly m_windows = new Map<number, StoredObject>();
     private m_unseen: StoredObject[] = [];
@@ -72,8 +76,10 @@ export class ObjectStore {
         if (!isObject(write) || object === undefined || object.windowId !== windowId) {
             return;
         }
+        const current = this.own.written(object.id, write, this.known);
         const unseen = object.unseen ?? new Set();
-        const triggers = readProperties(write, object.values, unseen);
+        letTextFollow(object, current);
+        const triggers = readProperties(current, object.values, unseen);
         this.tellLater(object, unseen);
         for (const trigger of triggers) {
             this.flush();
@@ -182,6 +188,8 @@ export class ObjectStore {
         parent: StoredObject | undefined,
         depth: number,
     ): StoredObject {
+        const { id, type, values } = description;
+        this.own.described(id, type, values, this.known);
         const object = new StoredObject(description, windowId, parent);
         this.m_objects.set(object.id, object);
         const count = depth < MAX_DEPTH ? description.contents.length : 0;
@@ -225,6 +233,13 @@ export class ObjectStore {
         if (index >= 0) {
             siblings.splice(index, 1);
         }
+    }
+}
+
+/** An item that is chosen is the text of its box, whatever was there before. */
+function letTextFollow({ type, values }: StoredObject, write: JsonObject): void {
+    if (type === Kind.comboBox && 'currentindex' in write && !('text' in write)) {
+        delete values.text;
     }
 }
 

@@ -43,9 +43,6 @@ export class Renderer {
     inserted(object: StoredObject, before: StoredObject | undefined): void {
         const old = before && elementOf(before);
         const focus = old && this.m_focus.within(old);
-        if (focus !== undefined) {
-            this.keepTyped(focus.id, before);
-        }
         if (before !== undefined) {
             this.forget(before);
         }
@@ -72,7 +69,8 @@ export class Renderer {
     forget(top: StoredObject): void {
         for (const object of subtree(top)) {
             if (this.m_store.get(object.id) === undefined) {
-                this.m_host.edits.forget(object.id);
+                this.m_host.edits.close(object.id);
+                this.m_store.own.forget(object.id);
                 this.m_host.tabs.forget(object.id);
             }
         }
@@ -183,19 +181,6 @@ export class Renderer {
         object: StoredObject,
     ): void {
         appliers[name]?.(element, object.values[name] as Values[N], object, this.m_host);
-    }
-
-    /** What somebody is typing stays, even if the description came with another text. */
-    private keepTyped(id: number, before: StoredObject | undefined): void {
-        const now = this.m_store.get(id);
-        if (now === undefined || before === undefined || !this.m_host.edits.find(id)?.typing) {
-            return;
-        }
-        for (const object of subtree(before)) {
-            if (object.id === id && object.values.text !== undefined) {
-                now.values.text = object.values.text;
-            }
-        }
     }
 }
 

@@ -1,5 +1,5 @@
-import type { Name, Values } from '../protocol/properties.ts';
-import type { EditTexts } from './edit/EditTexts.ts';
+import type { Name, PartialValues, Values } from '../protocol/properties.ts';
+import type { OpenEdits } from './edit/OpenEdits.ts';
 import type { PageSizes } from './tabs/PageSizes.ts';
 import type { TabPositions } from './tabs/TabPositions.ts';
 import type { Buddies } from './text/Buddies.ts';
@@ -7,12 +7,14 @@ import type { StoredObject } from '../store/StoredObject.ts';
 
 /** What a widget may ask of the page around it. */
 export interface WidgetHost {
-    readonly edits: EditTexts;
+    readonly edits: OpenEdits;
     readonly buddies: Buddies;
     readonly tabs: TabPositions;
     readonly pageSizes: PageSizes;
     /** Tells the program, on the window's channel. */
     send(object: StoredObject, message: string): void;
+    /** Tells it what the person gave the object, which the program takes over. */
+    tell(object: StoredObject, message: string, values: PartialValues): void;
     /** What shows the object takes another room now: its window follows. */
     contentsChanged(object: StoredObject): void;
     /** Presses the default button of the object's window, if it has one that can be pressed. */

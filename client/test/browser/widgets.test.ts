@@ -36,19 +36,47 @@ onStage('a person types, toggles and clicks; Enter presses the default button', 
     await page.getByRole('button', { name: 'Push', pressed: true }).waitFor();
 });
 
-onStage('echoes never rewind, and nothing overwrites what is being typed', async (stage) => {
-    await stage.open(1, {}, form);
-    const edit = stage.page.getByLabel('Name');
-    await edit.pressSequentially('abc');
-    await stage.untilEvents(11, ['a', 'ab', 'abc'].map((text) => ['onEdit', text]));
-    await edit.pressSequentially('d');
-    ['a', 'ab', 'abc', 'from the program'].forEach((text) => stage.write(1, 11, { text }));
+onStage('what the person did last outdates what the program said before', async (stage) => {
+    const { page, gateway } = stage;
+    const tabs = { contents: ['A', 'B'].map((name, at) => widget(31 + at, 'Tab', { name })) };
+    const choice = widget(20, 'ComboBox', { entries: ['a', 'b', 'c'], currentindex: 0 });
+    const container = widget(30, 'TabContainer', { currentindex: 0, ...tabs });
+    await stage.open(1, {}, [...form, choice, container]);
+    const edit = page.getByLabel('Name');
+    const shown = async (): Promise<unknown[]> => [
+        await edit.inputValue(),
+        await page.getByLabel('Agree').isChecked(),
+        await stage.at(20).inputValue(),
+        (await page.getByRole('tab', { selected: true }).textContent())?.trim(),
+    ];
+    gateway.peer.known = gateway.up.length;
+    await page.getByLabel('Agree').evaluate((box: HTMLInputElement) => box.click());
+    await stage.at(20).selectOption('c');
+    await page.getByRole('tab', { name: 'B' }).evaluate((tab: HTMLElement) => tab.click());
+    await edit.pressSequentially('abcd');
+    await page.keyboard.press('ArrowLeft');
+    await stage.gateway.until(() => stage.events(11).length === 4, 'what was typed');
+    const say = async (): Promise<unknown[]> => {
+        stage.write(1, 11, { text: 'ABCD' });
+        stage.write(1, 12, { checked: false });
+        [20, 30].forEach((id) => stage.write(1, id, { currentindex: 0 }));
+        await stage.settled();
+        return shown();
+    };
+    assert.deepEqual(await say(), ['abcd', true, 'c', 'B']);
+    gateway.peer.known = undefined;
+    assert.deepEqual(await say(), ['ABCD', false, 'a', 'A']);
+    await page.keyboard.type('x');
+    assert.equal(await edit.inputValue(), 'ABCxD', 'the caret stays where it was');
+});
+
+onStage('of an item and a text that come together the later one is the text', async (stage) => {
+    const box = { entries: ['a', 'b'], currentindex: -1, editable: true, text: '' };
+    await stage.open(1, {}, [widget(11, 'ComboBox', box)]);
+    stage.gateway.send(['./1', [{ id: '11', currentindex: 0 }, { id: '11', text: 'own' }]]);
     await stage.settled();
-    assert.equal(await edit.inputValue(), 'abcd');
-    await stage.page.keyboard.press('Enter');
-    stage.write(1, 11, { text: 'after the end' });
-    await stage.settled();
-    assert.equal(await edit.inputValue(), 'after the end');
+    assert.equal(await stage.at(11).locator('input').inputValue(), 'own');
+    assert.deepEqual(stage.events(11), [], 'the program knows its own text');
 });
 
 onStage('a subtree shown anew keeps the focus, the caret and what is typed', async (stage) => {

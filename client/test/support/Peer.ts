@@ -12,6 +12,8 @@ export class Peer {
     private readonly m_sessions = new Map<string, Ledger>();
     /** The last frame said nothing: it wants an answer. */
     asked = false;
+    /** Up to which record the program knows the page's, if not all. */
+    known: number | undefined;
     private m_session: Ledger = { down: [], received: 0, acknowledged: 0 };
 
     /** What a new connection hears first; a session that is not known any more is lost. */
@@ -60,6 +62,7 @@ export class Peer {
     private frame(from: number): string {
         const { down, received } = this.m_session;
         const records = down.slice(from);
-        return encodeFrame({ sequence: from + 1, acknowledged: received, records });
+        const acknowledged = records.length > 0 ? (this.known ?? received) : received;
+        return encodeFrame({ sequence: from + 1, acknowledged, records });
     }
 }

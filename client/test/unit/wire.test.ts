@@ -173,6 +173,7 @@ const verbs = new Map<string, Say>([
     ['input', (id, value) => events.edited(id, value as string)],
     ['finish', (id, value) => events.editFinished(id, value as string)],
     ['select', (id, index, text) => events.itemSelected(id, index as number, text as string)],
+    ['showText', (id, text) => events.textShown(id, text as string)],
     ['turnTo', (id, index) => events.tabChanged(id, index as number)],
     ['closeTab', (id, index) => events.tabCloseRequested(id, index as number)],
     ['increaseFontSize', (id) => events.fontSizeStep(id, true)],

@@ -37,8 +37,8 @@ export const checkBox: WidgetKind = {
     },
     events: {
         change: (object, element, _event, host) => {
-            object.values.checked = boxOf(element).checked;
-            host.send(object, toggled(object.id, object.values.checked));
+            const { checked } = boxOf(element);
+            host.tell(object, toggled(object.id, checked), { checked });
         },
         keydown: (object, _element, event, host) => {
             if (event.key === 'Enter') {

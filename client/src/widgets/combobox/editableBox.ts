@@ -1,7 +1,8 @@
+import { textShown } from '../../protocol/events.ts';
 import { Kind } from '../../protocol/names.ts';
 import type { StoredObject } from '../../store/StoredObject.ts';
 import { baseAppliers, enableControl, prototypeOf } from '../base.ts';
-import { prepareField, showIfAccepted, typingEvents } from '../edit/typing.ts';
+import { prepareField, showText, typingEvents } from '../edit/typing.ts';
 import { nameByNeighbour } from '../naming.ts';
 import type { WidgetHost, WidgetKind } from '../WidgetKind.ts';
 import { ChoiceList } from './ChoiceList.ts';
@@ -27,9 +28,17 @@ function fieldOf(element: HTMLElement): HTMLInputElement {
 
 const typing = typingEvents(fieldOf);
 
-/** The box's own text, else the current item's, which may come later than the index. */
-function showText(element: HTMLElement, object: StoredObject, host: WidgetHost): void {
-    showIfAccepted(fieldOf(element), object.values.text ?? currentItem(object), object, host);
+/**
+ * The box's own text, else the current item's, which may come later than the index. The program
+ * does not know that it has become the text, so it is told, as soon as there is such an item.
+ */
+function show(element: HTMLElement, object: StoredObject, host: WidgetHost): void {
+    const { text = currentItem(object), currentindex = -1 } = object.values;
+    const follows = object.values.text === undefined;
+    showText(fieldOf(element), text, object, host);
+    if (follows && (text !== '' || (currentindex < 0 && element.isConnected))) {
+        host.tell(object, textShown(object.id, text), { text });
+    }
 }
 
 /** A list's item took the place of what was typed, so there is no typing to finish any more. */
@@ -40,7 +49,7 @@ function take(
     host: WidgetHost,
 ): void {
     if (index !== undefined) {
-        host.edits.of(object.id).finish();
+        host.edits.close(object.id);
         tellSelected(object, index, host);
         fieldOf(element).value = object.values.text ?? '';
     }
@@ -133,20 +142,15 @@ export const editableBox: WidgetKind = {
             fieldOf(element).placeholder = placeholder;
             fieldOf(element).removeAttribute('aria-label');
         },
-        text: (element, _text, object, host) => showText(element, object, host),
+        text: (element, _text, object, host) => show(element, object, host),
         entries: (element, _entries, object, host) => {
-            showText(element, object, host);
+            show(element, object, host);
             ChoiceList.of(element)?.show(object);
         },
-        currentindex: (element, _index, object, host) => {
-            if (element.isConnected) {
-                delete object.values.text;
-            }
-            showText(element, object, host);
-        },
+        currentindex: (element, _index, object, host) => show(element, object, host),
         select: (element, text, object, host) => {
             if (selectByText(element, text, object, host)) {
-                showText(element, object, host);
+                show(element, object, host);
             }
         },
     },

@@ -9,9 +9,8 @@ export function currentItem(object: StoredObject): string {
 
 /** The person chose an item. */
 export function tellSelected(object: StoredObject, index: number, host: WidgetHost): void {
-    object.values.currentindex = index;
-    object.values.text = currentItem(object);
-    host.send(object, itemSelected(object.id, index, object.values.text));
+    const text = object.values.entries?.[index] ?? '';
+    host.tell(object, itemSelected(object.id, index, text), { currentindex: index, text });
 }
 
 /**

@@ -1,31 +1,50 @@
-import { isObject } from '../../protocol/guards.ts';
-import { EditText, type StoredEditText } from '../../store/EditText.ts';
+import { asId } from '../../protocol/guards.ts';
 
-/** The edits that were typed in, by identifier: most never are, so state is made on first use. */
-export class EditTexts {
-    private readonly m_edits = new Map<number, EditText>();
+/** The fields that were typed in since the last end of an edit, and those of an input method. */
+export class OpenEdits {
+    private readonly m_open = new Set<number>();
+    /** What the field held when the text began that is still being composed. */
+    private readonly m_composing = new Map<number, string>();
 
-    find(id: number): EditText | undefined {
-        return this.m_edits.get(id);
+    isOpen(id: number): boolean {
+        return this.m_open.has(id);
     }
 
-    of(id: number): EditText {
-        const edit = this.m_edits.get(id) ?? new EditText();
-        this.m_edits.set(id, edit);
-        return edit;
+    isComposing(id: number): boolean {
+        return this.m_composing.has(id);
     }
 
-    forget(id: number): void {
-        this.m_edits.delete(id);
+    open(id: number): void {
+        this.m_open.add(id);
     }
 
-    store(): Record<string, StoredEditText> {
-        return Object.fromEntries([...this.m_edits].map(([id, edit]) => [id, edit.store()]));
+    /** The edit came to its end, or there is no such field any more. */
+    close(id: number): void {
+        this.m_open.delete(id);
+        this.m_composing.delete(id);
+    }
+
+    beginComposition(id: number, text: string): void {
+        this.m_composing.set(id, text);
+        this.open(id);
+    }
+
+    /** Answers what the field held before. */
+    endComposition(id: number): string | undefined {
+        const before = this.m_composing.get(id);
+        this.m_composing.delete(id);
+        return before;
+    }
+
+    store(): readonly number[] {
+        return [...this.m_open];
     }
 
     restore(stored: unknown): void {
-        for (const [id, edit] of Object.entries(isObject(stored) ? stored : {})) {
-            this.m_edits.set(Number(id), EditText.restore(edit));
+        for (const id of Array.isArray(stored) ? stored.map(asId) : []) {
+            if (id !== undefined) {
+                this.open(id);
+            }
         }
     }
 }

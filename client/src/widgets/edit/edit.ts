@@ -2,7 +2,7 @@ import { Kind } from '../../protocol/names.ts';
 import { baseAppliers, enableControl, prototypeOf } from '../base.ts';
 import { nameByNeighbour } from '../naming.ts';
 import type { WidgetKind } from '../WidgetKind.ts';
-import { prepareField, showIfAccepted, typingEvents } from './typing.ts';
+import { prepareField, showText, typingEvents } from './typing.ts';
 
 const prototype = prototypeOf('input', 'edit', Kind.edit);
 prepareField(prototype);
@@ -17,7 +17,7 @@ export const edit: WidgetKind = {
         ...baseAppliers,
         enable: enableControl,
         text: (element, text, object, host) => {
-            showIfAccepted(element as HTMLInputElement, text, object, host);
+            showText(element as HTMLInputElement, text, object, host);
         },
         placeholder: (element, placeholder) => {
             (element as HTMLInputElement).placeholder = placeholder;

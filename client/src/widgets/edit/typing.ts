@@ -1,6 +1,8 @@
 import { edited, editFinished } from '../../protocol/events.ts';
+import { Kind } from '../../protocol/names.ts';
 import type { StoredObject } from '../../store/StoredObject.ts';
 import type { WidgetEvents, WidgetHost } from '../WidgetKind.ts';
+import { caretIn } from './caret.ts';
 
 /** What can be typed stays within one frame of the gateway, whatever the script. */
 const LONGEST_TYPED = 200_000;
@@ -13,39 +15,31 @@ export function prepareField(input: HTMLInputElement): void {
     input.spellcheck = false;
 }
 
-/** Shows the text; a caret at the end stays at the end, any other keeps its place. */
-function show(input: HTMLInputElement, text: string): void {
-    if (document.activeElement !== input) {
-        input.value = text;
-        return;
-    }
-    const atEnd = input.selectionStart === input.value.length;
-    const start = atEnd ? text.length : (input.selectionStart ?? 0);
-    const end = atEnd ? text.length : (input.selectionEnd ?? 0);
-    input.value = text;
-    input.setSelectionRange(start, end);
-}
-
-/** Shows a text of the program, unless it would overwrite what the person is typing. */
-export function showIfAccepted(
+/** Shows a text of the program around the caret; one that is being composed is not disturbed. */
+export function showText(
     input: HTMLInputElement,
     text: string,
     object: StoredObject,
     host: WidgetHost,
 ): void {
-    const edit = host.edits.find(object.id);
-    const focused = document.activeElement === input;
-    if (input.isConnected && edit !== undefined && !edit.accepts(text, focused, Date.now())) {
-        object.values.text = input.value;
-    } else if (input.value !== text) {
-        show(input, text);
+    const { value, selectionStart, selectionEnd, selectionDirection } = input;
+    if (value === text || host.edits.isComposing(object.id)) {
+        return;
+    }
+    input.value = text;
+    if (document.activeElement === input) {
+        const start = caretIn(value, selectionStart ?? 0, text);
+        const end = caretIn(value, selectionEnd ?? 0, text);
+        input.setSelectionRange(start, end, selectionDirection ?? 'none');
     }
 }
 
 function tellTyped(input: HTMLInputElement, object: StoredObject, host: WidgetHost): void {
-    object.values.text = input.value;
-    host.edits.of(object.id).sent(input.value, Date.now());
-    host.send(object, edited(object.id, input.value));
+    const text = input.value;
+    if (text !== object.values.text) {
+        host.edits.open(object.id);
+        host.tell(object, edited(object.id, text), { text });
+    }
 }
 
 export function finishTyping(
@@ -53,8 +47,24 @@ export function finishTyping(
     object: StoredObject,
     host: WidgetHost,
 ): void {
-    host.edits.of(object.id).finish();
-    host.send(object, editFinished(object.id, input.value));
+    const text = input.value;
+    host.edits.close(object.id);
+    const message = editFinished(object.id, text);
+    if (object.type === Kind.comboBox) {
+        host.tell(object, message, { text });
+    } else {
+        // The program has taken it over already, and may have answered with another text since.
+        host.send(object, message);
+    }
+}
+
+/** What the program said meanwhile is outdated only if something was typed. */
+function endComposition(input: HTMLInputElement, object: StoredObject, host: WidgetHost): void {
+    if (input.value !== host.edits.endComposition(object.id)) {
+        tellTyped(input, object, host);
+    } else {
+        showText(input, object.values.text ?? '', object, host);
+    }
 }
 
 /** What a field tells. Composed input (IME) is told when the composition is done. */
@@ -65,17 +75,15 @@ export function typingEvents(
 > {
     return {
         input: (object, element, event, host) => {
-            if ((event as InputEvent).isComposing) {
-                host.edits.of(object.id).begin();
-            } else {
+            if (!(event as InputEvent).isComposing) {
                 tellTyped(fieldOf(element), object, host);
             }
         },
-        compositionstart: (object, _element, _event, host) => host.edits.of(object.id).begin(),
+        compositionstart: (object, element, _event, host) => {
+            host.edits.beginComposition(object.id, fieldOf(element).value);
+        },
         compositionend: (object, element, _event, host) => {
-            if (fieldOf(element).value !== object.values.text) {
-                tellTyped(fieldOf(element), object, host);
-            }
+            endComposition(fieldOf(element), object, host);
         },
         keydown: (object, element, event, host) => {
             if (event.key === 'Enter' && !event.isComposing) {
@@ -84,7 +92,7 @@ export function typingEvents(
             }
         },
         focusout: (object, element, _event, host) => {
-            if (element.isConnected && host.edits.find(object.id)?.typing) {
+            if (element.isConnected && host.edits.isOpen(object.id)) {
                 finishTyping(fieldOf(element), object, host);
             }
         },

@@ -43,10 +43,9 @@ export function showTabs(element: HTMLElement, object: StoredObject, host: Widge
 /** The person turned to a page. */
 export function turnTo(object: StoredObject, index: number, host: WidgetHost): void {
     if (index !== object.values.currentindex) {
-        object.values.currentindex = index;
+        host.tell(object, tabChanged(object.id, index), { currentindex: index });
         showTabs(object.view as HTMLElement, object, host);
         host.contentsChanged(object);
-        host.send(object, tabChanged(object.id, index));
     }
 }
 
