@@ -32,13 +32,23 @@ std::string toWireArray(const QJsonObject& element) {
     return array.append(1, '[').append(text.constData(), text.size()).append(1, ']');
 }
 
+namespace {
+
+// The parser takes a byte order mark off the front of every string; one that is escaped stays.
+QByteArray withEscapedMarks(QByteArray text) {
+    return text.replace("\"\xEF\xBB\xBF", "\"\\ufeff");
+}
+
+}  // namespace
+
 QJsonDocument fromWireText(const std::string& text) {
     constexpr std::size_t longest = std::numeric_limits<int>::max();
     if (text.size() > longest || RepeatedContainers::occurIn(text)) {
         return {};
     }
-    return QJsonDocument::fromJson(
-        QByteArray::fromRawData(text.data(), static_cast<int>(text.size())));
+    const auto bytes = QByteArray::fromRawData(text.data(), static_cast<int>(text.size()));
+    return QJsonDocument::fromJson(text.find('\xEF') == text.npos ? bytes
+                                                                  : withEscapedMarks(bytes));
 }
 
 }  // namespace DOVA

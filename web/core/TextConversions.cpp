@@ -26,6 +26,16 @@ std::uint32_t parseDecimal(const QString& text) {
 
 }  // namespace
 
+std::u16string utf8ToU16(const std::string& text) {
+    constexpr char mark[] = "\xEF\xBB\xBF";
+    std::u16string marks;
+    std::size_t at = 0;
+    for (; text.compare(at, sizeof mark - 1, mark) == 0; at += sizeof mark - 1) {
+        marks += u'\ufeff';
+    }
+    return marks + toU16(QString::fromStdString(text.substr(at)));
+}
+
 std::u16string decimal(int value) {
     return toU16(QString::number(value));
 }

@@ -23,9 +23,8 @@ inline std::u16string toU16(const QString& text) {
     return std::u16string(reinterpret_cast<const char16_t*>(text.utf16()),
                           static_cast<std::size_t>(text.size()));
 }
-inline std::u16string utf8ToU16(const std::string& text) {
-    return toU16(QString::fromStdString(text));
-}
+/// A byte order mark at the front stays, which Qt's conversion takes off.
+std::u16string utf8ToU16(const std::string& text);
 inline std::string u16ToUtf8(const std::u16string& text) {
     return toQString(text).toStdString();
 }
