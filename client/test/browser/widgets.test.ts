@@ -7,6 +7,8 @@ const form = [
     widget(12, 'CheckBox', { label: 'Agree', checked: false }),
     widget(13, 'Button', { label: 'Push', icon: '', defaultbutton: false }),
     widget(14, 'Button', { label: 'Go', icon: '', defaultbutton: true }),
+    widget(15, 'Text', { text: 'Terms', buddy: '12' }),
+    widget(16, 'Text', { text: 'Last step', buddy: '14' }),
 ];
 
 onStage('a person types, toggles and clicks; Enter presses the default button', async (stage) => {
@@ -34,6 +36,14 @@ onStage('a person types, toggles and clicks; Enter presses the default button', 
     await page.getByRole('button', { name: 'Push', pressed: false }).click();
     await stage.untilEvents(13, ['onClick', ['onToggle', true], 'onClick']);
     await page.getByRole('button', { name: 'Push', pressed: true }).waitFor();
+    const before = stage.said(1).length;
+    for (const [label, id] of Object.entries({ Terms: 12, 'Last step': 14 })) {
+        await page.getByText(label).click();
+        const focused = stage.at(id).locator('xpath=descendant-or-self::*[self::input or self::button]');
+        assert.ok(await focused.evaluate((e) => e === document.activeElement), label);
+    }
+    await stage.settled();
+    assert.equal(stage.said(1).length, before, 'a text presses and switches nothing');
 });
 
 onStage('what the person did last outdates what the program said before', async (stage) => {

@@ -20,6 +20,10 @@ export class Buddies {
         return controlId(id);
     }
 
+    focus(id: number): void {
+        this.m_control(id)?.focus();
+    }
+
     isNamed(id: number): boolean {
         return this.m_named.has(id);
     }
