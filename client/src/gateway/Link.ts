@@ -260,6 +260,7 @@ export class Link {
         if (!this.m_greeted) {
             return;
         }
+        this.m_setup.listener.aboutToSend?.();
         for (const frame of this.m_session.takeFrames()) {
             this.m_socket?.send(frame);
         }

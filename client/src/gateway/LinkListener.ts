@@ -29,6 +29,8 @@ export interface LinkListener {
     /** A session begins from nothing: whatever is shown belongs to one that is gone. */
     began(clientId: string): void;
     received(channel: Channel, text: string): void;
+    /** What is sent next may acknowledge what came: the gateway does not have it any more then. */
+    aboutToSend?(): void;
     /** All records of a frame were handed over. */
     settled(): void;
     status(status: LinkStatus, reason: string): void;

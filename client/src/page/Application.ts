@@ -51,6 +51,8 @@ export class Application implements LinkListener, InboxListener, WidgetHost, Des
     readonly pageSizes = new PageSizes();
     readonly link: Link;
     readonly losses: Losses;
+    /** Called before anything is sent, while there is reason to keep what is shown. */
+    keep: (() => void) | undefined;
     private readonly m_token: string;
     private readonly m_root: HTMLElement;
     private readonly m_note = document.createElement('div');
@@ -119,6 +121,10 @@ export class Application implements LinkListener, InboxListener, WidgetHost, Des
         if (!this.m_gate.holds(channel, text, known)) {
             this.m_inbox.received(channel, text, known);
         }
+    }
+
+    aboutToSend(): void {
+        this.keep?.();
     }
 
     settled(): void {

@@ -42,7 +42,10 @@ function start(root: HTMLElement, token: string): void {
     addEventListener('offline', retry);
     document.addEventListener('resume', retry);
     document.addEventListener('visibilitychange', () => {
-        if (document.visibilityState === 'hidden') {
+        const hidden = document.visibilityState === 'hidden';
+        // The browser may throw the page away without another word.
+        application.keep = hidden ? put : undefined;
+        if (hidden) {
             put();
         } else {
             keep.clear();

@@ -54,6 +54,28 @@ onStage('a reload shows everything as it was and goes on with the session', asyn
     assert.equal(stage.gateway.closeCode, 1001, 'the gateway can tell it from an accident');
 });
 
+onStage('a page thrown away in the background comes back with what was typed', async (stage) => {
+    await stage.open(1, {}, content);
+    const { page, gateway } = stage;
+    await page.getByLabel('Name').pressSequentially('typed');
+    await page.evaluate(() => {
+        Object.defineProperty(document, 'visibilityState', { value: 'hidden' });
+        document.dispatchEvent(new Event('visibilitychange'));
+        // What is done from here on is more than a page can do that is thrown away.
+        const unheard = (event: Event): void => event.stopImmediatePropagation();
+        addEventListener('pagehide', unheard, true);
+        document.addEventListener('visibilitychange', unheard, true);
+    });
+    stage.write(1, 13, { label: 'written meanwhile' });
+    stage.write(1, 12, { text: 'Typed' });
+    await stage.settled();
+    await gateway.until(() => gateway.peer.isAcknowledged, 'the last acknowledgement');
+    await page.reload();
+    await stage.button('written meanwhile').waitFor();
+    assert.equal(await page.getByLabel('Name').inputValue(), 'Typed');
+    assert.equal(stage.announced, 2, 'the same session: one answer to a ping');
+});
+
 onStage('a reload starts afresh when nothing can be gone on with', async (stage) => {
     await stage.open(1, {}, content);
     stage.gateway.peer.forgetSessions();

@@ -22,7 +22,7 @@ export class Peer {
         const received = query.get('received');
         const fresh = { down: [], received: 0, acknowledged: 0 };
         const session = received === null ? fresh : this.m_sessions.get(id);
-        if (session === undefined) {
+        if (session === undefined || Number(received) < session.acknowledged) {
             return ['{"session":"lost","reason":"unknown"}'];
         }
         this.m_session = session;
@@ -33,6 +33,11 @@ export class Peer {
                   `{"session":"resumed","received":${session.received}}`,
                   this.frame(Number(received)),
               ];
+    }
+
+    /** Whether the page has acknowledged everything: it can resume from nothing less then. */
+    get isAcknowledged(): boolean {
+        return this.m_session.acknowledged === this.m_session.down.length;
     }
 
     forgetSessions(): void {
