@@ -4,7 +4,13 @@ import type { StoredObject } from '../store/StoredObject.ts';
 import type { ElementValues } from './elementValues.ts';
 import { ModelMirror } from './ModelMirror.ts';
 
-const initial: Required<ElementValues> = { entries: [], placeholder: '', checkable: false };
+const initial: Required<ElementValues> = {
+    entries: [],
+    placeholder: '',
+    checkable: false,
+    checked: false,
+    icon: '',
+};
 
 /** Brings what the model document says of the objects into the store. */
 export class ModelFeed {

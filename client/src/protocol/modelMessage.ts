@@ -21,7 +21,13 @@ export function decodeModelMessage(text: string): ModelMessage | undefined {
 }
 
 /** What no other message tells; of the rest the page would only hear a second time. */
-const WANTED = [ElementKey.entries, ElementKey.placeholder, ElementKey.checkable];
+const WANTED = [
+    ElementKey.entries,
+    ElementKey.placeholder,
+    ElementKey.checkable,
+    ElementKey.checked,
+    ElementKey.icon,
+];
 
 /** Up, model channel: this page wants the document. */
 export function snapshotRequest(clientId: string): string {

@@ -90,6 +90,8 @@ export const ElementKey = {
     entries: 'entries',
     placeholder: 'placeholder',
     checkable: 'checkable',
+    checked: 'checked',
+    icon: 'icon',
 } as const;
 
 /** Close codes of the gateway's socket that mean something to the page. */

@@ -45,7 +45,7 @@ beforeEach(() => {
     inbox.model.begin();
 });
 
-/** What is shown of the three: the edit's placeholder, the box's items, the button's state. */
+/** What is shown of the three: the edit's placeholder, the box's items, whether the button is down. */
 function shown(): unknown[] {
     const of = (id: number, value: (values: PartialValues) => unknown): unknown => {
         const object = store.get(id);
@@ -54,13 +54,13 @@ function shown(): unknown[] {
     return [
         of(11, (values) => values.placeholder),
         of(12, (values) => values.entries?.join()),
-        of(13, (values) => values.checkable),
+        of(13, (values) => values.checkable && values.checked),
     ];
 }
 
 const edit = { type: 'Edit', tag: '11', placeholder: 'p' };
 const box = { type: 'ComboBox', tag: '12', entries: ['a', 'b'], placeholder: 'q' };
-const button = { type: 'Button', tag: '13', checkable: true };
+const button = { type: 'Button', tag: '13', checkable: true, checked: true };
 const full = { version: 4, snapshot: { e: edit, 'c/~': box, b: button } };
 const filled = ['p', 'a,b', true];
 const empty = [null, 'a', null];
@@ -89,7 +89,7 @@ for (const row of rows) {
 
 test('only what differs is told, and a window described later is filled too', () => {
     arrives(full);
-    assert.deepEqual(changed, ['11 placeholder', '12 entries placeholder', '13 checkable']);
+    assert.deepEqual(changed, ['11 placeholder', '12 entries placeholder', '13 checkable checked']);
     arrives(full);
     inbox.received(clientChannel, JSON.stringify(window1));
     assert.deepEqual(shown(), filled);

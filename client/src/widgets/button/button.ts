@@ -2,6 +2,7 @@ import { clicked, toggled } from '../../protocol/events.ts';
 import { Kind } from '../../protocol/names.ts';
 import type { StoredObject } from '../../store/StoredObject.ts';
 import { baseAppliers, enableControl, namedAppliers, prototypeOf } from '../base.ts';
+import { showIcon } from '../icon.ts';
 import type { WidgetKind } from '../WidgetKind.ts';
 
 const prototype = prototypeOf('button', 'button', Kind.button);
@@ -12,18 +13,6 @@ function showPressed(element: HTMLElement, object: StoredObject): void {
         element.setAttribute('aria-pressed', String(object.values.checked ?? false));
     } else {
         element.removeAttribute('aria-pressed');
-    }
-}
-
-function showIcon(element: HTMLElement, address: string | undefined): void {
-    element.querySelector('img')?.remove();
-    element.classList.toggle('has-icon', address !== undefined);
-    if (address !== undefined) {
-        const image = document.createElement('img');
-        image.alt = '';
-        image.src = address;
-        image.onerror = () => image.remove();
-        element.prepend(image);
     }
 }
 
@@ -65,7 +54,7 @@ export const button: WidgetKind = {
             showName(element, object);
         },
         icon: (element, path, object, host) => {
-            showIcon(element, host.imageAddress(path));
+            showIcon(element, host.imageAddress(path), () => element.firstChild);
             showName(element, object);
         },
         checkable: (element, _checkable, object) => showPressed(element, object),

@@ -2,6 +2,7 @@ import { toggled } from '../../protocol/events.ts';
 import { Kind } from '../../protocol/names.ts';
 import type { StoredObject } from '../../store/StoredObject.ts';
 import { enableControl, namedAppliers, prototypeOf } from '../base.ts';
+import { showIcon } from '../icon.ts';
 import type { WidgetKind } from '../WidgetKind.ts';
 
 const prototype = prototypeOf('label', 'checkbox', Kind.checkBox);
@@ -32,6 +33,9 @@ export const checkBox: WidgetKind = {
         enable: (element, enabled) => {
             enableControl(boxOf(element), enabled);
             element.toggleAttribute('data-disabled', !enabled);
+        },
+        icon: (element, path, _object, host) => {
+            showIcon(element, host.imageAddress(path), () => boxOf(element).nextSibling);
         },
         checked: (element, checked) => (boxOf(element).checked = checked),
     },
