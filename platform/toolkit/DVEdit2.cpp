@@ -17,13 +17,18 @@ DVEdit2::DVEdit2(DVObject* parent, const std::u16string& text)
     }
     // The backend tells what was typed and leaves the text to the front object. These come first,
     // so that the program's handlers find the new text already.
-    const auto takeText = [this](const DVEditEvent2& event) {
+    WIRO::connect(m_edit, [this](const DVEditEvent2& event) {
         if (admit(&event)) {
+            m_typed = event.text();
+            setText(m_typed);
+        }
+    });
+    // What was taken over already is not taken back: a handler may have set another text since.
+    WIRO::connect(m_editFinished, [this](const DVEditEvent2& event) {
+        if (admit(&event) && event.text() != m_typed) {
             setText(event.text());
         }
-    };
-    WIRO::connect(m_edit, takeText);
-    WIRO::connect(m_editFinished, takeText);
+    });
 }
 
 DVEdit2::~DVEdit2() {

@@ -82,5 +82,15 @@ TEST_F(ControlsTest, anEditEventSpeaksOfTheWholeText) {
     EXPECT_EQ(heard, u"done");
 }
 
+/// The end may be told before the client has heard what became of the typing.
+TEST_F(ControlsTest, theEndOfAnEditDoesNotUndoWhatAHandlerMadeOfIt) {
+    edit.onEdit([&](const DVEditEvent2&) { edit.setText(u"ADA"); });
+    say(window, edit, R"("event":"onEdit","value":"Ada")");
+    say(window, edit, R"("event":"onEditFinish","value":"Ada")");
+    EXPECT_EQ(edit.text(), u"ADA");
+    say(window, edit, R"("event":"onEditFinish","value":"Ada L.")");
+    EXPECT_EQ(edit.text(), u"Ada L.");
+}
+
 }  // namespace
 }  // namespace DOVA::test

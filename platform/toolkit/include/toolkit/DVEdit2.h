@@ -23,7 +23,8 @@ public:
     WIRO::Subscription onEdit(Callable&& callable) {
         return WIRO::connect(m_edit, Admission::handler(std::forward<Callable>(callable)));
     }
-    /// The user finished: pressed Enter, or left the field after a change.
+    /// The user finished: pressed Enter, or left the field after a change. text() answers what was
+    /// typed, or what an onEdit handler has set in its place; the event may still have the former.
     template <class Callable>
     WIRO::Subscription onEditFinish(Callable&& callable) {
         return WIRO::connect(m_editFinished, Admission::handler(std::forward<Callable>(callable)));
@@ -39,6 +40,7 @@ private:
     bool isDescribedWhole() const override { return false; }
     WIRO::Emitter<void(const DVEditEvent2&)> m_edit;
     WIRO::Emitter<void(const DVEditEvent2&)> m_editFinished;
+    std::u16string m_typed;
 };
 
 }  // namespace DOVA
