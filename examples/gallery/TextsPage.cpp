@@ -18,10 +18,23 @@ void TextsPage::addFields() {
     setPlaceholder(nickname, u"What friends call you");
     auto& account = addLabelled<DOVA::DVEdit2>(grid, u"Account", u"guest");
     account.setEnabled(false);
+    putInCapitals(addLabelled<DOVA::DVEdit2>(grid, u"Plate"));
     name.onEdit([this](const DOVA::DVEditEvent2& event) { tell(u"Name: " + event.text()); });
     name.onEditFinish([this, &name] { tell(u"The name is " + name.text()); });
     nickname.onEditFinish([this, &nickname] { tell(u"The nickname is " + nickname.text()); });
     addNameButtons(rows, name);
+}
+
+/// A handler may answer typing with another text: it is shown once the user's last key is in it.
+void TextsPage::putInCapitals(DOVA::DVEdit2& edit) {
+    edit.onEdit([&edit] {
+        std::u16string text = edit.text();
+        for (char16_t& letter : text) {
+            const bool isSmall = letter >= u'a' && letter <= u'z';
+            letter = isSmall ? static_cast<char16_t>(letter - u'a' + u'A') : letter;
+        }
+        edit.setText(text);
+    });
 }
 
 void TextsPage::addNameButtons(DOVA::DVLayout2& rows, DOVA::DVEdit2& name) {

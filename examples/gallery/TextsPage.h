@@ -12,6 +12,7 @@ public:
 
 private:
     void addFields();
+    static void putInCapitals(DOVA::DVEdit2& edit);
     void addNameButtons(DOVA::DVLayout2& rows, DOVA::DVEdit2& name);
     void addTexts();
 };

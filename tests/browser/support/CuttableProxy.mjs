@@ -7,8 +7,10 @@ function readdressed(data, from, to) {
     return /^(GET|HEAD|HTTP)/.test(text) ? Buffer.from(text.replaceAll(from, to), 'latin1') : data;
 }
 
-/** Stands between a page and the program, and takes the connection away when told. */
+/** Stands between a page and the program, takes its time and takes the connection away when told. */
 export class CuttableProxy {
+    /** Milliseconds that everything needs, each way. */
+    delay = 0;
     m_pages = new Set();
     m_refusing = false;
     m_deaf = false;
@@ -31,18 +33,26 @@ export class CuttableProxy {
             socket.on('close', () => other.destroy());
         }
         page.on('data', (data) => {
-            program.write(readdressed(data, this.m_host, this.m_programHost));
+            this.pass(program, readdressed(data, this.m_host, this.m_programHost));
             this.m_passedUp?.();
         });
         page.on('close', () => this.m_pages.delete(page));
         program.on('data', (data) => {
             if (!this.m_deaf) {
-                page.write(readdressed(data, this.m_programHost, this.m_host));
+                this.pass(page, readdressed(data, this.m_programHost, this.m_host));
             }
         });
         this.m_pages.add(page);
         if (this.m_refusing) {
             page.destroy();
+        }
+    }
+
+    pass(socket, data) {
+        if (this.delay === 0) {
+            socket.write(data);
+        } else {
+            setTimeout(() => socket.writable && socket.write(data), this.delay);
         }
     }
 
