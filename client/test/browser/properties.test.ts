@@ -1,0 +1,126 @@
+import assert from 'node:assert/strict';
+import { readFileSync } from 'node:fs';
+import { onStage, widget, type Stage } from '../support/Stage.ts';
+
+/** Every property of every kind, as the guide to the protocol lists them, changes what is shown. */
+
+const guide = readFileSync('../docs/protocol/README.md', 'utf8');
+const exceptions = JSON.parse(readFileSync('../tests/wire/exceptions.json', 'utf8')) as {
+    pairs: { kinds: string[]; properties: string[] }[];
+};
+
+type Values = Readonly<Record<string, unknown>>;
+
+const rect = '[40,50,170,180]';
+const size = '[170.000000,180.000000]';
+const samples: Values = {
+    ...{ visible: false, enable: false, tooltip: 'x', style: { color: 'rgb(255,0,0)' } },
+    ...{ updateEnabled: false, objectName: 'x', geometry: rect, moveTo: '[40,50]', resize: size },
+    ...{ setPreferredSize: size, setMinimumWidth: '300', setMinimumHeight: '200' },
+    ...{ setMaximumWidth: '20', setMaximumHeight: '10', saveGeometry: rect },
+    ...{ rowSpan: [1, 2], colSpan: [1, 2], title: 'x', windowicon: 'x.png', frameGeometry: rect },
+    ...{ move: '[40, 50]', command: 'close', version: 'x', layoutGrid: [2, 3], flat: true },
+    ...{ meta: 'StandardButtonSet', currentindex: 1, tabposition: 'South', tabcount: 9, name: 'x' },
+    ...{ enabled: false, spacing: 40, label: 'x', icon: 'x.png', text: 'x', placeholder: 'x' },
+    ...{ entries: ['x'], select: 'b', buddy: '11' },
+};
+
+/** What has to be so that a change of the property can be seen at all. */
+const before: Readonly<Record<string, Values>> = {
+    checked: { checkable: true },
+    adjustsize: { resize: size },
+    showNormal: { maximized: true },
+    placeholder: { editable: true },
+    text: { editable: true },
+};
+
+/** What shows only in what it does to a change that comes with it. */
+const keepsFrom: Readonly<Record<string, Values>> = {
+    updateEnabled: { visible: false, title: 'x', updateEnabled: false },
+    enabled: { spacing: 40, enabled: false },
+};
+
+const inner = [widget(30, 'Text', { text: 'x' }), widget(31, 'Edit', { text: '' })];
+const layout = { id: '32', type: 'BoxLayout', contents: inner };
+const pages = [20, 21].map((id) => ({ id: String(id), type: 'Tab', name: `${id}` }));
+const contentsOf: Readonly<Record<string, readonly object[]>> = {
+    ...{ Dialog: inner, BoxLayout: inner, GridLayout: inner },
+    ...{ Panel: [layout], GroupBox: [layout], TabContainer: pages },
+};
+
+/** The window with one object of this kind, and the identifier of that. */
+function described(kind: string, values: Values): [window: Values, id: number] {
+    const object = { contents: contentsOf[kind] ?? [], entries: ['a', 'b'], type: kind, ...values };
+    if (kind === 'Dialog') {
+        return [{ ...object, id: '1' }, 1];
+    }
+    const tested = { ...object, id: '20' };
+    const container = { id: '19', type: 'TabContainer', currentindex: 0 };
+    const shown = kind === 'Tab' ? { ...container, contents: [tested, pages[1]] } : tested;
+    const contents = [widget(11, 'Edit', { text: '' }), shown];
+    return [{ id: '1', type: 'Dialog', contents }, 20];
+}
+
+function look(): string {
+    const controls = [...document.querySelectorAll<HTMLInputElement>('input, select')];
+    const values = controls.map(({ value, checked }) => [value, checked]);
+    const places = [...document.querySelectorAll('.window')].map((e) => e.getBoundingClientRect());
+    const focus = document.activeElement?.closest<HTMLElement>('[data-id]')?.dataset['id'];
+    const html = document.body.innerHTML.replace(/<!--[^]*?-->/g, '');
+    return JSON.stringify([focus, values, places, document.title, html]);
+}
+
+async function hasEffect(stage: Stage, kind: string, name: string, sent: string): Promise<boolean> {
+    const [window, id] = described(kind, before[name] ?? {});
+    await stage.show(window);
+    if (kind === 'Dialog') {
+        await stage.show({ id: '40', type: 'Dialog', contents: [widget(41, 'Edit', {})] });
+    }
+    const values = { [name]: samples[name] ?? true };
+    const kept = kind === 'Tab' && name === 'enabled' ? undefined : keepsFrom[name];
+    const first = await stage.page.evaluate(look);
+    if (sent === 'never') {
+        stage.gateway.send(['.', described(kind, { ...before[name], ...values })[0]]);
+    } else {
+        stage.write(1, id, kept ?? values);
+    }
+    await stage.settled();
+    const changed = (await stage.page.evaluate(look)) !== first;
+    [1, 40].forEach((each) => stage.write(each, each, { command: 'close' }));
+    stage.gateway.up.length = 0;
+    return changed === (kept === undefined);
+}
+
+const layouts = ['BoxLayout', 'GridLayout'];
+const everyWidget = [
+    ...['Dialog', 'Panel', 'GroupBox', 'TabContainer', 'Tab'],
+    ...['Button', 'CheckBox', 'ComboBox', 'Edit', 'Text'],
+];
+
+/** `[kind, property, when it is sent]` of each row in the guide's tables. */
+function* listed(): Generator<readonly [string, string, string]> {
+    const tables = guide.split(/^## /m).find((part) => part.startsWith('Properties'));
+    for (const table of tables?.split(/^### /m).slice(1) ?? []) {
+        const heading = /^.*/.exec(table)?.[0] ?? '';
+        const kinds = heading.startsWith('Every') ? everyWidget : heading.split(', ');
+        assert.ok(kinds.every((kind) => [...everyWidget, ...layouts].includes(kind)), heading);
+        for (const [, names = '', sent = ''] of table.matchAll(/^\| (`.*?) \|.*?\| (.*?) \|/gm)) {
+            for (const [, name = ''] of names.matchAll(/`(\w+)`/g)) {
+                yield* kinds.map((kind) => [kind, name, sent] as const);
+            }
+        }
+    }
+}
+
+onStage('every property of every kind has its effect, or an excuse', async (stage) => {
+    const without: string[] = [];
+    for (const [kind, name, sent] of listed()) {
+        if (!(await hasEffect(stage, kind, name, sent))) {
+            without.push(`${kind} ${name}`);
+        }
+    }
+    const excused = exceptions.pairs.flatMap(({ kinds, properties }) =>
+        kinds.flatMap((kind) => properties.map((name) => `${kind} ${name}`)),
+    );
+    assert.deepEqual(without.sort(), excused.sort());
+});
