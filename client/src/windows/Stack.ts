@@ -4,6 +4,7 @@ import type { WindowFrame } from './WindowFrame.ts';
 
 /** Which window lies above which, and which one has the keyboard. The last is on top. */
 export class Stack {
+    private m_isReopening = false;
     private m_order: WindowFrame[] = [];
     private m_active: WindowFrame | undefined;
     private readonly m_lastFocus = new WeakMap<WindowFrame, number>();
@@ -50,16 +51,14 @@ export class Stack {
         if (visible === element.open && (!visible || element.matches(':modal') === frame.modal)) {
             return;
         }
-        const focus = this.m_renderer.focus.within(element);
-        element.close();
-        if (visible && frame.modal) {
-            element.showModal();
-        } else {
-            // Unlike show() this leaves the focus where it is: the window may not be the active one.
-            element.open = visible;
-        }
-        this.m_renderer.focus.restore(visible ? focus : undefined);
-        this.m_topChanged();
+        this.reopen(frame, () => {
+            if (visible && frame.modal) {
+                element.showModal();
+            } else {
+                // Unlike show() this leaves the focus: the window may not be the active one.
+                element.open = visible;
+            }
+        });
         if (!visible) {
             this.activateNextOf(frame);
         }
@@ -73,12 +72,22 @@ export class Stack {
         this.m_order = [...this.m_order.filter((other) => other !== frame), frame];
         this.showOrder();
         if (frame.element.matches(':modal')) {
-            const focus = this.m_renderer.focus.within(frame.element);
-            frame.element.close();
-            frame.element.showModal();
-            this.m_renderer.focus.restore(focus);
-            this.m_topChanged();
+            this.reopen(frame, () => frame.element.showModal());
         }
+    }
+
+    /** A dialog that closes hands the focus back for a moment: nobody has gone there. */
+    private reopen(frame: WindowFrame, open: () => void): void {
+        const focus = this.m_renderer.focus.within(frame.element);
+        this.m_isReopening = true;
+        frame.element.close();
+        open();
+        this.m_renderer.focus.restore(frame.element.open ? focus : undefined);
+        this.m_isReopening = false;
+        if (frame.element.contains(document.activeElement)) {
+            this.setActive(frame);
+        }
+        this.m_topChanged();
     }
 
     /** On top, and the keyboard goes to where it was in this window, or to its first control. */
@@ -105,6 +114,9 @@ export class Stack {
 
     /** The person went into the window, by pointer or keyboard. */
     entered(frame: WindowFrame, id: number | undefined): void {
+        if (this.m_isReopening) {
+            return;
+        }
         if (id !== undefined) {
             this.m_lastFocus.set(frame, id);
         }
