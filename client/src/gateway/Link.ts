@@ -4,17 +4,9 @@ import { decodeGreeting } from './control.ts';
 import type { FrameRecord } from './frame.ts';
 import { Retry } from './Retry.ts';
 import { Session } from './Session.ts';
-import type { LinkListener, LinkStatus } from './LinkListener.ts';
-import type { AskWhy, Clock, Connect, Socket } from './transport.ts';
+import type { LinkSetup, LinkStatus } from './LinkListener.ts';
+import type { Socket } from './transport.ts';
 import { Watch } from './Watch.ts';
-
-export interface LinkSetup {
-    readonly connect: Connect;
-    readonly askWhy: AskWhy;
-    readonly clock: Clock;
-    readonly listener: LinkListener;
-    readonly makeClientId: () => string;
-}
 
 const ACKNOWLEDGE_AFTER = 150;
 /** So many records are acknowledged at once: the gateway's buffer is bounded. */
@@ -63,7 +55,7 @@ export class Link {
         this.m_watch = new Watch(setup.clock, {
             awaited: () => (this.m_greeted ? this.m_session.firstAwaited : GREETING),
             charactersAway: () => (this.m_greeted ? this.m_session.pendingCharacters : 0),
-            ask: () => this.m_socket?.send(this.m_session.question()),
+            ask: () => this.sendFrames(() => [this.m_session.question()]),
             slow: (slow) => this.m_greeted && setup.listener.status(slow ? 'slow' : 'open', ''),
             hangs: () => this.tryAgain('silent', ''),
         });
@@ -255,15 +247,17 @@ export class Link {
         }
     }
 
+    private sendFrames(take: () => readonly string[]): void {
+        this.m_setup.listener.aboutToSend?.();
+        take().forEach((frame) => this.m_socket?.send(frame));
+    }
+
     private flush(): void {
         this.m_flushQueued = false;
         if (!this.m_greeted) {
             return;
         }
-        this.m_setup.listener.aboutToSend?.();
-        for (const frame of this.m_session.takeFrames()) {
-            this.m_socket?.send(frame);
-        }
+        this.sendFrames(() => this.m_session.takeFrames());
         this.m_watch.sent();
     }
 

@@ -1,6 +1,6 @@
 import type { Channel } from './channel.ts';
 import type { FrameRecord } from './frame.ts';
-import type { Refusal } from './transport.ts';
+import type { AskWhy, Clock, Connect, Refusal } from './transport.ts';
 
 /**
  * connecting: first connection not there yet; open: all is well; slow: what was done is not
@@ -30,8 +30,16 @@ export interface LinkListener {
     began(clientId: string): void;
     received(channel: Channel, text: string): void;
     /** What is sent next may acknowledge what came: the gateway does not have it any more then. */
-    aboutToSend?(): void;
+    readonly aboutToSend?: (() => void) | undefined;
     /** All records of a frame were handed over. */
     settled(): void;
     status(status: LinkStatus, reason: string): void;
+}
+
+export interface LinkSetup {
+    readonly connect: Connect;
+    readonly askWhy: AskWhy;
+    readonly clock: Clock;
+    readonly listener: LinkListener;
+    readonly makeClientId: () => string;
 }

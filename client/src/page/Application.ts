@@ -11,15 +11,13 @@ import { Session } from '../gateway/Session.ts';
 import { fitsIntoFrame, type FrameRecord } from '../gateway/frame.ts';
 import { actionsIn } from '../losses/action.ts';
 import { Losses } from '../losses/Losses.ts';
-import { decodeWindow } from '../protocol/description.ts';
 import { fontSizeStep } from '../protocol/events.ts';
-import { asIntegers, asText, type JsonObject } from '../protocol/guards.ts';
+import { asText, type JsonObject } from '../protocol/guards.ts';
 import { clientReady, dialogDestroyed, dialogReady } from '../protocol/lifecycle.ts';
 import type { MessageBox } from '../protocol/messagebox.ts';
 import { snapshotRequest } from '../protocol/modelMessage.ts';
 import type { PartialValues } from '../protocol/properties.ts';
 import { ObjectStore } from '../store/ObjectStore.ts';
-import { describe } from '../store/snapshot.ts';
 import type { StoredObject } from '../store/StoredObject.ts';
 import { OpenEdits } from '../widgets/edit/OpenEdits.ts';
 import { listen } from '../widgets/events.ts';
@@ -51,8 +49,8 @@ export class Application implements LinkListener, InboxListener, WidgetHost, Des
     readonly pageSizes = new PageSizes();
     readonly link: Link;
     readonly losses: Losses;
-    /** Called before anything is sent, while there is reason to keep what is shown. */
-    keep: (() => void) | undefined;
+    /** Set while there is reason to keep what is shown before anything is sent. */
+    aboutToSend: (() => void) | undefined;
     private readonly m_token: string;
     private readonly m_root: HTMLElement;
     private readonly m_note = document.createElement('div');
@@ -121,10 +119,6 @@ export class Application implements LinkListener, InboxListener, WidgetHost, Des
         if (!this.m_gate.holds(channel, text, known)) {
             this.m_inbox.received(channel, text, known);
         }
-    }
-
-    aboutToSend(): void {
-        this.keep?.();
     }
 
     settled(): void {
@@ -220,12 +214,10 @@ export class Application implements LinkListener, InboxListener, WidgetHost, Des
                   token: this.m_token,
                   clientId: this.link.clientId,
                   session: this.link.session.store(),
-                  windows: [...this.m_store.windows.values()].map(describe),
                   desktop: this.m_desktop.store(),
                   edits: this.edits.store(),
-                  own: this.m_store.own.store(),
                   tabs: this.tabs.store(),
-                  elements: [...this.m_inbox.model.objects],
+                  ...this.m_inbox.store(),
                   boxes: this.m_boxes.store(),
                   focus: this.m_renderer.focus.store(this.m_root),
                   given: this.losses.store(),
@@ -240,7 +232,7 @@ export class Application implements LinkListener, InboxListener, WidgetHost, Des
         if (stored !== undefined && session !== undefined && mine) {
             this.link.resume(clientId, session);
             this.showStored(stored);
-            this.m_inbox.model.begin(asIntegers(stored['elements']));
+            this.m_inbox.goOn(stored);
         } else {
             this.leave(stored, session);
             this.link.start();
@@ -266,18 +258,9 @@ export class Application implements LinkListener, InboxListener, WidgetHost, Des
     }
 
     private showStored(stored: JsonObject): void {
-        const windows = Array.isArray(stored['windows']) ? (stored['windows'] as unknown[]) : [];
         this.edits.restore(stored['edits']);
         this.tabs.restore(stored['tabs']);
-        this.m_observer.quietly(() => {
-            for (const window of windows) {
-                const description = decodeWindow(window);
-                if (description !== undefined) {
-                    this.m_store.open(description);
-                }
-            }
-        });
-        this.m_store.own.restore(stored['own']);
+        this.m_observer.quietly(() => this.m_inbox.restore(stored));
         this.m_hadWindows = this.m_store.windows.size > 0;
         this.m_desktop.restore(this.m_store.windows, stored['desktop']);
         this.m_boxes.restore(stored['boxes']);

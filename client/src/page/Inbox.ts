@@ -1,11 +1,12 @@
 import type { Channel } from '../gateway/channel.ts';
 import { ModelFeed } from '../model/ModelFeed.ts';
 import { decodeWindow } from '../protocol/description.ts';
-import { parseJson } from '../protocol/guards.ts';
+import { asIntegers, parseJson, type JsonObject } from '../protocol/guards.ts';
 import { isPing } from '../protocol/lifecycle.ts';
 import type { MessageBox } from '../protocol/messagebox.ts';
 import { decodeWindowMessage } from '../protocol/windowMessage.ts';
 import type { ObjectStore } from '../store/ObjectStore.ts';
+import { describe } from '../store/snapshot.ts';
 import type { StoredObject } from '../store/StoredObject.ts';
 
 export interface InboxListener {
@@ -49,6 +50,30 @@ export class Inbox {
                 this.model.received(text);
                 break;
         }
+    }
+
+    /** What it has brought into the store, and what of that is the person's own. */
+    store(): JsonObject {
+        return {
+            windows: [...this.m_store.windows.values()].map(describe),
+            own: this.m_store.own.store(),
+            elements: [...this.model.objects],
+        };
+    }
+
+    restore({ windows, own }: JsonObject): void {
+        for (const window of Array.isArray(windows) ? (windows as unknown[]) : []) {
+            const description = decodeWindow(window);
+            if (description !== undefined) {
+                this.m_store.open(description);
+            }
+        }
+        this.m_store.own.restore(own);
+    }
+
+    /** The session of what was restored goes on. */
+    goOn({ elements }: JsonObject): void {
+        this.model.begin(asIntegers(elements));
     }
 
     private openWindow(text: string): void {

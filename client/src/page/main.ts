@@ -44,7 +44,7 @@ function start(root: HTMLElement, token: string): void {
     document.addEventListener('visibilitychange', () => {
         const hidden = document.visibilityState === 'hidden';
         // The browser may throw the page away without another word.
-        application.keep = hidden ? put : undefined;
+        application.aboutToSend = hidden ? put : undefined;
         if (hidden) {
             put();
         } else {

@@ -45,7 +45,7 @@ const layout = { id: '32', type: 'BoxLayout', contents: inner };
 const pages = [20, 21].map((id) => ({ id: String(id), type: 'Tab', name: `${id}` }));
 const contentsOf: Readonly<Record<string, readonly object[]>> = {
     ...{ Dialog: inner, BoxLayout: inner, GridLayout: inner },
-    ...{ Panel: [layout], GroupBox: [layout], TabContainer: pages },
+    ...{ Panel: [layout], GroupBox: [layout], Tab: [layout], TabContainer: pages },
 };
 
 /** The window with one object of this kind, and the identifier of that. */
@@ -61,7 +61,11 @@ function described(kind: string, values: Values): [window: Values, id: number] {
     return [{ id: '1', type: 'Dialog', contents }, 20];
 }
 
-function look(): string {
+/** What is there once the windows have followed what they hold. */
+async function look(): Promise<string> {
+    const frame = (): Promise<unknown> => new Promise(requestAnimationFrame);
+    await frame();
+    await frame();
     const controls = [...document.querySelectorAll<HTMLInputElement>('input, select')];
     const values = controls.map(({ value, checked }) => [value, checked]);
     const places = [...document.querySelectorAll('.window')].map((e) => e.getBoundingClientRect());
@@ -78,14 +82,17 @@ async function hasEffect(stage: Stage, kind: string, name: string, sent: string)
     }
     const values = { [name]: samples[name] ?? true };
     const kept = kind === 'Tab' && name === 'enabled' ? undefined : keepsFrom[name];
-    const first = await stage.page.evaluate(look);
-    if (sent === 'never') {
-        stage.gateway.send(['.', described(kind, { ...before[name], ...values })[0]]);
-    } else {
-        stage.write(1, id, kept ?? values);
+    const looks: string[] = [];
+    for (const changes of [{}, kept ?? values]) {
+        if (sent === 'never') {
+            stage.gateway.send(['.', described(kind, { ...before[name], ...changes })[0]]);
+        } else {
+            stage.write(1, id, changes);
+        }
+        await stage.settled();
+        looks.push(await stage.page.evaluate(look));
     }
-    await stage.settled();
-    const changed = (await stage.page.evaluate(look)) !== first;
+    const changed = looks[0] !== looks[1];
     [1, 40].forEach((each) => stage.write(each, each, { command: 'close' }));
     stage.gateway.up.length = 0;
     return changed === (kept === undefined);
