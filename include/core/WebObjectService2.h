@@ -94,7 +94,10 @@ public:
 
     /// The object's description with its children's under "contents", recursively; empty for an
     /// object that is not registered. Takes time in proportion to the objects described.
+    /// What is more than 4,000 levels down is left out, since Qt's JSON objects are written and
+    /// destroyed by calls within calls; `isCut` becomes true then. What is sent is never cut.
     QJsonObject describe(Identifier id) const;
+    QJsonObject describe(Identifier id, bool& isCut) const;
 
 private:
     struct ParentLink {
@@ -134,6 +137,7 @@ private:
                       boost::multi_index::member<ServedBy, ConnectionNumber,
                                                  &ServedBy::connection>>>>;
 
+    QJsonObject describe(Identifier id, int levels, bool& isCut) const;
     bool isBelow(Identifier id, Identifier ancestor) const;
     bool servesTree(ConnectionNumber connection, Identifier id) const;
     bool handleElement(ConnectionNumber connection, const QJsonObject& element);

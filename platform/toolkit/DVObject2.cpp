@@ -72,11 +72,29 @@ void DVObject2::dismantle() {
     // The whole tree goes at once on the display; then the children find nothing left to do.
     leaveDisplay();
     destroyImplementation();
+    deleteOwned();
+}
+
+// Each level of owners is a call within a call; far down, an owner leaves its own to the one above.
+void DVObject2::deleteOwned() {
+    constexpr int deepest = 500;
+    static int depth = 0;
+    ++depth;
     while (!m_owned.empty()) {
         DVObject2* child = m_owned.back();
         m_owned.pop_back();
         child->m_owner = nullptr;
+        if (depth > deepest) {
+            child->leaveOwnedTo(*this);
+        }
         delete child;
+    }
+    --depth;
+}
+
+void DVObject2::leaveOwnedTo(DVObject2& other) {
+    for (DVObject2* child : std::exchange(m_owned, {})) {
+        other.own(child);
     }
 }
 

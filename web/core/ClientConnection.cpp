@@ -35,8 +35,12 @@ ClientConnection::~ClientConnection() {
 }
 
 void ClientConnection::send(const QJsonDocument& document, std::uint32_t dialog) {
+    sendText(toWireText(document), dialog);
+}
+
+void ClientConnection::sendText(const std::string& text, std::uint32_t dialog) {
     m_dialogs.insert(dialog);
-    m_messages->publish(m_channel, toWireText(document));
+    m_messages->publish(m_channel, text);
 }
 
 void ClientConnection::destroyAllDialogs() {

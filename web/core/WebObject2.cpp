@@ -2,6 +2,7 @@
 
 #include <QJsonArray>
 #include <QJsonDocument>
+#include <algorithm>
 #include <boost/core/demangle.hpp>
 #include <typeinfo>
 #include <utility>
@@ -15,6 +16,8 @@
 namespace DOVA {
 
 namespace {
+
+constexpr int s_deepestDestruction = 500;
 
 WebObject2* s_first = nullptr;
 
@@ -94,13 +97,25 @@ WebObject2::~WebObject2() {
     }
 }
 
+// Each level of a tree is a call within a call; far down, what is left goes from the leaves up.
 void WebObject2::destroyChildren() {
-    for (const Identifier child : m_service->getChildIds(m_identifier)) {
+    static int depth = 0;
+    std::vector<Identifier> children = m_service->getChildIds(m_identifier);
+    if (depth == s_deepestDestruction) {
+        for (std::size_t i = 0; i < children.size(); ++i) {
+            const std::vector<Identifier> below = m_service->getChildIds(children[i]);
+            children.insert(children.end(), below.begin(), below.end());
+        }
+        std::reverse(children.begin(), children.end());
+    }
+    const int outer = std::exchange(depth, std::min(depth + 1, s_deepestDestruction));
+    for (const Identifier child : children) {
         WebObject2* object = m_service ? m_service->getObject(child) : nullptr;
         if (object) {
             object->doDestory();
         }
     }
+    depth = outer;
 }
 
 void WebObject2::doDestory() {
@@ -281,28 +296,34 @@ void WebObject2::doSetParent(DVObject* parent) {
 }
 
 DVObject* WebObject2::doGetParent() {
-    WebObject2* parent =
-        m_service ? m_service->getObject(m_service->getParentId(m_identifier)) : nullptr;
-    if (!parent) {
+    if (!m_service) {
         return nullptr;
     }
-    return parent->isLayout() ? parent->doGetParent() : parent->getHandle();
+    WebObject2* parent = this;
+    do {
+        parent = m_service->getObject(m_service->getParentId(parent->identifier()));
+    } while (parent && parent->isLayout());
+    return parent ? parent->getHandle() : nullptr;
 }
 
 std::vector<DVObject*> WebObject2::doGetChildren(bool recursive) {
     std::vector<DVObject*> children;
-    if (!m_service) {
-        return children;
+    std::vector<Identifier> pending;
+    const auto prepend = [&](const std::vector<Identifier>& ids) {
+        pending.insert(pending.end(), ids.rbegin(), ids.rend());
+    };
+    if (m_service) {
+        prepend(m_service->getChildIds(m_identifier));
     }
-    for (const Identifier id : m_service->getChildIds(m_identifier)) {
-        WebObject2* child = m_service->getObject(id);
+    while (!pending.empty()) {
+        const WebObject2* child = m_service->getObject(pending.back());
+        pending.pop_back();
         if (!child) {
             continue;
         }
         children.push_back(child->getHandle());
         if (recursive) {
-            const std::vector<DVObject*> below = child->doGetChildren(true);
-            children.insert(children.end(), below.begin(), below.end());
+            prepend(m_service->getChildIds(child->identifier()));
         }
     }
     return children;

@@ -72,7 +72,13 @@ void WebObjectService2::setParent(Identifier child, Identifier parent) {
     }
 }
 
+// Nothing is below what has no children: so a tree that is built from its root, however deep, costs
+// no walk up for each object.
 bool WebObjectService2::isBelow(Identifier id, Identifier ancestor) const {
+    const auto& children = m_parents.get<ByParent>();
+    if (id != ancestor && children.find(ancestor) == children.end()) {
+        return false;
+    }
     while (id != 0 && id != ancestor) {
         id = getParentId(id);
     }
@@ -241,15 +247,32 @@ bool WebObjectService2::handleElement(ConnectionNumber connection, const QJsonOb
 }
 
 QJsonObject WebObjectService2::describe(Identifier id) const {
+    bool isCut = false;
+    return describe(id, isCut);
+}
+
+QJsonObject WebObjectService2::describe(Identifier id, bool& isCut) const {
+    constexpr int deepest = 4000;
+    return describe(id, deepest, isCut);
+}
+
+QJsonObject WebObjectService2::describe(Identifier id, int levels, bool& isCut) const {
     const WebObject2* object = getObject(id);
     if (!object) {
         return {};
     }
     QJsonObject description = object->getJSonObject();
-    QJsonArray contents;
     const auto range = m_parents.get<ByParent>().equal_range(id);
+    if (range.first == range.second) {
+        return description;
+    }
+    if (levels == 0) {
+        isCut = true;
+        return description;
+    }
+    QJsonArray contents;
     for (auto link = range.first; link != range.second; ++link) {
-        const QJsonObject child = describe(link->child);
+        const QJsonObject child = describe(link->child, levels - 1, isCut);
         if (!child.isEmpty()) {
             contents.append(child);
         }

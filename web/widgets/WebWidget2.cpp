@@ -2,6 +2,7 @@
 
 #include <QJsonDocument>
 
+#include "../core/DeepDescription.h"
 #include "../core/PropertyNames.h"
 #include "../core/TextConversions.h"
 #include "GeometryTexts.h"
@@ -114,13 +115,25 @@ void WebWidget2::doSetToolTipU(const std::u16string& text) {
 
 void WebWidget2::doShow() {
     WebObjectService2* service = getService();
-    if (!service || service->getConnectionNumbers(identifier()).empty()) {
+    if (!service) {
         return;
     }
-    QJsonObject description = service->describe(identifier());
+    const auto numbers = service->getConnectionNumbers(identifier());
+    if (numbers.empty()) {
+        return;
+    }
+    const QString parent = QString::number(service->getParentId(identifier()));
+    bool isCut = false;
+    QJsonObject description = service->describe(identifier(), isCut);
     description.insert(keys::msgType, QJsonValue(toQString(words::refresh)));
-    description.insert(keys::parentId, QString::number(service->getParentId(identifier())));
-    sendTextMessage(description);
+    description.insert(keys::parentId, parent);
+    if (isCut) {
+        const QJsonObject more{{keys::msgType, toQString(words::refresh)},
+                               {keys::parentId, parent}};
+        service->sendText(numbers, deepDescription(*service, identifier(), more));
+    } else {
+        sendTextMessage(description);
+    }
 }
 
 void WebWidget2::doHide() {

@@ -7,6 +7,7 @@
 #include <optional>
 
 #include "../core/BaseConnection.h"
+#include "../core/DeepDescription.h"
 #include "../core/ModuleEnd.h"
 #include "../core/PropertyNames.h"
 #include "../core/TextConversions.h"
@@ -159,7 +160,13 @@ void WebAbstractWindow2::showFirstTime() {
         return;
     }
     service->serveSubtree(identifier(), connect(identifier(), *client, *service));
-    client->send(QJsonDocument(service->describe(identifier())), identifier());
+    bool isCut = false;
+    const QJsonDocument description(service->describe(identifier(), isCut));
+    if (isCut) {
+        client->sendText(deepDescription(*service, identifier()), identifier());
+    } else {
+        client->send(description, identifier());
+    }
 }
 
 void WebAbstractWindow2::doShowAgain() {

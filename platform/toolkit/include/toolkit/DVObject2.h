@@ -72,6 +72,8 @@ private:
 
     void own(DVObject2* child);
     void endFollowers();
+    void deleteOwned();
+    void leaveOwnedTo(DVObject2& other);
 
     std::unique_ptr<DVObject2Emitters> m_emitters;
     DVFactory2* m_factory;
