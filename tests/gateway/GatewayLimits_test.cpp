@@ -23,6 +23,8 @@ class GatewayFaultTest : public GatewayFixture, public testing::WithParamInterfa
 
 TEST_P(GatewayFaultTest, closesWithItsCodeAndReasonAndEndsTheSession) {
     options.limits.upwardFrameBytes = 1000;
+    options.limits.upwardRecordsPerSecond = 10;
+    options.limits.upwardBurstRecords = 400;
     start();
     const auto page = openReady("me");
     page->send("2,0\x1e.\x1f" + std::string(994, 'x'));
@@ -38,7 +40,7 @@ TEST_P(GatewayFaultTest, closesWithItsCodeAndReasonAndEndsTheSession) {
 
 std::string manyPings() {
     std::string result;
-    for (int count = 0; count < 9000; ++count) {
+    for (int count = 0; count < 1000; ++count) {
         result += "\x89\x80mask";
     }
     return result;
