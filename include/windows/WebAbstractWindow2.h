@@ -13,9 +13,10 @@ namespace DOVA {
 /// The first show hands the window over: it gets a channel of its own and its whole description is
 /// published. Without a client at that moment it stays unconnected, unless it is announced again; a
 /// client whose windows are being closed counts as none, and while another one takes its place, the
-/// window is announced to that one. From then on each write goes to the client as it happens. The client in turn owns "geometry", "frameGeometry",
-/// "maximized", "minimized" and "title": what it reports under these names replaces what is stored,
-/// and the getters answer it. Its end tells the client to close the window.
+/// window is announced to that one. From then on each write goes to the client as it happens. The
+/// client in turn owns "geometry", "frameGeometry", "maximized", "minimized" and "title": what it
+/// reports under these names replaces what is stored, and the getters answer it. Its end tells the
+/// client to close the window.
 class DOVA_WEB_EXPORT WebAbstractWindow2 : public WebContainer2 {
 public:
     bool isWindow() const override;
@@ -37,7 +38,8 @@ public:
     virtual bool doIsMaximized() const;
     virtual void doSetTitle(const std::u16string& title);
     virtual std::u16string doGetTitle() const;
-    /// Written as the text "[x,y,width,height]"; the client reports an object. The bool is not used.
+    /// Written as the text "[x,y,width,height]"; the client reports an object. The bool is not
+    /// used.
     virtual void doSetFrameGeometry(diagram::RectTemplate<int> geometry, bool);
     /// What the client reported, truncated to whole pixels; zeros before.
     virtual diagram::RectTemplate<int> doGetFrameGeometry() const;
@@ -48,14 +50,15 @@ public:
     /// A path that does not hold the application root gets it put in front; "\" becomes "/".
     /// Without an application context or root nothing happens.
     virtual void doSetIconWithPath(const std::u16string& path);
-    virtual void doSetIcon(Icon icon);                              // no effect
-    virtual void doSetWindowState(DVFlags<WindowState> state);      // no effect
-    virtual DVFlags<WindowState> doGetWindowState() const;          // always empty
+    virtual void doSetIcon(Icon icon);                          // no effect
+    virtual void doSetWindowState(DVFlags<WindowState> state);  // no effect
+    virtual DVFlags<WindowState> doGetWindowState() const;      // always empty
     /// Written as "[x, y]".
     virtual void doMove(diagram::PointTemplate<int> position);
     virtual void init();  // no effect
 
-    /// May be run again: the window is then described anew, and a channel of a former client given up.
+    /// May be run again: the window is then described anew, and a channel of a former client given
+    /// up.
     void showFirstTime();
     /// Announces a window that was shown once more to the client that is there, as if it were shown
     /// for the first time; for windows that were shown while there was no client, or whose closing
