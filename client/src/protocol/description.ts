@@ -1,4 +1,4 @@
-import { asId, asText, isObject } from './guards.ts';
+import { asId, asText, isObject, type JsonObject } from './guards.ts';
 import { Key, Kind } from './names.ts';
 import { readProperties, type PartialValues, type Trigger } from './properties.ts';
 
@@ -13,6 +13,8 @@ export interface Description {
     readonly values: PartialValues;
     readonly triggers: readonly Trigger[];
     readonly contents: readonly unknown[];
+    /** As it arrived. */
+    readonly raw: JsonObject;
 }
 
 const NO_CONTENTS: readonly unknown[] = [];
@@ -43,5 +45,6 @@ export function decodeDescription(raw: unknown): Description | undefined {
         values,
         triggers,
         contents: Array.isArray(contents) ? contents : NO_CONTENTS,
+        raw,
     };
 }

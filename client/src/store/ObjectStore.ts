@@ -4,6 +4,7 @@ import { Key, Kind } from '../protocol/names.ts';
 import { readProperties, type Name, type Trigger, type Values } from '../protocol/properties.ts';
 import { asksToClose, type Refresh } from '../protocol/windowMessage.ts';
 import { OwnValues } from './OwnValues.ts';
+import { tellNews } from './redescribed.ts';
 import { StoredObject, subtree } from './StoredObject.ts';
 
 /** Deeper nesting is no dialog any more, and browsers lay elements out recursively. */
@@ -47,11 +48,17 @@ export class ObjectStore {
         return this.m_windows;
     }
 
-    /** A window was described on the page's channel. Answers it, or undefined if it cannot be. */
+    /**
+     * A window was described on the page's channel, perhaps not for the first time. Answers it, or
+     * undefined if it cannot be.
+     */
     open(description: Description): StoredObject | undefined {
         const existing = this.m_objects.get(description.id);
         if (existing !== undefined && existing.windowId !== existing.id) {
             return undefined;
+        }
+        if (existing !== undefined && this.update(existing, description)) {
+            return existing;
         }
         if (existing !== undefined) {
             this.forget(existing);
@@ -124,6 +131,17 @@ export class ObjectStore {
             this.detach(object);
             this.m_observer.removed(object);
         }
+    }
+
+    /** Writes what is another value now in a window whose objects are the same; false if not. */
+    private update(window: StoredObject, description: Description): boolean {
+        return tellNews(
+            window,
+            description,
+            (id) => this.m_windows.has(id),
+            ({ id, type }, values) => this.own.described(id, type, values, this.known),
+            (object, name, value) => this.write(object, name, value as Values[typeof name]),
+        );
     }
 
     /** The new value of one property, to be told with the next flush. */

@@ -102,11 +102,13 @@ export class Desktop implements WindowHost, WindowActions {
             return;
         }
         const focus = this.m_renderer.focus.within(frame.body);
+        const { scrollLeft, scrollTop } = frame.body;
         frame.object = object;
         frame.showChrome();
         this.m_renderer.forget(before);
         this.applyState(frame);
         this.m_renderer.fill(frame.body, object);
+        frame.body.scrollTo(scrollLeft, scrollTop);
         this.stack.show(frame);
         this.m_renderer.focus.restore(focus);
         afterLayout(() => this.settle(frame));

@@ -89,6 +89,32 @@ onStage('of an item and a text that come together the later one is the text', as
     assert.deepEqual(stage.events(11), [], 'the program knows its own text');
 });
 
+onStage('a window announced once more stays as the person has it', async (stage) => {
+    await stage.open(1, {}, [...form, widget(21, 'Text', { text: 'line\n'.repeat(60) })]);
+    const { page } = stage;
+    const name = page.getByLabel('Name');
+    stage.write(1, 1, { frameGeometry: '[40,50,300,200]' });
+    await name.pressSequentially('hello');
+    await name.press('ArrowLeft');
+    const place = (): Promise<unknown> =>
+        name.evaluate((e) => [e.closest('dialog')?.style.cssText, e.getBoundingClientRect().top]);
+    await name.evaluate((e) => e.closest('.body')?.scrollBy(0, 5));
+    const before = await place();
+    const [text, , ...others] = form;
+    const described = { id: '1', type: 'Dialog', title: 'Other', showNormal: true };
+    const lines = widget(21, 'Text', { text: 'line\n'.repeat(60) });
+    for (const more of [[lines], [lines, widget(22, 'Text', { text: 'one more' })]]) {
+        const edit = widget(11, 'Edit', { text: await name.inputValue() });
+        const all = { id: '2', type: 'BoxLayout', contents: [text, edit, ...others, ...more] };
+        stage.gateway.send(['.', { ...described, contents: [all] }]);
+        await stage.settled();
+        await page.keyboard.type('X');
+    }
+    assert.equal(await name.inputValue(), 'hellXXo');
+    assert.deepEqual(await place(), before);
+    await page.getByRole('dialog', { name: 'Other' }).getByText('one more').waitFor();
+});
+
 onStage('a subtree shown anew keeps the focus, the caret and what is typed', async (stage) => {
     const row = [widget(21, 'Text', { text: 'Town' }), widget(22, 'Edit', { text: 'old' })];
     await stage.open(1, {}, [...form, ...row]);

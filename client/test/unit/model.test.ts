@@ -97,7 +97,7 @@ test('only what differs is told, and a window described later is filled too', ()
     inbox.received(windowChannel(1), JSON.stringify(again));
     assert.deepEqual(shown(), filled);
     store.flush();
-    assert.equal(changed.length, 3 + 3 + 1);
+    assert.equal(changed.length, 3 + 1 + 1);
 });
 
 test('what was destroyed while the page was loaded anew is gone', () => {

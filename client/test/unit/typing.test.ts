@@ -74,7 +74,7 @@ class Scene {
         private readonly m_roll: (sides: number) => number,
     ) {
         const contents = [{ id: '2', type: 'Edit', text: '' }];
-        this.m_store.open({ id: 1, type: 'Dialog', values: {}, triggers: [], contents });
+        this.m_store.open({ id: 1, type: 'Dialog', values: {}, triggers: [], contents, raw: {} });
     }
 
     get isQuiet(): boolean {
