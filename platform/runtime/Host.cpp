@@ -17,6 +17,7 @@
 #include "runtime/Module.h"
 #include "runtime/StartError.h"
 #include "toolkit/ApplicationContext.h"
+#include "toolkit/DVAbstractWindow2.h"
 
 namespace DOVA::runtime {
 
@@ -55,6 +56,22 @@ void setApplicationRoot(const std::filesystem::path& root) {
                      : std::make_shared<DVServices::RootedApplicationContext>(root.string()));
 }
 
+/// The message bus, the application root and the signals are the process's own.
+class OneAtATime {
+public:
+    OneAtATime() {
+        if (std::exchange(s_isTaken, true)) {
+            throw StartError("there is a host in this process already, and there can be only one");
+        }
+    }
+    OneAtATime(const OneAtATime&) = delete;
+    OneAtATime& operator=(const OneAtATime&) = delete;
+    ~OneAtATime() { s_isTaken = false; }
+
+private:
+    static inline bool s_isTaken = false;
+};
+
 }  // namespace
 
 class Host::Implementation {
@@ -71,6 +88,8 @@ public:
     std::vector<std::function<void()>> m_onShutdown;
 
 private:
+    void pageIsThere(bool isNew);
+    void openDueWindows();
     void startModule();
     void endModule();
     void openGateway(const HostOptions& options);
@@ -78,6 +97,7 @@ private:
     void stopGateway();
 
     // In the order of their needs: each uses those before it until it ends.
+    const OneAtATime m_only;
     MainLoop m_loop;
     std::shared_ptr<InProcessBus> m_bus = installBus();
     PageListener m_pages;
@@ -88,14 +108,7 @@ private:
 };
 
 Host::Implementation::Implementation(const HostOptions& options)
-    : m_pages([this] {
-          // Posted, so that the library has dealt with the page's announcement before.
-          m_loop.post([this] {
-              if (m_onPage) {
-                  m_onPage();
-              }
-          });
-      }),
+    : m_pages([this](bool isNew) { pageIsThere(isNew); }, [this] { openDueWindows(); }),
       m_mirror([this](std::function<void()> call) { m_loop.post(std::move(call)); }) {
     if (options.loadModule) {
         m_module.emplace(options.module);
@@ -111,6 +124,23 @@ Host::Implementation::~Implementation() {
     m_bus->setWake({});
     setApplicationRoot({});
     MessageBus::install(nullptr);
+}
+
+// Posted, so that the library has dealt with the page's announcement before. What the program makes
+// anew for the page has taken the place of what waited for it by the time that is opened.
+void Host::Implementation::pageIsThere(bool isNew) {
+    if (isNew) {
+        m_loop.post([this] {
+            if (m_onPage) {
+                m_onPage();
+            }
+        });
+    }
+    openDueWindows();
+}
+
+void Host::Implementation::openDueWindows() {
+    m_loop.post([] { DVAbstractWindow2::openDue(); });
 }
 
 void Host::Implementation::startModule() {
@@ -206,8 +236,17 @@ void Host::post(std::function<void()> callable) {
     m_implementation->loop().post(std::move(callable));
 }
 
+void Host::post(const Owner& owner, std::function<void()> callable) {
+    post(owner.whileAlive(std::move(callable)));
+}
+
 Timer Host::after(std::chrono::milliseconds delay, std::function<void()> callable) {
     return m_implementation->loop().after(delay, std::move(callable));
+}
+
+Timer Host::after(const Owner& owner, std::chrono::milliseconds delay,
+                  std::function<void()> callable) {
+    return after(delay, owner.whileAlive(std::move(callable)));
 }
 
 void Host::watchInput(int descriptor, std::function<void()> callable) {

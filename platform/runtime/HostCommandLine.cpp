@@ -33,6 +33,10 @@ HostCommandLine::HostCommandLine(CLI::App& app) : m_app(app) {
     app.add_option("--token-file", m_options.tokenFile,
                    "Keep the secret part of the address in this file, for the next start")
         ->type_name("FILE");
+    if (app.get_version_ptr() == nullptr) {
+        app.set_version_flag("--version", app.get_name() + " (dova2_web) " DOVA_VERSION,
+                             "Print the version and exit");
+    }
 }
 
 std::optional<int> HostCommandLine::parse(int argc, const char* const* argv) {
@@ -40,6 +44,9 @@ std::optional<int> HostCommandLine::parse(int argc, const char* const* argv) {
         m_app.parse(argc, argv);
     } catch (const CLI::CallForHelp&) {
         std::cout << m_app.help();
+        return 0;
+    } catch (const CLI::CallForVersion& version) {
+        std::cout << version.what() << std::endl;
         return 0;
     } catch (const CLI::ParseError& error) {
         return refuse(error.what());

@@ -21,10 +21,19 @@ void report(const char* what) noexcept {
     log::writeLine("runtime: a call of the program threw: " + std::string(what));
 }
 
+// A program that is to outlive its terminal is started so.
+bool isHangUpIgnored() {
+    struct sigaction present {};
+    return sigaction(SIGHUP, nullptr, &present) == 0 && present.sa_handler == SIG_IGN;
+}
+
 }  // namespace
 
 MainLoop::MainLoop()
     : m_context(std::make_shared<asio::io_context>()), m_signals(*m_context, SIGINT, SIGTERM) {
+    if (!isHangUpIgnored()) {
+        m_signals.add(SIGHUP);
+    }
     waitForSignal();
 }
 

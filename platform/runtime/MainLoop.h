@@ -16,7 +16,8 @@ namespace DOVA::runtime {
 /// io_context. An exception of a call becomes one line on standard error.
 class MainLoop {
 public:
-    /// SIGINT and SIGTERM are caught from here on, until run() returns.
+    /// SIGINT, SIGTERM and SIGHUP, unless ignored so far, are caught from here on, until run()
+    /// returns.
     MainLoop();
     MainLoop(const MainLoop&) = delete;
     MainLoop& operator=(const MainLoop&) = delete;

@@ -2,12 +2,14 @@
 
 #include <dlfcn.h>
 
+#include <set>
 #include <string>
 #include <utility>
 
 #include "InstalledFiles.h"
 #include "host/FunctionEvaluation.h"
 #include "runtime/StartError.h"
+#include "toolkit/DVFactory2.h"
 
 namespace DOVA::runtime {
 
@@ -36,6 +38,17 @@ void* find(void* handle, const std::filesystem::path& path, const char* name) {
     return symbol;
 }
 
+// Those that offer themselves to the front classes do so once: a second start of theirs does
+// nothing, and what is made then would have nothing behind it.
+std::set<void*>& startedModules() {
+    static std::set<void*> handles;
+    return handles;
+}
+
+bool servesFrontClasses() {
+    return DVFactory2::getFactory(StringID::setStringID("web")) != nullptr;
+}
+
 std::vector<host::ArrayPointer> answerOnline(const std::vector<const kaArray*>&, int) {
     std::vector<host::ArrayPointer> answer;
     answer.emplace_back(kaCreateLogicalScalar(true));
@@ -47,6 +60,11 @@ std::vector<host::ArrayPointer> answerOnline(const std::vector<const kaArray*>&,
 Module::Module(const std::filesystem::path& chosen) {
     const std::filesystem::path path = chosen.empty() ? InstalledFiles::module() : chosen;
     void* handle = load(path);
+    if (startedModules().count(handle) > 0) {
+        throw StartError("the module \"" + path.string() +
+                         "\" has served a host in this process before and does not start again");
+    }
+    m_handle = handle;
     m_initialise = reinterpret_cast<EntryPoint>(find(handle, path, s_initialise));
     m_terminate = reinterpret_cast<EntryPoint>(find(handle, path, s_terminate));
     m_online = reinterpret_cast<Flag>(find(handle, path, s_online));
@@ -59,6 +77,9 @@ Module::~Module() {
 void Module::initialise() {
     m_running = true;
     m_initialise();
+    if (servesFrontClasses()) {
+        startedModules().insert(m_handle);
+    }
 }
 
 void Module::goOnline() {

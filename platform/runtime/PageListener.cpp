@@ -12,11 +12,18 @@ namespace {
 constexpr const char* s_rootChannel = "/dova2/web";
 const QLatin1String s_clientReady("clientReady");
 const QLatin1String s_clientDestroyed("clientDestroyed");
+constexpr const char* s_dialogDestroyed = "dialogDestroyed";
+
+// The windows that the library describes on the same channel may be large; a request is short.
+constexpr std::size_t s_longestRequest = 200;
 
 }  // namespace
 
-PageListener::PageListener(std::function<void()> onNewPage)
-    : m_onNewPage(std::move(onNewPage)), m_messages("dova_runtime") {
+PageListener::PageListener(std::function<void(bool isNew)> onPage,
+                           std::function<void()> onCloseRequest)
+    : m_onPage(std::move(onPage)),
+      m_onCloseRequest(std::move(onCloseRequest)),
+      m_messages("dova_runtime") {
     m_messages.subscribe(s_rootChannel, [this](const std::string& text) { hear(text); });
 }
 
@@ -26,12 +33,25 @@ void PageListener::hear(const std::string& text) {
     if (ready.isString()) {
         const bool isNew = std::exchange(m_page, ready.toString().toStdString()) != m_page;
         if (isNew) {
-            m_onNewPage();
+            listenTo(ready.toString());
         }
+        m_onPage(isNew);
     } else if (ready.isUndefined() &&
                message.value(s_clientDestroyed) == QString::fromStdString(m_page)) {
         m_page.clear();
     }
+}
+
+void PageListener::listenTo(const QString& page) {
+    if (m_pageChannel != 0) {
+        m_messages.unsubscribe(m_pageChannel);
+    }
+    const std::string channel = std::string(s_rootChannel) + "/" + page.toLatin1().toStdString();
+    m_pageChannel = m_messages.subscribe(channel, [this](const std::string& text) {
+        if (text.size() <= s_longestRequest && text.find(s_dialogDestroyed) != text.npos) {
+            m_onCloseRequest();
+        }
+    });
 }
 
 }  // namespace DOVA::runtime

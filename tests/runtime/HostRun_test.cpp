@@ -8,6 +8,8 @@
 
 #include "HostFixture.h"
 #include "runtime/Module.h"
+#include "toolkit/DVDialog2.h"
+#include "wiro/CallableConnection.h"
 
 namespace DOVA::runtime {
 
@@ -61,6 +63,58 @@ TEST_F(HostRunTest, CallsTheProgramInTheLoopAfterTheLibraryAndShutsDownInOrder) 
     EXPECT_NE(tdom::messaging::MessageBus::current(), bus.lock()) << "the next host has its own";
     EXPECT_THAT(events(), ElementsAre("initialise", "online", "library heard " + readyA, "page",
                                       "shutdown 2", "terminate", "farewell"));
+}
+
+/// What onPage makes anew stands for what waited, so it comes first.
+TEST_F(HostRunTest, OpensWhatWaitsForAPageAfterTheProgramHasHadItsSay) {
+    start();
+    DVDialog2 early;
+    auto replaced = std::make_unique<DVDialog2>();
+    for (DVDialog2* dialog : {replaced.get(), &early}) {
+        WIRO::connect(dialog->emitters()->isVisible, [] { return true; });
+        WIRO::connect(dialog->emitters()->showAgain,
+                      [this, name = dialog == &early ? "early" : "replaced"] { note(name); });
+        dialog->show();
+    }
+    events().clear();
+    host->onPage([&] {
+        note("page");
+        replaced.reset();
+        throw std::runtime_error("which does not matter");
+    });
+    runThrough({readyA});
+    EXPECT_THAT(events(), ElementsAre("library heard " + readyA, "page", "early", "terminate"));
+}
+
+/// The calls are made, or dropped, on the loop: no thread looks at the owner.
+TEST_F(HostRunTest, AThreadThatOutlivesWhatItWorksForReachesNothing) {
+    start();
+    DVDialog2 dialog;
+    auto closed = std::make_unique<DVDialog2>();
+    const auto shared = std::make_shared<int>();
+    auto dropped = std::make_shared<int>();
+    const std::pair<Owner, const char*> owners[] = {{Owner(dialog), "dialog"},
+                                                    {Owner(*closed), "closed"},
+                                                    {Owner(shared), "shared"},
+                                                    {Owner(dropped), "dropped"}};
+    host->post([&] {
+        closed.reset();
+        dropped.reset();
+    });
+    std::thread worker([&] {
+        for (const auto& [owner, name] : owners) {
+            host->post(owner, [this, text = name] { note(text); });
+        }
+        host->post([&] { host->after(std::chrono::milliseconds(0), [&] { host->quit(); }); });
+    });
+    for (const auto& [owner, name] : owners) {
+        host->after(owner, std::chrono::milliseconds(0), [this, text = name] { note(text); });
+    }
+    events().clear();
+    host->run();
+    worker.join();
+    EXPECT_THAT(events(),
+                testing::UnorderedElementsAre("dialog", "dialog", "shared", "shared", "terminate"));
 }
 
 TEST_F(HostRunTest, EndsTheModuleAlsoWhenItNeverRan) {

@@ -2,6 +2,7 @@
 #include <boost/asio/ip/tcp.hpp>
 #include <cstdlib>
 #include <functional>
+#include <iostream>
 
 #include "HostFixture.h"
 
@@ -48,6 +49,22 @@ TEST_F(HostStartTest, SaysInOneSentenceWhyItDoesNotAndStartsNothing) {
     }
     options = good;
     EXPECT_NO_THROW(start()) << "the port was not given back";
+}
+
+TEST_F(HostStartTest, ThereIsOneAtATimeAndTheRealModuleStartsOnce) {
+    start();
+    EXPECT_THROW(Host{options}, StartError);
+    EXPECT_THAT(events(), testing::ElementsAre("initialise", "online")) << "the first one goes on";
+    host.reset();
+    EXPECT_EXIT(
+        {
+            options.module = REAL_MODULE;
+            start();
+            host.reset();
+            std::cerr << refusal();
+            std::exit(0);
+        },
+        testing::ExitedWithCode(0), "has served a host in this process .* does not start again");
 }
 
 TEST_F(HostStartTest, TakesTheModuleFromTheEnvironmentUnlessAnOptionNamesOne) {

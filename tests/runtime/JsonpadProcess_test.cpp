@@ -5,9 +5,11 @@
 #include <boost/process.hpp>
 #include <chrono>
 #include <csignal>
+#include <fstream>
 #include <iterator>
 #include <stdexcept>
 #include <string>
+#include <utility>
 #include <vector>
 
 #include "support/TemporaryFolder.h"
@@ -89,7 +91,7 @@ TEST(JsonpadProcessTest, EndsABadRunWithOneLineThatSaysWhy) {
 }
 
 TEST(JsonpadProcessTest, PrintsOneAddressAndServesUntilTheSignal) {
-    for (const int signal : {SIGINT, SIGTERM}) {
+    for (const int signal : {SIGINT, SIGTERM, SIGHUP}) {
         Jsonpad jsonpad({"a.json"}, "{}");
         std::string address;
         std::getline(jsonpad.output, address);
@@ -123,10 +125,29 @@ TEST(JsonpadProcessTest, ASecondSignalEndsItOnTheSpotWhileItSaysGoodbye) {
 }
 
 TEST(JsonpadProcessTest, TellsItsOptionsWhenAskedAndEnds) {
-    Jsonpad jsonpad({"--help"}, "{}");
-    EXPECT_THAT(rest(jsonpad.output), testing::HasSubstr("--allow-remote"));
+    for (const auto& [option, answer] : {std::pair("--help", "--allow-remote"),
+                                         {"--version", "jsonpad (dova2_web) " DOVA_VERSION}}) {
+        Jsonpad jsonpad({option}, "{}");
+        EXPECT_THAT(rest(jsonpad.output), testing::HasSubstr(answer));
+        jsonpad.process.wait();
+        EXPECT_EQ(jsonpad.process.native_exit_code(), 0);
+    }
+}
+
+/// As nohup starts it.
+TEST(JsonpadProcessTest, OutlivesItsTerminalWhenItIsStartedSo) {
+    const auto before = std::signal(SIGHUP, SIG_IGN);
+    Jsonpad jsonpad({"a.json"}, "{}");
+    std::signal(SIGHUP, before);
+    std::string address, word, ignored;
+    std::getline(jsonpad.output, address);
+    std::ifstream status("/proc/" + std::to_string(jsonpad.process.id()) + "/status");
+    while (word != "SigIgn:" && status >> word) {
+    }
+    status >> ignored;
+    EXPECT_EQ(std::stoull(ignored, nullptr, 16) & (1u << (SIGHUP - 1)), 1u);
+    ::kill(jsonpad.process.id(), SIGTERM);
     jsonpad.process.wait();
-    EXPECT_EQ(jsonpad.process.native_exit_code(), 0);
 }
 
 }  // namespace

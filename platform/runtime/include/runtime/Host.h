@@ -7,6 +7,7 @@
 
 #include "runtime/Export.h"
 #include "runtime/HostOptions.h"
+#include "runtime/Owner.h"
 #include "runtime/Timer.h"
 
 namespace DOVA::runtime {
@@ -22,7 +23,8 @@ namespace DOVA::runtime {
 /// what it threw, and the loop goes on. For a handler of what the user does the module says it, on
 /// the host's console; every other handler is called all the same.
 ///
-/// The module serves one host in the life of a process: once terminated it does not start again.
+/// There is one host at a time, and the module serves one in the life of a process: once terminated
+/// it does not start again. A host that cannot be for that reason is refused with a StartError.
 class DOVA_RUNTIME_EXPORT Host {
 public:
     /// Starts everything but the loop: the program's address is taken, pages wait until run().
@@ -38,8 +40,10 @@ public:
     std::string address() const;
 
     /// Sets what is called for every page that opens the address: the place to make the dialogs and
-    /// to show them. What an earlier page showed has been asked to close by then. A page that
-    /// comes back after a reload or a lost connection is not new. An empty callable takes it back.
+    /// to show them. What an earlier page showed has been asked to close by then. Windows that were
+    /// opened while no page was there, also before run(), are opened on the page after this call,
+    /// unless it has closed or destroyed them. A page that comes back after a reload or a lost
+    /// connection is not new. An empty callable takes it back.
     void onPage(std::function<void()> callable);
 
     /// Adds a call for the beginning of the shut-down, while everything is still in place; the
@@ -50,9 +54,17 @@ public:
     /// still waiting when the host ends are dropped.
     void post(std::function<void()> callable);
 
+    /// The same for a call that uses its owner, as a dialog that a thread works for: the main loop
+    /// drops it when the owner is gone by then. The thread gets a copy of the Owner, which was made
+    /// on the main thread, and may run on for longer than the owner, but not than the host.
+    void post(const Owner& owner, std::function<void()> callable);
+
     /// Has the main loop make a call once, `delay` from now; a negative delay counts as none.
     /// Main thread.
     Timer after(std::chrono::milliseconds delay, std::function<void()> callable);
+    /// The same for a call that uses its owner: dropped when the owner is gone by then.
+    Timer after(const Owner& owner, std::chrono::milliseconds delay,
+                std::function<void()> callable);
 
     /// Has the main loop call `callable` whenever `descriptor` (a terminal, pipe or socket) has
     /// something to read or its other side is gone: again and again until all of it is read. An
@@ -61,7 +73,8 @@ public:
     /// std::system_error when the descriptor cannot be waited for, as a regular file. Main thread.
     void watchInput(int descriptor, std::function<void()> callable);
 
-    /// Serves until SIGINT, SIGTERM or quit(), then shuts down in order: shutdown calls, module,
+    /// Serves until SIGINT, SIGTERM, SIGHUP (unless the program was started with that one ignored,
+    /// as nohup does) or quit(), then shuts down in order: shutdown calls, module,
     /// pages (they are told that the program has ended), and whatever is left in the loop, for
     /// two seconds or so at the most. A second signal meanwhile ends the process on the spot.
     /// Gives the exit code: 0 after a signal, else that of quit(). To be called once.

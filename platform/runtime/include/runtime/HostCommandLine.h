@@ -12,8 +12,9 @@ class App;
 namespace DOVA::runtime {
 
 /// The options that every served program takes, added to the program's own command line:
-/// `--port N`, `--bind ADDRESS`, `--allow-remote`, `--host NAME`, `--origin URL` and
-/// `--token-file FILE`, beside the `--help` that CLI::App brings along.
+/// `--port N`, `--bind ADDRESS`, `--allow-remote`, `--host NAME`, `--origin URL`,
+/// `--token-file FILE`, and `--version`, which tells the version of this library unless `app` has a
+/// version flag; beside the `--help` that CLI::App brings along.
 class DOVA_RUNTIME_EXPORT HostCommandLine {
 public:
     /// Adds the options; `app` and this object must stay where they are until parse() is done. The
@@ -23,8 +24,8 @@ public:
     HostCommandLine& operator=(const HostCommandLine&) = delete;
 
     /// Reads the command line. Gives the exit code when the program is to end at once: 0 after
-    /// `--help`, whose text goes to standard output; 2 for a bad command line, of which one line
-    /// on standard error tells.
+    /// `--help` or `--version`, whose text goes to standard output; 2 for a bad command line, of
+    /// which one line on standard error tells.
     std::optional<int> parse(int argc, const char* const* argv);
 
     /// What was asked for; the defaults before parse().

@@ -12,7 +12,8 @@ namespace DOVA::runtime {
 class DOVA_RUNTIME_EXPORT Module {
 public:
     /// Loads it and finds its entry points. An empty path means the value of the environment
-    /// variable DOVA_WEB_MODULE, else "libdova2_web.so" beside this library. Throws StartError.
+    /// variable DOVA_WEB_MODULE, else "libdova2_web.so" beside this library. Throws StartError,
+    /// also for a module that was started in this process before.
     explicit Module(const std::filesystem::path& path);
     Module(const Module&) = delete;
     Module& operator=(const Module&) = delete;
@@ -31,6 +32,7 @@ private:
     using EntryPoint = void (*)();
     using Flag = bool (*)();
 
+    void* m_handle;
     EntryPoint m_initialise;
     EntryPoint m_terminate;
     Flag m_online;
