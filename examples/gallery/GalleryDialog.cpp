@@ -2,7 +2,7 @@
 
 namespace gallery {
 
-GalleryDialog::GalleryDialog() {
+GalleryDialog::GalleryDialog(DOVA::runtime::Host& host) : m_work(&m_book, m_log, host) {
     setTitle(u"Gallery");
     setIconWithPath(u"star.svg");
     setLayout(&m_rows);

@@ -8,6 +8,7 @@
 #include "TabsPage.h"
 #include "TextsPage.h"
 #include "WindowsPage.h"
+#include "WorkPage.h"
 #include "toolkit/DVBoxLayout2.h"
 #include "toolkit/DVDialog2.h"
 #include "toolkit/DVGroupBox2.h"
@@ -20,7 +21,8 @@ namespace gallery {
 /// The gallery's window: its pages, and below them what the user did last.
 class GalleryDialog : public DOVA::DVDialog2 {
 public:
-    GalleryDialog();
+    /// `host` outlives the dialog.
+    explicit GalleryDialog(DOVA::runtime::Host& host);
     ~GalleryDialog() override;
 
 private:
@@ -42,6 +44,7 @@ private:
     TabsPage m_tabs{&m_book, m_log};
     LooksPage m_looks{&m_book, m_log};
     WindowsPage m_windows{&m_book, m_log};
+    WorkPage m_work;
 };
 
 }  // namespace gallery

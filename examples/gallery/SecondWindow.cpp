@@ -24,6 +24,7 @@ void SecondWindow::arrange() {
     setLayout(&m_rows);
     m_rows.addWidget(&m_grid);
     m_rows.addWidget(&m_size);
+    m_rows.addWidget(&m_refusal);
     m_rows.addWidget(&m_buttons);
     m_grid.addWidget(&m_titleLabel);
     m_grid.addWidget(&m_title);

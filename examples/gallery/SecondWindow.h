@@ -2,6 +2,7 @@
 
 #include "toolkit/DVBoxLayout2.h"
 #include "toolkit/DVButton2.h"
+#include "toolkit/DVCheckBox2.h"
 #include "toolkit/DVDialog2.h"
 #include "toolkit/DVEdit2.h"
 #include "toolkit/DVGridLayout2.h"
@@ -19,6 +20,8 @@ public:
     ~SecondWindow() override;
 
     DOVA::DVButton2& closeButton() { return m_close; }
+    /// Whether the user wants to see a window that refuses to be closed.
+    bool refusesToClose() const { return m_refusal.isChecked(); }
 
 private:
     void arrange();
@@ -29,6 +32,7 @@ private:
     DOVA::DVText2 m_titleLabel{this, u"Title"};
     DOVA::DVEdit2 m_title{this};
     DOVA::DVText2 m_size{this, u"Pull at an edge of this window."};
+    DOVA::DVCheckBox2 m_refusal{this, u"Refuse to close"};
     DOVA::DVPanel2 m_buttons{this};
     DOVA::DVBoxLayout2 m_buttonRow;
     DOVA::DVButton2 m_maximize{&m_buttons, u"Maximize"};

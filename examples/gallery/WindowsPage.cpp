@@ -34,9 +34,20 @@ void WindowsPage::addWindows() {
 void WindowsPage::open(bool isModal) {
     m_window = std::make_unique<SecondWindow>(isModal);
     m_window->closeButton().onClick([this] { close(); });
-    m_window->onCloseRequest([this] { close(); });
+    m_window->onCloseRequest([this] { closeUnlessRefused(); });
     m_window->show();
     tell(isModal ? u"A modal window is open" : u"A window is open");
+}
+
+// It was asked by its X, or because the page goes. Without an answer the X would be dead from now
+// on.
+void WindowsPage::closeUnlessRefused() {
+    if (m_window->refusesToClose()) {
+        m_window->stayOpen();
+        tell(u"The window refuses to close");
+    } else {
+        close();
+    }
 }
 
 void WindowsPage::close() {

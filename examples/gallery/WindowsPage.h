@@ -17,6 +17,7 @@ private:
     void addWindows();
     void addMessages();
     void open(bool isModal);
+    void closeUnlessRefused();
     void close();
 
     std::unique_ptr<SecondWindow> m_window;

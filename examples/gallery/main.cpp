@@ -14,8 +14,8 @@ int serve(DOVA::runtime::HostOptions options) {
     options.applicationRoot = gallery::imageFolder();
     DOVA::runtime::Host host(options);
     std::unique_ptr<gallery::GalleryDialog> dialog;
-    host.onPage([&dialog] {
-        dialog = std::make_unique<gallery::GalleryDialog>();
+    host.onPage([&] {
+        dialog = std::make_unique<gallery::GalleryDialog>(host);
         dialog->onCloseRequest([&dialog] { dialog.reset(); });
         dialog->show();
     });

@@ -1,8 +1,10 @@
+#include <CLI/CLI.hpp>
 #include <exception>
 #include <iostream>
 #include <memory>
 
 #include "runtime/Host.h"
+#include "runtime/HostCommandLine.h"
 #include "toolkit/DVBoxLayout2.h"
 #include "toolkit/DVButton2.h"
 #include "toolkit/DVDialog2.h"
@@ -31,8 +33,13 @@ struct HelloDialog : DOVA::DVDialog2 {
     DOVA::DVText2 greeting{this};
 };
 
-int main() try {
-    DOVA::runtime::Host host({});
+int main(int argc, char** argv) try {
+    CLI::App app("Greets whoever tells a name.", "hello");
+    DOVA::runtime::HostCommandLine commandLine(app);
+    if (const auto exitCode = commandLine.parse(argc, argv)) {
+        return *exitCode;
+    }
+    DOVA::runtime::Host host(commandLine.options());
     std::unique_ptr<HelloDialog> dialog;
     host.onPage([&] {
         dialog = std::make_unique<HelloDialog>();

@@ -142,14 +142,4 @@ void Form::show(const std::vector<std::size_t>& members) {
     }
 }
 
-int Form::tab() const {
-    return m_tabs != nullptr ? m_tabs->currentIndex() : -1;
-}
-
-void Form::setTab(int index) {
-    if (m_tabs != nullptr && index >= 0) {
-        m_tabs->setCurrentIndex(index);
-    }
-}
-
 }  // namespace jsonpad

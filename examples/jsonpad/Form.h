@@ -27,10 +27,6 @@ public:
     /// Shows the document's present values in the fields of these members.
     void show(const std::vector<std::size_t>& members);
 
-    /// The tab that is in front, -1 where there are none.
-    int tab() const;
-    void setTab(int index);
-
 private:
     /// Where the members of an object go: short ones into the grid, big ones below it.
     struct Section {

@@ -18,23 +18,11 @@ void Jsonpad::show() {
 }
 
 void Jsonpad::buildDialog() {
-    m_windowAskedToClose = false;
     m_dialog = std::make_unique<PadDialog>(m_document, m_schema, m_fileName);
     m_dialog->saveButton().onClick([this] { save(JsonFile::IfChanged::Refuse); });
     m_dialog->revertButton().onClick([this] { revert(); });
     m_dialog->closeButton().onClick([this] { close(); });
-    m_dialog->onCloseRequest([this] { closeWindow(); });
-}
-
-void Jsonpad::reopenDialog() {
-    const auto place = m_dialog->frameGeometry();
-    const int tab = m_dialog->form().tab();
-    buildDialog();
-    m_dialog->form().setTab(tab);
-    if (place.width > 0) {
-        m_dialog->setFrameGeometry(place);
-    }
-    m_dialog->show();
+    m_dialog->onCloseRequest([this] { close(); });
 }
 
 void Jsonpad::save(JsonFile::IfChanged ifChanged) {
@@ -62,12 +50,6 @@ void Jsonpad::revert() {
     m_dialog->showAgain(m_document.revert());
 }
 
-// A window that was asked to close once is not asked again: to stay, it has to be opened anew.
-void Jsonpad::closeWindow() {
-    m_windowAskedToClose = true;
-    close();
-}
-
 void Jsonpad::close() {
     if (m_document.isModified()) {
         askWhetherToSave();
@@ -87,9 +69,7 @@ void Jsonpad::askWhetherToSave() {
 
 void Jsonpad::stay() {
     m_question.reset();
-    if (m_windowAskedToClose) {
-        reopenDialog();
-    }
+    m_dialog->stayOpen();
 }
 
 void Jsonpad::saveAndClose() {

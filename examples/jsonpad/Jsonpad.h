@@ -23,12 +23,10 @@ public:
 
 private:
     void buildDialog();
-    void reopenDialog();
 
     void save(JsonFile::IfChanged ifChanged);
     void tellSaved();
     void revert();
-    void closeWindow();
     void close();
     void saveAndClose();
     void discardAndClose();
@@ -42,7 +40,6 @@ private:
     const std::u16string m_fileName;
     std::unique_ptr<PadDialog> m_dialog;
     std::unique_ptr<QuestionDialog> m_question;
-    bool m_windowAskedToClose = false;
 };
 
 }  // namespace jsonpad

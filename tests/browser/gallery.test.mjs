@@ -275,6 +275,10 @@ visits('Windows', 'a second one, modal or not, and message boxes', async (visit,
     await mine.getByText(/^[1-8]\d\d by \d+ pixels$/).waitFor();
     const { x, y } = await visit.named('button', 'Say it').boundingBox();
     await page.mouse.click(x + 2, y + 2);
+    await visit.field('Refuse to close').check();
+    await visit.field('Title').press('Escape');
+    await visit.hears('The window refuses to close');
+    await visit.field('Refuse to close').uncheck();
     await visit.field('Title').press('Escape');
     await visit.hears('The window is closed');
     assert.equal(await visit.page.getByRole('alertdialog').count(), 0, 'it was out of reach');
@@ -290,6 +294,12 @@ visits('Windows', 'a second one, modal or not, and message boxes', async (visit,
         await box.getByRole('button', { name: 'OK' }).click();
         await box.waitFor({ state: 'hidden' });
     }
+});
+
+visits('Work', 'a thread of its own tells how far it is', async (visit) => {
+    await visit.push('Count primes');
+    await visit.page.getByText('78498 primes below 1000000').waitFor();
+    await visit.hears('All primes are counted');
 });
 
 visits('Windows', 'moved and sized by pointer and by keys', async (visit, page) => {

@@ -1,7 +1,7 @@
 import assert from 'node:assert/strict';
 import { mkdir, rm } from 'node:fs/promises';
 import { CuttableProxy } from './support/CuttableProxy.mjs';
-import { everyEngine, inEach } from './support/engines.mjs';
+import { chromiumOnly, everyEngine, inEach } from './support/engines.mjs';
 import { Program } from './support/Program.mjs';
 import { jana, onScene, onSceneEverywhere } from './support/Scene.mjs';
 
@@ -18,6 +18,21 @@ inEach(everyEngine, 'hello greets who tells a name, by button and by Enter', asy
     await page.keyboard.press('Enter');
     await page.getByText('Hello, Grace!').waitFor();
     assert.equal(await program.end(), 0);
+});
+
+inEach(chromiumOnly, 'the example of the README works as it stands, and can be closed', async (browser, t) => {
+    const program = await Program.start('readme_example');
+    t.after(() => program.end());
+    const page = await browser.newPage();
+    t.after(() => page.close());
+    await page.goto(program.address);
+    for (let round = 0; round < 2; ++round) {
+        await page.getByRole('textbox').fill('Ada');
+        await page.getByRole('button', { name: 'Greet' }).click();
+        await page.getByText('Hello, Ada!').waitFor();
+        await page.getByRole('button', { name: 'Close' }).click();
+        await page.getByRole('button', { name: 'Start again' }).click();
+    }
 });
 
 onSceneEverywhere('a reload keeps what was typed half, and it can be saved', async (scene) => {
