@@ -117,6 +117,7 @@ Host::Implementation::Implementation(const HostOptions& options)
     m_loop.deliver(m_bus);
     setApplicationRoot(options.applicationRoot);
     startModule();
+    DVAbstractWindow2::openDue();  // from here on windows wait
 }
 
 Host::Implementation::~Implementation() {

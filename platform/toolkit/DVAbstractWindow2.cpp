@@ -1,7 +1,7 @@
 #include "toolkit/DVAbstractWindow2.h"
 
 #include <algorithm>
-#include <vector>
+#include <utility>
 
 namespace DOVA {
 
@@ -35,6 +35,7 @@ void DVAbstractWindow2::showImplementation() {
 void DVAbstractWindow2::openBy(WIRO::Emitter<void()>& request) {
     const bool wasOnDisplay = isOnDisplay();
     request.emit();
+    markOpened();
     takeToPage(wasOnDisplay);
 }
 
@@ -43,10 +44,13 @@ bool DVAbstractWindow2::isOpened() const {
     return std::find(windows.begin(), windows.end(), this) != windows.end();
 }
 
-// What the program opens after a close request is announced once more, for its X to work again.
-void DVAbstractWindow2::takeToPage(bool wasOnDisplay) {
+void DVAbstractWindow2::markOpened() {
     leaveOpened();
     opened().push_back(this);
+}
+
+// What is opened after a close request is announced once more, for its X to work again.
+void DVAbstractWindow2::takeToPage(bool wasOnDisplay) {
     if (s_hostTellsOfPages && !isOnDisplay()) {
         emitters()->showAgain.emit();
     }
@@ -55,6 +59,19 @@ void DVAbstractWindow2::takeToPage(bool wasOnDisplay) {
         described();
         cameToFront();
     }
+    if (!m_awaitsPage) {
+        for (const TextMessage& message : std::exchange(m_kept, {})) {
+            emitters()->sendTextMessage.emit(message);
+        }
+    }
+}
+
+bool DVAbstractWindow2::keepForPage(const TextMessage& message) {
+    const bool isKept = s_hostTellsOfPages && (m_awaitsPage || !isOpened());
+    if (isKept) {
+        m_kept.push_back(message);
+    }
+    return isKept;
 }
 
 void DVAbstractWindow2::leaveOpened() {
@@ -62,9 +79,11 @@ void DVAbstractWindow2::leaveOpened() {
     windows.erase(std::remove(windows.begin(), windows.end(), this), windows.end());
 }
 
+// One that waits may have been announced by the backend, which knew of the page before the host
+// did.
 bool DVAbstractWindow2::isDue() const {
     const bool isAskedToClose = m_destroyRequest.numberOfConnections() > 0;
-    return isVisible() && (m_awaitsPage || !isAskedToClose) && !isOnDisplay();
+    return isVisible() && (m_awaitsPage || !(isAskedToClose || isOnDisplay()));
 }
 
 void DVAbstractWindow2::openDue() {
@@ -150,6 +169,7 @@ void DVAbstractWindow2::stayOpen() {
         emitters()->showAgain.emit();
     }
     emitters()->show.emit();
+    markOpened();
     takeToPage(wasOnDisplay);
 }
 

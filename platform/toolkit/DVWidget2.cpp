@@ -2,6 +2,7 @@
 
 #include "KeptSettings.h"
 #include "toolkit/Admission.h"
+#include "toolkit/DVAbstractWindow2.h"
 #include "toolkit/DVFactory2.h"
 
 namespace DOVA {
@@ -11,6 +12,12 @@ namespace {
 /// The living widgets that may keep a person away. While there are none, no event need be looked
 /// at.
 unsigned s_keepingAway = 0;
+
+DVAbstractWindow2* windowOf(DVObject* object) {
+    auto* window = dynamic_cast<DVAbstractWindow2*>(object);
+    const auto* child = dynamic_cast<DVObject2*>(object);
+    return window || !child ? window : windowOf(child->parent());
+}
 
 }  // namespace
 
@@ -224,7 +231,10 @@ void DVWidget2::showMessage(const std::u16string& level, const std::u16string& t
     if (modal) {
         message["modal"] = u"true";
     }
-    emitters()->sendTextMessage.emit(message);
+    DVAbstractWindow2* window = windowOf(this);
+    if (!window || !window->keepForPage(message)) {
+        emitters()->sendTextMessage.emit(message);
+    }
 }
 
 }  // namespace DOVA

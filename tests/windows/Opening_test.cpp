@@ -59,6 +59,7 @@ protected:
         {'n', [this] { window.showNormal(); }},
         {'M', [this] { window.showMaximized(); }},
         {'_', [this] { window.showMinimized(); }},
+        {'b', [this] { button.showMessage(u"error", u"", u""); }},
         {'o', [this] { window.stayOpen(); }},
         {'c', [this] { window.close(); }},
         {'!', [this] { leave(); }},
@@ -69,10 +70,10 @@ protected:
     /// A letter for each text on the channels of the present page.
     std::string published() {
         const std::pair<const char*, char> marks[] = {
-            {"\"version\"", 'D'},           {"\"visible\":false", '-'},
-            {"\"visible\":true", '+'},      {"showNormal", 'n'},
-            {"showMaximized", 'M'},         {"showMinimized", '_'},
-            {"\"command\":\"close\"", 'c'},
+            {"\"version\"", 'D'},       {"messagebox", 'b'},
+            {"\"visible\":false", '-'}, {"\"visible\":true", '+'},
+            {"showNormal", 'n'},        {"showMaximized", 'M'},
+            {"showMinimized", '_'},     {"\"command\":\"close\"", 'c'},
         };
         std::string letters;
         for (const auto& [channel, text] : client.take()) {
@@ -89,6 +90,7 @@ protected:
     std::string page = "page";
     int pages = 0;
     DVDialog2 window;
+    DVButton2 button{&window};
 };
 using test::operator<<;
 
@@ -120,6 +122,9 @@ INSTANTIATE_TEST_SUITE_P(
         Story{"earlyMinimized", s_undecided, "!_p", ""},
         Story{"earlyAndHiddenAgain", s_undecided, "!shpps", "D"},
         Story{"earlyAndClosed", s_undecided, "!scps", ""},
+        Story{"messageBoxes", s_undecided, "bsb", "Dbb"},
+        Story{"earlyMessageBoxes", s_undecided, "!bsbpb", "Dbbb"},
+        Story{"hiddenMessageBox", s_undecided, "!bshpsb", "Dbb"},
         Story{"onEveryPageAsTheProgramSays", s_undecided, "spsps", "DDD"},
         Story{"undecidedOverPages", s_undecided, "spp", "D"},
         Story{"deafOverPages", s_deaf, "spp", "DDD"}, Story{"deafAndGone", s_deaf, "s!pp", "DDD"},

@@ -1,5 +1,7 @@
 #pragma once
 
+#include <vector>
+
 #include "toolkit/DVAbstractWindow2Emitters.h"
 #include "toolkit/DVContainer2.h"
 #include "toolkit/DVWidgetEvent2.h"
@@ -72,6 +74,8 @@ protected:
     using DVContainer2::DVContainer2;
 
 private:
+    friend class DVWidget2;
+
     bool isWindow() const override { return true; }
     bool isOnDisplay() const override;
     /// An implementation takes its window along itself.
@@ -80,11 +84,15 @@ private:
     void visibilityGiven() override { showImplementation(); }
 
     void openBy(WIRO::Emitter<void()>& request);
+    void markOpened();
     void takeToPage(bool wasOnDisplay);
+    /// Keeps a message box for the page that the window waits for; false if it does not wait.
+    bool keepForPage(const TextMessage& message);
     bool isOpened() const;
     bool isDue() const;
     void leaveOpened();
 
+    std::vector<TextMessage> m_kept;
     bool m_awaitsPage = false;  // opened by the program while there was none to open it on
 
     WIRO::Emitter<void(const DVWidgetEvent2&)> m_destroyRequest;

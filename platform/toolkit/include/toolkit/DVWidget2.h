@@ -66,8 +66,9 @@ public:
     void setObjectName(const std::string& name);
     std::string objectName() const;
 
-    /// Opens a message box over the widget's window and returns at once. `level`: "information",
-    /// "warning", "error" or "question"; a modal box keeps the user from everything else.
+    /// Opens a message box over the widget's window and returns at once. While the window is still
+    /// to open, or waits for a page, the box waits with it. `level`: "information", "warning",
+    /// "error" or "question"; a modal box keeps the user from everything else.
     void showMessage(const std::u16string& level, const std::u16string& title,
                      const std::u16string& body, bool modal = true);
 
