@@ -205,7 +205,8 @@ QJsonValue written(Plain flagOrNumber) {
 }
 
 QJsonValue written(const std::u16string& text) {
-    return QString::fromUtf16(text.data(), static_cast<int>(text.size()));
+    // As it is: Qt would take a byte order mark off the front.
+    return QString(reinterpret_cast<const QChar*>(text.data()), static_cast<int>(text.size()));
 }
 
 QJsonValue written(diagram::RectTemplate<int> place) {

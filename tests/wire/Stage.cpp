@@ -33,7 +33,8 @@ namespace DOVA::test {
 namespace {
 
 QString fromU16(const std::u16string& text) {
-    return QString::fromUtf16(text.data(), static_cast<int>(text.size()));
+    // As it is: Qt would take a byte order mark off the front.
+    return QString(reinterpret_cast<const QChar*>(text.data()), static_cast<int>(text.size()));
 }
 
 }  // namespace

@@ -62,7 +62,8 @@ protected:
         FrameReceiver receiver(registry, session);
         const CloseReason* reason = receiver.begin(frame);
         if (!reason) {
-            reason = receiver.handle(receiver.pending());
+            Throttle throttle(1000, 1000);
+            reason = receiver.handle(throttle, 1000, {});
         }
         bus->deliver();
         return reason ? reason->code : 0;
