@@ -7,7 +7,7 @@
 #include <boost/asio/ip/address.hpp>
 #include <boost/beast/core/string.hpp>
 #include <cerrno>
-#include <regex>
+#include <charconv>
 #include <system_error>
 #include <utility>
 
@@ -30,6 +30,13 @@ bool consistsOf(std::string_view text, std::string_view marks) {
 
 bool equalIgnoringCase(std::string_view a, std::string_view b) {
     return boost::beast::iequals({a.data(), a.size()}, {b.data(), b.size()});
+}
+
+bool isPort(std::string_view text) {
+    std::uint16_t port = 0;
+    const char* const end = text.data() + text.size();
+    const auto [stop, error] = std::from_chars(text.data(), end, port);
+    return error == std::errc() && stop == end;
 }
 
 bool contains(const std::vector<std::string>& hosts, std::string_view host) {
@@ -122,8 +129,15 @@ bool AccessRules::isUsableToken(std::string_view text) {
 }
 
 bool AccessRules::isUsableHost(const std::string& text) {
-    static const std::regex s_host(R"(([A-Za-z0-9._-]+|\[[0-9A-Fa-f:.]+\])(:[0-9]{1,5})?)");
-    return std::regex_match(text, s_host);
+    const std::size_t colon = text.find(':', text.rfind(']') + 1);
+    const std::string name = text.substr(0, colon);
+    if (colon != std::string::npos && !isPort(std::string_view(text).substr(colon + 1)))
+        return false;
+    if (name.empty() || name.front() != '[')
+        return !name.empty() && consistsOf(name, "._-");
+    boost::system::error_code error;
+    boost::asio::ip::make_address_v6(name.substr(1, name.size() - 2), error);
+    return name.back() == ']' && !error;
 }
 
 bool AccessRules::isUsableOrigin(const std::string& text) {

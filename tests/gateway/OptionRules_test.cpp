@@ -29,6 +29,8 @@ const OptionRow kRows[] = {
          o.extraHosts = {"pad.example", "[::1]:80"};
      }},
     {"\"http://pad\" is no host name", [](auto& o) { o.extraHosts = {"http://pad"}; }},
+    {"is no host name", [](auto& o) { o.extraHosts = {"pad.example:65536"}; }},
+    {"is no host name", [](auto& o) { o.extraHosts = {"[pad]:80"}; }},
     {"\"\" is no host name", [](auto& o) { o.extraHosts = {""}; }},
     {"", [](auto& o) { o.extraOrigins = {"https://pad.example:8443"}; }},
     {"\"pad.example\" is no origin", [](auto& o) { o.extraOrigins = {"pad.example"}; }},
