@@ -3,6 +3,7 @@ import type { StoreObserver } from '../store/ObjectStore.ts';
 import type { StoredObject } from '../store/StoredObject.ts';
 import type { Renderer } from '../widgets/Renderer.ts';
 import type { Desktop } from '../windows/Desktop.ts';
+import { keepScrolledOver } from '../windows/scrolled.ts';
 
 /** Hands what changed in the store to the part that shows it: windows here, the rest there. */
 export class PageObserver implements StoreObserver {
@@ -41,7 +42,7 @@ export class PageObserver implements StoreObserver {
     }
 
     inserted(object: StoredObject, before: StoredObject | undefined): void {
-        this.m_renderer.inserted(object, before);
+        keepScrolledOver(before?.view, () => this.m_renderer.inserted(object, before));
         this.m_desktop.contentsChanged(object, true);
     }
 

@@ -9,6 +9,7 @@ import type { WidgetHost } from '../widgets/WidgetKind.ts';
 import { listenOnDesktop } from './desktopEvents.ts';
 import { afterLayout, Follower } from './Follower.ts';
 import { PlaceReporter } from './PlaceReporter.ts';
+import { keepScrolled } from './scrolled.ts';
 import { Stack } from './Stack.ts';
 import { taskbar } from './taskbar.ts';
 import { WindowFrame, type WindowHost } from './WindowFrame.ts';
@@ -102,13 +103,11 @@ export class Desktop implements WindowHost, WindowActions {
             return;
         }
         const focus = this.m_renderer.focus.within(frame.body);
-        const { scrollLeft, scrollTop } = frame.body;
         frame.object = object;
         frame.showChrome();
         this.m_renderer.forget(before);
         this.applyState(frame);
-        this.m_renderer.fill(frame.body, object);
-        frame.body.scrollTo(scrollLeft, scrollTop);
+        keepScrolled(frame.body, () => this.m_renderer.fill(frame.body, object));
         this.stack.show(frame);
         this.m_renderer.focus.restore(focus);
         afterLayout(() => this.settle(frame));

@@ -1,10 +1,13 @@
 import type { Renderer } from '../widgets/Renderer.ts';
 import { firstControl } from '../widgets/focusable.ts';
+import { scrollBack, scrolledIn, type Scrolled } from './scrolled.ts';
 import type { WindowFrame } from './WindowFrame.ts';
 
 /** Which window lies above which, and which one has the keyboard. The last is on top. */
 export class Stack {
     private m_isReopening = false;
+    /** A dialog forgets it when it closes, and a window that is hidden or minimized is closed. */
+    private readonly m_scrolled = new WeakMap<WindowFrame, readonly Scrolled[]>();
     private m_order: WindowFrame[] = [];
     private m_active: WindowFrame | undefined;
     private readonly m_lastFocus = new WeakMap<WindowFrame, number>();
@@ -80,9 +83,14 @@ export class Stack {
     private reopen(frame: WindowFrame, open: () => void): void {
         const focus = this.m_renderer.focus.within(frame.element);
         this.m_isReopening = true;
+        const scrolled = frame.element.open ? scrolledIn(frame.body) : this.m_scrolled.get(frame);
         frame.element.close();
         open();
         this.m_renderer.focus.restore(frame.element.open ? focus : undefined);
+        this.m_scrolled.set(frame, scrolled ?? []);
+        if (frame.element.open) {
+            scrollBack(frame.body, scrolled ?? []);
+        }
         this.m_isReopening = false;
         if (frame.element.contains(document.activeElement)) {
             this.setActive(frame);

@@ -8,6 +8,7 @@ import { makeMovable, type Movable } from './gestures.ts';
 import { fit, measureNaturally } from './fit.ts';
 import { fitSize, firstPlace } from './placement.ts';
 import { Place, wholeRect, type StoredPlace } from './Place.ts';
+import { keepScrolled } from './scrolled.ts';
 import { asSizing, followContents, type Sizable, type Sizing } from './sizing.ts';
 
 /** What a window asks of the desktop it stands on. */
@@ -142,10 +143,12 @@ export class WindowFrame implements Movable, Sizable {
     /** The contents changed; `anew` when there are some that were not there before. */
     follow(anew: boolean): void {
         const before = this.frame;
-        if (this.measured && this.m_mode === 'normal') {
-            this.m_sizing = followContents(this, this.m_sizing, anew);
-        }
-        fit(this.body);
+        keepScrolled(this.body, () => {
+            if (this.measured && this.m_mode === 'normal') {
+                this.m_sizing = followContents(this, this.m_sizing, anew);
+            }
+            fit(this.body);
+        });
         if (!isSame(this.frame, before)) {
             this.m_host.followed(this);
         }
@@ -153,7 +156,7 @@ export class WindowFrame implements Movable, Sizable {
 
     adjustSize(): void {
         if (this.measured) {
-            this.place.resizeTo(this.naturalSize());
+            keepScrolled(this.body, () => this.place.resizeTo(this.naturalSize()));
             this.m_sizing = 'contents';
             this.m_host.placed(this, true);
         }

@@ -16,7 +16,7 @@ const SCROLLS = '.grid, .panel:not(.button-set), .container';
 const FOOT = '.text, .button-set';
 
 /** The child of the outermost box that scrolls when the window is too low for all. */
-function giverIn(body: HTMLElement): HTMLElement | undefined {
+export function giverIn(body: HTMLElement): HTMLElement | undefined {
     return body.querySelector<HTMLElement>(':scope > .shares-height > .gives') ?? undefined;
 }
 

@@ -369,3 +369,34 @@ onStage('a window that grows moves up, so that its end stays in sight', async (s
     assert.ok(y > 0 && y + height <= 600, `${y} + ${height}`);
     assert.ok(await inSight(stage, 6));
 });
+
+onStage('what a person has scrolled to stays, however its window is shown anew', async (stage) => {
+    const { page, gateway } = stage;
+    const panel = holder(10, 'Panel', rows(20, 60));
+    const layout = { id: '2', type: 'BoxLayout', contents: [panel, buttons] };
+    const more = { ...layout, contents: [panel, widget(7, 'Text', { text: 'More' }), buttons] };
+    const refresh = (described: object, parentId = '1'): void =>
+        gateway.send(['./1', { ...described, msgType: 'refresh', parentId }]);
+    const steps: Record<string, () => unknown> = {
+        'other objects': () => gateway.send(['.', { id: '1', type: 'Dialog', contents: [more] }]),
+        'its layout again': () => refresh(layout),
+        'its panel again': () => refresh(panel, '2'),
+        'one object more': () => refresh(widget(8, 'Text', { text: 'Last' }), '2'),
+        adjusted: () => stage.write(1, 1, { adjustsize: true }),
+        modal: () => stage.write(1, 1, { modal: true }),
+        hidden: () => stage.write(1, 1, { visible: false }),
+        'shown again': () => stage.write(1, 1, { visible: true }),
+    };
+    await stage.open(1, {}, [panel, buttons]);
+    for (const [height, scroller] of Object.entries({ 200: '.body', 600: '.gives' })) {
+        await page.setViewportSize({ width: 900, height: Number(height) });
+        await laidOut(stage);
+        await page.locator(scroller).evaluate((e) => e.scrollTo(0, 50));
+        for (const [step, take] of Object.entries(steps)) {
+            take();
+            await laidOut(stage);
+            const scrolled = await page.locator(scroller).evaluate((e) => e.scrollTop);
+            assert.equal(scrolled, step === 'hidden' ? 0 : 50, `${scroller}: ${step}`);
+        }
+    }
+});
