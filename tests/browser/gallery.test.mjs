@@ -170,6 +170,11 @@ visits('Choices', 'items are chosen, typed, come and go', async (visit, page) =>
 visits('Layouts', 'groups, rows, columns, grids and panels', async (visit, page) => {
     await visit.field('Its title').fill('Renamed');
     await visit.named('group', 'Renamed').waitFor();
+    const [outer, inner] = await Promise.all(
+        ['Group boxes', 'Renamed'].map((name) => visit.named('group', name).boundingBox()),
+    );
+    const below = outer.y + outer.height - inner.y - inner.height;
+    assert.ok(below < 16, `there are ${below} pixels below the inner group`);
     await visit.field('Flat').check();
     await visit.hears('The group is flat');
     await page.locator('.group.flat', { hasText: 'Renamed' }).waitFor();
@@ -305,11 +310,13 @@ visits('Work', 'a thread of its own tells how far it is', async (visit) => {
 visits('Windows', 'moved and sized by pointer and by keys', async (visit, page) => {
     await visit.push('Open it');
     const second = visit.named('dialog', 'Second window');
+    const styled = (style) =>
+        page.locator(`[aria-label="Second window"][style*="${style}"]`).waitFor();
+    await styled('left: ');
     const { x, y, width, height } = await second.boundingBox();
     const stands = ([left, top, wide, high]) => {
         const place = `left: ${x + left}px; top: ${y + top}px; width: ${width + wide}px`;
-        const style = `${place}; height: ${height + high}px`;
-        return page.locator(`dialog[style*="${style}"]`, { hasText: 'Second window' }).waitFor();
+        return styled(`${place}; height: ${height + high}px`);
     };
     const drag = async (fromX, fromY, by) => {
         await page.mouse.move(fromX, fromY);

@@ -1,5 +1,6 @@
 import { spawn } from 'node:child_process';
 import { once } from 'node:events';
+import { writeFile } from 'node:fs/promises';
 import { createRequire } from 'node:module';
 import { fileURLToPath } from 'node:url';
 import { Scope } from './Locator.mjs';
@@ -30,14 +31,15 @@ async function startScreen() {
 async function startDriver(display) {
     const port = await findFreePort();
     const [command, args] = bound(driverPath, `--port=${port}`);
-    // There is neither a graphics card nor a bus of a desktop.
+    // There is neither a graphics card nor a bus of a desktop; with WebKit's shared buffers, the
+    // driver's screenshots hang.
     const env = {
         ...process.env,
         DISPLAY: display,
         GDK_BACKEND: 'x11',
         LIBGL_ALWAYS_SOFTWARE: '1',
         NO_AT_BRIDGE: '1',
-        WEBKIT_DISABLE_COMPOSITING_MODE: '1',
+        WEBKIT_DISABLE_DMABUF_RENDERER: '1',
     };
     return new DriverService(command, { loopback: true, port, args, env, stdio: 'ignore' });
 }
@@ -206,6 +208,11 @@ class Page extends Scope {
     async clickItem(steps) {
         const script = 'return inPage.all(arguments[0])[0]';
         await this.in(async (driver) => (await driver.executeScript(script, steps)).click());
+    }
+
+    async screenshot({ path }) {
+        const image = await this.in((driver) => driver.takeScreenshot());
+        await writeFile(path, Buffer.from(image, 'base64'));
     }
 
     in(commands) {
