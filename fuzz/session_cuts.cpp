@@ -135,7 +135,7 @@ private:
         }
         if (const auto chunk = m_session->downward().next()) {
             std::string frame;
-            m_session->writeHeader(frame, chunk->first);
+            m_session->writeHeader(frame, chunk.get());
             require(!arrives || m_page.hear(frame + chunk->records));
         }
     }
@@ -143,7 +143,7 @@ private:
     /// As the timers of both sides would have it.
     void acknowledge() {
         std::string frame;
-        m_session->writeHeader(frame, m_session->downward().nextNumber());
+        m_session->writeHeader(frame, nullptr);
         require(m_page.hear(frame));
         sendUp(true);
     }
