@@ -29,9 +29,9 @@ public:
     using Identifier = std::uint32_t;
     using ConnectionNumber = std::uint64_t;
     /// A sorted set; an object is rarely served by more than one connection.
-    using ConnectionNumbers = boost::container::flat_set<
-        ConnectionNumber, std::less<ConnectionNumber>,
-        boost::container::small_vector<ConnectionNumber, 4>>;
+    using ConnectionNumbers =
+        boost::container::flat_set<ConnectionNumber, std::less<ConnectionNumber>,
+                                   boost::container::small_vector<ConnectionNumber, 4>>;
 
     WebObjectService2();
     WebObjectService2(const WebObjectService2&) = delete;
@@ -129,13 +129,13 @@ private:
                       boost::multi_index::member<ParentLink, Identifier, &ParentLink::parent>>>>;
     using ConnectionTable = boost::multi_index_container<
         ServedBy,
-        IndexedBy<boost::multi_index::hashed_non_unique<
-                      boost::multi_index::tag<ByObject>,
-                      boost::multi_index::member<ServedBy, Identifier, &ServedBy::id>>,
-                  boost::multi_index::hashed_non_unique<
-                      boost::multi_index::tag<ByConnection>,
-                      boost::multi_index::member<ServedBy, ConnectionNumber,
-                                                 &ServedBy::connection>>>>;
+        IndexedBy<
+            boost::multi_index::hashed_non_unique<
+                boost::multi_index::tag<ByObject>,
+                boost::multi_index::member<ServedBy, Identifier, &ServedBy::id>>,
+            boost::multi_index::hashed_non_unique<
+                boost::multi_index::tag<ByConnection>,
+                boost::multi_index::member<ServedBy, ConnectionNumber, &ServedBy::connection>>>>;
 
     QJsonObject describe(Identifier id, int levels, bool& isCut) const;
     bool isBelow(Identifier id, Identifier ancestor) const;

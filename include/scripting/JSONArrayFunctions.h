@@ -17,12 +17,13 @@
 /// refused. A text that is no document prints the parser's message on the host's console and counts
 /// as an empty document. The message is the format of that print itself: nothing is added, no line
 /// break either, and a percent sign in a translated message would count. A text of
-/// more than 268,304,384 code units (2^28 less 2^17: of arrays of digits Qt holds no more) is refused
-/// as too large, without a look at it: an edit changes nothing then, not even to Null. If an object repeats a key, the last value stands.
+/// more than 268,304,384 code units (2^28 less 2^17: of arrays of digits Qt holds no more) is
+/// refused as too large, without a look at it: an edit changes nothing then, not even to Null. If
+/// an object repeats a key, the last value stands.
 ///
 /// Beyond RFC 8259 the parser takes control characters in texts as they are, a backslash before a
-/// character that needs none for that character ("\q" for "q"), and numbers with no digit on one side
-/// of the point (1. and .5); it refuses numbers that a double does not hold (1e309, 1e-400).
+/// character that needs none for that character ("\q" for "q"), and numbers with no digit on one
+/// side of the point (1. and .5); it refuses numbers that a double does not hold (1e309, 1e-400).
 ///
 /// Nesting. What edits make has as many levels as a text may have. A text of just so many is a
 /// document, but no element: an edit with it prints the parser's message and changes nothing.

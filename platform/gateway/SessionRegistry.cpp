@@ -137,8 +137,7 @@ const CloseReason* SessionRegistry::handle(const std::shared_ptr<Session>& sessi
         case PageChannels::Kind::Refused:
             return &close_reason::kChannelNotAllowed;
         case PageChannels::Kind::Own:
-            passOn(*session,
-                   PageChannels::expand(PageChannels::own(session->id()), record.channel),
+            passOn(*session, PageChannels::expand(PageChannels::own(session->id()), record.channel),
                    std::string(record.text));
             break;
         case PageChannels::Kind::ClientReady:

@@ -86,8 +86,10 @@ TEST_F(SessionRegistryTest, aFrameAcknowledgesJustWhatItsTextsKnew) {
         }
         EXPECT_EQ(frames,
                   "1,0\x1e./7\x1fset meanwhile\n"
-                  "2,1\x1e./7\x1f" "answer to typed\x1e./7\x1fmore\n"
-                  "4,2\x1e./7\x1f" "answer to typed on\x1e./7\x1fmore\x1e./7\x1fset later\n");
+                  "2,1\x1e./7\x1f"
+                  "answer to typed\x1e./7\x1fmore\n"
+                  "4,2\x1e./7\x1f"
+                  "answer to typed on\x1e./7\x1fmore\x1e./7\x1fset later\n");
         ASSERT_TRUE(again || session->resume(0));
     }
 }

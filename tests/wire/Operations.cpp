@@ -63,9 +63,8 @@ struct Argument {
         object = value.isString() ? stage.front(value.toString().toStdString()) : nullptr;
     }
     void read(DVTab2*& page) const {
-        page = value.isString()
-                   ? dynamic_cast<DVTab2*>(stage.front(value.toString().toStdString()))
-                   : nullptr;
+        page = value.isString() ? dynamic_cast<DVTab2*>(stage.front(value.toString().toStdString()))
+                                : nullptr;
     }
     void read(TextMessage& texts) const {
         const QJsonObject members = value.toObject();

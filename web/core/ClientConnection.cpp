@@ -27,8 +27,8 @@ void requestDestruction(std::uint32_t dialog) {
 ClientConnection::ClientConnection(std::string channel)
     : m_channel(std::move(channel)),
       m_messages(messageService()),
-      m_subscription(m_messages->subscribe(
-          m_channel, [this](const std::string& text) { onMessage(text); })) {}
+      m_subscription(
+          m_messages->subscribe(m_channel, [this](const std::string& text) { onMessage(text); })) {}
 
 ClientConnection::~ClientConnection() {
     m_messages->unsubscribe(m_subscription);

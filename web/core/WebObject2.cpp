@@ -163,8 +163,8 @@ const QJsonObject& WebObject2::envelope() {
     const std::string type = getTypeName();
     if (type != m_envelopeType) {
         m_envelopeType = type;
-        m_envelope = QJsonObject{{keys::id, m_identifierText},
-                                 {keys::type, QString::fromStdString(type)}};
+        m_envelope =
+            QJsonObject{{keys::id, m_identifierText}, {keys::type, QString::fromStdString(type)}};
     }
     return m_envelope;
 }
@@ -186,8 +186,7 @@ void WebObject2::setProperty(const std::u16string& name, const char16_t* value, 
     setProperty(name, QJsonValue(toQString(value, length)), notify);
 }
 
-void WebObject2::setProperty(const std::u16string& name, const std::u16string& value,
-                             bool notify) {
+void WebObject2::setProperty(const std::u16string& name, const std::u16string& value, bool notify) {
     setProperty(name, QJsonValue(toQString(value)), notify);
 }
 
@@ -199,8 +198,7 @@ void WebObject2::setProperty(const std::u16string& name, int* values, int count,
     m_state.insert(toView(name), array);
 }
 
-void WebObject2::setProperty(const std::u16string& name, std::vector<std::u16string> values,
-                             bool) {
+void WebObject2::setProperty(const std::u16string& name, std::vector<std::u16string> values, bool) {
     m_state.insert(toView(name), toArray(values));
 }
 
@@ -218,8 +216,7 @@ void WebObject2::insertToArrayProperty(const std::u16string& name, int index,
     m_state.insert(toView(name), array);
 }
 
-void WebObject2::addToArrayProperty(const std::u16string& name, const std::u16string& value,
-                                    bool) {
+void WebObject2::addToArrayProperty(const std::u16string& name, const std::u16string& value, bool) {
     QJsonArray array = takeArray(name);
     array.append(toQString(value));
     m_state.insert(toView(name), array);
@@ -257,8 +254,7 @@ int WebObject2::getArrayPropertyIndex(const std::u16string& name, unsigned int v
     return -1;
 }
 
-void WebObject2::addAttributeToProperty(const std::u16string& name,
-                                        const std::u16string& attribute,
+void WebObject2::addAttributeToProperty(const std::u16string& name, const std::u16string& attribute,
                                         const std::u16string& value, bool) {
     QJsonObject object = m_state.take(toView(name)).toObject();
     object.insert(toView(attribute), toQString(value));

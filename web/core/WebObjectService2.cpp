@@ -167,9 +167,8 @@ void WebObjectService2::removeConnections(Identifier window) {
 
 bool WebObjectService2::serves(ConnectionNumber connection, Identifier id) const {
     const auto range = m_served.get<ByObject>().equal_range(id);
-    return std::any_of(range.first, range.second, [=](const ServedBy& entry) {
-        return entry.connection == connection;
-    });
+    return std::any_of(range.first, range.second,
+                       [=](const ServedBy& entry) { return entry.connection == connection; });
 }
 
 bool WebObjectService2::isReady(Identifier id) const {
@@ -188,8 +187,7 @@ bool WebObjectService2::servesTree(ConnectionNumber connection, Identifier id) c
     return id != 0;
 }
 
-WebObjectService2::ConnectionNumbers WebObjectService2::getConnectionNumbers(
-    Identifier id) const {
+WebObjectService2::ConnectionNumbers WebObjectService2::getConnectionNumbers(Identifier id) const {
     ConnectionNumbers numbers;
     if (!getObject(id)) {
         return numbers;

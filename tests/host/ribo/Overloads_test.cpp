@@ -125,10 +125,9 @@ TEST_F(Overloads, ANumberIsConvertedOnlyIfItStaysTheSame) {
 TEST_F(Overloads, ARefusalListsWhatIsTakenAndRunsNothing) {
     const ArrayPointer crate = made(Crate(1));
     const ArrayPointer wrong = text(u"heavy");
-    EXPECT_EQ(
-        invoke("add", {crate.get(), wrong.get()}),
-        "ribo:NoMatchingSignature: \"add\" does not take (workshop.Crate, string). It takes "
-        "(workshop.Crate, int32 scalar) or (workshop.Crate, workshop.Crate).");
+    EXPECT_EQ(invoke("add", {crate.get(), wrong.get()}),
+              "ribo:NoMatchingSignature: \"add\" does not take (workshop.Crate, string). It takes "
+              "(workshop.Crate, int32 scalar) or (workshop.Crate, workshop.Crate).");
     EXPECT_EQ(ribo::display(crate.get()), "workshop.Crate (Weight: 1, Label: , Colour: Green)");
 }
 

@@ -18,7 +18,8 @@ namespace DOVA::console {
 ///
 /// What scripts print, or write to `io.stdout`, goes to the host's console, in order with what the
 /// host prints. Standard libraries are those of the lua program, with two more differences:
-/// `os.exit` ends the script, and `ScriptExit` tells the program; the program's own text is Lua source, never compiled Lua.
+/// `os.exit` ends the script, and `ScriptExit` tells the program; the program's own text is Lua
+/// source, never compiled Lua.
 ///
 /// While a script runs, Ctrl-C (SIGINT) makes it fail with "interrupted!", whatever the program
 /// does with that signal otherwise. A script that swallows the error fails everywhere at the second

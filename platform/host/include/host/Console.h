@@ -15,8 +15,8 @@ namespace host {
 /// Prints a text as it is, zeros included, where `utPrintf` prints. Any thread.
 DOVA_PLATFORM_EXPORT void printText(std::string_view text);
 
-/// Ends the line that was begun on the console, if there is one: what comes next stands in a line of
-/// its own. Any thread.
+/// Ends the line that was begun on the console, if there is one: what comes next stands in a line
+/// of its own. Any thread.
 DOVA_PLATFORM_EXPORT void endLine();
 
 /// Receives each printed text, which is valid during the call only. May itself print.

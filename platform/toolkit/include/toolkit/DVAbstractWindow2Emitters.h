@@ -28,7 +28,8 @@ struct DVAbstractWindow2Emitters : DVContainer2Emitters {
     WIRO::Emitter<void()> init;
     /// Announces a window that is shown once more to the page that is there now, whole.
     WIRO::Emitter<void()> showAgain;
-    /// Whether the page that is there now was told of the window and has not asked to close it since.
+    /// Whether the page that is there now was told of the window and has not asked to close it
+    /// since.
     WIRO::Emitter<bool()> isAnnounced;
 };
 
