@@ -94,6 +94,10 @@ export class Banner {
         }
     }
 
+    get isShown(): boolean {
+        return (this.element.dataset['tone'] ?? '') !== '';
+    }
+
     full(full: boolean): void {
         this.m_full = full;
         this.show(this.lasting);

@@ -47,8 +47,10 @@ export class Notices {
         this.m_isBegunAnew &&= status !== 'open';
     }
 
+    /** Looking for a place lays the whole page out, so it is not looked for without need. */
     private place(): void {
-        if (!this.m_element.contains(document.activeElement) && this.m_element.isConnected) {
+        const shown = this.banner.isShown || !this.m_panel.element.hidden;
+        if (shown && !this.m_element.contains(document.activeElement)) {
             placeAside(this.m_element);
         }
     }
