@@ -1,75 +1,93 @@
-// Who may include whom: every room has one line below, and an include or a link against it is a
-// fault. Prints the faults and exits 1 if there are any.
+// Who may know whom: `tools/rooms.json` has a line for every folder with sources, and an include, an
+// import or a link against it is a fault; so is a permission that nobody needs, a folder without a
+// line, and a picture in docs/architecture.md that shows anything else (`--write` draws it anew).
+// Prints the faults and exits 1 if there are any.
 
-import { readFileSync } from 'node:fs';
 import { execFileSync } from 'node:child_process';
+import { readFileSync, writeFileSync } from 'node:fs';
 import { dirname, join, normalize } from 'node:path';
+import { pictures } from './room-pictures.mjs';
 
-const platformRooms = ['wiro', 'log', 'toolkit', 'model', 'messaging', 'host', 'gateway', 'runtime', 'console'];
-const libraryRooms = ['core', 'windows', 'widgets', 'scripting'];
-const beneathLibrary = ['wiro', 'toolkit', 'model', 'messaging', 'host'];
+const read = (path) => readFileSync(path, 'utf8');
+const { groups, headerFolders } = JSON.parse(read('tools/rooms.json'));
+const knows = new Map(groups.flatMap(({ rooms }) => Object.entries(rooms)));
 
-/** Which rooms' public headers the files below each folder may include. */
-const mayKnow = {
-  'platform/wiro': ['wiro'],
-  'platform/log': ['log'],
-  'platform/messaging': ['log', 'messaging', 'wiro'],
-  'platform/model': ['messaging', 'model', 'wiro'],
-  'platform/toolkit': ['toolkit', 'wiro'],
-  'platform/host': ['host', 'wiro'],
-  'platform/gateway': ['gateway', 'log', 'messaging'],
-  'platform/runtime': ['gateway', 'host', 'log', 'messaging', 'model', 'runtime', 'toolkit', 'wiro'],
-  'platform/console': ['console', 'host', 'runtime', 'toolkit', 'wiro'],
-  include: [...beneathLibrary, ...libraryRooms],
-  web: [...beneathLibrary, ...libraryRooms],
-  examples: ['runtime', 'toolkit', 'wiro', 'core', 'widgets'],
+const listed = execFileSync('git', ['ls-files', '-co', '--exclude-standard'], { encoding: 'utf8' });
+const tracked = new Set(listed.split('\n').filter(Boolean));
+
+/** The room of a file: the longest folder above it that has a line. */
+function roomOf(path) {
+  for (let folder = dirname(path); folder !== '.'; folder = dirname(folder)) {
+    if (knows.has(folder)) return folder;
+  }
+  return undefined;
+}
+
+/** Where the compiler finds a header; those of the system and of libraries are none of ours. */
+function headerFile(from, name) {
+  const folders = [dirname(from), ...headerFolders];
+  return folders.map((folder) => normalize(join(folder, name))).find((path) => tracked.has(path));
+}
+
+const usesOf = {
+  cpp: (path, text) =>
+    [...text.matchAll(/^[ \t]*#[ \t]*include[ \t]*["<]([^">]+)[">]/gm)].map(([, name]) => headerFile(path, name)),
+  script: (path, text) =>
+    [...text.matchAll(/(?:\bfrom|\bimport\(?|\bURL\()\s*['"](\.[^'"]*)['"]/g)].map(([, name]) => {
+      const found = normalize(join(dirname(path), name));
+      return tracked.has(found) && languageOf(found) ? found : undefined;
+    }),
+  build: (_path, text) =>
+    [...text.matchAll(/\bdova(?:::|_)(\w+)/g)]
+      .map(([, name]) => `platform/${name}/CMakeLists.txt`)
+      .filter((target) => tracked.has(target)),
 };
 
-const rooms = Object.keys(mayKnow);
-
-function roomOf(path) {
-  return rooms.find((room) => path.startsWith(`${room}/`));
+function languageOf(path) {
+  if (/\.(cpp|h)$/.test(path)) return 'cpp';
+  if (/\.(ts|mjs)$/.test(path)) return 'script';
+  return path.endsWith('/CMakeLists.txt') && roomOf(path) ? 'build' : undefined;
 }
 
-/** The room whose public header an include names, if it names one. */
-function includedRoom(name) {
-  const first = name.split('/')[0];
-  return platformRooms.includes(first) || libraryRooms.includes(first) ? first : undefined;
+/** A header that only its own room and its tests may see. */
+function isInside(path) {
+  return path.startsWith('platform/') && path.endsWith('.h') && !path.includes('/include/');
 }
 
-function includesOf(path) {
-  const text = readFileSync(path, 'utf8');
-  return [...text.matchAll(/^[ \t]*#[ \t]*include[ \t]*["<]([^">]+)[">]/gm)].map((match) => match[1]);
+function maySee(room, file) {
+  const target = roomOf(file);
+  const allowed = knows.get(room);
+  return target === room || allowed.includes(isInside(file) ? `${target}/*` : target) || allowed.includes(`${target}/*`);
 }
 
-function faultsOfSource(path) {
+const faults = [];
+const used = new Map([...knows.keys()].map((room) => [room, new Set()]));
+let checked = 0;
+for (const path of tracked) {
+  const language = languageOf(path);
   const room = roomOf(path);
-  return includesOf(path).flatMap((name) => {
-    if (name.startsWith('.')) {
-      const target = roomOf(normalize(join(dirname(path), name)));
-      return target === room ? [] : [`${path}: includes ${name}, the inside of another room`];
-    }
-    const included = includedRoom(name);
-    return included && !mayKnow[room].includes(included) ? [`${path}: may not include ${name}`] : [];
-  });
+  if (language === undefined) continue;
+  if (room === undefined) {
+    faults.push(`${path}: its folder has no line in tools/rooms.json`);
+    continue;
+  }
+  checked += 1;
+  for (const file of usesOf[language](path, read(path)).filter((found) => found !== undefined)) {
+    used.get(room).add(roomOf(file));
+    if (!maySee(room, file)) faults.push(`${path}: may not know ${file}`);
+  }
+}
+for (const [room, allowed] of knows) {
+  const idle = allowed.map((name) => name.replace(/\/\*$/, '')).filter((name) => !used.get(room).has(name));
+  faults.push(...idle.map((name) => `tools/rooms.json: ${room} does not need ${name}`));
 }
 
-/** The neutral target names that a room's CMake file links. */
-function faultsOfBuildFile(path) {
-  const room = roomOf(path);
-  const linked = [...readFileSync(path, 'utf8').matchAll(/\bdova(?:::|_)(\w+)/g)].map((m) => m[1]);
-  return linked
-    .filter((name) => platformRooms.includes(name) && !mayKnow[room].includes(name))
-    .map((name) => `${path}: may not link dova::${name}`);
-}
+const guide = 'docs/architecture.md';
+const drawn = pictures(read(guide), groups);
+if (process.argv.includes('--write')) writeFileSync(guide, drawn);
+else if (drawn !== read(guide)) faults.push(`${guide}: its pictures show other rooms; tools/check-rooms.mjs --write`);
 
-const tracked = execFileSync('git', ['ls-files', '-co', '--exclude-standard', ...rooms], { encoding: 'utf8' })
-  .split('\n')
-  .filter(Boolean);
-const sources = tracked.filter((path) => /\.(cpp|h)$/.test(path));
-const builds = tracked.filter((path) => path.endsWith('CMakeLists.txt') && roomOf(path));
-const faults = [...sources.flatMap(faultsOfSource), ...builds.flatMap(faultsOfBuildFile)];
 for (const fault of faults) console.error(fault);
-if (sources.length === 0) throw new Error('no sources found: nothing was checked');
-console.log(`rooms: ${sources.length} sources checked, ${faults.length} faults`);
+if (checked === 0) throw new Error('no sources found: nothing was checked');
+console.log(`rooms: ${checked} sources in ${knows.size} rooms checked, ${faults.length} faults`);
 process.exitCode = faults.length > 0 ? 1 : 0;

@@ -1,5 +1,5 @@
 import { parseJson } from '../protocol/guards.ts';
-import type { TabStorage } from '../page/Keep.ts';
+import type { TabStorage } from '../store/TabStorage.ts';
 import { isGiven } from './action.ts';
 import { asLosses, type Loss } from './Loss.ts';
 

@@ -4,7 +4,7 @@ import { asId, asText, isObject } from '../protocol/guards.ts';
 import { Kind } from '../protocol/names.ts';
 import type { ObjectStore } from '../store/ObjectStore.ts';
 import { subtree, type StoredObject } from '../store/StoredObject.ts';
-import type { TabStorage } from '../page/Keep.ts';
+import type { TabStorage } from '../store/TabStorage.ts';
 import { actionsIn, isGiven, readAction, type Action } from './action.ts';
 import { bestMatch, fieldOf, mayBe, type Field } from './field.ts';
 import type { Loss } from './Loss.ts';

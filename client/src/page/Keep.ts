@@ -1,14 +1,8 @@
 import { isObject, parseJson, type JsonObject } from '../protocol/guards.ts';
+import type { TabStorage } from '../store/TabStorage.ts';
 
 const NAME = 'dialogs';
 const VERSION = 1;
-
-/** Where a tab keeps things until it is closed; may refuse with an exception. */
-export interface TabStorage {
-    getItem(name: string): string | null;
-    setItem(name: string, text: string): void;
-    removeItem(name: string): void;
-}
 
 /**
  * What the page shows, kept over a reload. It lies in the storage only while the page is away:

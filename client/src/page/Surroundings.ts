@@ -1,5 +1,5 @@
 import type { AskWhy, Clock, Connect } from '../gateway/transport.ts';
-import type { TabStorage } from './Keep.ts';
+import type { TabStorage } from '../store/TabStorage.ts';
 
 /** The gateway that the page came from, and what of the page is the browser's. */
 export interface Surroundings {

@@ -2,7 +2,8 @@ import assert from 'node:assert/strict';
 import { randomFillSync } from 'node:crypto';
 import { test } from 'node:test';
 import { imageAddress, isClientId, makeClientId, tokenOf } from '../../src/page/identity.ts';
-import { Keep, type TabStorage } from '../../src/page/Keep.ts';
+import { Keep } from '../../src/page/Keep.ts';
+import type { TabStorage } from '../../src/store/TabStorage.ts';
 
 /** A tab's storage with what is in it; `set` may refuse. */
 function storageOf(items: Map<string, string>, set = items.set.bind(items)): TabStorage {
