@@ -1,6 +1,7 @@
 #pragma once
 
 #include <ostream>
+#include <string>
 
 namespace DOVA::test {
 
@@ -10,5 +11,13 @@ template <class Row>
 auto operator<<(std::ostream& stream, const Row& row) -> decltype(stream << row.name) {
     return stream << row.name;
 }
+
+/// Names the cases of a table after its rows.
+struct RowName {
+    template <class Info>
+    std::string operator()(const Info& info) const {
+        return info.param.name;
+    }
+};
 
 }  // namespace DOVA::test

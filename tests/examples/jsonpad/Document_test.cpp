@@ -3,13 +3,14 @@
 #include <gmock/gmock.h>
 
 #include <functional>
+#include <map>
 
-#include "support/RowNames.h"
+#include "support/JsonRows.h"
 #include "support/TemporaryFolder.h"
 
 namespace {
 
-using DOVA::test::operator<<;
+using DOVA::test::text;
 using jsonpad::Document;
 using jsonpad::JsonFile;
 using jsonpad::JsonKind;
@@ -22,80 +23,31 @@ const std::string nested =
     "\t\"l\":[ 1,\n 2 ] },\n"
     " \"e\":{ }, \"m\":[[ ],1], \"z\" : true }\n";
 
-struct Row {
-    const char* name;
-    std::function<void(Document&)> edit;
-    std::vector<std::pair<const char*, const char*>> changes;  ///< in `nested`, once each
-    const char* modified;
-    bool isSavedWhole = true;
-};
+/// Makes an edit of a row, its name and arguments.
+void make(const QJsonValue& edit, Document& document) {
+    const QJsonArray numbers = edit[1].toArray();
+    Document::Place place{static_cast<std::size_t>(numbers[0].toInt())};
+    if (numbers.size() > 1) {
+        place.element = numbers[1].toInt();
+    }
+    const std::map<QString, std::function<void()>> edits{
+        {"enter", [&] { document.enter(place, DOVA::test::u16(edit[2])); }},
+        {"turn", [&] { document.turn(place, edit[2].toBool()); }},
+        {"addElement", [&] { document.addElement(edit[1].toInt()); }},
+        {"removeElement", [&] { document.removeElement(edit[1].toInt(), edit[2].toInt()); }},
+        {"revert", [&] { document.revert(); }}};
+    edits.at(edit[0].toString())();
+}
 
-const Row rows[] = {
-    {"number",
-     [](Document& d) { d.enter({1}, u"-1"); },
-     {{"12345678901234567890", "-1"}},
-     R"("a"."n")"},
-    {"secondOfEqualKeys",
-     [](Document& d) { d.enter({4}, u"x"); },
-     {{"\"2\"", "\"x\""}},
-     R"("a"."b"."s")"},
-    {"everyDepth",
-     [](Document& d) {
-         d.turn({8}, false);
-         d.enter({3}, u"much longer");
-         d.enter({1}, u"0");
-         d.enter({5, 1}, u"33");
-     },
-     {{"\\u0041", "much longer"},
-      {"12345678901234567890", "0"},
-      {" 2 ", " 33 "},
-      {"true", "false"}},
-     R"("a"."n", "a"."b"."s", "a"."l" and 1 more)"},
-    {"thereAndBack",
-     [](Document& d) {
-         d.enter({3}, u"B"), d.enter({3}, u"A");
-         d.enter({1}, u"x"), d.enter({1}, u"12345678901234567890");
-         d.addElement(5), d.removeElement(5, 2);
-     },
-     {},
-     ""},
-    {"notANumber",
-     [](Document& d) { d.enter({1}, u"7"), d.enter({1}, u"7x"); },
-     {},
-     R"("a"."n")",
-     false},
-    {"notANumberInAList",
-     [](Document& d) {
-         d.enter({5, 0}, u"");
-         d.addElement(5);
-         d.enter({4}, u"x");
-     },
-     {{"2 ]", "2,\n 0 ]"}, {"\"2\"", "\"x\""}},
-     R"("a"."b"."s", "a"."l")",
-     false},
-    {"editsOfWhatIsGone",
-     [](Document& d) {
-         d.removeElement(5, 0);
-         d.enter({5, 0}, u"7"), d.turn({5, 0}, true), d.removeElement(5, 0), d.enter({5, 9}, u"7");
-         d.revert();
-         d.enter({5, 1}, u"7"), d.removeElement(5, 1);
-         d.enter({5, 3}, u"8");
-     },
-     {{" 2 ", " 8 "}},
-     R"("a"."l")"},
-    {"emptiedAndFilled",
-     [](Document& d) {
-         d.removeElement(5, 0);
-         d.removeElement(5, 1);
-     },
-     {{"[ 1,\n 2 ]", "[]"}},
-     R"("a"."l")"},
-};
-
-class NestedDocument : public testing::TestWithParam<Row> {
+class NestedDocument : public testing::TestWithParam<DOVA::test::JsonRow> {
 protected:
     NestedDocument() : document(JsonFile::load(m_folder.write("a.json", nested))) {}
 
+    void edit() {
+        for (const QJsonValue each : GetParam()["edits"].toArray()) {
+            make(each, document);
+        }
+    }
     std::string onDisk() const { return m_folder.read("a.json"); }
     std::vector<std::u16string> texts() const {
         std::vector<std::u16string> result;
@@ -119,14 +71,15 @@ protected:
 
 TEST_P(NestedDocument, SavesWhatWasEditedAndNoOtherByte) {
     std::string expected = nested;
-    for (const auto& [from, to] : GetParam().changes) {
-        expected.replace(expected.find(from), std::string(from).size(), to);
+    for (const QJsonValue change : GetParam()["changes"].toArray()) {
+        const std::string from = text(change[0]);
+        expected.replace(expected.find(from), from.size(), text(change[1]));
     }
-    GetParam().edit(document);
-    EXPECT_EQ(document.names(document.modified()), GetParam().modified);
+    edit();
+    EXPECT_EQ(document.names(document.modified()), GetParam().text("modified"));
     document.save(JsonFile::IfChanged::Refuse);
     EXPECT_EQ(onDisk(), expected);
-    EXPECT_EQ(!document.isModified(), GetParam().isSavedWhole);
+    EXPECT_EQ(document.isModified(), GetParam()["isSavedInPart"].toBool());
     // A second save, after everything has moved, finds every value again.
     const auto before = texts();
     document.turn({8}, document.text({8}) == u"false");
@@ -141,14 +94,15 @@ TEST_P(NestedDocument, SavesWhatWasEditedAndNoOtherByte) {
 
 TEST_P(NestedDocument, RevertsToTheFile) {
     const auto before = texts();
-    GetParam().edit(document);
+    edit();
     document.revert();
     EXPECT_FALSE(document.isModified());
     EXPECT_EQ(texts(), before);
 }
 
-INSTANTIATE_TEST_SUITE_P(All, NestedDocument, testing::ValuesIn(rows),
-                         [](const auto& row) { return row.param.name; });
+INSTANTIATE_TEST_SUITE_P(All, NestedDocument,
+                         testing::ValuesIn(DOVA::test::readRows(ROWS, "document")),
+                         DOVA::test::RowName());
 
 /// The kinds of the members, a letter each.
 std::string kinds(const std::string& text) {

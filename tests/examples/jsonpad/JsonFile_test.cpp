@@ -7,11 +7,16 @@
 #include <functional>
 
 #include "FaultyDoor.h"
+#include "support/JsonRows.h"
 #include "support/TemporaryFolder.h"
 
 namespace {
 
+using DOVA::test::JsonRow;
+using DOVA::test::readRows;
+using DOVA::test::RowName;
 using DOVA::test::TemporaryFolder;
+using DOVA::test::u16;
 using jsonpad::JsonFile;
 using jsonpad_test::FaultyDoor;
 using testing::ElementsAre;
@@ -52,39 +57,28 @@ TEST_F(File, ListsMembersInOrderWithDecodedTextsAndExactNumbers) {
                                    uR"(list=[1,"a b",{"x":[]}])"));
 }
 
-struct EditRow {
-    const char* name;
-    std::function<bool(JsonFile&)> edit;
-    const char* from;  ///< the piece of the sample that goes; empty when the edit is refused
-    const char* to;
+/// "from" is the piece of the sample that goes; there is none when the edit is refused.
+class FileEdit : public File, public testing::WithParamInterface<JsonRow> {
+protected:
+    static bool edit(JsonFile& file) {
+        const QJsonValue call = GetParam()["edit"];
+        const QString name = call[0].toString();
+        const auto member = static_cast<std::size_t>(call[1].toInt());
+        return name == "setString"   ? file.setString(member, u16(call[2]))
+               : name == "setNumber" ? file.setNumber(member, u16(call[2]))
+                                     : file.setBoolean(member, call[2].toBool());
+    }
 };
-
-const EditRow editRows[] = {
-    {"string", [](JsonFile& f) { return f.setString(0, u"a\"\n\u20ac"); }, "\"caf\\u00e9\\/\"",
-     "\"a\\\"\\n\xE2\x82\xAC\""},
-    {"number", [](JsonFile& f) { return f.setNumber(1, u"-1E400"); }, "12345678901234567890",
-     "-1E400"},
-    {"secondOfEqualKeys", [](JsonFile& f) { return f.setNumber(3, u"0"); }, "-0.0", "0"},
-    {"boolean", [](JsonFile& f) { return f.setBoolean(4, false); }, "true", "false"},
-    {"numberEmpty", [](JsonFile& f) { return f.setNumber(1, u""); }, "", ""},
-    {"numberInjection", [](JsonFile& f) { return f.setNumber(1, u"1,\"x\":2"); }, "", ""},
-    {"numberLooksAsciiCut", [](JsonFile& f) { return f.setNumber(1, u"\u0131"); }, "", ""},
-    {"stringIntoNumber", [](JsonFile& f) { return f.setString(1, u"1"); }, "", ""},
-    {"booleanIntoNull", [](JsonFile& f) { return f.setBoolean(6, true); }, "", ""},
-    {"noSuchMember", [](JsonFile& f) { return f.setString(8, u"x"); }, "", ""},
-};
-
-class FileEdit : public File, public testing::WithParamInterface<EditRow> {};
 
 TEST_P(FileEdit, ChangesItsValueAndNoOtherByte) {
-    const EditRow& row = GetParam();
-    const bool isAllowed = *row.from != '\0';
+    const std::string from = GetParam().text("from");
+    const bool isAllowed = !from.empty();
     std::string expected = sample;
     if (isAllowed) {
-        expected.replace(expected.find(row.from), std::string(row.from).size(), row.to);
+        expected.replace(expected.find(from), from.size(), GetParam().text("to"));
     }
     JsonFile file = load(sample);
-    EXPECT_EQ(row.edit(file), isAllowed);
+    EXPECT_EQ(edit(file), isAllowed);
     EXPECT_EQ(file.isModified(), isAllowed);
     EXPECT_EQ(file.text(), expected);
     file.save();
@@ -92,8 +86,7 @@ TEST_P(FileEdit, ChangesItsValueAndNoOtherByte) {
     EXPECT_FALSE(file.isModified());
 }
 
-INSTANTIATE_TEST_SUITE_P(All, FileEdit, testing::ValuesIn(editRows),
-                         [](const auto& row) { return row.param.name; });
+INSTANTIATE_TEST_SUITE_P(All, FileEdit, testing::ValuesIn(readRows(ROWS, "fileEdits")), RowName());
 
 TEST_F(File, EditsGoBackByHandOrToTheLastSave) {
     JsonFile file = load(sample);
@@ -137,37 +130,16 @@ TEST_F(File, ChangeByAnotherProgramIsRefusedUntilToldToOverwrite) {
     EXPECT_NO_THROW(file.save()) << "nothing to write";
 }
 
-struct FaultRow {
-    const char* fault;
-    const char* message;  ///< empty when the fault is to be overcome
-};
-
-const FaultRow faultRows[] = {
-    {"create", "Read-only file system"},
-    {"full", "No space left on device"},
-    {"interrupt", ""},
-    {"unnamed", ""},
-    {"giveAway", ""},
-    {"owner", ""},
-    {"owner+open", "Permission denied"},
-    {"owner+reserve", "No space left on device"},
-    {"owner+full", "No space left on device"},
-    {"folder", ""},
-    {"mode", ""},
-    {"attributes", ""},
-    {"sync", "Input/output error"},
-    {"close", "Disk quota exceeded"},
-    {"rename", ""},
-    {"mayWriteFile", "Permission denied"},
-};
-
-class FaultySave : public File, public testing::WithParamInterface<FaultRow> {};
+/// Without a message the fault is to be overcome.
+class FaultySave : public File, public testing::WithParamInterface<JsonRow> {};
 
 TEST_P(FaultySave, GivesTheNewFileOrLeavesTheOldOneAndNothingElse) {
     JsonFile file = load(sample);
     file.setString(0, u"new");
     const std::string edited = file.text();
-    m_door.fault = GetParam().fault;
+    m_door.fault = GetParam().name;
+    std::replace(m_door.fault.begin(), m_door.fault.end(), '_', '+');
+    const std::string expected = GetParam().text("message");
     std::string message;
     try {
         file.save();
@@ -175,22 +147,18 @@ TEST_P(FaultySave, GivesTheNewFileOrLeavesTheOldOneAndNothingElse) {
         message = error.what();
     }
     EXPECT_GT(m_door.failures, 0);
-    const bool mayFail = *GetParam().message != '\0';
-    EXPECT_THAT(message, HasSubstr(GetParam().message));
-    EXPECT_EQ(message.empty(), !mayFail);
-    EXPECT_EQ(file.isModified(), mayFail);
-    EXPECT_EQ(m_folder.read("a.json"), mayFail ? sample : edited);
+    EXPECT_THAT(message, HasSubstr(expected));
+    EXPECT_EQ(message.empty(), expected.empty());
+    EXPECT_EQ(file.isModified(), !expected.empty());
+    EXPECT_EQ(m_folder.read("a.json"), expected.empty() ? edited : sample);
     EXPECT_THAT(m_folder.names(), ElementsAre("a.json"));
     m_door.fault.clear();
     file.save();
     EXPECT_EQ(m_folder.read("a.json"), edited);
 }
 
-INSTANTIATE_TEST_SUITE_P(All, FaultySave, testing::ValuesIn(faultRows), [](const auto& row) {
-    std::string name = row.param.fault;
-    std::replace(name.begin(), name.end(), '+', '_');
-    return name;
-});
+INSTANTIATE_TEST_SUITE_P(All, FaultySave, testing::ValuesIn(readRows(ROWS, "faultySaves")),
+                         RowName());
 
 struct LoadRow {
     const char* name;
@@ -245,7 +213,6 @@ TEST_P(FileLoad, SaysInOneLineWhatIsWrong) {
     }
 }
 
-INSTANTIATE_TEST_SUITE_P(All, FileLoad, testing::ValuesIn(loadRows),
-                         [](const auto& row) { return row.param.name; });
+INSTANTIATE_TEST_SUITE_P(All, FileLoad, testing::ValuesIn(loadRows), RowName());
 
 }  // namespace

@@ -6,7 +6,7 @@
 
 #include "AllTexts.h"
 #include "jsonpad/JsonError.h"
-#include "support/RowNames.h"
+#include "support/JsonRows.h"
 
 namespace {
 
@@ -27,56 +27,18 @@ std::string scan(const std::string& text) {
     return result;
 }
 
-using DOVA::test::operator<<;
-
-struct Row {
-    const char* name;
-    std::string text;
-    const char* expected;
-};
-
-const Row rows[] = {
-    {"empty", "", "line 1, column 1: the text ends too early"},
-    {"space", " \n", "line 2, column 1: the text ends too early"},
-    {"noMembers", "{}", ""},
-    {"mark", "\xEF\xBB\xBF{\"a\":1}", "\"a\"N1;"},
-    {"kinds", R"({"s":"","n":-0.5e+3,"t":true,"f":false,"0":null,"a":[ ],"o":{"x":[1,{}]}})",
-     R"("s"S"";"n"N-0.5e+3;"t"Btrue;"f"Bfalse;"0"0null;"a"L[ ];"o"{{"x":[1,{}]};)"},
-    {"listsAndOtherArrays", R"({"a":[1,"]",null],"b":[[]],"c":[1,{}],"d":[{},1]})",
-     R"("a"L[1,"]",null];"b"[[[]];"c"[[1,{}];"d"[[{},1];)"},
-    {"escapes", R"({"\"\\\/\b\f\n\r\t\u00E9\uD800":"\\"})",
-     R"("\"\\\/\b\f\n\r\t\u00E9\uD800"S"\\";)"},
-    {"array", "[1]", "line 1, column 1: the file must hold an object, so \"{\" is expected here"},
-    {"trailing", "{}\n{}", "line 2, column 1: nothing may follow the object's closing brace"},
-    {"trailingComma", "{\"a\":1,}", "line 1, column 8: a key in double quotes is expected here"},
-    {"noColon", "{\"a\" 1}", "line 1, column 6: \":\" is expected after a key"},
-    {"noComma", "{\"a\":1 \"b\":2}", "line 1, column 8: \",\" or \"}\" is expected after a member"},
-    {"noCommaInArray", "{\"a\":[1 2]}",
-     "line 1, column 9: \",\" or \"]\" is expected after an item"},
-    {"wordTooLong", "{\"a\":nulls}",
-     "line 1, column 10: \",\" or \"}\" is expected after a member"},
-    {"unknownEscape", "{\"a\":\"\\x\"}",
-     "line 1, column 8: a backslash in a text must begin one of "
-     "\\\" \\\\ \\/ \\b \\f \\n \\r \\t \\uXXXX"},
-    {"shortEscape", "{\"a\":\"\\u123g\"}",
-     "line 1, column 12: \\u in a text must be followed by four hexadecimal digits"},
-    {"controlCharacter", "{\"a\":\"x\x1F\"}",
-     "line 1, column 8: a control character in a text must be written as an escape such as "
-     "\\n or \\u0000"},
-    {"encodedSurrogate", "{\"\xED\xA0\x80\":1}", "line 1, column 3: the text is not valid UTF-8"},
-    {"columnCountsCharacters", "\xEF\xBB\xBF{\"\xC3\xA9\xF0\x9F\x98\x80\"}",
-     "line 1, column 6: \":\" is expected after a key"},
-    {"lineEnds", "{\n\r\n\r\"a\":\r\n  ?}", "line 5, column 3: a value is expected here"},
-};
-
-class Scanner : public testing::TestWithParam<Row> {};
+class Scanner : public testing::TestWithParam<DOVA::test::JsonRow> {};
 
 TEST_P(Scanner, FindsMembersOrSaysWhereTheFaultIs) {
-    EXPECT_EQ(scan(GetParam().text), GetParam().expected);
+    EXPECT_EQ(scan(GetParam().text("text")), GetParam().text("found"));
 }
 
-INSTANTIATE_TEST_SUITE_P(All, Scanner, testing::ValuesIn(rows),
-                         [](const auto& row) { return row.param.name; });
+INSTANTIATE_TEST_SUITE_P(All, Scanner, testing::ValuesIn(DOVA::test::readRows(ROWS, "scanner")),
+                         DOVA::test::RowName());
+
+TEST(Scanner, RefusesAnEncodedSurrogate) {
+    EXPECT_EQ(scan("{\"\xED\xA0\x80\":1}"), "line 1, column 3: the text is not valid UTF-8");
+}
 
 TEST(Scanner, RefusesEveryTruncation) {
     const std::string text =
