@@ -62,6 +62,14 @@ TEST_F(SessionRegistryTest, aPageHearsItsOwnChannelsAndPingsThatCanTravel) {
     EXPECT_EQ(link.asked, 3);
 }
 
+TEST_F(SessionRegistryTest, aReadySessionHearsTheDocumentAndNothingBelowItsChannel) {
+    const auto ready = openReady("me", link), unready = openFresh("you", other);
+    say("/tdom", "document");
+    say("/tdom/me", "nobody's");
+    EXPECT_EQ(waiting(*ready), std::string("\x1e/tdom\x1f") + "document");
+    EXPECT_EQ(waiting(*unready), "");
+}
+
 /// So that a page can tell the answer to what was typed last from the answers to older typing.
 TEST_F(SessionRegistryTest, aFrameAcknowledgesJustWhatItsTextsKnew) {
     const auto session = openFresh("me", link);

@@ -1,27 +1,16 @@
 #include "WireRows.h"
 
 #include <QDir>
-#include <QFile>
 #include <QJsonDocument>
 #include <QJsonValue>
 #include <algorithm>
-#include <cstdlib>
-#include <iostream>
+#include <functional>
+
+#include "support/JsonRows.h"
 
 namespace DOVA::test {
 
 namespace {
-
-QJsonDocument readDocument(const QString& path) {
-    QFile file(path);
-    const bool opened = file.open(QIODevice::ReadOnly);
-    const QJsonDocument document = QJsonDocument::fromJson(opened ? file.readAll() : QByteArray());
-    if (document.isNull()) {
-        std::cerr << "cannot read rows from " << path.toStdString() << "\n";
-        std::exit(2);
-    }
-    return document;
-}
 
 std::string compact(const QJsonDocument& document) {
     return document.toJson(QJsonDocument::Compact).toStdString();
@@ -72,7 +61,7 @@ std::vector<WireRow> readRows(const std::vector<std::string>& folders,
     for (const std::string& folder : folders) {
         const QDir files(QString::fromStdString(WIRE_ROWS_FOLDER "/" + folder));
         for (const QString& name : files.entryList({"*.json"}, QDir::Files, QDir::Name)) {
-            const QJsonArray content = readDocument(files.filePath(name)).array();
+            const QJsonArray content = readJson(files.filePath(name)).array();
             for (const QJsonValue one : content) {
                 rows.push_back({folder + "/" + name.toStdString(), one.toObject()});
             }
@@ -83,7 +72,7 @@ std::vector<WireRow> readRows(const std::vector<std::string>& folders,
 }
 
 QJsonObject standardScene() {
-    return readDocument(QStringLiteral(WIRE_ROWS_FOLDER "/scene.json")).object();
+    return readJson(QStringLiteral(WIRE_ROWS_FOLDER "/scene.json")).object();
 }
 
 std::string fillIn(const std::string& text, const IdentifierOf& identifierOf) {

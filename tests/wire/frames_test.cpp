@@ -5,10 +5,9 @@
 #include <vector>
 
 #include "FrameReceiver.h"
-#include "PageLink.h"
-#include "SessionRegistry.h"
 #include "WireRows.h"
-#include "messaging/InProcessBus.h"
+#include "gateway/RegistryFixture.h"
+#include "support/JsonRows.h"
 
 namespace DOVA::gateway {
 namespace {
@@ -23,43 +22,36 @@ bool isUpward(const WireRow& row) {
 }
 
 /// The gateway writes life-cycle messages anew; all other texts pass as they are.
-QJsonArray asPublished(const QJsonArray& records) {
-    QJsonArray published;
+std::vector<std::string> asPublished(const QJsonArray& records) {
+    std::vector<std::string> published;
     for (const QJsonValue record : records) {
-        const QJsonDocument text = QJsonDocument::fromJson(record[2].toString().toUtf8());
-        const bool anew = record[1].toString() == "/dova2/web";
-        const QString written = QString::fromUtf8(text.toJson(QJsonDocument::Compact));
-        published.append(QJsonArray{record[1], anew ? written : record[2].toString()});
+        const std::string channel = test::text(record[1]), text = test::text(record[2]);
+        const auto document = QJsonDocument::fromJson(QByteArray::fromStdString(text));
+        published.push_back(channel + "=" +
+                            (channel != "/dova2/web"
+                                 ? text
+                                 : document.toJson(QJsonDocument::Compact).toStdString()));
     }
     return published;
 }
 
-struct Link : PageLink {
-    void textsWait() override {}
-    void end(const CloseReason&) override {}
-};
-
 /// A session of the page "p1" that has handled and sent as many records as the row says.
-class FramesTest : public testing::TestWithParam<WireRow> {
+class FramesTest : public RegistryFixture, public testing::WithParamInterface<WireRow> {
 protected:
     void reach(int received, int sent) {
         for (int count = received; count > 0; --count) {
             session->take(session->received() + 1);
         }
         for (int count = sent; count > 0; --count) {
-            bus->publish(program, "/dova2/web/p1", "[]");
+            say("/dova2/web/p1", "[]");
         }
-        bus->deliver();
         while (session->downward().next()) {
         }
-        bus->subscribeTree(program, "", [this](auto& channel, auto& text) {
-            heard.append(QJsonArray{QString::fromStdString(channel), QString::fromStdString(text)});
-        });
     }
 
     /// The close code with which the frame is refused; 0 when it is not.
     int receive(const std::string& frame) {
-        FrameReceiver receiver(registry, session);
+        FrameReceiver receiver(*registry, session);
         const CloseReason* reason = receiver.begin(frame);
         if (!reason) {
             Throttle throttle(1000, 1000);
@@ -69,13 +61,8 @@ protected:
         return reason ? reason->code : 0;
     }
 
-    const std::shared_ptr<tdom::messaging::InProcessBus> bus =
-        std::make_shared<tdom::messaging::InProcessBus>();
-    const tdom::messaging::MessageBus::ConnectorId program = bus->attach("program");
-    SessionRegistry registry{bus, GatewayOptions()};
-    Link link;
-    const std::shared_ptr<Session> session = registry.open("p1", {}, link).session;
-    QJsonArray heard;
+    NotingLink link;
+    const std::shared_ptr<Session> session = registry->open("p1", {}, link).session;
 };
 
 TEST_P(FramesTest, areReadAsWritten) {
@@ -95,7 +82,7 @@ TEST_P(FramesTest, areReadAsWritten) {
     reach(row["received"].toInt(), row["sent"].toInt());
     ASSERT_EQ(receive(frame), row["close"].toInt(0));
     if (!isRefused) {
-        EXPECT_EQ(heard, asPublished(records));
+        EXPECT_EQ(takeHeard(), asPublished(records));
         const double last =
             records.isEmpty() ? row["received"].toDouble() : records.last()[0].toDouble();
         EXPECT_EQ(session->received(), last);
