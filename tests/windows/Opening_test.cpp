@@ -3,7 +3,7 @@
 #include <map>
 #include <memory>
 
-#include "support/RowNames.h"
+#include "support/JsonRows.h"
 #include "support/WebFixture.h"
 #include "toolkit/DVButton2.h"
 #include "toolkit/DVGroupBox2.h"
@@ -18,21 +18,14 @@ using testing::ElementsAre;
 using testing::HasSubstr;
 using testing::Pair;
 
-enum class Answer { NoHandler, None, Stay };
-
-struct Story {
-    const char* name;
-    Answer answer;  // of the program to a close request
-    const char* steps;
-    const char* published;
-};
-
-class OpeningTest : public WebFixture, public testing::WithParamInterface<Story> {
+/// In opening.json the program is "deaf" to close requests, or is asked and "stays" or is
+/// "undecided"; each step and each published text is a letter.
+class OpeningTest : public WebFixture, public testing::WithParamInterface<JsonRow> {
 protected:
     OpeningTest() {
-        if (GetParam().answer != Answer::NoHandler) {
-            window.onCloseRequest(
-                [this] { GetParam().answer == Answer::Stay ? window.stayOpen() : void(); });
+        const std::string program = GetParam().text("program");
+        if (program != "deaf") {
+            window.onCloseRequest([=] { program == "stays" ? window.stayOpen() : void(); });
         }
     }
 
@@ -92,54 +85,17 @@ protected:
     DVDialog2 window;
     DVButton2 button{&window};
 };
-using test::operator<<;
-
 TEST_P(OpeningTest, isPublished) {
     DVAbstractWindow2::openDue();
     std::string all;
-    for (const char* step = GetParam().steps; *step != '\0'; ++step) {
-        steps.at (*step)();
+    for (const char step : GetParam().text("steps")) {
+        steps.at(step)();
         all += published();
     }
-    EXPECT_EQ(all, GetParam().published);
+    EXPECT_EQ(all, GetParam().text("published"));
 }
 
-constexpr auto s_stays = Answer::Stay;
-constexpr auto s_undecided = Answer::None;
-constexpr auto s_deaf = Answer::NoHandler;
-
-INSTANTIATE_TEST_SUITE_P(
-    Windows, OpeningTest,
-    testing::Values(
-        Story{"twice", s_deaf, "ss", "D"}, Story{"hiddenAndShown", s_deaf, "shs", "D-+"},
-        Story{"hiddenAndVisible", s_deaf, "shv", "D-+"},
-        Story{"hiddenAndNormal", s_deaf, "shn", "D-+n"},
-        Story{"hiddenAndMaximized", s_deaf, "shM", "D-+M"},
-        Story{"hiddenAndMinimized", s_deaf, "sh_s", "D-_+"},
-        Story{"visibleOpens", s_deaf, "v", "D"}, Story{"early", s_undecided, "!sp", "D"},
-        Story{"earlyMaximized", s_undecided, "!Mp", "D"},
-        Story{"earlyNormalAndVisible", s_undecided, "!nvp", "D"},
-        Story{"earlyMinimized", s_undecided, "!_p", ""},
-        Story{"earlyAndHiddenAgain", s_undecided, "!shpps", "D"},
-        Story{"earlyAndClosed", s_undecided, "!scps", ""},
-        Story{"messageBoxes", s_undecided, "bsb", "Dbb"},
-        Story{"earlyMessageBoxes", s_undecided, "!bsbpb", "Dbbb"},
-        Story{"hiddenMessageBox", s_undecided, "!bshpsb", "Dbb"},
-        Story{"onEveryPageAsTheProgramSays", s_undecided, "spsps", "DDD"},
-        Story{"undecidedOverPages", s_undecided, "spp", "D"},
-        Story{"deafOverPages", s_deaf, "spp", "DDD"}, Story{"deafAndGone", s_deaf, "s!pp", "DDD"},
-        Story{"hiddenOverPages", s_deaf, "shp", "D-"},
-        Story{"staysOverPages", s_stays, "spp", "DDD"}, Story{"staysAndGone", s_stays, "s!p", "DD"},
-        Story{"deafToX", s_deaf, "sxx", "DDD"}, Story{"undecidedAtX", s_undecided, "sxxx", "D"},
-        Story{"staysAtX", s_stays, "sxx", "DDD"}, Story{"staysLater", s_undecided, "sxoox", "DD"},
-        Story{"shownAfterX", s_undecided, "sxsx", "DD"},
-        Story{"hiddenAfterX", s_undecided, "sxhs", "D-+D"},
-        Story{"closedAfterX", s_undecided, "sxc", "Dc"},
-        Story{"staysUnasked", s_undecided, "soo", "D"},
-        Story{"staysUnopened", s_undecided, "o", "D"},
-        Story{"staysHidden", s_undecided, "sxho", "D-+D"},
-        Story{"staysWithoutPage", s_undecided, "s!op", "DD"}),
-    [](const auto& row) { return std::string(row.param.name); });
+INSTANTIATE_TEST_SUITE_P(Windows, OpeningTest, testing::ValuesIn(readRows(OPENING)), RowName());
 
 class ShowingTest : public WebFixture {};
 

@@ -1,9 +1,11 @@
 // A page that lies, or that does not know yet what the program has done, tells of what nobody can
 // have done to a widget. The program does not hear of it, and program and page agree afterwards.
 
+#include <map>
 #include <string>
 #include <vector>
 
+#include "support/JsonRows.h"
 #include "support/WebFixture.h"
 #include "toolkit/DVButton2.h"
 #include "toolkit/DVCheckBox2.h"
@@ -19,7 +21,6 @@ namespace DOVA::test {
 namespace {
 
 using testing::ElementsAreArray;
-using testing::IsEmpty;
 
 struct Scene {
     Scene() {
@@ -32,9 +33,8 @@ struct Scene {
 
     void listen() {
         const auto hear = [this] { ++heard; };
-        for (DVAbstractButton2* each :
-             {static_cast<DVAbstractButton2*>(&button), static_cast<DVAbstractButton2*>(&toggle),
-              static_cast<DVAbstractButton2*>(&box), static_cast<DVAbstractButton2*>(&inner)}) {
+        for (auto* each :
+             std::initializer_list<DVAbstractButton2*>{&button, &toggle, &box, &inner}) {
             each->onClick(hear);
             each->onToggle(hear);
         }
@@ -78,82 +78,17 @@ struct Scene {
     DVTab2 only{&plain};
     DVDialog2 question;
     int heard = 0;
+    /// As the rows call them.
+    const std::map<std::string, DVWidget2*> widgets{
+        {"button", &button}, {"toggle", &toggle}, {"box", &box},     {"edit", &edit},
+        {"combo", &combo},   {"tabs", &tabs},     {"inner", &inner}, {"window", &window}};
 };
 
-/// Something that the page says of a widget, and what it is told again when that is refused.
-struct Event {
-    const char* name;
-    DVWidget2& (*widget)(Scene&);
-    const char* members;
-    const char* type;
-    std::vector<const char*> told;
-};
+/// What the program has done before it hears of an event of the widget.
+using Bar = void (*)(Scene&, DVWidget2& widget);
 
-const Event s_events[] = {
-    {"click",
-     [](Scene& s) -> DVWidget2& { return s.button; },
-     R"("event":"onClick")",
-     "Button",
-     {}},
-    {"toggle",
-     [](Scene& s) -> DVWidget2& { return s.toggle; },
-     R"("event":"onToggle","value":true)",
-     "Button",
-     {R"("checked":false)"}},
-    {"check",
-     [](Scene& s) -> DVWidget2& { return s.box; },
-     R"("event":"onToggle","value":true)",
-     "CheckBox",
-     {R"("checked":false)"}},
-    {"type",
-     [](Scene& s) -> DVWidget2& { return s.edit; },
-     R"("event":"onEdit","value":"typed")",
-     "Edit",
-     {R"("text":"before")"}},
-    {"finish",
-     [](Scene& s) -> DVWidget2& { return s.edit; },
-     R"("event":"onEditFinish","value":"typed")",
-     "Edit",
-     {R"("text":"before")"}},
-    {"choose",
-     [](Scene& s) -> DVWidget2& { return s.combo; },
-     R"("event":"onSelectionChange","index":1,"value":"b")",
-     "ComboBox",
-     {R"("currentindex":0)", R"("text":"a")"}},
-    {"type in a list",
-     [](Scene& s) -> DVWidget2& { return s.combo; },
-     R"("event":"onEdit","value":"typed")",
-     "ComboBox",
-     {R"("currentindex":0)", R"("text":"a")"}},
-    {"turn",
-     [](Scene& s) -> DVWidget2& { return s.tabs; },
-     R"("event":"tabchanged","newIndex":2)",
-     "TabContainer",
-     {R"("currentindex":0)"}},
-    {"close a page",
-     [](Scene& s) -> DVWidget2& { return s.tabs; },
-     R"("event":"close","newIndex":1)",
-     "TabContainer",
-     {}},
-    {"click on a page",
-     [](Scene& s) -> DVWidget2& { return s.inner; },
-     R"("event":"onClick")",
-     "Button",
-     {}},
-    {"zoom",
-     [](Scene& s) -> DVWidget2& { return s.window; },
-     R"("increaseFontSize":true)",
-     "Dialog",
-     {}},
-};
-
-/// What the program has done before it hears of it.
-struct Bar {
-    const char* name;
-    void (*put)(Scene&, DVWidget2& widget);
-};
-
-const Bar s_everywhere[] = {
+/// On whatever widget.
+const std::map<std::string, Bar> s_everywhere{
     {"disabled", [](Scene&, DVWidget2& widget) { widget.setEnabled(false); }},
     {"hidden", [](Scene&, DVWidget2& widget) { widget.hide(); }},
     {"below a disabled window", [](Scene& s, DVWidget2&) { s.window.setEnabled(false); }},
@@ -171,85 +106,65 @@ const Bar s_everywhere[] = {
      }},
 };
 
+/// Of a page or an item.
+const std::map<std::string, Bar> s_absence{
+    {"disabled page", [](Scene& s, DVWidget2&) { s.third.setTabEnabled(false); }},
+    {"hidden page", [](Scene& s, DVWidget2&) { s.third.setVisible(false); }},
+    {"no such page", [](Scene& s, DVWidget2&) { s.tabs.removeTab(2); }},
+    {"no such item", [](Scene& s, DVWidget2&) { s.combo.removeItem(1); }},
+    {"not checkable",
+     [](Scene& s, DVWidget2&) { webObject<WebAbstractButton2>(s.toggle)->doSetCheckable(false); }},
+    {"page behind", [](Scene& s, DVWidget2&) { s.tabs.setCurrentIndex(1); }},
+    {"page hidden", [](Scene& s, DVWidget2&) { s.first.setVisible(false); }},
+    {"page disabled", [](Scene& s, DVWidget2&) { s.first.setTabEnabled(false); }},
+    {"tabs disabled", [](Scene& s, DVWidget2&) { s.tabs.setEnabled(false); }},
+};
+
+/// The members of an object as they stand in its text.
+std::string membersOf(const QJsonValue& object) {
+    const auto text = QJsonDocument(object.toObject()).toJson(QJsonDocument::Compact).toStdString();
+    return text.substr(1, text.size() - 2);
+}
+
 class ReachTest : public WebFixture {
 protected:
-    /// Plays one event, unbarred and behind the bar.
-    void refuses(const Event& event, const Bar& bar, const std::string& stateAfter = {}) {
-        SCOPED_TRACE(std::string(event.name) + ", " + bar.name);
+    /// Plays the event of a row, unbarred and behind the bar. The page is told again what holds.
+    void refuses(const JsonRow& row, Bar bar) {
+        const std::string members = membersOf(row["event"]), name = row.text("widget");
         Scene free;
         show(free.window);
-        say(free.window, event.widget(free), event.members);
+        say(free.window, *free.widgets.at(name), members);
         EXPECT_EQ(free.heard, 1) << "nothing to refuse";
         Scene scene;
         show(scene.window);
-        DVWidget2& widget = event.widget(scene);
-        bar.put(scene, widget);
+        DVWidget2& widget = *scene.widgets.at(name);
+        bar(scene, widget);
         const std::string before = scene.state();
         client.take();
-        say(scene.window, widget, event.members);
+        say(scene.window, widget, members);
         EXPECT_EQ(scene.heard, 0);
-        EXPECT_EQ(scene.state(), stateAfter.empty() ? before : stateAfter);
+        EXPECT_EQ(scene.state(), row["after"].toString(before.c_str()).toStdString());
         std::vector<std::string> told;
-        for (const char* property : event.told) {
-            told.push_back(sent(widget, event.type, property));
+        for (const QJsonValue property : row["told"].toArray()) {
+            told.push_back(sent(widget, row.text("type"), membersOf(property)));
         }
         EXPECT_THAT(client.takeTexts(), ElementsAreArray(told));
     }
 };
 
 TEST_F(ReachTest, whatNobodyCanUseTellsTheProgramNothing) {
-    for (const Event& event : s_events) {
-        for (const Bar& bar : s_everywhere) {
-            refuses(event, bar);
+    for (const JsonRow& row : readRows(REACH, "events")) {
+        for (const auto& [name, bar] : s_everywhere) {
+            SCOPED_TRACE(row.name + ", " + name);
+            refuses(row, bar);
         }
     }
 }
 
 TEST_F(ReachTest, norDoesWhatIsNotThere) {
-    const auto inTabs = [](const char* name, const char* members, std::vector<const char*> told) {
-        return Event{name, [](Scene& s) -> DVWidget2& { return s.tabs; }, members, "TabContainer",
-                     std::move(told)};
-    };
-    const Event turn =
-        inTabs("turn", R"("event":"tabchanged","newIndex":2)", {R"("currentindex":0)"});
-    const Event turnToNone = inTabs("turn", R"("event":"tabchanged","newIndex":2)", {});
-    const Event closing = inTabs("close", R"("event":"close","newIndex":2)", {});
-    const Event& click = s_events[9];
-    const Event choice{"choose",
-                       [](Scene& s) -> DVWidget2& { return s.combo; },
-                       R"("event":"onSelectionChange","index":1,"value":"b")",
-                       "ComboBox",
-                       {}};
-    const struct {
-        Event event;
-        Bar bar;
-        const char* after;
-    } rows[] = {
-        {turn, {"disabled page", [](Scene& s, DVWidget2&) { s.third.setTabEnabled(false); }}, ""},
-        {turn, {"hidden page", [](Scene& s, DVWidget2&) { s.third.setVisible(false); }}, ""},
-        {turnToNone,
-         {"no such page", [](Scene& s, DVWidget2&) { s.tabs.removeTab(2); }},
-         "000before0a-1"},
-        {closing,
-         {"disabled page", [](Scene& s, DVWidget2&) { s.third.setTabEnabled(false); }},
-         ""},
-        {closing, {"no such page", [](Scene& s, DVWidget2&) { s.tabs.removeTab(2); }}, ""},
-        {choice,
-         {"no such item", [](Scene& s, DVWidget2&) { s.combo.removeItem(1); }},
-         "000before-1b0"},
-        {s_events[1],
-         {"not checkable",
-          [](Scene& s, DVWidget2&) {
-              webObject<WebAbstractButton2>(s.toggle)->doSetCheckable(false);
-          }},
-         ""},
-        {click, {"page behind", [](Scene& s, DVWidget2&) { s.tabs.setCurrentIndex(1); }}, ""},
-        {click, {"page hidden", [](Scene& s, DVWidget2&) { s.first.setVisible(false); }}, ""},
-        {click, {"page disabled", [](Scene& s, DVWidget2&) { s.first.setTabEnabled(false); }}, ""},
-        {click, {"tabs disabled", [](Scene& s, DVWidget2&) { s.tabs.setEnabled(false); }}, ""},
-    };
-    for (const auto& row : rows) {
-        refuses(row.event, row.bar, row.after);
+    for (const JsonRow& row : readRows(REACH, "absent")) {
+        SCOPED_TRACE(row.name + ", " + row.text("bar"));
+        refuses(row, s_absence.at(row.text("bar")));
     }
     Scene scene;
     show(scene.window);
