@@ -55,49 +55,6 @@ export function kindOf(channel, action, payload) {
     return messagesOn(channel, action).find((name) => validators.get(name)(payload));
 }
 
-/** The name of every property that objects have. */
-const { values } = schemas.get('properties.json').definitions;
-export const properties = Object.keys(values.properties);
-
-/** Every client event and report member, with a predicate that finds it in a message. */
-export const clientEvents = listClientEvents(schemas.get('client-event.json').definitions);
-
-function listClientEvents(definitions) {
-    const events = Object.values(definitions)
-        .map((definition) => definition.properties?.event?.const)
-        .filter((name) => name !== undefined);
-    const members = definitions.windowReport.anyOf.map(({ required }) => required[0]);
-    return [
-        ...events.map((name) => ({ name, isIn: (message) => message.event === name })),
-        ...members.map((name) => ({ name, isIn: (message) => name in message })),
-    ];
-}
-
-/** Every property that elements of the model document have. */
-export const elementProperties = Object.keys(schemas.get('model.json').definitions.values.properties);
-
-function isInModel(name, { snapshot = {}, patch = [] }) {
-    const written = Object.values(snapshot).some((element) => name in element);
-    return written || patch.some(({ path }) => path.split('/')[2] === name);
-}
-
-/** Messages, properties and events that do not occur among `{kind, payload}` entries. */
-export function missingFrom(entries) {
-    const payloads = (kind) =>
-        entries.filter((entry) => entry.kind === kind).flatMap((entry) => entry.payload);
-    const objects = ['propertyWrite', 'description', 'refresh'].flatMap(payloads).flatMap(flattened);
-    const said = payloads('clientEvent');
-    const ofModel = [...payloads('modelSnapshot'), ...payloads('modelPatch')];
-    return [
-        ...[...validators.keys()].filter((name) => payloads(name).length === 0),
-        ...properties.filter((name) => !objects.some((object) => name in object)),
-        ...elementProperties
-            .filter((name) => !ofModel.some((payload) => isInModel(name, payload)))
-            .map((name) => `${name} of elements`),
-        ...clientEvents.filter(({ isIn }) => !said.some(isIn)).map(({ name }) => name),
-    ];
-}
-
 /** An object of a description and all below it. */
 export function flattened(tree) {
     return [tree, ...(tree.contents ?? []).flatMap(flattened)];
