@@ -5,6 +5,7 @@ import { openTab } from '../../client/test/support/chromium.mjs';
 import { play } from '../../client/test/support/steps.mjs';
 import { everyEngine, inEach } from './support/engines.mjs';
 import { Program } from './support/Program.mjs';
+import { Visitor } from './support/Visitor.mjs';
 
 let program;
 before(async () => {
@@ -16,7 +17,7 @@ after(async () => {
 });
 
 /** The gallery in front of somebody who has turned to one of its pages. */
-class Visit {
+class Visit extends Visitor {
     static async to(browser, name, faults) {
         const context = await browser.newContext({ viewport: { width: 900, height: 760 } });
         const page = await openTab(context, faults);
@@ -27,37 +28,8 @@ class Visit {
         return visit;
     }
 
-    constructor(page) {
-        this.page = page;
-    }
-
-    named = (role, name, state) => this.page.getByRole(role, { name, exact: true, ...state });
-    boxes = (role, ...names) => Promise.all(names.map((name) => this.named(role, name).boundingBox()));
-
-    /** By its label, or by `{placeholder}`. */
-    field = (name) =>
-        name.placeholder === undefined
-            ? this.page.getByLabel(name, { exact: true })
-            : this.page.getByPlaceholder(name.placeholder);
-
-    // What a person does.
-
-    click = (role, name) => this.named(role, name).click();
-
-    /** The only button of this name, or the one with this number. */
-    push(name, number) {
-        const buttons = this.named('button', name);
-        return (number === undefined ? buttons : buttons.nth(number)).click();
-    }
-
-    clickText = (role, name, text) => this.named(role, name).getByText(text, { exact: true }).click();
-    closeTab = (name) => this.named('tab', name).getByTitle('Close').click();
-    fill = (name, text) => this.field(name).fill(text);
-    check = (name, isChecked) => this.field(name).setChecked(isChecked);
-    choose = (name, item) => this.named('combobox', name).selectOption(item);
-    press = (name, keys) => this.field(name).press(keys);
-    keys = (keys) => this.page.keyboard.press(keys);
-    type = (text) => this.page.keyboard.type(text);
+    pushFirst = (name) => this.named('button', name).first().click();
+    closeTab = (name) => this.named('tab', name).locator('[title=Close]').click();
 
     /** Where the button is, whatever lies above it. */
     async clickAt(name) {
@@ -65,28 +37,10 @@ class Visit {
         await this.page.mouse.click(x + 2, y + 2);
     }
 
-    // What is there then.
-
     /** The program says that this happened last. */
-    hears = (event) =>
-        this.finds('.text', new RegExp(`^\\d+\\. ${event.replace(/[^\w ]/g, '\\$&')}\\s`));
-    shows = (role, name, state) => this.named(role, name, state).waitFor();
-    hides = (role, name) => this.named(role, name).waitFor({ state: 'hidden' });
-    holds = (role, name, css) => this.named(role, name).locator(css).waitFor();
-    says = (role, name, text) => this.named(role, name).getByText(new RegExp(text)).waitFor();
-    finds = (css, hasText) => this.page.locator(css).filter({ hasText }).waitFor();
-    reads = (text, exact) => this.page.getByText(text, { exact }).waitFor();
-    lists = (name, items) =>
-        this.named('combobox', name).getByText(items.join(''), { exact: true }).waitFor();
-
-    /** The item that a combo box shows. */
-    chosen(name, item) {
-        const option = this.named('combobox', name).locator('option:checked');
-        return option.filter({ hasText: item }).waitFor({ state: 'attached' });
-    }
-
-    async counts(css, number) {
-        assert.equal(await this.page.locator(css).count(), number, css);
+    hears(event) {
+        const latest = new RegExp(`^\\d+\\. ${event.replace(/[^\w ]/g, '\\$&')}\\s`);
+        return this.finds('.text', latest);
     }
 
     /** In which direction the second one stands from the first one. */

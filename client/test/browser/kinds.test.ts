@@ -82,7 +82,7 @@ onStage('the pointer turns and closes tabs, and the focus stays in sight', async
     assert.equal(await focused.evaluate((e) => document.activeElement === e), true);
     const added = tabPage(37, 'Fourth', widget(38, 'Text', { text: 'On the fourth' }));
     stage.write(1, 33, { command: 'close' });
-    stage.gateway.send(['./1', { ...added, msgType: 'refresh', parentId: '30' }]);
+    stage.refresh(added, 30);
     await tab('Fourth').click();
     await stage.untilEvents(30, [...told, ['tabchanged', 3]]);
     await page.reload();

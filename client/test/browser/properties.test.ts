@@ -10,35 +10,15 @@ const exceptions = JSON.parse(readFileSync('../tests/wire/exceptions.json', 'utf
 };
 
 type Values = Readonly<Record<string, unknown>>;
+type Samples = Readonly<Record<string, Values>>;
 
-const rect = '[40,50,170,180]';
-const size = '[170.000000,180.000000]';
-const samples: Values = {
-    ...{ visible: false, enable: false, tooltip: 'x', style: { color: 'rgb(255,0,0)' } },
-    ...{ updateEnabled: false, objectName: 'x', geometry: rect, moveTo: '[40,50]', resize: size },
-    ...{ setPreferredSize: size, setMinimumWidth: '300', setMinimumHeight: '200' },
-    ...{ setMaximumWidth: '20', setMaximumHeight: '10', saveGeometry: rect },
-    ...{ rowSpan: [1, 2], colSpan: [1, 2], title: 'x', windowicon: 'x.png', frameGeometry: rect },
-    ...{ move: '[40, 50]', command: 'close', version: 'x', layoutGrid: [2, 3], flat: true },
-    ...{ meta: 'StandardButtonSet', currentindex: 1, tabposition: 'South', tabcount: 9, name: 'x' },
-    ...{ enabled: false, spacing: 40, label: 'x', icon: 'x.png', text: 'x', placeholder: 'x' },
-    ...{ entries: ['x'], select: 'b', buddy: '11' },
-};
-
-/** What has to be so that a change of the property can be seen at all. */
-const before: Readonly<Record<string, Values>> = {
-    checked: { checkable: true },
-    adjustsize: { resize: size },
-    showNormal: { maximized: true },
-    placeholder: { editable: true },
-    text: { editable: true },
-};
-
-/** What shows only in what it does to a change that comes with it. */
-const keepsFrom: Readonly<Record<string, Values>> = {
-    updateEnabled: { visible: false, title: 'x', updateEnabled: false },
-    enabled: { spacing: 40, enabled: false },
-};
+/**
+ * A value for each property, `true` where there is none; what has to be so that a change of it can
+ * be seen at all; and what shows only in what it keeps a change from doing that comes with it.
+ */
+const { samples, before, keepsFrom } = JSON.parse(
+    readFileSync('test/browser/properties.json', 'utf8'),
+) as { samples: Values; before: Samples; keepsFrom: Samples };
 
 const inner = [widget(30, 'Text', { text: 'x' }), widget(31, 'Edit', { text: '' })];
 const layout = { id: '32', type: 'BoxLayout', contents: inner };

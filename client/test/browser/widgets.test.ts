@@ -121,14 +121,12 @@ onStage('a subtree shown anew keeps the focus, the caret and what is typed', asy
     const { page } = stage;
     await page.getByLabel('Name').pressSequentially('hello');
     await page.keyboard.press('ArrowLeft');
-    const layout = { id: '2', type: 'BoxLayout', contents: [...form, ...row] };
-    stage.gateway.send(['./1', { ...layout, msgType: 'refresh', parentId: '1' }]);
+    stage.refresh({ id: '2', type: 'BoxLayout', contents: [...form, ...row] }, 1);
     await stage.settled();
     await page.keyboard.type('X');
     assert.equal(await page.getByLabel('Name').inputValue(), 'hellXo');
     // A field alone keeps the name that the text before it gives it.
-    const again = widget(22, 'Edit', { text: 'new' });
-    stage.gateway.send(['./1', { ...again, msgType: 'refresh', parentId: '2' }]);
+    stage.refresh(widget(22, 'Edit', { text: 'new' }));
     await stage.settled();
     assert.equal(await page.getByLabel('Town').inputValue(), 'new');
 });

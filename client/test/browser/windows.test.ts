@@ -1,4 +1,5 @@
 import assert from 'node:assert/strict';
+import { readFileSync } from 'node:fs';
 import type { Rect } from '../../src/protocol/geometry.ts';
 import { META_BUTTON_SET } from '../../src/protocol/names.ts';
 import { tabPage } from '../support/scene.ts';
@@ -99,8 +100,7 @@ onStage('a modal window shuts the others off until it is closed', async (stage) 
     const asked = (): boolean => stage.gateway.messages('.').length === 2;
     await stage.gateway.until(asked, 'the request to close');
     assert.equal(await stage.at(30).isVisible(), true, 'only the program closes it');
-    stage.write(30, 30, { command: 'close' });
-    await stage.at(30).waitFor({ state: 'detached' });
+    await stage.close(30);
     await stage.at(13).click();
     // The last window gone, one can start again.
     await stage.button('Close').click();
@@ -169,40 +169,42 @@ const buttons = widget(5, 'Panel', {
     contents: [widget(6, 'Button', { label: 'OK' })],
 });
 
+/** A widget, or so many edits from an identifier on, in a container if there is a type. */
+interface Given extends Record<string, unknown> {
+    readonly id: number;
+    readonly type?: string;
+    readonly edits?: readonly [first: number, count: number];
+}
+
+function made({ id, type, edits, ...values }: Given): object[] {
+    const contents = edits === undefined ? {} : { contents: rows(...edits) };
+    const all = { ...values, ...contents };
+    return type === undefined ? (contents.contents ?? []) : [widget(id, type, all)];
+}
+
 interface LongContent {
     readonly name: string;
     readonly window?: object;
-    readonly widgets: object[];
+    /** The last edit of each is number 199. */
+    readonly widgets: readonly Given[];
     /** What has to be seen without scrolling, beside the button. */
     readonly seen: readonly number[];
 }
 
-/** The last edit of each is number 199. */
-const longContents: readonly LongContent[] = [
-    {
-        name: 'a grid above a text',
-        widgets: [holder(10, 'GridLayout', rows(140, 60)), widget(7, 'Text', { text: 'x' })],
-        seen: [140, 7],
-    },
-    {
-        name: 'a small panel and a large one',
-        widgets: [holder(10, 'Panel', rows(20, 2)), holder(11, 'Panel', rows(140, 60))],
-        seen: [20, 21, 140],
-    },
-    { name: 'plain rows', widgets: rows(140, 60), seen: [140] },
-    {
-        name: 'a window that scrolls as a whole',
-        window: { scrollable: true },
-        widgets: [holder(10, 'GridLayout', rows(140, 60))],
-        seen: [140],
-    },
-    {
-        name: 'a window larger than the screen',
-        window: { geometry: '[10,40,3000,4000]', setMinimumHeight: '2000' },
-        widgets: [holder(10, 'Panel', rows(140, 60))],
-        seen: [140],
-    },
-];
+interface Growth {
+    readonly name: string;
+    readonly window?: object;
+    /** What a person presses on the title bar before. */
+    readonly key?: string;
+    readonly change: keyof typeof changes;
+    /** Which sides grow; none when what is new has to be scrolled to. */
+    readonly grows: '' | 'width' | 'height' | 'width,height';
+}
+
+const { longContents, growths } = JSON.parse(readFileSync('test/browser/windows.json', 'utf8')) as {
+    longContents: LongContent[];
+    growths: Growth[];
+};
 
 /** Neither cut off nor covered, above nor below. */
 function inSight(stage: Stage, id: number): Promise<boolean> {
@@ -216,7 +218,7 @@ function inSight(stage: Stage, id: number): Promise<boolean> {
 
 onStage('what is too long scrolls, and the buttons stay in sight', async (stage) => {
     for (const { name, window, widgets, seen } of longContents) {
-        await stage.open(1, { ...window }, [...widgets, buttons]);
+        await stage.open(1, { ...window }, [...widgets.flatMap(made), buttons]);
         for (const height of [800, 330, 600]) {
             await stage.page.setViewportSize({ width: 900, height });
             for (const id of [...seen, 6]) {
@@ -228,8 +230,7 @@ onStage('what is too long scrolls, and the buttons stay in sight', async (stage)
             await stage.at(seen[0] ?? 0).focus();
             await stage.at(140).focus();
         }
-        stage.write(1, 1, { command: 'close' });
-        await stage.at(1).waitFor({ state: 'detached' });
+        await stage.close(1);
     }
 });
 
@@ -258,75 +259,32 @@ const tabs = widget(30, 'TabContainer', {
     ],
 });
 const form = [widget(40, 'Text', { text: 'Hello' }), widget(41, 'Button', { label: 'Go' }), tabs];
-const longer = { text: 'It does not fit any more. '.repeat(30) };
-const more = widget(50, 'Panel', { contents: rows(51, 4) });
-
-interface Growth {
-    readonly name: string;
-    readonly window?: object;
-    /** What a person does with the window before. */
-    readonly hand?: (stage: Stage) => Promise<void>;
-    readonly change: (stage: Stage) => unknown;
-    /** Which sides grow; none when what is new has to be scrolled to. */
-    readonly grows: '' | 'width' | 'height' | 'width,height';
-}
-
-const grip = async (stage: Stage, key: string): Promise<void> => {
-    await stage.at(1).locator('.grip').press(key);
+const changes = {
+    text: (s: Stage) => s.write(1, 40, { text: 'It does not fit any more. '.repeat(30) }),
+    button: (s: Stage) => s.write(1, 41, { label: 'W'.repeat(60) }),
+    panel: (s: Stage) => s.refresh(widget(50, 'Panel', { contents: rows(51, 4) })),
 };
-
-const growths: readonly Growth[] = [
-    { name: 'a longer text', change: (s) => s.write(1, 40, longer), grows: 'width,height' },
-    {
-        name: 'a longer button',
-        change: (s) => s.write(1, 41, { label: 'W'.repeat(60) }),
-        grows: 'width',
-    },
-    {
-        name: 'something new, after a move',
-        hand: (s) => grip(s, 'ArrowRight'),
-        change: (s) => s.gateway.send(['./1', { ...more, msgType: 'refresh', parentId: '2' }]),
-        grows: 'height',
-    },
-    {
-        name: 'a longer text in a size of the program that showed all',
-        window: { resize: '[500,520]' },
-        change: (s) => s.write(1, 40, longer),
-        grows: 'height',
-    },
-    {
-        name: 'the same where it did not show all',
-        window: { resize: '[500,200]' },
-        change: (s) => s.write(1, 40, longer),
-        grows: '',
-    },
-    {
-        name: "a longer text in a person's size",
-        hand: (s) => grip(s, 'Shift+ArrowRight'),
-        change: (s) => s.write(1, 40, longer),
-        grows: '',
-    },
-];
 
 onStage('a window follows what it holds, unless somebody gave it another size', async (stage) => {
     await stage.page.setViewportSize({ width: 900, height: 900 });
-    for (const { name, window, hand, change, grows } of growths) {
+    for (const { name, window, key, change, grows } of growths) {
         await stage.open(1, { ...window }, [...form, buttons]);
-        await hand?.(stage);
+        if (key !== undefined) {
+            await stage.at(1).locator('.grip').press(key);
+        }
         await laidOut(stage);
         const before = await box(stage, 1);
         await stage.page.getByRole('tab', { name: 'Large' }).click();
         await laidOut(stage);
         assert.deepEqual(await box(stage, 1), before, 'it has room for the largest page');
-        change(stage);
+        changes[change](stage);
         await laidOut(stage);
         const { x, y, width, height } = await box(stage, 1);
         const grown = [width > before.width && 'width', height > before.height && 'height'];
         assert.equal(grown.filter(Boolean).join(), grows, name);
         assert.equal(await scrolls(stage), grows === '', name);
         await stage.untilKnown(1, 'frameGeometry', { x, y, width, height });
-        stage.write(1, 1, { command: 'close' });
-        await stage.at(1).waitFor({ state: 'detached' });
+        await stage.close(1);
     }
 });
 
@@ -362,8 +320,7 @@ onStage('in a low window one thing scrolls, and what the program says is seen', 
 
 onStage('a window that grows moves up, so that its end stays in sight', async (stage) => {
     await stage.open(1, {}, [holder(10, 'Panel', rows(20, 2)), buttons]);
-    const panel = holder(10, 'Panel', rows(180, 20));
-    stage.gateway.send(['./1', { ...panel, msgType: 'refresh', parentId: '2' }]);
+    stage.refresh(holder(10, 'Panel', rows(180, 20)));
     await laidOut(stage);
     const { y, height } = await box(stage, 1);
     assert.ok(y > 0 && y + height <= 600, `${y} + ${height}`);
@@ -375,13 +332,11 @@ onStage('what a person has scrolled to stays, however its window is shown anew',
     const panel = holder(10, 'Panel', rows(20, 60));
     const layout = { id: '2', type: 'BoxLayout', contents: [panel, buttons] };
     const more = { ...layout, contents: [panel, widget(7, 'Text', { text: 'More' }), buttons] };
-    const refresh = (described: object, parentId = '1'): void =>
-        gateway.send(['./1', { ...described, msgType: 'refresh', parentId }]);
     const steps: Record<string, () => unknown> = {
         'other objects': () => gateway.send(['.', { id: '1', type: 'Dialog', contents: [more] }]),
-        'its layout again': () => refresh(layout),
-        'its panel again': () => refresh(panel, '2'),
-        'one object more': () => refresh(widget(8, 'Text', { text: 'Last' }), '2'),
+        'its layout again': () => stage.refresh(layout, 1),
+        'its panel again': () => stage.refresh(panel),
+        'one object more': () => stage.refresh(widget(8, 'Text', { text: 'Last' })),
         adjusted: () => stage.write(1, 1, { adjustsize: true }),
         modal: () => stage.write(1, 1, { modal: true }),
         hidden: () => stage.write(1, 1, { visible: false }),

@@ -28,6 +28,18 @@ async function ask(stage: Stage, id: number, question: string): Promise<unknown>
         : element.evaluate(look, question);
 }
 
+async function show(stage: Stage, row: Row, ids: Ids): Promise<void> {
+    for (const window of shownWindows(row, ids)) {
+        await stage.show(window);
+    }
+}
+
+/** Everything is forgotten before the next row. */
+function closeAll(stage: Stage, ids: readonly number[]): void {
+    ids.forEach((id) => stage.write(id, id, { command: 'close' }));
+    stage.gateway.up.length = 0;
+}
+
 async function replay(stage: Stage, row: Row, ids: Ids): Promise<void> {
     for (const step of rows.stepsOf(row)) {
         stage.gateway.send(...arrivalsIn(row, step, ids));
@@ -47,30 +59,20 @@ async function replay(stage: Stage, row: Row, ids: Ids): Promise<void> {
 onStage('what the program says shows', async (stage) => {
     for (const row of showing) {
         const ids = rows.identifiersOf(row);
-        for (const window of shownWindows(row, ids)) {
-            await stage.show(window);
-        }
+        await show(stage, row, ids);
         await replay(stage, row, ids);
-        for (const id of ids.values()) {
-            stage.write(id, id, { command: 'close' });
-        }
-        stage.gateway.up.length = 0;
+        closeAll(stage, [...ids.values()]);
     }
 });
 
 onStage('what a page must survive leaves the page as it is', async (stage) => {
     for (const row of rows.readRows('garbled').filter(({ applies }) => applies !== 'any')) {
         const ids = rows.identifiersOf(row);
-        for (const window of shownWindows(row, ids)) {
-            await stage.show(window);
-        }
+        await show(stage, row, ids);
         const [other = 0, button = 0] = ['other', 'otherButton'].map((name) => ids.get(name));
         stage.gateway.send(...rows.stepsOf(row).flatMap((step) => arrivalsIn(row, step, ids)));
         stage.write(other, button, { label: row.name });
         await stage.page.getByText(row.name, { exact: true }).waitFor();
-        for (const id of [...ids.values(), 4294967290]) {
-            stage.write(id, id, { command: 'close' });
-        }
-        stage.gateway.up.length = 0;
+        closeAll(stage, [...ids.values(), 4294967290]);
     }
 });

@@ -12,7 +12,7 @@ function turn(): Promise<unknown> {
     return new Promise((done) => setImmediate(done));
 }
 
-/** A page without a document in front of a gateway in memory; its methods are the words of stories. */
+/** A page without a document at a gateway in memory; its methods are the words of stories. */
 export class LinkedPage implements LinkListener {
     readonly clock = new TestClock();
     readonly got: string[] = [];
@@ -30,30 +30,29 @@ export class LinkedPage implements LinkListener {
         this.link = new Link({ connect, askWhy, clock, listener: this, makeClientId });
     }
 
-    over(records: readonly FrameRecord[]): void {
+    over = (records: readonly FrameRecord[]): unknown =>
         this.unconfirmed.push(records.map((record) => record.text));
-    }
 
     began(clientId: string): void {
         this.got.length = 0;
         this.link.send(rootChannel, `ready ${clientId}`);
     }
 
-    received(channel: Channel, text: string): void {
+    received = (channel: Channel, text: string): unknown =>
         this.got.push(channel.kind === 'window' ? `${channel.id}:${text}` : text);
-    }
+    settled = (): unknown => this.got.push('|');
+    status = (status: LinkStatus): unknown => this.statuses.push(status);
 
-    settled(): void {
-        this.got.push('|');
-    }
-
-    status(status: LinkStatus): void {
-        this.statuses.push(status);
-    }
-
-    starts(): void {
-        this.link.start();
-    }
+    starts = (): void => this.link.start();
+    /** The text of a frame, or what should be one. */
+    hears = (text: string): void => this.gateway.raw(text);
+    publishes = (text: string, channel = '.'): void => this.gateway.publish(channel, text);
+    closes = (code: number): void => this.gateway.close(code);
+    isForgotten = (): void => this.gateway.peer.forgetSessions();
+    gatewayIs = (how: Partial<MemoryGateway>): unknown => Object.assign(this.gateway, how);
+    /** Runs the next timer, if there is one so soon. */
+    steps = (within?: number): boolean => this.clock.step(within);
+    sleeps = (milliseconds: number): void => this.clock.sleep(milliseconds);
 
     /** Its session begins. */
     async opens(): Promise<void> {
@@ -76,30 +75,9 @@ export class LinkedPage implements LinkListener {
         await turn();
     }
 
-    /** The text of a frame, or what should be one. */
-    hears(text: string): void {
-        this.gateway.raw(text);
-    }
-
     async retries(): Promise<void> {
         this.link.retryNow();
         await turn();
-    }
-
-    gatewayIs(how: Partial<MemoryGateway>): void {
-        Object.assign(this.gateway, how);
-    }
-
-    publishes(text: string, channel = '.'): void {
-        this.gateway.publish(channel, text);
-    }
-
-    closes(code: number): void {
-        this.gateway.close(code);
-    }
-
-    isForgotten(): void {
-        this.gateway.peer.forgetSessions();
     }
 
     /** The gateway takes the next connection for a new session of the same page. */
@@ -122,21 +100,12 @@ export class LinkedPage implements LinkListener {
         } while (this.clock.step(8_000));
     }
 
-    /** Runs the next timer, if there is one so soon. */
-    steps(within?: number): void {
-        this.clock.step(within);
-    }
-
     async waits(milliseconds: number): Promise<void> {
         const end = this.clock.now() + milliseconds;
         do {
             await turn();
         } while (this.clock.step(end - this.clock.now()));
         this.clock.sleep(end - this.clock.now());
-    }
-
-    sleeps(milliseconds: number): void {
-        this.clock.sleep(milliseconds);
     }
 
     async becomes(status: LinkStatus): Promise<void> {

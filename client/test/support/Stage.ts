@@ -88,6 +88,17 @@ export class Stage {
         assert.deepEqual(this.said(id)[0], { dialogReady: String(id) });
     }
 
+    async close(id: number): Promise<void> {
+        this.write(id, id, { command: 'close' });
+        await this.at(id).waitFor({ state: 'detached' });
+    }
+
+    /** Describes an object of window 1 anew, in its layout unless said otherwise. */
+    refresh(described: object, parentId = 2): void {
+        const place = { msgType: 'refresh', parentId: String(parentId) };
+        this.gateway.send(['./1', { ...described, ...place }]);
+    }
+
     write(windowId: number, id: number, values: Message): void {
         this.gateway.send([`./${windowId}`, [{ id: String(id), ...values }]]);
     }

@@ -7,29 +7,11 @@ function plain(text) {
 export class Scope {
     m_steps = [];
 
-    getByRole(role, { name, exact, ...state } = {}) {
-        return this.m_with({ by: 'role', role, text: name, exact, state });
-    }
-
-    getByLabel(text, { exact } = {}) {
-        return this.m_with({ by: 'label', text, exact });
-    }
-
-    getByText(text, { exact } = {}) {
-        return this.m_with({ by: 'text', text, exact });
-    }
-
-    getByPlaceholder(text, { exact } = {}) {
-        return this.m_with({ by: 'attribute', attribute: 'placeholder', text, exact });
-    }
-
-    getByTitle(text, { exact } = {}) {
-        return this.m_with({ by: 'attribute', attribute: 'title', text, exact });
-    }
-
-    locator(css, filter = {}) {
-        return this.m_with({ by: 'css', css }).filter(filter);
-    }
+    getByRole = (role, { name, exact, ...state } = {}) =>
+        this.m_with({ by: 'role', role, text: name, exact, state });
+    getByLabel = (text, { exact } = {}) => this.m_with({ by: 'label', text, exact });
+    getByText = (text, { exact } = {}) => this.m_with({ by: 'text', text, exact });
+    locator = (css, filter = {}) => this.m_with({ by: 'css', css }).filter(filter);
 
     m_with(step) {
         return new Locator(this.page, [...this.m_steps, { ...step, text: plain(step.text) }]);
@@ -44,75 +26,40 @@ class Locator extends Scope {
         this.m_steps = steps;
     }
 
-    filter({ hasText, has, visible }) {
-        return this.m_with({ by: 'filter', text: hasText, has: has?.m_steps, visible });
-    }
+    // Which of them.
 
-    nth(nth) {
-        return this.m_with({ nth });
-    }
-
-    first() {
-        return this.nth(0);
-    }
-
-    last() {
-        return this.nth(-1);
-    }
+    filter = ({ hasText, has, visible }) =>
+        this.m_with({ by: 'filter', text: hasText, has: has?.m_steps, visible });
+    nth = (nth) => this.m_with({ nth });
+    first = () => this.nth(0);
+    last = () => this.nth(-1);
 
     async all() {
         return Array.from({ length: await this.count() }, (_, index) => this.nth(index));
     }
 
-    count() {
-        return this.evaluateAll((all) => all.length);
-    }
+    // What they are. All but waitFor() and isVisible() wait for the only one.
 
-    waitFor({ state = 'visible', timeout } = {}) {
-        return this.page.ask((page, ...args) => page.until(...args), this.m_steps, state, timeout);
-    }
+    waitFor = ({ state = 'visible', timeout } = {}) =>
+        this.page.ask((page, ...args) => page.until(...args), this.m_steps, state, timeout);
+    isVisible = () =>
+        this.page.ask((page, steps) => page.all(steps).some(page.isVisible), this.m_steps);
+    evaluate = (read, argument) =>
+        this.page.ask(
+            `async (page, steps, argument) => (${read})(await page.one(steps), argument)`,
+            this.m_steps,
+            argument,
+        );
+    count = () => this.page.ask((page, steps) => page.all(steps).length, this.m_steps);
+    getAttribute = (name) => this.evaluate((element, of) => element.getAttribute(of), name);
+    textContent = () => this.evaluate((element) => element.textContent);
+    inputValue = () => this.evaluate((element) => element.value);
+    isChecked = () => this.evaluate((element) => element.checked);
+    boundingBox = () => this.evaluate((element) => element.getBoundingClientRect().toJSON());
+    m_point = (timeout) =>
+        this.page.ask((page, ...args) => page.pointOf(...args), this.m_steps, timeout);
 
-    /** What `read` gives of the only element, once there is one. */
-    evaluate(read, argument) {
-        const ask = `async (page, steps, argument) => (${read})(await page.one(steps), argument)`;
-        return this.page.ask(ask, this.m_steps, argument);
-    }
-
-    evaluateAll(read) {
-        return this.page.ask(`(page, steps) => (${read})(page.all(steps))`, this.m_steps);
-    }
-
-    getAttribute(name) {
-        return this.evaluate((element, of) => element.getAttribute(of), name);
-    }
-
-    textContent() {
-        return this.evaluate((element) => element.textContent);
-    }
-
-    allTextContents() {
-        return this.evaluateAll((all) => all.map((element) => element.textContent));
-    }
-
-    inputValue() {
-        return this.evaluate((element) => element.value);
-    }
-
-    isChecked() {
-        return this.evaluate((element) => element.checked);
-    }
-
-    isDisabled() {
-        return this.evaluate((element) => element.matches(':disabled'));
-    }
-
-    isVisible() {
-        return this.page.ask((page, steps) => page.all(steps).some(page.isVisible), this.m_steps);
-    }
-
-    boundingBox() {
-        return this.evaluate((element) => element.getBoundingClientRect().toJSON());
-    }
+    // What is done with the only one.
 
     async click({ timeout, trial = false } = {}) {
         const { x, y } = await this.m_point(timeout);
@@ -121,9 +68,7 @@ class Locator extends Scope {
         }
     }
 
-    focus() {
-        return this.evaluate((element) => element.focus());
-    }
+    focus = () => this.evaluate((element) => element.focus());
 
     /** Types over what is there. */
     async fill(text) {
@@ -142,14 +87,6 @@ class Locator extends Scope {
         await this.page.keyboard.type(text);
     }
 
-    check() {
-        return this.setChecked(true);
-    }
-
-    uncheck() {
-        return this.setChecked(false);
-    }
-
     async setChecked(isChecked) {
         if ((await this.isChecked()) !== isChecked) {
             await this.click();
@@ -162,9 +99,5 @@ class Locator extends Scope {
         await this.m_point();
         const option = this.locator('option').filter({ hasText: new RegExp(`^${text}$`) });
         await this.page.clickItem(option.m_steps);
-    }
-
-    m_point(timeout) {
-        return this.page.ask((page, ...args) => page.pointOf(...args), this.m_steps, timeout);
     }
 }

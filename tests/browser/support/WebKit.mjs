@@ -1,6 +1,5 @@
 import { spawn } from 'node:child_process';
 import { once } from 'node:events';
-import { writeFile } from 'node:fs/promises';
 import { createRequire } from 'node:module';
 import { fileURLToPath } from 'node:url';
 import { Scope } from './Locator.mjs';
@@ -76,13 +75,8 @@ export class WebKit {
         return browser;
     }
 
-    async newContext({ viewport } = {}) {
-        return new Context(this, viewport);
-    }
-
-    async newPage() {
-        return (await this.newContext()).newPage();
-    }
+    newContext = async ({ viewport } = {}) => new Context(this, viewport);
+    newPage = () => new Context(this).newPage();
 
     /** Runs `commands` in a window: the driver knows one at a time. */
     in(window, commands) {
@@ -145,9 +139,7 @@ class Page extends Scope {
         this.keyboard = new Keyboard(this);
     }
 
-    context() {
-        return this.m_context;
-    }
+    context = () => this.m_context;
 
     /**
      * Faults are heard of when the page is left, and only from its load on: the driver has no
@@ -210,14 +202,7 @@ class Page extends Scope {
         await this.in(async (driver) => (await driver.executeScript(script, steps)).click());
     }
 
-    async screenshot({ path }) {
-        const image = await this.in((driver) => driver.takeScreenshot());
-        await writeFile(path, Buffer.from(image, 'base64'));
-    }
-
-    in(commands) {
-        return this.m_browser.in(this.m_window, commands);
-    }
+    in = (commands) => this.m_browser.in(this.m_window, commands);
 
     async m_reportFaults() {
         const faults = await this.ask((page) => page.takeFaults());
@@ -241,13 +226,8 @@ class Mouse {
         });
     }
 
-    down() {
-        return this.m_act((actions) => actions.press());
-    }
-
-    up() {
-        return this.m_act((actions) => actions.release());
-    }
+    down = () => this.m_act((actions) => actions.press());
+    up = () => this.m_act((actions) => actions.release());
 
     async click(x, y) {
         await this.move(x, y);
@@ -284,7 +264,5 @@ class Keyboard {
         });
     }
 
-    type(text) {
-        return this.m_page.in((driver) => driver.actions().sendKeys(text).perform());
-    }
+    type = (text) => this.m_page.in((driver) => driver.actions().sendKeys(text).perform());
 }

@@ -35,8 +35,6 @@ const finders = {
     label: ({ text, exact }) => (element) =>
         (element.labels?.length > 0 || element.matches('[aria-label], [aria-labelledby]')) &&
         fits(computeAccessibleName(element), text, exact),
-    attribute: ({ attribute, text, exact }) => (element) =>
-        element.hasAttribute(attribute) && fits(element.getAttribute(attribute), text, exact),
     // The innermost ones.
     text: ({ text, exact }) => (element) =>
         fits(element.textContent, text, exact) &&
