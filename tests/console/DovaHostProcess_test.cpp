@@ -6,6 +6,7 @@
 #include <vector>
 
 #include "DovaHost.h"
+#include "support/JsonRows.h"
 #include "support/TemporaryFolder.h"
 
 namespace DOVA::test {
@@ -20,86 +21,37 @@ protected:
         return runDovaHost(folder / "", arguments, input, locale);
     }
 
+    static std::string filled(const QJsonValue& value) {
+        return value.toString().replace("${tree}", TREE).toStdString();
+    }
+
     const TemporaryFolder folder;
 };
 
-TEST_F(DovaHostProcessTest, RunsTextsAScriptAndStandardInput) {
+/// With runs of the example scripts that these refuse.
+TEST_F(DovaHostProcessTest, RunsAndEndsAsEachRowSays) {
     folder.write("a.lua", "#!/usr/bin/env dova-host\nprint(arg[0], arg[1], ...)");
     folder.write("-b.lua", "print 'b'");
-    struct {
-        std::vector<std::string> arguments;
-        const char* output;
-        const char* input = "print 'not read'";
-    } const rows[] = {
-        {{"-e", "x = 1", "-e", "print(x)"}, "1\n"},
-        {{"a.lua", "-e", "--help"}, "a.lua\t-e\t-e\t--help\n"},
-        {{"-e", "x = 1", "a.lua"}, "a.lua\tnil\n"},
-        {{"--", "-b.lua"}, "b\n"},
-        {{}, "dova-host\n", "print(arg[0])"},
-        {{"-", "x"}, "-\tx\tx\n", "print(arg[0], arg[1], ...)"},
-        {{"-", "x"},
-         "x\tstdin:2: \n",
-         "\xef\xbb\xbf#!/usr/bin/env dova-host\nprint(..., select(2, pcall(error, '', 2)))"},
-        {{"-i"}, "3\n1\n2\n", "1 + 2\nfor i = 1, 2 do\nprint(i)\nend\n"},
-        {{"-e", "print 'e'", "-i"}, "e\n3\n", "1 + 2"},
-        {{"--no-module", "-e", "print(dova) host.loadModule() print(dova)"},
-         "nil\nnamespace dova\n"},
-        {{"-e", "dova.init() print(1) dova.web.init() io.write('2\\n') dova.init()"},
-         "Initializing dova module.\n1\nInitializing dova.web module.\n2\n"
-         "Initializing dova module.\n"},
-        {{"-e",
-          "print(dova.web.KORVIDOnlineFlag(), dova.web.KORVIDOnlineFlag(true), "
-          "dova.web.KORVIDOnlineFlag())"},
-         "false\tfalse\ttrue\n"},
-        {{"-e",
-          "a = dova.web.JSONArray() host.unloadModule() host.unloadModule() "
-          "a:append(1) print(dova, a.Length)"},
-         "nil\t1\n"},
-        {{"-e", "print(1.5, string.format('%.1f', 2.5))"}, "1.5\t2.5\n"},
-    };
-    for (const auto& row : rows) {
-        const Ending result = run(row.arguments, row.input);
-        EXPECT_EQ(result.output, row.output);
-        EXPECT_EQ(result.errors, "") << row.output;
-        EXPECT_EQ(result.exitCode, 0) << row.output;
-    }
-}
-
-TEST_F(DovaHostProcessTest, EndsABadRunWithItsReason) {
     folder.write("bad.lua", "local x = 1\n\nerror 'text'");
     folder.write("typo.lua", "x x");
-    struct {
+    folder.write("array.json", "[1]");
+    folder.write("bad.json", "{");
+    folder.write("object.json", "{}");
+    for (const QJsonValue row : readJson(RUNS).array()) {
         std::vector<std::string> arguments;
-        int exitCode;
-        const char* errors;
-        bool isOneLine;
-    } const rows[] = {
-        {{"bad.lua"}, 1, "dova-host: bad.lua:3: text\nstack traceback:\n", false},
-        {{"typo.lua"}, 1, "dova-host: typo.lua:1: syntax error near 'x'\n", true},
-        {{"none.lua"}, 1, "dova-host: cannot open none.lua", true},
-        {{"."}, 1, "dova-host: cannot read .", true},
-        {{"-i", "none.lua"}, 1, "dova-host: cannot open none.lua", true},
-        {{"--bogus"}, 2, "dova-host: there is no option --bogus\n", true},
-        {{"-x", "bad.lua"}, 2, "dova-host: there is no option -x\n", true},
-        {{"-e"}, 2, "dova-host: -e", true},
-        {{"--port", "1"}, 2, "dova-host: --port requires --serve\n", true},
-        {{"--serve", "--port", "x"}, 2, "dova-host: ", true},
-        {{"--serve", "--bind", "0.0.0.0"}, 2, "dova-host: --bind 0.0.0.0 opens", true},
-        {{"-e", "os.exit(9)"}, 9, "", true},
-        {{"-e", "host.loadModule()"}, 1, "dova-host: (command line):1: the module was", false},
-        {{"--no-module", "-e", "host.loadModule('/none.so')"},
-         1,
-         "dova-host: (command line):1: cannot load the module: /none.so",
-         false},
-        {{"--serve", "-e", "error 'x'"}, 1, "dova-host: (command line):1: x\n", false},
-        {{"--serve", "-e", "os.exit(6)"}, 6, "", true},
-    };
-    for (const auto& row : rows) {
-        SCOPED_TRACE(row.errors);
-        const Ending result = run(row.arguments);
-        EXPECT_THAT(result.errors, StartsWith(row.errors));
-        EXPECT_EQ(result.exitCode, row.exitCode);
-        EXPECT_TRUE(!row.isOneLine || result.errors.find('\n') + 1 == result.errors.size());
+        for (const QJsonValue argument : row["arguments"].toArray()) {
+            arguments.push_back(filled(argument));
+        }
+        SCOPED_TRACE(testing::PrintToString(arguments));
+        const Ending result = run(arguments, text(row["input"], "print 'not read'"));
+        const std::string address = row["isServing"].toBool() ? result.output : "";
+        EXPECT_EQ(result.output, address + text(row["output"]));
+        EXPECT_EQ(address.empty(), !row["isServing"].toBool());
+        EXPECT_THAT(result.errors, StartsWith(filled(row["errors"])));
+        EXPECT_EQ(result.errors.empty(), filled(row["errors"]).empty());
+        const auto lines = std::count(result.errors.begin(), result.errors.end(), '\n');
+        EXPECT_EQ(lines > 1, row["isTraced"].toBool());
+        EXPECT_EQ(result.exitCode, row["exitCode"].toInt());
     }
     EXPECT_THAT(run({"--help"}).output, HasSubstr("[SCRIPT [ARGS...]]"));
 }

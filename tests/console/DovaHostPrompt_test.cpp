@@ -6,6 +6,7 @@
 #include <string>
 
 #include "Terminal.h"
+#include "support/JsonRows.h"
 #include "support/TemporaryFolder.h"
 
 namespace DOVA::test {
@@ -15,9 +16,14 @@ using testing::HasSubstr;
 /// dova-host at a prompt, with a history of its own.
 class DovaHostPromptTest : public testing::Test {
 protected:
-    Terminal started(const std::vector<std::string>& arguments = {}) const {
-        return Terminal(DOVA_HOST, arguments, {"XDG_STATE_HOME=" + state, "TERM=xterm"});
-    }
+    /// Waits for the first prompt.
+    struct Prompt : Terminal {
+        explicit Prompt(const std::string& state)
+            : Terminal(DOVA_HOST, {}, {"XDG_STATE_HOME=" + state, "TERM=xterm"}) {
+            readUntil("> ");
+        }
+    };
+    Prompt started() const { return Prompt(state); }
 
     /// Types a line and gives what comes before the next prompt.
     static std::string entered(Terminal& terminal, const std::string& line) {
@@ -31,40 +37,17 @@ protected:
 };
 
 TEST_F(DovaHostPromptTest, EvaluatesEntriesOfOneLineAndMore) {
-    Terminal terminal = started();
-    terminal.readUntil("> ");
-    struct {
-        std::string line;
-        const char* answer;
-    } const rows[] = {
-        {"1 + 1", "2\r\n> "},
-        {"#'" + std::string(6000, 'x') + "'", "6000\r\n> "},
-        {"\t\tprint('tabs')", "tabs\r\n> "},
-        {"'ab'\x1b[D\x1b[D\x04", "a\r\n> "},
-        {"x = 'ž'", "> "},
-        {"x, #x", "ž\t2\r\n> "},
-        {"for i = 1, 2 do", ">> "},
-        {"print(i)", ">> "},
-        {"end", "1\r\n2\r\n> "},
-        {"x.y.z",
-         "stdin:1: attempt to index a nil value (field 'y')\r\nstack traceback:\r\n"
-         "\tstdin:1: in main chunk\r\n> "},
-        {"dova.web.JSONArray():insert(9, 1)", "Array index out of bounds for insert\r\n> "},
-        {"io.write('x') error('y', 0)",
-         "x\r\ny\r\nstack traceback:\r\n\t[C]: in function 'error'\r\n"
-         "\tstdin:1: in main chunk\r\n> "},
-        {"dova.web.JSONArray.fromJSON('[1]')", "dova.web.JSONArray (Length: 1)\r\n> "},
-    };
-    for (const auto& row : rows) {
-        EXPECT_EQ(entered(terminal, row.line), row.answer) << row.line;
+    Prompt terminal = started();
+    for (const QJsonValue row : readJson(PROMPT).array()) {
+        EXPECT_EQ(entered(terminal, text(row[0])), text(row[1])) << text(row[0]);
     }
+    EXPECT_EQ(entered(terminal, "#'" + std::string(6000, 'x') + "'"), "6000\r\n> ");
     terminal.type("\x04");
     EXPECT_EQ(terminal.wait(), 0);
 }
 
 TEST_F(DovaHostPromptTest, CompletesNamesOfTheHostAndOfScripts) {
-    Terminal terminal = started();
-    terminal.readUntil("> ");
+    Prompt terminal = started();
     entered(terminal, "longName = {inside = 42}");
     EXPECT_EQ(entered(terminal, "longN\t.ins\t"), "42\r\n> ");
     EXPECT_EQ(entered(terminal, "a = dova.web.JSONA\t()"), "> ");
@@ -74,7 +57,8 @@ TEST_F(DovaHostPromptTest, CompletesNamesOfTheHostAndOfScripts) {
 }
 
 TEST_F(DovaHostPromptTest, CtrlCEndsTheScriptOrTheEntryButNotTheProgram) {
-    Terminal terminal = started({"-i", "-e", "print 'ready'"});
+    Terminal terminal(DOVA_HOST, {"-i", "-e", "print 'ready'"},
+                      {"XDG_STATE_HOME=" + state, "TERM=xterm"});
     EXPECT_EQ(terminal.readUntil("> "), "ready\r\n> ");
     terminal.type("print 'runs' while true do end\r");
     terminal.readUntil("runs\r\n");
@@ -91,8 +75,7 @@ TEST_F(DovaHostPromptTest, CtrlCEndsTheScriptOrTheEntryButNotTheProgram) {
 
 TEST_F(DovaHostPromptTest, KeepsTheLastThousandLinesForItsOwnerOnly) {
     {
-        Terminal terminal = started();
-        terminal.readUntil("> ");
+        Prompt terminal = started();
         entered(terminal, "first = 1");
         for (int number = 2; number <= 1001; ++number) {
             entered(terminal, "x = " + std::to_string(number));
@@ -105,8 +88,7 @@ TEST_F(DovaHostPromptTest, KeepsTheLastThousandLinesForItsOwnerOnly) {
     EXPECT_EQ(kept.find("first"), kept.npos);
     EXPECT_EQ(std::filesystem::status(state + "/dova-host/history").permissions(),
               std::filesystem::perms::owner_read | std::filesystem::perms::owner_write);
-    Terminal terminal = started();
-    terminal.readUntil("> ");
+    Prompt terminal = started();
     terminal.type("\x1b[A");
     terminal.readUntil("x = 1001");
     terminal.type(" + 1 print('sum', x)\r");
@@ -123,17 +105,14 @@ TEST_F(DovaHostPromptTest, EndsWithItsTerminalWhateverHappensToTheSignal) {
 
 TEST_F(DovaHostPromptTest, LosesNothingOfTwoPromptsAndALostTerminal) {
     {
-        Terminal one = started(), other = started();
-        one.readUntil("> ");
-        other.readUntil("> ");
+        Prompt one = started(), other = started();
         entered(one, "a = 'of one'");
         entered(other, "b = 'of the other'");
         entered(one, "c = 3");
         other.type("\x04");
         EXPECT_EQ(other.wait(), 0);
     }  // the first is killed
-    Terminal terminal = started();
-    terminal.readUntil("> ");
+    Prompt terminal = started();
     for (const char* line : {"c = 3", "b = 'of the other'", "a = 'of one'"}) {
         terminal.type("\x1b[A");
         terminal.readUntil(line);
@@ -142,8 +121,7 @@ TEST_F(DovaHostPromptTest, LosesNothingOfTwoPromptsAndALostTerminal) {
 
 TEST_F(DovaHostPromptTest, SaysThatTheHistoryCannotBeKeptAndGoesOn) {
     folder.write("state", "no folder");
-    Terminal terminal = started();
-    terminal.readUntil("> ");
+    Prompt terminal = started();
     terminal.type("x = 1\r");
     terminal.readUntil("dova-host: cannot keep the history in " + state);
     terminal.readUntil("> ");

@@ -73,33 +73,4 @@ TEST_F(ExampleScriptsTest, MergeObjectsInObjects) {
               "\n");
 }
 
-TEST_F(ExampleScriptsTest, RefuseWhatTheyCannotWorkWith) {
-    folder.write("array.json", "[1]");
-    folder.write("bad.json", "{");
-    folder.write("object.json", "{}");
-    struct {
-        const char* script;
-        std::vector<std::string> arguments;
-        int exitCode;
-        const char* reason;
-    } const rows[] = {
-        {"pretty.lua", {}, 2, "usage: "},
-        {"pretty.lua", {"a", "b"}, 2, "[--compact] FILE"},
-        {"pretty.lua", {"none.json"}, 1, "none.json: No such file"},
-        {"pretty.lua", {"bad.json"}, 1, "bad.json: holds no JSON object or array"},
-        {"pretty.lua", {"."}, 1, ".: "},
-        {"merge.lua", {"object.json"}, 2, "FILE FILE..."},
-        {"merge.lua", {"object.json", "array.json"}, 1, "array.json: holds no JSON object"},
-        {"lock.lua", {}, 2, "LOCKFILE [PACKAGE]"},
-        {"lock.lua", {"object.json"}, 1, "is no package lock file"},
-        {"lock.lua", {s_lockFile, "no-such-package"}, 1, "has no package no-such-package"},
-    };
-    for (const auto& row : rows) {
-        const Ending ending = run(row.script, row.arguments);
-        EXPECT_THAT(ending.errors, HasSubstr(row.reason));
-        EXPECT_EQ(occurrences(ending.errors, "\n"), 1u) << row.reason;
-        EXPECT_EQ(ending.exitCode, row.exitCode) << row.reason;
-    }
-}
-
 }  // namespace DOVA::test

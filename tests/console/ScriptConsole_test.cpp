@@ -8,11 +8,11 @@
 
 #include "Lab.h"
 #include "host/Console.h"
+#include "support/JsonRows.h"
 #include "support/TemporaryFolder.h"
 
 namespace DOVA::console {
 
-using namespace std::string_literals;
 using test::Lab;
 using testing::HasSubstr;
 
@@ -43,6 +43,16 @@ protected:
     std::string enter(const std::string& text) {
         return outcome([&] { console.enter(text); });
     }
+    std::string complete(const std::string& line) {
+        std::string candidates;
+        for (const std::string& candidate : console.complete(line)) {
+            candidates += (candidates.empty() ? "" : " ") + candidate;
+        }
+        return candidates;
+    }
+    std::string isIncomplete(const std::string& text) {
+        return console.isIncomplete(text) ? "incomplete" : "whole";
+    }
 
     Lab lab;
     ScriptConsole console;
@@ -51,104 +61,26 @@ private:
     std::string m_printed;
 };
 
-TEST_F(ScriptConsoleTest, CarriesValuesToTheHostAndBack) {
-    console.run("describe, make = lab.describe, lab.make", "script");
-    struct {
-        const char* expression;
-        std::string printed;
-    } const rows[] = {
-        {"describe(nil)", "empty 0x0 numeric"},
-        {"describe(true)", "logical true"},
-        {"describe(1)", "1"},
-        {"describe(2^53)", "9.00719925474099e+15"},
-        {"describe('')", "char 0 "},
-        {"describe('a\\0ž\\u{1F600}')", "char 5 a\0ž😀"s},
-        {"describe('\\xED\\xA0\\x80')", "char 1 \xED\xA0\x80"},
-        {"describe('a\\xFF\\xC3')", "char 3 a\uFFFD\uFFFD"},
-        {"describe({})", "cell"},
-        {"describe({1, {true}, 'x'})", "cell[1][cell[logical true]][char 1 x]"},
-        {"describe({b = 1, a = {c = false}})", "struct[a struct[c logical false]][b 1]"},
-        {"describe({1, x = 2})",
-         "! stdin:1: a table for the host has the keys 1 to n, or strings for keys"},
-        {"describe({1, nil, 3, x = 2})",
-         "! stdin:1: a table for the host has the keys 1 to n, or strings for keys"},
-        {"(function() local t = {} t[1] = t describe(t) end)()",
-         "! stdin:1: a table for the host has more than 100 levels, or holds itself"},
-        {"describe(print)", "! stdin:1: a function cannot be given to the host"},
-        {"describe({lab})", "! stdin:1: namespace lab cannot be given to the host"},
-        {"describe(lab.inner.Tally)", "! stdin:1: lab.inner.Tally cannot be given to the host"},
-        {"describe({lab.inner.Tally(3)})", "cell[lab.inner.Tally (Total: 3, Name: )]"},
-        {"make('minus zero')", "-0.0"},
-        {"make('largest whole')", "9007199254740992"},
-        {"make('beyond')", "9.007199254741e+15"},
-        {"make('infinity')", "inf"},
-        {"make('uint64')", "9223372036854775807"},
-        {"make('uint64 beyond')", "1.844674407371e+19"},
-        {"make('surrogate') == 'a\\xED\\xA0\\x80z'", "true"},
-        {"#make('no text')", "0"},
-        {"table.concat(make('numbers'), ' ')", "1 2.5 -0.0"},
-        {"make('logicals')[2]", "false"},
-        {"make('struct').a", "-7"},
-        {"make('deep cells')", "! stdin:1: the value has more than 100 levels"},
-        {"lab.undescribed()", "lab.Undescribed"},
-        {"lab.nothing()", ""},
-    };
-    for (const auto& row : rows) {
-        const bool isOutput = !row.printed.empty() && row.printed[0] != '!';
-        EXPECT_EQ(enter(row.expression), row.printed + (isOutput ? "\n" : "")) << row.expression;
+/// What is written to the console in scripts.json, and what comes of it, in groups for a console
+/// each.
+class ScriptRows : public ScriptConsoleTest, public testing::WithParamInterface<test::JsonRow> {};
+
+TEST_P(ScriptRows, ComeOutAsShown) {
+    const std::string way = GetParam().text("by");
+    console.run(GetParam().text("before"), "script");
+    for (const QJsonValue row : GetParam()["rows"].toArray()) {
+        const std::string written = test::text(row[0]);
+        EXPECT_EQ(way == "run"        ? run(written)
+                  : way == "complete" ? complete(written)
+                  : way == "enter"    ? enter(written)
+                                      : isIncomplete(written),
+                  test::text(row[1]))
+            << written;
     }
 }
 
-TEST_F(ScriptConsoleTest, MakesClassesOfWhatTheHostLists) {
-    console.run("T = lab.inner.Tally  t = T(1)  m = lab.inner.Marker()", "script");
-    struct {
-        const char* text;
-        const char* printed;
-    } const rows[] = {
-        {"t:add(2) t:add(t) return t.Total", "6\n"},
-        {"t.Name = 'ž' return t.Name", "ž\n"},
-        {"t", "lab.inner.Tally (Total: 6, Name: ž)\n"},
-        {"u = t u:add(1) return t.Total", "7\n"},
-        {"u = T(t) u:add(1) return t.Total, u.Total", "7\t8\n"},
-        {"u = t:twin() return u == t, u ~= t, rawequal(u, t)", "true\tfalse\tfalse\n"},
-        {"u:add(1) return u == t", "false\n"},
-        {"t == m, m == t, t == 7, t == io.stdout, t == T, t == lab",
-         "false\tfalse\tfalse\tfalse\tfalse\tfalse\n"},
-        {"T, T == lab.inner.Tally, lab", "lab.inner.Tally\ttrue\tnamespace lab\n"},
-        {"T.of(4) == T(4), T.Zero.Total, t.Zero == T()", "true\t0\ttrue\n"},
-        {"T.Zero:add(1) return T.Zero.Total", "0\n"},
-        {"t.total", "! stdin:1: lab.inner.Tally has no member \"total\""},
-        {"t[1]", "! stdin:1: lab.inner.Tally has no member \"1\""},
-        {"t.secret", "! stdin:1: lab.inner.Tally has no member \"secret\""},
-        {"t.selfCopyingProperty",
-         "! stdin:1: lab.inner.Tally has no member \"selfCopyingProperty\""},
-        {"t.selfCopyingProperty = 1",
-         "! stdin:1: lab.inner.Tally has no property \"selfCopyingProperty\""},
-        {"T.add", "! stdin:1: lab.inner.Tally has no member \"add\""},
-        {"t.Total = 1", "! stdin:1: lab.inner.Tally: the property \"Total\" can only be read"},
-        {"T.Zero = 1", "! stdin:1: lab.inner.Tally: the property \"Zero\" can only be read"},
-        {"t.add = 1", "! stdin:1: lab.inner.Tally: \"add\" is a method"},
-        {"t.foo = 1", "! stdin:1: lab.inner.Tally has no property \"foo\""},
-        {"lab.foo = 1", "! stdin:1: lab is a namespace: scripts add nothing to it"},
-        {"lab.secret", "! stdin:1: lab has no member \"secret\""},
-        {"lab.inner.Unseen", "! stdin:1: lab.inner has no member \"Unseen\""},
-        {"getmetatable(t), getmetatable(T), getmetatable(lab)", "false\tfalse\tfalse\n"},
-        {"pcall(t.add, t, {})",
-         "false\tstdin:1: \"add\" does not take (lab.inner.Tally, 0x0 cell). It takes "
-         "(lab.inner.Tally, double scalar) or (lab.inner.Tally, lab.inner.Tally). "
-         "[ribo:NoMatchingSignature]\n"},
-        {"debug.getmetatable(t).__index(m, 'Total')", "! stdin:1: no instance of lab.inner.Tally"},
-        {"debug.getmetatable(t).__index(1, 'Total')", "! stdin:1: no instance of lab.inner.Tally"},
-        {"do local c <close> = T() d = c end return d.Total", "! stdin:1: the value was closed"},
-        {"lab.fail('why')", "! stdin:1: why [lab:Failed]"},
-    };
-    for (const auto& row : rows) {
-        EXPECT_EQ(enter(row.text), row.printed) << row.text;
-    }
-    EXPECT_THAT(enter("t:add('x')"), HasSubstr("\"add\" does not take (lab.inner.Tally, string)"));
-    EXPECT_THAT(enter("t.Name = 1"), HasSubstr("[ribo:WrongPropertyType]"));
-    EXPECT_THAT(enter("lab.exhaust()"), HasSubstr("! stdin:1: "));
-}
+INSTANTIATE_TEST_SUITE_P(Scripts, ScriptRows, testing::ValuesIn(test::readRows(SCRIPTS)),
+                         test::RowName());
 
 TEST_F(ScriptConsoleTest, FollowsNamespacesThatComeAndGo) {
     EXPECT_EQ(enter("lab.late"), "! stdin:1: lab has no member \"late\"");
@@ -200,30 +132,7 @@ TEST_F(ScriptConsoleTest, FreesWhatScriptsMakeAndOutlivesTheHostsNamespaces) {
     EXPECT_EQ(test::Counted::s_alive, 0);
 }
 
-TEST_F(ScriptConsoleTest, SaysWhereAScriptFailedAndEndsItWhenItAsks) {
-    struct {
-        const char* text;
-        const char* outcome;
-    } const rows[] = {
-        {"print(1)\nerror('why')", "1\n! script:2: why"},
-        {"error('why', 0)", "! why"},
-        {"error()", "! (the error is a nil value)"},
-        {"error({})", "! (the error is a table value)"},
-        {"error(setmetatable({}, {__tostring = function() return 'own' end}))", "! own"},
-        {"x x", "! script:1: syntax error near 'x'"},
-        {"\x1BLua", "! attempt to load a binary chunk (mode is 't')"},
-        {"os.exit()", "exit 0"},
-        {"os.exit(false)", "exit 1"},
-        {"print(pcall(os.exit, 7)) print 'more'", "exit 7"},
-        {"coroutine.wrap(function() pcall(coroutine.wrap(os.exit), 8) print 'more' end)()",
-         "exit 8"},
-        {"local t <close> = lab.inner.Tally() os.exit(true, true)", "exit 0"},
-    };
-    for (const auto& row : rows) {
-        EXPECT_EQ(run(row.text), row.outcome) << row.text;
-    }
-    EXPECT_THAT(run("error(setmetatable({}, {__tostring = error}))"), HasSubstr("! "));
-    EXPECT_EQ(run("print 'still there'"), "still there\n");
+TEST_F(ScriptConsoleTest, TracesAFailureBack) {
     try {
         console.run("local function f() lab.fail('x') end\nf()", "script");
         FAIL();
@@ -231,12 +140,6 @@ TEST_F(ScriptConsoleTest, SaysWhereAScriptFailedAndEndsItWhenItAsks) {
         EXPECT_THAT(error.traceback(), testing::StartsWith("stack traceback:\n"));
         EXPECT_THAT(error.traceback(), HasSubstr("script:2: in main chunk"));
     }
-}
-
-TEST_F(ScriptConsoleTest, SendsWhatScriptsWriteWhereTheyPrint) {
-    EXPECT_EQ(run("print(1) io.write('a', 2, 0.5, '\\0') io.stdout:write('b') print(io.output() == "
-                  "io.stdout:write('c\\n')) print(io.stdout:close())"),
-              "1\na20.5\0bc\ntrue\nnil\tcannot close standard file\n"s);
 }
 
 TEST_F(ScriptConsoleTest, RunsFilesWithTheirArguments) {
@@ -249,84 +152,16 @@ TEST_F(ScriptConsoleTest, RunsFilesWithTheirArguments) {
     EXPECT_THAT(outcome([&] { console.runFile(folder / ""); }), HasSubstr("! cannot read "));
 }
 
-TEST_F(ScriptConsoleTest, KnowsWhatIsIncomplete) {
-    for (const char* text : {"for i = 1, 2 do", "x = ", "f(", "if a then b()", "[[", "return {"}) {
-        EXPECT_TRUE(console.isIncomplete(text)) << text;
-    }
-    for (const char* text : {"", "1 + 1", "x = 1", "x x", "for i = 1 do", "end", "x = )"}) {
-        EXPECT_FALSE(console.isIncomplete(text)) << text;
-    }
-}
-
-TEST_F(ScriptConsoleTest, CompletesWithoutRunningAnything) {
-    console.run(R"(t = lab.inner.Tally(1)
-        list = {alpha = {beta = 1}, ['no name'] = 1, fn = print}
-        trap = setmetatable({}, {__index = function() error('ran') end})
-        object = setmetatable({own = 1}, {__index = {method = print, value = 1}})
-        closed = lab.inner.Tally(1)
-        do local c <close> = closed end)",
-                "script");
-    struct {
-        const char* line;
-        std::vector<std::string> candidates;
-    } const rows[] = {
-        {"la", {"lab"}},
-        {"print(wh", {"while"}},
-        {"x = lab.",
-         {"lab.describe", "lab.exhaust", "lab.fail", "lab.inner", "lab.interrupt", "lab.make",
-          "lab.nothing", "lab.undescribed"}},
-        {"lab.inner.", {"lab.inner.Marker", "lab.inner.Tally"}},
-        {"lab.inner.Tally.", {"lab.inner.Tally.Zero", "lab.inner.Tally.of"}},
-        {"t.", {"t.Name", "t.Total", "t.Zero"}},
-        {"t:", {"t:add", "t:eq", "t:isequal", "t:isequaln", "t:twin"}},
-        {"t.Total.", {}},
-        {"list.", {"list.alpha", "list.fn"}},
-        {"list:", {"list:fn"}},
-        {"list.alpha.b", {"list.alpha.beta"}},
-        {"trap.x.y", {}},
-        {"object:", {"object:method"}},
-        {"object.", {"object.method", "object.own", "object.value"}},
-        {"closed.", {}},
-        {"none.", {}},
-        {"lab.none.x", {}},
-        {"lab..", {}},
-        {"1.", {}},
-    };
-    for (const auto& row : rows) {
-        EXPECT_EQ(console.complete(row.line), row.candidates) << row.line;
-    }
+TEST_F(ScriptConsoleTest, CompletesNothingWithWhatThereIs) {
     EXPECT_THAT(console.complete(""), testing::IsSupersetOf({"and", "lab", "print", "string"}));
 }
 
-TEST_F(ScriptConsoleTest, CtrlCEndsAScriptHoweverItIsWritten) {
-    console.run("function spin() lab.interrupt() while true do end end", "script");
-    struct {
-        const char* script;
-        const char* outcome;
-    } const rows[] = {
-        {"spin()", "! script:1: interrupted!"},
-        {"lab.interrupt()", "! script:1: interrupted!"},
-        {"return lab.interrupt()", "! interrupted!"},
-        // An error that is swallowed does not help against the second signal.
-        {"while true do pcall(spin) end", "! script:1: interrupted!"},
-        {"while true do coroutine.resume(coroutine.create(spin)) end", "! script:1: interrupted!"},
-        {"coroutine.wrap(spin)()", "! script:1: script:1: interrupted!"},
-        {"coroutine.wrap(function() coroutine.wrap(lab.interrupt)() while true do end end)()",
-         "! script:1: script:1: interrupted!"},
-        {"c = coroutine.wrap(function() coroutine.yield() spin() end) c() c()",
-         "! script:1: script:1: interrupted!"},
-        {"c = coroutine.create(function() local x <close> = setmetatable({}, {__close = spin}) "
-         "coroutine.yield() end) coroutine.resume(c) print(coroutine.close(c))",
-         "false\tscript:1: interrupted!\n"},
-    };
-    for (const auto& row : rows) {
-        EXPECT_EQ(run(row.script), row.outcome) << row.script;
-    }
+TEST_F(ScriptConsoleTest, LeavesTheSignalToTheProgramBetweenScripts) {
     static int s_caught = 0;
     const auto before = std::signal(SIGINT, [](int) { ++s_caught; });
     run("print 'nothing'");
     std::raise(SIGINT);
-    EXPECT_EQ(s_caught, 1) << "between scripts the signal is the program's";
+    EXPECT_EQ(s_caught, 1);
     EXPECT_EQ(run("print 'later'"), "later\n");
     std::signal(SIGINT, before);
 }
