@@ -6,25 +6,18 @@ namespace DOVA {
 namespace {
 
 TEST(TypeConversionsTest, alignments) {
-    const std::string texts[] = {"",
-                                 "AlignTop",
-                                 "AlignLeftAndTop",
-                                 "AlignHCenterAndTop",
-                                 "AlignRightAndTop",
-                                 "AlignLeftAndVCenter",
-                                 "AlignCenter",
-                                 "AlignRightAndVCenter",
-                                 "AlignBottom",
-                                 "AlignLeftAndBottom",
-                                 "AlignHCenterAndBottom",
-                                 "AlignRightAndBottom"};
-    for (int number = -1; number <= 12; ++number) {
-        const std::string text = number < 0 || number > 11 ? "" : texts[number];
+    int number = 0;
+    for (const std::string text :
+         {"", "AlignTop", "AlignLeftAndTop", "AlignHCenterAndTop", "AlignRightAndTop",
+          "AlignLeftAndVCenter", "AlignCenter", "AlignRightAndVCenter", "AlignBottom",
+          "AlignLeftAndBottom", "AlignHCenterAndBottom", "AlignRightAndBottom"}) {
         EXPECT_EQ(DV2Web(static_cast<Alignment>(number)), text);
         // Clients write the third with a small letter, and never these two.
         const bool isRead = text != "AlignTop" && number != 3 && text != "AlignBottom";
-        EXPECT_EQ(static_cast<int>(Web2DV(text)), isRead && !text.empty() ? number : 0) << text;
+        EXPECT_EQ(static_cast<int>(Web2DV(text)), isRead ? number : 0) << text;
+        ++number;
     }
+    EXPECT_EQ(DV2Web(static_cast<Alignment>(-1)) + DV2Web(static_cast<Alignment>(number)), "");
     EXPECT_EQ(static_cast<int>(Web2DV("AlignHCenterandTop")), 3);
     for (const char* text : {"aligncenter", "AlignCenter ", "AlignCente"}) {
         EXPECT_EQ(Web2DV(text), Alignment::None) << text;

@@ -12,6 +12,7 @@
 #include <utility>
 #include <vector>
 
+#include "support/JsonRows.h"
 #include "support/TemporaryFolder.h"
 
 namespace {
@@ -50,43 +51,20 @@ private:
 };
 
 TEST(JsonpadProcessTest, EndsABadRunWithOneLineThatSaysWhy) {
-    struct {
+    for (const QJsonValue row : DOVA::test::readJson(BAD_RUNS).array()) {
         std::vector<std::string> arguments;
-        int exitCode;
-        const char* sentence;
-        const char* text = "{}";  ///< in a.json
-    } const rows[] = {
-        {{}, 2, "FILE is required"},
-        {{"a.json", "b"}, 2, "b"},
-        {{"--fast", "a.json"}, 2, "--fast"},
-        {{"--first\nsecond", "a.json"}, 2, "first second"},
-        {{"--port", "http", "a.json"}, 2, "--port"},
-        {{"--port", "65536", "a.json"}, 2, "--port"},
-        {{"--bind", "localhost", "a.json"}, 2, "is not a numeric IP address"},
-        {{"--bind", "::", "a.json"}, 2, "--allow-remote"},
-        {{"none.json"}, 1, "none.json"},
-        {{"a.json"}, 1, "line 2", "{\n  \"a\": tru\n}"},
-        {{"--schema", "none.json", "a.json"}, 1, "the schema 'none.json': there is no such file"},
-        {{"--schema", "", "a.json"}, 1, "the schema ''"},
-        {{"--schema", ".", "a.json"}, 1, "'.' is not a regular file"},
-        {{"--schema", "a.json", "a.json"},
-         1,
-         "the schema 'a.json': line 1, column 7",
-         "{\"a\": nil}"},
-        {{"--schema", "a.json", "a.json"}, 1, "column 1: the file must hold an object", "true"},
-        {{"a.json", "--schema"}, 2, "--schema"},
-        {{"--token-file", ".", "a.json"}, 1, "is not a regular file"},
-    };
-    for (const auto& row : rows) {
-        SCOPED_TRACE(row.sentence);
-        Jsonpad jsonpad(row.arguments, row.text);
+        for (const QJsonValue argument : row["arguments"].toArray()) {
+            arguments.push_back(DOVA::test::text(argument));
+        }
+        SCOPED_TRACE(testing::PrintToString(arguments));
+        Jsonpad jsonpad(arguments, DOVA::test::text(row["file"], "{}"));
         const std::string errors = rest(jsonpad.errors);
         EXPECT_THAT(errors, testing::StartsWith("jsonpad: "));
-        EXPECT_THAT(errors, testing::HasSubstr(row.sentence));
+        EXPECT_THAT(errors, testing::HasSubstr(DOVA::test::text(row["says"])));
         EXPECT_EQ(errors.find('\n'), errors.size() - 1);
         EXPECT_EQ(rest(jsonpad.output), "");
         jsonpad.process.wait();
-        EXPECT_EQ(jsonpad.process.exit_code(), row.exitCode);
+        EXPECT_EQ(jsonpad.process.exit_code(), row["exitCode"].toInt());
     }
 }
 
