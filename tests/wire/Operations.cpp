@@ -59,12 +59,11 @@ struct Argument {
     }
     void read(Icon& icon) const { icon.insertImage(value.toString().toStdString()); }
     void read(Alignment& alignment) const { alignment = Alignment::None; }
-    void read(DVObject*& object) const {
-        object = value.isString() ? stage.front(value.toString().toStdString()) : nullptr;
-    }
-    void read(DVTab2*& page) const {
-        page = value.isString() ? dynamic_cast<DVTab2*>(stage.front(value.toString().toStdString()))
-                                : nullptr;
+    template <class Front>
+    void read(Front*& object) const {
+        object = value.isString()
+                     ? dynamic_cast<Front*>(stage.front(value.toString().toStdString()))
+                     : nullptr;
     }
     void read(TextMessage& texts) const {
         const QJsonObject members = value.toObject();
@@ -161,6 +160,7 @@ const std::multimap<std::string, Operation> s_operations{
     {"showNormal", call(&WebAbstractWindow2::doShowNormal)},
     {"showMinimized", call(&WebAbstractWindow2::doShowMinimized)},
     {"showMaximized", call(&WebAbstractWindow2::doShowMaximized)},
+    {"showAgain", call(&WebAbstractWindow2::doShowAgain)},
     {"setTitle", call(&WebAbstractWindow2::doSetTitle)},
     {"setGeometry", call(&WebAbstractWindow2::doSetGeometry)},
     {"setFrameGeometry", call(&WebAbstractWindow2::doSetFrameGeometry)},
@@ -241,6 +241,13 @@ const std::multimap<std::string, Question> s_questions{
     {"getSelection", get(&WebComboBox2::doGetSelection)},
     {"getTabCount", get(&WebTabContainer2::doGetTabCount)},
     {"getCurrentTab", get(&WebTabContainer2::doGetCurrentTab)},
+    {"getTabsClosable", get(&WebTabContainer2::doGetTabsClosable)},
+    {"getDocumentMode", get(&WebTabContainer2::doGetDocumentMode)},
+    {"getTabMovable", get(&WebTabContainer2::doGetTabMovable)},
+    {"getVisible", get(&WebTabContainer2::doGetVisible)},
+    {"isTabVisible", get(&WebTab2::doIsTabVisible)},
+    {"isModal", get(&WebDialog2::doIsModal)},
+    {"isTransient", get(&WebDialog2::doIsTransient)},
     {"getTitle", get(&WebAbstractWindow2::doGetTitle)},
     {"isMaximized", get(&WebAbstractWindow2::doIsMaximized)},
     {"isMinimized", get(&WebAbstractWindow2::doIsMinimized)},
