@@ -1,5 +1,7 @@
 #include "FrameReceiver.h"
 
+#include "CloseReasons.h"
+
 #include <utility>
 
 namespace DOVA::gateway {

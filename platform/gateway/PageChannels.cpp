@@ -2,15 +2,11 @@
 
 #include <initializer_list>
 
+#include "ProtocolNames.h"
+
 namespace DOVA::gateway {
 
 namespace {
-
-constexpr std::string_view kClientReady = "\"clientReady\"";
-constexpr std::string_view kClientDestroyed = "\"clientDestroyed\"";
-constexpr std::string_view kSnapshot = "\"snapshot\"";
-constexpr std::string_view kProperties = "\"properties\"";
-constexpr std::string_view kPing = "\"ping\"";
 
 void skipSpace(std::string_view& text) {
     const std::size_t start = text.find_first_not_of(" \t\n\r");
@@ -46,7 +42,7 @@ bool takeIf(std::string_view& text, std::initializer_list<std::string_view> toke
 /// Takes a list of plain texts off the front. What they name is for the document to know; here it
 /// counts that nothing else can hide among them.
 bool takeNames(std::string_view& text) {
-    if (!takeIf(text, {kProperties, ":", "["}))
+    if (!takeIf(text, {json::properties, ":", "["}))
         return false;
     const std::size_t end = text.find_first_of("[]{}\\");
     text.remove_prefix(end == std::string_view::npos ? text.size() : end);
@@ -56,7 +52,7 @@ bool takeNames(std::string_view& text) {
 /// Whether a text asks for the model document, the whole of it or a list of properties.
 bool isSnapshotRequest(std::string_view text, std::string_view clientId) {
     const std::string quoted = std::string("\"").append(clientId).append("\"");
-    const auto takeClient = [&] { return takeIf(text, {kSnapshot, ":", quoted}); };
+    const auto takeClient = [&] { return takeIf(text, {json::snapshot, ":", quoted}); };
     if (!takeIf(text, {"{"}))
         return false;
     const bool isNamesFirst = takeNames(text);
@@ -72,13 +68,13 @@ std::string statement(std::string_view key, std::string_view clientId) {
 }  // namespace
 
 std::string PageChannels::own(const std::string& clientId) {
-    return std::string(kRoot) + "/" + clientId;
+    return std::string(names::rootChannel) + "/" + clientId;
 }
 
 std::string PageChannels::shorten(std::string_view own, std::string_view channel) {
     if (channel.substr(0, own.size()) != own)
         return std::string(channel);
-    return std::string(".").append(channel.substr(own.size()));
+    return std::string(names::ownChannel).append(channel.substr(own.size()));
 }
 
 std::string PageChannels::expand(std::string_view own, std::string_view channel) {
@@ -87,27 +83,28 @@ std::string PageChannels::expand(std::string_view own, std::string_view channel)
 
 PageChannels::Kind PageChannels::classify(std::string_view clientId, std::string_view channel,
                                           std::string_view text) {
-    if (channel == "." || (channel.substr(0, 2) == "./" && channel.size() > 2))
+    if (channel == names::ownChannel || (channel.substr(0, 2) == "./" && channel.size() > 2))
         return Kind::Own;
-    if (channel == kDocument)
+    if (channel == names::modelChannel)
         return isSnapshotRequest(text, clientId) ? Kind::Snapshot : Kind::Refused;
-    if (channel != kRoot)
+    if (channel != names::rootChannel)
         return Kind::Refused;
-    if (isStatement(text, kClientReady, clientId))
+    if (isStatement(text, json::clientReady, clientId))
         return Kind::ClientReady;
-    return isStatement(text, kClientDestroyed, clientId) ? Kind::ClientDestroyed : Kind::Refused;
+    return isStatement(text, json::clientDestroyed, clientId) ? Kind::ClientDestroyed
+                                                              : Kind::Refused;
 }
 
 std::string PageChannels::clientReady(std::string_view clientId) {
-    return statement(kClientReady, clientId);
+    return statement(json::clientReady, clientId);
 }
 
 std::string PageChannels::clientDestroyed(std::string_view clientId) {
-    return statement(kClientDestroyed, clientId);
+    return statement(json::clientDestroyed, clientId);
 }
 
 bool PageChannels::isPing(std::string_view text) {
-    return takeTokens(text, {"{", kPing, ":"});
+    return takeTokens(text, {"{", json::ping, ":"});
 }
 
 }  // namespace DOVA::gateway

@@ -10,9 +10,6 @@ namespace DOVA::gateway {
 /// one below it "./rest"; every other channel stands in full.
 class PageChannels {
 public:
-    static constexpr const char* kRoot = "/dova2/web";
-    static constexpr const char* kDocument = "/tdom";
-
     /// What a text from a page is.
     enum class Kind { Refused, Own, ClientReady, ClientDestroyed, Snapshot };
 

@@ -4,18 +4,17 @@
 #include <boost/beast/http/rfc7230.hpp>
 #include <boost/beast/websocket/rfc6455.hpp>
 #include <charconv>
+#include <cstring>
 #include <utility>
 
 #include "FrameCodec.h"
+#include "ProtocolNames.h"
 
 namespace DOVA::gateway {
 
 namespace http = boost::beast::http;
 
 namespace {
-
-constexpr std::string_view kSocketPath = "/socket";
-constexpr std::string_view kIconPath = "/icon/";
 
 std::string_view view(boost::beast::string_view text) {
     return {text.data(), text.size()};
@@ -50,7 +49,7 @@ bool readNumber(std::string_view text, std::uint64_t& number) {
 std::string_view originOf(const RequestRouter::Request& request, const RequestTarget& target) {
     const bool isQuestion =
         request.count(http::field::origin) == 0 && !boost::beast::websocket::is_upgrade(request);
-    return isQuestion ? target.value("origin") : header(request, http::field::origin);
+    return isQuestion ? target.value(query::origin) : header(request, http::field::origin);
 }
 
 }  // namespace
@@ -90,18 +89,18 @@ RequestRouter::Answer RequestRouter::route(const Request& request,
         return refusal(Status::method_not_allowed, "only GET and HEAD are allowed");
     if (!target)
         return refusal(Status::bad_request, "malformed request target");
-    if (target->path == kSocketPath)
+    if (target->path == names::socketPath)
         return admit(request, *target, host);
-    if (target->path.compare(0, kIconPath.size(), kIconPath) == 0)
+    if (target->path.rfind(names::iconPath, 0) == 0)
         return icon(*target);
     return file(m_page.find(target->path == "/" ? "index.html" : target->path.substr(1),
                             acceptsGzip(request)));
 }
 
 RequestRouter::Answer RequestRouter::icon(const RequestTarget& target) const {
-    if (!m_rules.isToken(target.value("token")))
+    if (!m_rules.isToken(target.value(query::token)))
         return refusal(Status::unauthorized, "missing or wrong token");
-    const std::string path = belowIconRoot(target.path.substr(kIconPath.size()));
+    const std::string path = belowIconRoot(target.path.substr(std::strlen(names::iconPath)));
     auto found = m_icons.find(path, false);
     return file(found ? std::move(found) : m_pageIcons.find(path, false));
 }
@@ -119,21 +118,22 @@ RequestRouter::Answer RequestRouter::admit(const Request& request, const Request
     if (request.count(http::field::origin) > 1 ||
         !m_rules.allowsOrigin(originOf(request, target), host))
         return refusal(Status::forbidden, "this origin is not allowed");
-    if (!m_rules.isToken(target.value("token")))
+    if (!m_rules.isToken(target.value(query::token)))
         return refusal(Status::unauthorized, "missing or wrong token");
-    Admission admission{std::string(target.value("client")), {}, 0};
+    Admission admission{std::string(target.value(query::client)), {}, 0};
     if (!AccessRules::isClientId(admission.clientId))
         return refusal(Status::bad_request, "missing or bad client identifier");
-    if (target.query.count("received") > 0 &&
-        !readNumber(target.value("received"), admission.received.emplace()))
+    if (target.query.count(query::received) > 0 &&
+        !readNumber(target.value(query::received), admission.received.emplace()))
         return refusal(Status::bad_request, "bad number of received texts");
-    if (target.query.count("attempt") > 0 &&
-        !readNumber(target.value("attempt"), admission.attempt))
+    if (target.query.count(query::attempt) > 0 &&
+        !readNumber(target.value(query::attempt), admission.attempt))
         return refusal(Status::bad_request, "bad number of an attempt");
     if (!boost::beast::websocket::is_upgrade(request))
         return refusal(Status::upgrade_required, "only WebSocket connections are served here");
-    if (!http::token_list(request[http::field::sec_websocket_protocol]).exists(kSubProtocol))
-        return refusal(Status::bad_request, "the sub-protocol must be dova.gateway.1");
+    if (!http::token_list(request[http::field::sec_websocket_protocol]).exists(names::subProtocol))
+        return refusal(Status::bad_request,
+                       std::string("the sub-protocol must be ") + names::subProtocol);
     return admission;
 }
 

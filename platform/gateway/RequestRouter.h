@@ -22,9 +22,6 @@ public:
     using Response = boost::beast::http::response<boost::beast::http::string_body>;
     using Status = boost::beast::http::status;
 
-    /// The sub-protocol that a page must offer.
-    static constexpr const char* kSubProtocol = "dova.gateway.1";
-
     /// A page that may come in with a WebSocket.
     struct Admission {
         std::string clientId;

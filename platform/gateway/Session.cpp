@@ -1,5 +1,7 @@
 #include "Session.h"
 
+#include "CloseReasons.h"
+
 #include <algorithm>
 #include <utility>
 

@@ -5,8 +5,25 @@
 #include <vector>
 
 #include "PageChannels.h"
+#include "ProtocolNames.h"
 
 namespace DOVA::gateway {
+
+namespace {
+
+using std::literals::operator""sv;
+
+/// The first frame of a connection: what became of the session, and one thing more.
+std::string greeting(std::string_view session, std::string_view member, std::string_view value) {
+    std::string text = "{";
+    for (const std::string_view part :
+         {json::session, ":"sv, session, ","sv, member, ":"sv, value}) {
+        text += part;
+    }
+    return text + "}";
+}
+
+}  // namespace
 
 SessionRegistry::SessionRegistry(std::shared_ptr<tdom::messaging::MessageBus> bus,
                                  const GatewayOptions& options)
@@ -15,13 +32,13 @@ SessionRegistry::SessionRegistry(std::shared_ptr<tdom::messaging::MessageBus> bu
       m_graceTime(options.graceTime),
       m_reloadTime(std::min(options.reloadTime, options.graceTime)),
       m_connector(m_bus->attach("dova_gateway")) {
-    m_bus->subscribe(m_connector, PageChannels::kRoot,
+    m_bus->subscribe(m_connector, names::rootChannel,
                      [this](const std::string& channel, const std::string& text) {
                          if (PageChannels::isPing(text))
                              sendToAll(channel, text);
                      });
     m_bus->subscribe(
-        m_connector, PageChannels::kDocument,
+        m_connector, names::modelChannel,
         [this](const std::string& channel, const std::string& text) { sendToAll(channel, text); });
 }
 
@@ -68,7 +85,7 @@ SessionRegistry::Opening SessionRegistry::begin(const std::string& clientId, Pag
             push(*session, PageChannels::shorten(own, channel), text);
         });
     m_sessions.emplace(clientId, Entry{session, subscription, {}});
-    return {session, R"({"session":"new","received":0})"};
+    return {session, greeting(json::fresh, json::received, "0")};
 }
 
 SessionRegistry::Opening SessionRegistry::resume(Entry& entry, std::uint64_t received,
@@ -83,12 +100,11 @@ SessionRegistry::Opening SessionRegistry::resume(Entry& entry, std::uint64_t rec
     entry.expiresAt.reset();
     if (former)
         former->end(close_reason::kOpenedInAnotherTab);
-    return {session,
-            R"({"session":"resumed","received":)" + std::to_string(session->received()) + "}"};
+    return {session, greeting(json::resumed, json::received, std::to_string(session->received()))};
 }
 
 SessionRegistry::Opening SessionRegistry::lost(const char* reason) {
-    return {nullptr, std::string(R"({"session":"lost","reason":")") + reason + "\"}"};
+    return {nullptr, greeting(json::lost, json::reason, std::string("\"") + reason + "\"")};
 }
 
 /// Sessions that wait for their page must not gather: each may keep a full buffer.
@@ -148,7 +164,7 @@ const CloseReason* SessionRegistry::handle(const std::shared_ptr<Session>& sessi
             end(*session, close_reason::kSessionEnded);
             break;
         case PageChannels::Kind::Snapshot:
-            passOn(*session, PageChannels::kDocument, std::string(record.text));
+            passOn(*session, names::modelChannel, std::string(record.text));
             break;
     }
     return nullptr;
@@ -159,7 +175,7 @@ const CloseReason* SessionRegistry::handle(const std::shared_ptr<Session>& sessi
 void SessionRegistry::publishClientReady(Session& session) {
     session.setReady();
     endOthers(session);
-    passOn(session, PageChannels::kRoot, PageChannels::clientReady(session.id()));
+    passOn(session, names::rootChannel, PageChannels::clientReady(session.id()));
 }
 
 void SessionRegistry::passOn(Session& session, const std::string& channel, std::string text) {
@@ -187,7 +203,7 @@ void SessionRegistry::dropAndAnnounce(Sessions::iterator entry, const CloseReaso
     const std::shared_ptr<Session> session = entry->second.session;
     drop(entry, reason);
     if (session->isReady())
-        m_bus->publish(m_connector, PageChannels::kRoot,
+        m_bus->publish(m_connector, names::rootChannel,
                        PageChannels::clientDestroyed(session->id()));
 }
 
@@ -207,7 +223,7 @@ void SessionRegistry::drop(Sessions::iterator entry, const CloseReason& reason) 
 void SessionRegistry::sendToAll(const std::string& channel, const std::string& text) {
     std::vector<std::shared_ptr<Session>> all;
     for (const auto& [id, entry] : m_sessions)
-        if (entry.session->isReady() || channel == PageChannels::kRoot)
+        if (entry.session->isReady() || channel == names::rootChannel)
             all.push_back(entry.session);
     for (const auto& session : all)
         push(*session, channel, text);

@@ -7,7 +7,7 @@
 #include <optional>
 #include <string>
 
-#include "CloseReason.h"
+#include "CloseReasons.h"
 #include "Session.h"
 #include "gateway/GatewayOptions.h"
 #include "messaging/MessageBus.h"

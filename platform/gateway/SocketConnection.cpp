@@ -11,6 +11,7 @@
 
 #include "GatewayCore.h"
 #include "GatewayLog.h"
+#include "ProtocolNames.h"
 
 namespace DOVA::gateway {
 
@@ -58,7 +59,7 @@ void SocketConnection::setOptions() {
                                                         websocket::stream_base::none(), false});
     // Beast writes the refusal of a faulty handshake itself.
     m_stream.set_option(websocket::stream_base::decorator([](websocket::response_type& response) {
-        response.set(beast::http::field::sec_websocket_protocol, RequestRouter::kSubProtocol);
+        response.set(beast::http::field::sec_websocket_protocol, names::subProtocol);
         RequestRouter::addSecurityHeaders(response);
     }));
     m_stream.control_callback(

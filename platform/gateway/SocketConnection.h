@@ -6,7 +6,7 @@
 #include <optional>
 #include <string>
 
-#include "CloseReason.h"
+#include "CloseReasons.h"
 #include "Connection.h"
 #include "FrameReceiver.h"
 #include "PageLink.h"

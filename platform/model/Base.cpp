@@ -1,10 +1,11 @@
 #include "model/Base.h"
 
+#include "ElementName.h"
 #include "model/PropertyName.h"
 
 namespace tdom {
 
-const Base::Impl::Type Base::Impl::s_type{"Base", nullptr};
+const Base::Impl::Type Base::Impl::s_type{ElementName::base, nullptr};
 
 void Base::Impl::setTag(std::u16string_view tag) {
     write(m_tag, tag, PropertyName::tag);

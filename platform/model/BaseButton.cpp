@@ -1,10 +1,11 @@
 #include "model/BaseButton.h"
 
+#include "ElementName.h"
 #include "model/PropertyName.h"
 
 namespace tdom {
 
-const Base::Impl::Type BaseButton::Impl::s_type{"BaseButton", &Element::Impl::s_type};
+const Base::Impl::Type BaseButton::Impl::s_type{ElementName::baseButton, &Element::Impl::s_type};
 
 void BaseButton::Impl::setLabel(std::u16string_view label) {
     write(m_label, label, PropertyName::label);

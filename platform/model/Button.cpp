@@ -1,10 +1,11 @@
 #include "model/Button.h"
 
+#include "ElementName.h"
 #include "model/PropertyName.h"
 
 namespace tdom {
 
-const Base::Impl::Type Button::Impl::s_type{"Button", &BaseButton::Impl::s_type};
+const Base::Impl::Type Button::Impl::s_type{ElementName::button, &BaseButton::Impl::s_type};
 
 Button Button::create(const pf::zero::Ref<pf::zero::Model>& model, const pf::zero::Uuid& uuid) {
     return createIn<Button>(model, uuid);

@@ -1,8 +1,10 @@
 #include "model/CheckBox.h"
 
+#include "ElementName.h"
+
 namespace tdom {
 
-const Base::Impl::Type CheckBox::Impl::s_type{"CheckBox", &BaseButton::Impl::s_type};
+const Base::Impl::Type CheckBox::Impl::s_type{ElementName::checkBox, &BaseButton::Impl::s_type};
 
 CheckBox CheckBox::create(const pf::zero::Ref<pf::zero::Model>& model, const pf::zero::Uuid& uuid,
                           bool checked) {

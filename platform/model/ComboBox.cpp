@@ -1,8 +1,10 @@
 #include "model/ComboBox.h"
 
+#include "ElementName.h"
+
 namespace tdom {
 
-const Base::Impl::Type ComboBox::Impl::s_type{"ComboBox", &Element::Impl::s_type};
+const Base::Impl::Type ComboBox::Impl::s_type{ElementName::comboBox, &Element::Impl::s_type};
 
 ComboBox ComboBox::create(const pf::zero::Ref<pf::zero::Model>& model, const pf::zero::Uuid& uuid) {
     return createIn<ComboBox>(model, uuid);

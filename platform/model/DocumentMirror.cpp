@@ -28,8 +28,12 @@ using pf::zero::Uuid;
 
 namespace {
 
-const QLatin1String s_snapshot("snapshot");
-const QLatin1String s_properties("properties");
+QLatin1String latin1(std::string_view name) {
+    return QLatin1String(name.data(), static_cast<int>(name.size()));
+}
+
+const QLatin1String s_snapshot = latin1(DocumentName::snapshot);
+const QLatin1String s_properties = latin1(DocumentName::properties);
 
 /// What a page asks for; nothing if the text is no request.
 std::optional<DocumentFilter> parseRequest(const std::string& text) {
@@ -72,7 +76,7 @@ private:
     void flush();
     void sendPatch();
     void sendSnapshot();
-    JsonText begin(const char* content) const;
+    JsonText begin(std::string_view content) const;
     void send(JsonText message);
     Ref<ModelElement> find(const Uuid& uuid) const;
 
@@ -154,24 +158,26 @@ void DocumentMirror::Implementation::sendPatch() {
     m_changes.clear();
     if (!patch.empty()) {
         ++m_version;
-        JsonText message = begin("patch");
+        JsonText message = begin(DocumentName::patch);
         message.raw(patch.take());
         send(std::move(message));
     }
 }
 
 void DocumentMirror::Implementation::sendSnapshot() {
-    JsonText message = begin(s_snapshot.data());
+    JsonText message = begin(DocumentName::snapshot);
     DocumentText::write(message, m_models, m_wanted);
     send(std::move(message));
 }
 
-JsonText DocumentMirror::Implementation::begin(const char* content) const {
+JsonText DocumentMirror::Implementation::begin(std::string_view content) const {
     JsonText message;
-    message.raw(R"({"version":)");
+    message.raw('{');
+    message.string(DocumentName::version);
+    message.raw(':');
     message.number(m_version);
     message.raw(',');
-    message.string(std::string_view(content));
+    message.string(content);
     message.raw(':');
     return message;
 }

@@ -1,5 +1,6 @@
 #include "DocumentText.h"
 
+#include "model/DocumentName.h"
 #include "model/PropertyDefault.h"
 
 namespace tdom::DocumentText {
@@ -36,7 +37,9 @@ void write(JsonText& text, const pf::zero::Primitive& item) {
 }
 
 void write(JsonText& text, const pf::zero::ModelElement& element, const DocumentFilter& wanted) {
-    text.raw(R"({"type":)");
+    text.raw('{');
+    text.string(DocumentName::type);
+    text.raw(':');
     text.string(element.typeName());
     element.visitProperties([&](std::string_view name, const pf::zero::Value& value) {
         if (wanted.holds(name) && !PropertyDefault::is(name, value)) {

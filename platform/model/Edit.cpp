@@ -1,10 +1,11 @@
 #include "model/Edit.h"
 
+#include "ElementName.h"
 #include "model/PropertyName.h"
 
 namespace tdom {
 
-const Base::Impl::Type Edit::Impl::s_type{"Edit", &Element::Impl::s_type};
+const Base::Impl::Type Edit::Impl::s_type{ElementName::edit, &Element::Impl::s_type};
 
 Edit Edit::create(const pf::zero::Ref<pf::zero::Model>& model, const pf::zero::Uuid& uuid) {
     return createIn<Edit>(model, uuid);

@@ -1,10 +1,11 @@
 #include "model/Element.h"
 
+#include "ElementName.h"
 #include "model/PropertyName.h"
 
 namespace tdom {
 
-const Base::Impl::Type Element::Impl::s_type{"Element", &Base::Impl::s_type};
+const Base::Impl::Type Element::Impl::s_type{ElementName::element, &Base::Impl::s_type};
 
 void Element::Impl::setVisible(bool visible) {
     write(m_visible, visible, PropertyName::visible);

@@ -1,17 +1,30 @@
 #include "model/PropertyDefault.h"
 
-#include "model/PropertyName.h"
+#include <optional>
 
 namespace tdom::PropertyDefault {
 
+namespace {
+
+/// What the table says of the property, else `usual`.
+template <class Table, class Start>
+Start startOf(const Table& table, std::string_view property, Start usual) noexcept {
+    for (const auto& [name, start] : table) {
+        if (name == property) {
+            return start;
+        }
+    }
+    return usual;
+}
+
+}  // namespace
+
 bool is(std::string_view property, const pf::zero::Value& value) noexcept {
     if (const auto* flag = std::get_if<bool>(&value)) {
-        // Whether the user may operate an element starts unset, so that both flags are a change.
-        return property != PropertyName::enable &&
-               *flag == (property == PropertyName::visible && visible);
+        return *flag == startOf(flags, property, std::optional(false));
     }
     if (const auto* number = std::get_if<std::int32_t>(&value)) {
-        return *number == (property == PropertyName::currentindex ? currentindex : 0);
+        return *number == startOf(numbers, property, 0);
     }
     if (const auto* text = std::get_if<std::u16string>(&value)) {
         return text->empty();

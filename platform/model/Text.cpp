@@ -1,10 +1,11 @@
 #include "model/Text.h"
 
+#include "ElementName.h"
 #include "model/PropertyName.h"
 
 namespace tdom {
 
-const Base::Impl::Type Text::Impl::s_type{"Text", &Element::Impl::s_type};
+const Base::Impl::Type Text::Impl::s_type{ElementName::text, &Element::Impl::s_type};
 
 Text Text::create(const pf::zero::Ref<pf::zero::Model>& model, const pf::zero::Uuid& uuid) {
     return createIn<Text>(model, uuid);

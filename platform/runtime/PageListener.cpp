@@ -5,14 +5,14 @@
 #include <QJsonObject>
 #include <utility>
 
+#include "ProtocolNames.h"
+
 namespace DOVA::runtime {
 
 namespace {
 
-constexpr const char* s_rootChannel = "/dova2/web";
-const QLatin1String s_clientReady("clientReady");
-const QLatin1String s_clientDestroyed("clientDestroyed");
-constexpr const char* s_dialogDestroyed = "dialogDestroyed";
+const QLatin1String s_clientReady(names::clientReady);
+const QLatin1String s_clientDestroyed(names::clientDestroyed);
 
 // The windows that the library describes on the same channel may be large; a request is short.
 constexpr std::size_t s_longestRequest = 200;
@@ -24,7 +24,7 @@ PageListener::PageListener(std::function<void(bool isNew)> onPage,
     : m_onPage(std::move(onPage)),
       m_onCloseRequest(std::move(onCloseRequest)),
       m_messages("dova_runtime") {
-    m_messages.subscribe(s_rootChannel, [this](const std::string& text) { hear(text); });
+    m_messages.subscribe(names::rootChannel, [this](const std::string& text) { hear(text); });
 }
 
 void PageListener::hear(const std::string& text) {
@@ -46,9 +46,10 @@ void PageListener::listenTo(const QString& page) {
     if (m_pageChannel != 0) {
         m_messages.unsubscribe(m_pageChannel);
     }
-    const std::string channel = std::string(s_rootChannel) + "/" + page.toLatin1().toStdString();
+    const std::string channel =
+        std::string(names::rootChannel) + "/" + page.toLatin1().toStdString();
     m_pageChannel = m_messages.subscribe(channel, [this](const std::string& text) {
-        if (text.size() <= s_longestRequest && text.find(s_dialogDestroyed) != text.npos) {
+        if (text.size() <= s_longestRequest && text.find(names::dialogDestroyed) != text.npos) {
             m_onCloseRequest();
         }
     });

@@ -1,79 +1,130 @@
 import assert from 'node:assert/strict';
+import { execFileSync } from 'node:child_process';
 import { readFileSync } from 'node:fs';
 import { test } from 'node:test';
+import { fileURLToPath } from 'node:url';
 
-import { constants, known, looseWords, unusedConstants } from './library.mjs';
-import { places, ways } from './vocabulary.mjs';
+import { mark } from '../../protocol/generate/mark.mjs';
+import {
+    bases, elementBases, eventMembers, events, gateway, kinds, messages, ofObjects, properties,
+    typeInWrites,
+} from '../../protocol/table.mjs';
+import { flattened } from './protocol.mjs';
+import { scene } from './rows.mjs';
+import { forms } from './texts.mjs';
 
 /**
- * Everything that the C++ side knows by name has a schema, an example and a row; `exceptions.json`
- * says of what is missing, and why.
+ * What the rows put on the wire is what the table says, no more and no less. What the page does
+ * with it, the client's tests find out with the same table.
  */
 
-const exceptions = JSON.parse(readFileSync(new URL('exceptions.json', import.meta.url), 'utf8'));
+const textsOf = ({ rows, texts }) => rows.flatMap(texts).filter(({ kind }) => kind !== undefined);
+const library = textsOf(forms.library);
 
-const named = (way) => (each, name) => each.get(way).members.has(name);
-const stands = (way, member) => (each, name) =>
-    each.get(way).texts.get(member)?.has(name) ?? false;
-
-/** How a name of each sort stands in the messages. */
-const occurs = {
-    kind: stands('down', 'type'),
-    property: named('down'),
-    member: named('up'),
-    event: stands('up', 'event'),
-    word: (each, name) => [...each.get('down').texts.values()].some((texts) => texts.has(name)),
-    'life cycle': (each, name) => named('up')(each, name) || named('down')(each, name),
-    element: stands('model', 'type'),
-    'element property': named('model'),
-};
-
-function lacking({ sort, name }) {
-    return Object.keys(places).filter((place) => !occurs[sort](places[place], name));
-}
-
-test('what the C++ side knows is described, shown and replayed, or excused', () => {
-    const missing = known.map((entry) => [`${entry.sort} ${entry.name}`, lacking(entry)]);
-    const excused = exceptions.names.flatMap(({ sort, names, lacks }) =>
-        names.map((name) => [`${sort} ${name}`, lacks]),
-    );
-    assert.deepEqual(
-        Object.fromEntries(missing.filter(([, places]) => places.length > 0)),
-        Object.fromEntries(excused),
-    );
-});
-
-test('what the schemas allow is shown and replayed', () => {
-    for (const way of ways) {
-        const { members, texts } = places.schema.get(way);
-        for (const place of [places.example, places.row]) {
-            const found = place.get(way);
-            assert.deepEqual([...members].filter((name) => !found.members.has(name)), [], way);
-            const events = [...(texts.get('event') ?? [])];
-            assert.deepEqual(events.filter((name) => !found.texts.get('event').has(name)), []);
+/** `kind way property` of everything that the program says of objects in these messages. */
+function* saidOfObjects() {
+    const ways = { description: 'described', refresh: 'described', propertyWrite: 'sent' };
+    for (const { kind, payload } of library.filter(({ kind }) => kind in ways)) {
+        for (const object of [payload].flat().flatMap(flattened)) {
+            yield* Object.keys(object).map((name) => `${object.type} ${ways[kind]} ${name}`);
         }
     }
-});
+}
 
-test('every excuse gives a reason', () => {
-    const lists = Object.values(exceptions).flat();
-    assert.deepEqual(lists.filter(({ because }) => !/\w \w/.test(because ?? '')), []);
-});
-
-test('no word stands in the library beside the tables, but for these', () => {
-    const excused = exceptions.words.map(({ file, words }) => [file, [...words].sort()]);
-    const loose = new Map();
-    for (const { file, word } of looseWords()) {
-        loose.set(file, (loose.get(file) ?? new Set()).add(word));
+/** The same of elements; what a patch does to one is said of the kind that came with its UUID. */
+function* saidOfElements() {
+    for (const row of forms.model.rows) {
+        const types = new Map();
+        for (const { payload } of forms.model.texts(row)) {
+            const added = (payload.patch ?? [])
+                .filter(({ value }) => value?.type)
+                .map(({ path, value }) => [path.slice(1), value]);
+            for (const [uuid, element] of [...Object.entries(payload.snapshot ?? {}), ...added]) {
+                types.set(uuid, element.type);
+                yield* Object.keys(element).map((name) => `${element.type} element ${name}`);
+            }
+            const paths = (payload.patch ?? []).map(({ path }) => path.split('/'));
+            yield* paths
+                .filter(([, , name]) => name !== undefined)
+                .map(([, uuid, name]) => `${types.get(uuid)} element ${name}`);
+        }
     }
-    const found = [...loose].map(([file, words]) => [file, [...words].sort()]);
-    assert.deepEqual(Object.fromEntries(found), Object.fromEntries(excused));
+}
+
+const seen = new Set([...saidOfObjects(), ...saidOfElements()]);
+
+/** How the table's entry stands in the messages of each way that it knows, as above. */
+function* waysOf(name, entry) {
+    if (entry.sent !== 'never') {
+        yield [`sent`, `${typeInWrites(entry)} sent ${name}`];
+    }
+    if (entry.described !== 'never') {
+        yield [`described`, `${entry.kind.name} described ${name}`];
+    }
+    if (entry.element) {
+        yield [`element`, `${entry.kind.name} element ${name}`];
+    }
+}
+
+const entries = properties.flatMap(({ name, entries: all }) =>
+    [...all.values()].flatMap((entry) =>
+        [...waysOf(name, entry)].map(([way, use]) => ({ line: `${name} of ${entry.names}, ${way}`, use })),
+    ),
+);
+
+test('every property on the wire stands in the table for that kind and way', () => {
+    const uses = new Set(entries.map(({ use }) => use));
+    const frame = new Set(['type', ...messages.down.members]);
+    const isProperty = (use) => !frame.has(use.split(' ')[2]) || ofObjects.some(({ name }) => use.endsWith(` ${name}`));
+    assert.deepEqual([...seen].filter((use) => isProperty(use) && !uses.has(use)), []);
 });
 
-test('every name in the tables is used, but for these', () => {
-    assert.ok(constants.length > 0);
-    assert.deepEqual(
-        unusedConstants().map(({ identifier }) => identifier),
-        exceptions.unused.map(({ identifier }) => identifier),
-    );
+test('every line of the table has a row for each way that it says', () => {
+    const shown = new Set(entries.filter(({ use }) => seen.has(use)).map(({ line }) => line));
+    const lines = new Set(entries.map(({ line }) => line));
+    assert.ok(lines.size > 100);
+    assert.deepEqual([...lines].filter((line) => !shown.has(line)), []);
+});
+
+test('every kind, message, event and member has a row', () => {
+    const types = new Set([...seen].map((use) => use.split(' ')[0]));
+    const said = library.flatMap(({ payload, row }) => [payload].flat().map((one) => [one, row]));
+    const members = new Set(said.flatMap(([payload]) => Object.keys(payload)));
+    const values = new Set(said.flatMap(([payload]) => Object.values(payload)));
+    const objectOf = (id, row) => (row.scene ?? scene).objects[Number(id) - 1]?.kind;
+    const happened = new Set(said.map(([{ event, id }, row]) => `${event} of ${objectOf(id, row)}`));
+    const absent = [
+        ...kinds.map(({ name }) => name).filter((name) => !types.has(name)),
+        ...bases.filter(({ name, unsent }) => !unsent && !types.has(name)),
+        ...[...messages.lifeCycle.map(({ name }) => name), ...messages.down.members, ...eventMembers]
+            .filter((name) => !members.has(name)),
+        ...Object.values(messages.down.types).filter((text) => !values.has(text)),
+        ...events
+            .flatMap(({ name, of }) => Object.keys(of).map((kind) => `${name} of ${kind}`))
+            .filter((use) => !happened.has(use)),
+    ];
+    assert.deepEqual(absent, []);
+});
+
+test('no name of the wire is written by hand in the sources of the library and the platform', () => {
+    const root = fileURLToPath(new URL('../..', import.meta.url));
+    const rooms = ['include', 'web', 'platform/model', 'platform/gateway', 'platform/runtime'];
+    const list = execFileSync('git', ['ls-files', '-co', '--exclude-standard', ...rooms], { cwd: root });
+    const names = new Set([
+        ...[...kinds, ...bases, ...properties, ...events, ...messages.lifeCycle].map(({ name }) => name),
+        ...[...elementBases, ...messages.down.members, ...messages.model.members, ...eventMembers],
+        ...Object.values(messages.channels).map(({ address }) => address),
+        ...[...gateway.query, ...Object.values(gateway.paths), gateway.subProtocol],
+    ]);
+    const sources = list.toString().split('\n').filter((path) => /\.(cpp|h)$/.test(path));
+    assert.ok(sources.length > 100);
+    // What is for scripts has no messages, and the words of patches are those of RFC 6902.
+    const own = sources.filter((path) => !/\/scripting\/|\/PatchText/.test(path));
+    const found = own.flatMap((path) => {
+        const text = readFileSync(`${root}/${path}`, 'utf8');
+        const code = text.replace(/\/\/.*/g, '');
+        const words = text.includes(mark) ? [] : [...code.matchAll(/"([\w./]+)\\?"/g)];
+        return words.filter(([, word]) => names.has(word)).map(([, word]) => `${path}: ${word}`);
+    });
+    assert.deepEqual(found, []);
 });

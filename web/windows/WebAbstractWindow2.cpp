@@ -82,7 +82,7 @@ WebAbstractWindow2::WebAbstractWindow2(DVAbstractWindow2* front,
     declareClientOwned(clientOwned.table);
     bindShowing(emitters);
     bindGeometry(emitters);
-    setProperty(names::version, u"0.5", false);
+    setProperty(names::version, words::descriptionVersion, false);
 }
 
 void WebAbstractWindow2::bindShowing(DVAbstractWindow2Emitters* emitters) {

@@ -15,7 +15,7 @@ const std::u16string s_defaultIcon = u"/toolbox/shared/parlen/resources/VantrolM
 WebDialog2::WebDialog2(DVDialog2* front, DVDialog2Emitters* emitters, DVObject*)
     : WebAbstractWindow2(front, emitters) {
     setProperty(names::type, utf8ToU16(kinds::dialog), false);
-    setProperty(names::version, u"0.5", false);
+    setProperty(names::version, words::descriptionVersion, false);
     doLower();
     bind(emitters->updateSize, &WebDialog2::doUpdateSize);
     bind(emitters->setWindowFlag, &WebDialog2::doSetWindowFlag);

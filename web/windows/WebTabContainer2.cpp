@@ -231,21 +231,23 @@ std::string WebTabContainer2::getTypeName() const {
 std::string WebTabContainer2::getWebTabPosition(Position position) {
     switch (position) {
         case Position::South:
-            return "South";
+            return u16ToUtf8(words::south);
         case Position::West:
-            return "West";
+            return u16ToUtf8(words::west);
         case Position::East:
-            return "East";
+            return u16ToUtf8(words::east);
         default:
-            return "North";
+            return u16ToUtf8(words::north);
     }
 }
 
 Position WebTabContainer2::getDVTabPosition(const std::string& name) {
-    return name == "South"  ? Position::South
-           : name == "West" ? Position::West
-           : name == "East" ? Position::East
-                            : Position::North;
+    for (const Position position : {Position::South, Position::West, Position::East}) {
+        if (name == getWebTabPosition(position)) {
+            return position;
+        }
+    }
+    return Position::North;
 }
 
 }  // namespace DOVA
