@@ -1,4 +1,4 @@
-import { CloseCode } from '../protocol/names.ts';
+import { CloseCode, Greeted, Query, SESSION_OVER } from '../protocol/names.ts';
 import { channelName, ChannelReader, type Channel } from './channel.ts';
 import { decodeGreeting } from './control.ts';
 import type { FrameRecord } from './frame.ts';
@@ -17,12 +17,6 @@ const GAVE_UP = new Map<number, LinkStatus>([
     [CloseCode.duplicated, 'duplicated'],
     [CloseCode.takenOver, 'takenOver'],
     [CloseCode.refused, 'refused'],
-]);
-const SESSION_OVER = new Set<number>([
-    CloseCode.lost,
-    CloseCode.protocolError,
-    CloseCode.channelRefused,
-    CloseCode.tooBig,
 ]);
 
 /**
@@ -149,11 +143,11 @@ export class Link {
     }
 
     private query(): URLSearchParams {
-        const query = new URLSearchParams({ client: this.m_nextId ?? this.m_clientId });
+        const query = new URLSearchParams({ [Query.client]: this.m_nextId ?? this.m_clientId });
         if (this.m_established && this.m_nextId === undefined) {
-            query.set('received', String(this.m_session.received));
+            query.set(Query.received, String(this.m_session.received));
         }
-        query.set('attempt', String(this.m_session.attempts));
+        query.set(Query.attempt, String(this.m_session.attempts));
         return query;
     }
 
@@ -178,15 +172,15 @@ export class Link {
 
     private greeting(text: string): void {
         const greeting = decodeGreeting(text);
-        if (greeting?.session === 'new') {
+        if (greeting?.session === Greeted.fresh) {
             this.replaceSession();
-        } else if (greeting?.session !== 'resumed' || !this.m_session.resume(greeting.received)) {
+        } else if (greeting?.session !== Greeted.resumed || !this.m_session.resume(greeting.received)) {
             this.sessionLost();
             return;
         }
         this.m_greeted = true;
         this.m_established = true;
-        if (greeting.session === 'new') {
+        if (greeting.session === Greeted.fresh) {
             this.m_setup.listener.began(this.m_clientId);
         }
         this.m_setup.listener.status('open', '');

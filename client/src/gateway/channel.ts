@@ -1,4 +1,4 @@
-import { MODEL_CHANNEL, ROOT_CHANNEL } from '../protocol/names.ts';
+import { MODEL_CHANNEL, OWN_CHANNEL, ROOT_CHANNEL } from '../protocol/names.ts';
 
 /** Where a text belongs: the root channel, the page's own, a window's below it, the model's. */
 export type Channel =
@@ -21,9 +21,9 @@ export function channelName(channel: Channel): string {
         case 'root':
             return ROOT_CHANNEL;
         case 'client':
-            return '.';
+            return OWN_CHANNEL;
         case 'window':
-            return `./${channel.id}`;
+            return `${OWN_CHANNEL}/${channel.id}`;
         case 'model':
             return MODEL_CHANNEL;
     }
@@ -33,7 +33,7 @@ export function parseChannel(name: string): Channel | undefined {
     if (name === ROOT_CHANNEL) {
         return rootChannel;
     }
-    if (name === '.') {
+    if (name === OWN_CHANNEL) {
         return clientChannel;
     }
     if (name === MODEL_CHANNEL) {

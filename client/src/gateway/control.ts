@@ -1,25 +1,21 @@
 import { asCount, isObject, parseJson } from '../protocol/guards.ts';
+import { Greeted, GreetingKey } from '../protocol/names.ts';
 
 /** The first frame of every connection: what became of the session that the page asked for. */
 export type Greeting =
-    | { readonly session: 'new' }
-    | { readonly session: 'resumed'; readonly received: number }
-    | { readonly session: 'lost' };
+    | { readonly session: typeof Greeted.fresh }
+    | { readonly session: typeof Greeted.resumed; readonly received: number }
+    | { readonly session: typeof Greeted.lost };
 
 export function decodeGreeting(text: string): Greeting | undefined {
     const message = parseJson(text);
     if (!isObject(message)) {
         return undefined;
     }
-    const received = asCount(message['received']);
-    switch (message['session']) {
-        case 'new':
-            return { session: 'new' };
-        case 'resumed':
-            return received === undefined ? undefined : { session: 'resumed', received };
-        case 'lost':
-            return { session: 'lost' };
-        default:
-            return undefined;
+    const received = asCount(message[GreetingKey.received]);
+    const session = message[GreetingKey.session];
+    if (session === Greeted.resumed) {
+        return received === undefined ? undefined : { session, received };
     }
+    return session === Greeted.fresh || session === Greeted.lost ? { session } : undefined;
 }

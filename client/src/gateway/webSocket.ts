@@ -1,4 +1,4 @@
-import { CloseCode, SOCKET_PATH, SUB_PROTOCOL } from '../protocol/names.ts';
+import { CloseCode, Query, SOCKET_PATH, SUB_PROTOCOL } from '../protocol/names.ts';
 import type { AskWhy, Clock, Connect, Refusal } from './transport.ts';
 
 /**
@@ -10,7 +10,7 @@ export function webSocketConnect(location: Location, token: string): Connect {
     let mayBeGone = false;
     return (query, listener) => {
         const scheme = location.protocol === 'https:' ? 'wss' : 'ws';
-        query.set('token', token);
+        query.set(Query.token, token);
         const address = `${scheme}://${location.host}${SOCKET_PATH}?${query.toString()}`;
         const request = new AbortController();
         let socket: WebSocket | undefined;
@@ -65,8 +65,8 @@ const UNREACHABLE = new Set([502, 504]);
 /** The same request without the upgrade is refused like the socket's, and says why. */
 export function askByRequest(location: Location, token: string): AskWhy {
     return async (query) => {
-        query.set('token', token);
-        query.set('origin', location.origin);
+        query.set(Query.token, token);
+        query.set(Query.origin, location.origin);
         try {
             const response = await fetch(`${SOCKET_PATH}?${query.toString()}`);
             const text = (await response.text()).trim();

@@ -19,13 +19,13 @@ export function isGiven(action: Action): boolean {
 }
 
 const whats: ReadonlyMap<unknown, Action['what']> = new Map([
-    [Event.edit, 'typed'],
-    [Event.editFinish, 'typed'],
-    [Event.toggle, 'toggled'],
-    [Event.selectionChange, 'chosen'],
-    [Event.click, 'pressed'],
-    [Event.tabChanged, 'turned'],
-    [Event.tabClose, 'closedTab'],
+    [Event.onEdit, 'typed'],
+    [Event.onEditFinish, 'typed'],
+    [Event.onToggle, 'toggled'],
+    [Event.onSelectionChange, 'chosen'],
+    [Event.onClick, 'pressed'],
+    [Event.tabchanged, 'turned'],
+    [Event.close, 'closedTab'],
 ]);
 
 /** Reads what this page has sent on a window's channel; undefined for what no person did. */

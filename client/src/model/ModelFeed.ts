@@ -1,16 +1,8 @@
-import type { Name, Values } from '../protocol/properties.ts';
+import { elementDefaults, type ElementName, type Values } from '../protocol/values.ts';
 import type { ObjectStore } from '../store/ObjectStore.ts';
 import type { StoredObject } from '../store/StoredObject.ts';
 import type { ElementValues } from './elementValues.ts';
 import { ModelMirror } from './ModelMirror.ts';
-
-const initial: Required<ElementValues> = {
-    entries: [],
-    placeholder: '',
-    checkable: false,
-    checked: false,
-    icon: '',
-};
 
 /** Brings what the model document says of the objects into the store. */
 export class ModelFeed {
@@ -60,16 +52,16 @@ export class ModelFeed {
     private fill(object: StoredObject): void {
         const values: ElementValues = this.m_mirror.valuesOf(object.id) ?? {};
         for (const name in values) {
-            this.put(object, name as keyof ElementValues, values[name as keyof ElementValues]);
+            this.put(object, name as ElementName, values[name as ElementName]);
         }
     }
 
-    private put<N extends Name & keyof ElementValues>(
+    private put<N extends ElementName>(
         object: StoredObject,
         name: N,
         value: Values[N] | undefined,
     ): void {
-        if (value !== undefined && !same(object.values[name] ?? initial[name], value)) {
+        if (value !== undefined && !same(object.values[name] ?? elementDefaults[name], value)) {
             this.m_store.write(object, name, value);
         }
     }

@@ -16,7 +16,7 @@ import { asText, type JsonObject } from '../protocol/guards.ts';
 import { clientReady, dialogDestroyed, dialogReady } from '../protocol/lifecycle.ts';
 import type { MessageBox } from '../protocol/messagebox.ts';
 import { snapshotRequest } from '../protocol/modelMessage.ts';
-import type { PartialValues } from '../protocol/properties.ts';
+import type { PartialValues } from '../protocol/values.ts';
 import { ObjectStore } from '../store/ObjectStore.ts';
 import type { StoredObject } from '../store/StoredObject.ts';
 import { OpenEdits } from '../widgets/edit/OpenEdits.ts';

@@ -46,5 +46,5 @@ export class CompositionGate {
 }
 
 function replaces(channel: Channel, text: string): boolean {
-    return channel.kind === 'client' || text.includes(`"${Key.messageType}"`);
+    return channel.kind === 'client' || text.includes(`"${Key.msgType}"`);
 }

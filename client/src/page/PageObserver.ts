@@ -1,4 +1,4 @@
-import type { Name, Trigger } from '../protocol/properties.ts';
+import type { Name, Trigger } from '../protocol/values.ts';
 import type { StoreObserver } from '../store/ObjectStore.ts';
 import type { StoredObject } from '../store/StoredObject.ts';
 import type { Renderer } from '../widgets/Renderer.ts';

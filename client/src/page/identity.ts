@@ -1,4 +1,4 @@
-import { ICON_PATH } from '../protocol/names.ts';
+import { ICON_PATH, Query } from '../protocol/names.ts';
 
 const LETTERS = 'ABCDEFGHIJKLMNOPQRSTUVWXYZabcdefghijklmnopqrstuvwxyz0123456789';
 const LENGTH = 12;
@@ -46,5 +46,5 @@ export function imageAddress(path: string, token: string): string | undefined {
         return undefined;
     }
     const address = steps.map(encodeURIComponent).join('/');
-    return `${ICON_PATH}${address}?token=${encodeURIComponent(token)}`;
+    return `${ICON_PATH}${address}?${Query.token}=${encodeURIComponent(token)}`;
 }

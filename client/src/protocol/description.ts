@@ -1,6 +1,7 @@
 import { asId, asText, isObject, type JsonObject } from './guards.ts';
 import { Key, Kind } from './names.ts';
-import { readProperties, type PartialValues, type Trigger } from './properties.ts';
+import { readProperties } from './properties.ts';
+import type { PartialValues, Trigger } from './values.ts';
 
 /**
  * An object as it was described. A value that every object has to begin with is left out. What it

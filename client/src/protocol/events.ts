@@ -4,26 +4,26 @@ import { Event, Up } from './names.ts';
 /** Up, window channel: what the person did to one object. */
 
 export function clicked(id: number): string {
-    return JSON.stringify({ [Up.id]: String(id), [Up.event]: Event.click });
+    return JSON.stringify({ [Up.id]: String(id), [Up.event]: Event.onClick });
 }
 
 export function toggled(id: number, value: boolean): string {
-    return JSON.stringify({ [Up.id]: String(id), [Up.event]: Event.toggle, [Up.value]: value });
+    return JSON.stringify({ [Up.id]: String(id), [Up.event]: Event.onToggle, [Up.value]: value });
 }
 
 export function edited(id: number, value: string): string {
-    return JSON.stringify({ [Up.id]: String(id), [Up.event]: Event.edit, [Up.value]: value });
+    return JSON.stringify({ [Up.id]: String(id), [Up.event]: Event.onEdit, [Up.value]: value });
 }
 
 export function editFinished(id: number, value: string): string {
-    return JSON.stringify({ [Up.id]: String(id), [Up.event]: Event.editFinish, [Up.value]: value });
+    return JSON.stringify({ [Up.id]: String(id), [Up.event]: Event.onEditFinish, [Up.value]: value });
 }
 
 /** An item of a combo box was chosen. */
 export function itemSelected(id: number, index: number, value: string): string {
     return JSON.stringify({
         [Up.id]: String(id),
-        [Up.event]: Event.selectionChange,
+        [Up.event]: Event.onSelectionChange,
         [Up.index]: index,
         [Up.value]: value,
     });
@@ -35,12 +35,12 @@ export function textShown(id: number, value: string): string {
 }
 
 export function tabChanged(id: number, newIndex: number): string {
-    return tabEvent(id, Event.tabChanged, newIndex);
+    return tabEvent(id, Event.tabchanged, newIndex);
 }
 
 /** The person wants the tab to go; the program decides. */
 export function tabCloseRequested(id: number, newIndex: number): string {
-    return tabEvent(id, Event.tabClose, newIndex);
+    return tabEvent(id, Event.close, newIndex);
 }
 
 function tabEvent(id: number, event: string, newIndex: number): string {

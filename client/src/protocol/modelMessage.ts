@@ -1,5 +1,6 @@
 import { asCount, isObject, parseJson, type JsonObject } from './guards.ts';
-import { ElementKey, ModelKey } from './names.ts';
+import { ModelKey } from './names.ts';
+import { elementDefaults } from './values.ts';
 
 /** Down, model channel: the whole document, or what changed in it since the version before. */
 export type ModelMessage =
@@ -20,16 +21,10 @@ export function decodeModelMessage(text: string): ModelMessage | undefined {
     return Array.isArray(patch) ? { kind: 'patch', version, patch } : undefined;
 }
 
-/** What no other message tells; of the rest the page would only hear a second time. */
-const WANTED = [
-    ElementKey.entries,
-    ElementKey.placeholder,
-    ElementKey.checkable,
-    ElementKey.checked,
-    ElementKey.icon,
-];
-
-/** Up, model channel: this page wants the document. */
+/**
+ * Up, model channel: this page wants of the document what no other message tells; of the rest it
+ * would only hear a second time.
+ */
 export function snapshotRequest(clientId: string): string {
-    return JSON.stringify({ [ModelKey.snapshot]: clientId, [ModelKey.properties]: WANTED });
+    return JSON.stringify({ [ModelKey.snapshot]: clientId, [ModelKey.properties]: Object.keys(elementDefaults) });
 }

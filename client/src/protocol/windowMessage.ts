@@ -28,7 +28,7 @@ export function decodeWindowMessage(text: string): WindowMessage | undefined {
     if (!isObject(message)) {
         return undefined;
     }
-    if (message[Key.messageType] === MessageType.refresh) {
+    if (message[Key.msgType] === MessageType.refresh) {
         return decodeRefresh(message);
     }
     if (asText(message[Key.type]) === MessageType.messageBox) {

@@ -1,7 +1,8 @@
 import { decodeDescription, type Description } from '../protocol/description.ts';
 import { asId, isObject, type JsonObject } from '../protocol/guards.ts';
 import { Key, Kind } from '../protocol/names.ts';
-import { readProperties, type Name, type Trigger, type Values } from '../protocol/properties.ts';
+import { readProperties } from '../protocol/properties.ts';
+import type { Name, Trigger, Values } from '../protocol/values.ts';
 import { asksToClose, type Refresh } from '../protocol/windowMessage.ts';
 import { OwnValues } from './OwnValues.ts';
 import { tellNews } from './redescribed.ts';

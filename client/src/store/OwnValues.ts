@@ -1,6 +1,6 @@
 import { asCount, asId, isObject, type JsonObject } from '../protocol/guards.ts';
 import { Kind } from '../protocol/names.ts';
-import { initialValues, type Name, type PartialValues } from '../protocol/properties.ts';
+import { initialValues, type Name, type PartialValues } from '../protocol/values.ts';
 
 /** A value that the person gave, which no program has answered yet. */
 interface OwnValue {

@@ -1,5 +1,5 @@
 import type { Description } from '../protocol/description.ts';
-import type { Name, PartialValues, Trigger } from '../protocol/properties.ts';
+import type { Name, PartialValues, Trigger } from '../protocol/values.ts';
 
 /** One object of the program, as the page knows it: its state and its place in the tree. */
 export class StoredObject {

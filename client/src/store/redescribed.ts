@@ -1,5 +1,6 @@
 import { decodeDescription, type Description } from '../protocol/description.ts';
-import { initialValues, readProperties, type Name, type PartialValues } from '../protocol/properties.ts';
+import { readProperties } from '../protocol/properties.ts';
+import { initialValues, type Name, type PartialValues } from '../protocol/values.ts';
 import type { StoredObject } from './StoredObject.ts';
 
 /** A value of an object that is another one than the page has. */

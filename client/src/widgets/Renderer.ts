@@ -1,4 +1,4 @@
-import type { Name, Values } from '../protocol/properties.ts';
+import type { Name, Values } from '../protocol/values.ts';
 import type { ObjectStore } from '../store/ObjectStore.ts';
 import { subtree, type StoredObject } from '../store/StoredObject.ts';
 import { adjustSize } from './base.ts';

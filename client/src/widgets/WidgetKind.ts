@@ -1,4 +1,4 @@
-import type { Name, PartialValues, Values } from '../protocol/properties.ts';
+import type { Name, PartialValues, Values } from '../protocol/values.ts';
 import type { OpenEdits } from './edit/OpenEdits.ts';
 import type { PageSizes } from './tabs/PageSizes.ts';
 import type { TabPositions } from './tabs/TabPositions.ts';

@@ -2,7 +2,7 @@ import { render } from 'lit';
 import type { Clock } from '../gateway/transport.ts';
 import type { Size } from '../protocol/geometry.ts';
 import { isObject } from '../protocol/guards.ts';
-import type { Name, Trigger } from '../protocol/properties.ts';
+import type { Name, Trigger } from '../protocol/values.ts';
 import type { StoredObject } from '../store/StoredObject.ts';
 import type { Renderer } from '../widgets/Renderer.ts';
 import type { WidgetHost } from '../widgets/WidgetKind.ts';

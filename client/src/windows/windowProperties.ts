@@ -1,4 +1,4 @@
-import type { Name, Trigger, Values } from '../protocol/properties.ts';
+import type { Name, Trigger, Values } from '../protocol/values.ts';
 import { enableContents } from '../widgets/base.ts';
 import { panel } from '../widgets/panel/panel.ts';
 import type { WidgetHost } from '../widgets/WidgetKind.ts';

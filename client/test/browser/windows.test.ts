@@ -1,7 +1,7 @@
 import assert from 'node:assert/strict';
 import { readFileSync } from 'node:fs';
 import type { Rect } from '../../src/protocol/geometry.ts';
-import { META_BUTTON_SET } from '../../src/protocol/names.ts';
+import { META_STANDARD_BUTTON_SET } from '../../src/protocol/names.ts';
 import { tabPage } from '../support/scene.ts';
 import { onStage, widget, type Stage } from '../support/Stage.ts';
 
@@ -165,7 +165,7 @@ const rows = (first: number, count: number): object[] =>
 const holder = (id: number, type: string, contents: object[]): object =>
     widget(id, type, { contents });
 const buttons = widget(5, 'Panel', {
-    meta: META_BUTTON_SET,
+    meta: META_STANDARD_BUTTON_SET,
     contents: [widget(6, 'Button', { label: 'OK' })],
 });
 

@@ -1,10 +1,12 @@
 import { parseChannel } from '../../src/gateway/channel.ts';
 import { Inbox } from '../../src/page/Inbox.ts';
 import type { MessageBox } from '../../src/protocol/messagebox.ts';
-import { initialValues, propertyNames, type Name } from '../../src/protocol/properties.ts';
+import { propertyNames } from '../../src/protocol/properties.ts';
+import { initialValues, type Name } from '../../src/protocol/values.ts';
 import { ObjectStore } from '../../src/store/ObjectStore.ts';
 import { describe } from '../../src/store/snapshot.ts';
 import { subtree, type StoredObject } from '../../src/store/StoredObject.ts';
+import { ofObjects } from './table.ts';
 import { rows, shownWindows, type Ids, type Row } from './wireRows.ts';
 
 /** How a value that the page keeps stands on the wire; written without the page's own guards. */
@@ -17,20 +19,16 @@ function list(between: string, write: (number: number) => string): Form {
 const places = list(',', String);
 const sizes = list(',', (number) => number.toFixed(6));
 
-const forms: { readonly [N in Name]?: Form } = {
-    geometry: places,
-    frameGeometry: places,
-    saveGeometry: places,
-    moveTo: places,
-    move: list(', ', String),
-    resize: sizes,
-    setPreferredSize: sizes,
-    setMinimumWidth: String,
-    setMinimumHeight: String,
-    setMaximumWidth: String,
-    setMaximumHeight: String,
-    buddy: (id: number) => String(id === 0 ? 4294967295 : id),
-};
+const forms = new Map<string, Form>([
+    ['rectangle', places],
+    ['savedRectangle', places],
+    ['point', places],
+    ['spacedPoint', list(', ', String)],
+    ['size', sizes],
+    ['length', String],
+    ['buddy', (id: number) => String(id === 0 ? 4294967295 : id)],
+]);
+const formOf = new Map(ofObjects.map(({ name, formName }) => [name, forms.get(formName)]));
 
 /** A page without a document, at the end of the wire. */
 export class WirePage {
@@ -86,7 +84,7 @@ export class WirePage {
     /** The value of a property as it would stand on the wire. */
     value(object: StoredObject, name: string): unknown {
         const value = object.values[name as Name] ?? initialValues[name as Name];
-        const form = forms[name as Name];
+        const form = formOf.get(name);
         return value === undefined || form === undefined ? value : form(value as never);
     }
 

@@ -1,7 +1,7 @@
 import assert from 'node:assert/strict';
 import type { JsonObject } from '../../src/protocol/guards.ts';
 import { Kind } from '../../src/protocol/names.ts';
-import { triggers } from '../../src/protocol/properties.ts';
+import { triggers } from '../../src/protocol/values.ts';
 import type { StoredObject } from '../../src/store/StoredObject.ts';
 import type { WirePage } from './WirePage.ts';
 import type { Row } from './wireRows.ts';

@@ -3,7 +3,7 @@ import { readFileSync } from 'node:fs';
 import { beforeEach, test } from 'node:test';
 import { clientChannel, modelChannel, windowChannel } from '../../src/gateway/channel.ts';
 import { Inbox } from '../../src/page/Inbox.ts';
-import type { PartialValues } from '../../src/protocol/properties.ts';
+import type { PartialValues } from '../../src/protocol/values.ts';
 import { ObjectStore } from '../../src/store/ObjectStore.ts';
 
 let asked: number;

@@ -1,4 +1,4 @@
-import { Kind, META_BUTTON_SET } from '../../protocol/names.ts';
+import { Kind, META_STANDARD_BUTTON_SET } from '../../protocol/names.ts';
 import { baseAppliers, prototypeOf } from '../base.ts';
 import type { Appliers, WidgetKind } from '../WidgetKind.ts';
 
@@ -27,7 +27,7 @@ export const panel: WidgetKind = {
     appliers: {
         ...containerAppliers,
         meta: (element, meta) => {
-            element.classList.toggle('button-set', meta === META_BUTTON_SET);
+            element.classList.toggle('button-set', meta === META_STANDARD_BUTTON_SET);
         },
     },
 };

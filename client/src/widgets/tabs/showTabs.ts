@@ -1,5 +1,6 @@
 import { html, nothing, render, type TemplateResult } from 'lit';
 import { tabChanged } from '../../protocol/events.ts';
+import { TABPOSITION_EAST, TABPOSITION_WEST } from '../../protocol/names.ts';
 import type { StoredObject } from '../../store/StoredObject.ts';
 import type { WidgetHost } from '../WidgetKind.ts';
 
@@ -21,7 +22,8 @@ function currentOf(object: StoredObject, pages: Pages): StoredObject | undefined
 }
 
 export function isVertical(object: StoredObject): boolean {
-    return object.values.tabposition === 'West' || object.values.tabposition === 'East';
+    const { tabposition } = object.values;
+    return tabposition === TABPOSITION_WEST || tabposition === TABPOSITION_EAST;
 }
 
 /** Shows the tabs of all pages and the current page, as the container's state says. */
