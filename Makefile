@@ -40,9 +40,10 @@ fuzz: setup-test
 	cmake --preset fuzz && cmake --build --preset fuzz -j $(JOBS)
 	tools/fuzz.sh build/fuzz/bin $(or $(SECONDS_EACH),60)
 
-# The rules between the rooms, and the words that have no place in the tree.
-checks:
+# The rules between the rooms, and what is made from the protocol's table.
+checks: client/node_modules/.package-lock.json
 	node tools/check-rooms.mjs
+	node protocol/generate.mjs --check
 
 setup:
 	@tools/setup.sh build
