@@ -2,9 +2,10 @@ import assert from 'node:assert/strict';
 import { openTab } from '../../client/test/support/chromium.mjs';
 import { chromiumOnly, inEach } from './support/engines.mjs';
 import { Program } from './support/Program.mjs';
+import { Visitor } from './support/Visitor.mjs';
 
 /** Somebody in front of the dialog of a started console. */
-class Visit {
+class Visit extends Visitor {
     static async to(browser, program, faults) {
         const page = await openTab(await browser.newContext(), faults);
         await page.goto(program.address);
@@ -12,18 +13,12 @@ class Visit {
         return new Visit(page);
     }
 
-    constructor(page) {
-        this.page = page;
-        this.output = page.locator('.text').first();
-    }
+    output = () => this.page.locator('.text').first();
+    sees = (text) => this.output().filter({ hasText: text }).waitFor();
 
     async run(line) {
-        await this.page.getByLabel('Lua').fill(line);
-        await this.page.getByRole('button', { name: 'Run' }).click();
-    }
-
-    async sees(text) {
-        await this.output.filter({ hasText: text }).waitFor();
+        await this.fill('Lua', line);
+        await this.push('Run');
     }
 }
 
@@ -75,7 +70,7 @@ visits(
         await visit.run('print(("word "):rep(79)) print(("word "):rep(79)) print("the end")');
         await visit.sees(/^line 993\n(.+\n)*the end$/);
         const [output, line] = await Promise.all(
-            [visit.output, visit.page.getByLabel('Lua')].map((each) => each.boundingBox()),
+            [visit.output(), visit.field('Lua')].map((each) => each.boundingBox()),
         );
         assert.ok(output.y + output.height <= line.y, 'the end is above the line to type in');
         await visit.run('print(host.address())');

@@ -68,28 +68,11 @@ export const forms = {
     library: {
         rows: ['outgoing', 'descriptions', 'incoming', 'lifecycle'].flatMap(readRows),
         texts: libraryTexts,
-        keys: [
-            'name', 'file', 'scene', 'client', 'online', 'scale', 'applicationRoot', 'listeners',
-            'unusable', 'handlers', 'steps', 'calls', 'channel', 'text', 'conforms', 'action',
-            'sends', 'publishes', 'events', 'anyOrder', 'state', 'shows',
-        ],
     },
-    garbled: {
-        rows: readRows('garbled'),
-        texts: garbledTexts,
-        keys: ['name', 'file', 'channel', 'text', 'conforms', 'applies', 'tells'],
-    },
+    garbled: { rows: readRows('garbled'), texts: garbledTexts },
     frames: {
         rows: readRows('frames'),
         texts: frameTexts,
-        keys: [
-            'name', 'file', 'direction', 'first', 'received', 'sent', 'frame', 'conforms',
-            'records', 'acknowledged', 'canonical', 'close', 'restart', 'session',
-        ],
     },
-    model: {
-        rows: readRows('model'),
-        texts: modelTexts,
-        keys: ['name', 'file', 'steps', 'calls', 'patch', 'snapshot', 'document'],
-    },
+    model: { rows: readRows('model'), texts: modelTexts },
 };
