@@ -27,7 +27,7 @@ function present(path) {
 }
 
 refuseUnlessValid();
-const makers = ['cpp', 'typescript', 'schemas', 'examples', 'guide'];
+const makers = ['cpp', 'typescript', 'schemas', 'document', 'examples', 'guide'];
 const made = await Promise.all(makers.map((maker) => import(`./generate/${maker}.mjs`)));
 const outputs = made.flatMap((maker) => maker.outputs);
 const stale = outputs.filter(([path, text]) => present(path) !== text);

@@ -13,9 +13,12 @@ export const raw = {
     events: read('events'),
     messages: read('messages'),
     gateway: read('gateway'),
+    document: read('document'),
 };
 
-export const { forms, messages, gateway } = raw;
+export const { forms, messages, gateway, document } = raw;
+/** Those that say one thing under one key: pages and windows come and go. */
+export const lifeCycle = messages.messages.filter(({ value }) => value !== undefined);
 export const { bases, elementBases } = raw.kinds;
 export const { events, reports } = raw.events;
 export const eventForms = raw.events.forms;
@@ -123,6 +126,17 @@ export function typeInWrites({ kind, sent }) {
     return sent === 'at its end'
         ? bases.find(({ constant }) => constant === 'abstractWindow').name
         : kind.written;
+}
+
+/** Where the gateway serves what, by name. */
+export const paths = { socket: messages.channels.socket.address, ...gateway.paths };
+
+export const nameOf = ({ name }) => name;
+
+/** What the table says in a few words, as a sentence of plain text. */
+export function sentence(meaning) {
+    const plain = meaning.replace(/\[(.*?)\]\(.*?\)/g, '$1');
+    return `${plain[0].toUpperCase()}${plain.slice(1)}.`;
 }
 
 /** Names, each once. */

@@ -1,4 +1,4 @@
-import { kinds, messages, namesOf, ofObjects, properties, typeInWrites } from '../table.mjs';
+import { kinds, messages, nameOf, namesOf, ofObjects, properties, typeInWrites } from '../table.mjs';
 import { json } from './json.mjs';
 import { mark } from './mark.mjs';
 
@@ -37,9 +37,10 @@ function write({ name, entries }) {
 const isSent = ({ entries }) => [...entries.values()].some(({ sent }) => sent !== 'never');
 
 /** What each kind holds in the example: pages are in a container of tabs, the rest in a layout. */
+const controls = kinds.filter(({ isControl }) => isControl);
 const holds = {
     Dialog: ['BoxLayout'],
-    BoxLayout: ['Panel', 'GroupBox', 'TabContainer', ...kinds.filter(({ isControl }) => isControl).map(({ name }) => name)],
+    BoxLayout: ['Panel', 'GroupBox', 'TabContainer', ...controls.map(nameOf)],
     Panel: ['GridLayout'],
     TabContainer: ['Tab'],
 };
@@ -72,7 +73,7 @@ const [first, ...rest] = [
         channel: channel('model'),
         payload: {
             version: 0,
-            snapshot: Object.fromEntries(kinds.filter(({ isControl }) => isControl).map(element)),
+            snapshot: Object.fromEntries(controls.map(element)),
         },
     },
     ...ofObjects.filter(isSent).map(write),

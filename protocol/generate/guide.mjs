@@ -1,7 +1,7 @@
 import { readFileSync } from 'node:fs';
 
 import {
-    eventForms, events, gateway, kinds, messages, ofElements, ofObjects, reports,
+    eventForms, events, gateway, kinds, lifeCycle, nameOf, ofElements, ofObjects, reports,
 } from '../table.mjs';
 
 /** The tables of the guide, each between two comments that bear its name. */
@@ -18,7 +18,7 @@ function table(head, rows) {
 // ---- kinds and their properties
 
 function eventsOf(kind) {
-    return codes(events.filter(({ of }) => kind.name in of).map(({ name }) => name)) || '-';
+    return codes(events.filter(({ of }) => kind.name in of).map(nameOf)) || '-';
 }
 
 const kindTable = table(
@@ -127,7 +127,7 @@ const reportTable = table(
 
 const lifeCycleTable = table(
     ['Message', 'Channel', 'Direction', 'Meaning'],
-    messages.lifeCycle.map(({ name, channel, way, value, meaning }) => {
+    lifeCycle.map(({ name, channel, way, value, meaning }) => {
         const shown = value.const ?? (value.$ref.endsWith('clientId') ? '"CLIENT"' : '"WINDOW"');
         return [code(`{"${name}":${shown}}`), channel, way, meaning];
     }),

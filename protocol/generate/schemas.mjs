@@ -1,6 +1,6 @@
 import {
-    eventForms, events, gateway, kinds, messages, namesOf, ofElements,
-    ofObjects, reports, typeInWrites,
+    eventForms, events, gateway, kinds, lifeCycle, messages, nameOf, namesOf, ofElements, ofObjects,
+    reports, sentence as sentenceOf, typeInWrites,
 } from '../table.mjs';
 import { json } from './json.mjs';
 import { mark } from './mark.mjs';
@@ -21,10 +21,7 @@ function schema(name, title, description, rest) {
     return [`docs/protocol/schemas/${name}.json`, `${json({ ...head, ...rest })}\n`];
 }
 
-function sentence(meaning) {
-    const plain = meaning.replace(/\[(.*?)\]\(.*?\)/g, '$1').replaceAll('`', '"');
-    return `${plain[0].toUpperCase()}${plain.slice(1)}.`;
-}
+const sentence = (meaning) => sentenceOf(meaning).replaceAll('`', '"');
 
 /** A reference stands apart from a description, which it would hide. */
 function described(meaning, form) {
@@ -61,7 +58,7 @@ const usable = {
 function always(kind) {
     return ofObjects
         .filter(({ entries }) => entries.get(kind.name)?.described === 'always')
-        .map(({ name }) => name);
+        .map(nameOf);
 }
 
 function inDescription(kind) {
@@ -169,7 +166,11 @@ function eventSchema({ name, meaning, members = {} }) {
         member,
         eventForms[form].schema,
     ]);
-    const properties = { id: common('receivedObjectId'), event: { const: name }, ...Object.fromEntries(forms) };
+    const properties = {
+        id: common('receivedObjectId'),
+        event: { const: name },
+        ...Object.fromEntries(forms),
+    };
     return { description: meaning, properties, required: Object.keys(properties) };
 }
 
@@ -204,8 +205,8 @@ const clientEvent = schema(
     },
 );
 
-const lifeCycle = schema('life-cycle', 'Life cycle', 'Messages of pages and of windows as a whole.', {
-    definitions: fromEntries(messages.lifeCycle, ({ name, meaning, value, closed }) => ({
+const life = schema('life-cycle', 'Life cycle', 'Messages of pages and of windows as a whole.', {
+    definitions: fromEntries(lifeCycle, ({ name, meaning, value, closed }) => ({
         description: meaning,
         ...object({ [name]: value }, closed),
     })),
@@ -252,4 +253,4 @@ const frame = schema(
     },
 );
 
-export const outputs = [properties, elements, clientEvent, lifeCycle, greeting, frame];
+export const outputs = [properties, elements, clientEvent, life, greeting, frame];

@@ -1,5 +1,6 @@
 import {
-    eventMembers, events, forms, gateway, kinds, messages, ofObjects, once,
+    eventMembers, events, forms, gateway, kinds, lifeCycle, messages, nameOf, ofObjects, once, paths,
+    sentence,
 } from '../table.mjs';
 import { mark } from './mark.mjs';
 
@@ -32,8 +33,8 @@ function set(comment, name, numbers) {
     ];
 }
 
-const { channels, lifeCycle, down, model } = messages;
-const { closeCodes, greeting, paths, query } = gateway;
+const { channels, down, model } = messages;
+const { closeCodes, greeting } = gateway;
 const names = [
     constant('ROOT_CHANNEL', channels.root.address),
     constant('MODEL_CHANNEL', channels.model.address),
@@ -53,17 +54,17 @@ const names = [
     ...table(
         'Keys of the life-cycle messages that a page says or hears.',
         'LifeCycle',
-        same(lifeCycle.filter(({ unsaid }) => !unsaid).map(({ name }) => name)),
+        same(lifeCycle.filter(({ unsaid }) => !unsaid).map(nameOf)),
     ),
     ...table('Members of the messages that come down.', 'Key', same([...down.members, 'command'])),
     ...table('The types of messages that are told by a member.', 'MessageType', Object.entries(down.types)),
     ...table('What an object is.', 'Kind', kinds.map(({ constant: key, name }) => [key, name])),
     ...table('Members of what the page sends up.', 'Up', same(eventMembers)),
-    ...table('What can have happened to an object.', 'Event', same(events.map(({ name }) => name))),
+    ...table('What can have happened to an object.', 'Event', same(events.map(nameOf))),
     ...table('Members of a style.', 'StyleKey', same(forms.style.members)),
     ...table("Members of the messages on the model document's channel.", 'ModelKey', same(model.members)),
     ...table('Members of every element of that document.', 'ElementKey', same(['type', 'tag'])),
-    ...table("Parameters of the page's requests.", 'Query', same(query)),
+    ...table("Parameters of the page's requests.", 'Query', same(gateway.query.map(nameOf))),
     ...table(
         'Members of the first frame of a connection.',
         'GreetingKey',
@@ -116,10 +117,8 @@ function imported() {
 const local = (part) => part.split('.').pop();
 const literal = (value) => (value === '' ? "''" : JSON.stringify(value));
 
-/** A sentence as a comment, without the guide's links. */
-function comment(text) {
-    const plain = text.replace(/\[(.*?)\]\(.*?\)/g, '$1');
-    const words = `${plain[0].toUpperCase()}${plain.slice(1)}.`;
+function comment(meaning) {
+    const words = sentence(meaning);
     return words.length < 90
         ? [`    /** ${words} */`]
         : ['    /**', ...words.match(/.{1,90}(?: |$)/g).map((line) => `     * ${line.trim()}`), '     */'];

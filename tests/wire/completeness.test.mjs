@@ -6,8 +6,8 @@ import { fileURLToPath } from 'node:url';
 
 import { mark } from '../../protocol/generate/mark.mjs';
 import {
-    bases, elementBases, eventMembers, events, gateway, kinds, messages, ofObjects, properties,
-    typeInWrites,
+    bases, elementBases, eventMembers, events, gateway, kinds, lifeCycle, messages, nameOf, ofObjects,
+    paths, properties, typeInWrites,
 } from '../../protocol/table.mjs';
 import { flattened } from './protocol.mjs';
 import { scene } from './rows.mjs';
@@ -94,9 +94,9 @@ test('every kind, message, event and member has a row', () => {
     const objectOf = (id, row) => (row.scene ?? scene).objects[Number(id) - 1]?.kind;
     const happened = new Set(said.map(([{ event, id }, row]) => `${event} of ${objectOf(id, row)}`));
     const absent = [
-        ...kinds.map(({ name }) => name).filter((name) => !types.has(name)),
+        ...kinds.map(nameOf).filter((name) => !types.has(name)),
         ...bases.filter(({ name, unsent }) => !unsent && !types.has(name)),
-        ...[...messages.lifeCycle.map(({ name }) => name), ...messages.down.members, ...eventMembers]
+        ...[...lifeCycle.map(nameOf), ...messages.down.members, ...eventMembers]
             .filter((name) => !members.has(name)),
         ...Object.values(messages.down.types).filter((text) => !values.has(text)),
         ...events
@@ -111,10 +111,10 @@ test('no name of the wire is written by hand in the sources of the library and t
     const rooms = ['include', 'web', 'platform/model', 'platform/gateway', 'platform/runtime'];
     const list = execFileSync('git', ['ls-files', '-co', '--exclude-standard', ...rooms], { cwd: root });
     const names = new Set([
-        ...[...kinds, ...bases, ...properties, ...events, ...messages.lifeCycle].map(({ name }) => name),
+        ...[...kinds, ...bases, ...properties, ...events, ...lifeCycle, ...gateway.query].map(nameOf),
         ...[...elementBases, ...messages.down.members, ...messages.model.members, ...eventMembers],
         ...Object.values(messages.channels).map(({ address }) => address),
-        ...[...gateway.query, ...Object.values(gateway.paths), gateway.subProtocol],
+        ...[...Object.values(paths), gateway.subProtocol],
     ]);
     const sources = list.toString().split('\n').filter((path) => /\.(cpp|h)$/.test(path));
     assert.ok(sources.length > 100);
