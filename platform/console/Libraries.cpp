@@ -46,6 +46,12 @@ int exit(lua_State* state) {
     return lua_error(state);
 }
 
+/// In place of the library's own function, its upvalue.
+int execute(lua_State* state) {
+    flushConsoleFile();  // what the other program writes comes after it
+    return lua_tocfunction(state, lua_upvalueindex(1))(state);
+}
+
 }  // namespace
 
 void openLibraries(lua_State* state, const std::function<void(int exitCode)>& onExit) {
@@ -58,6 +64,9 @@ void openLibraries(lua_State* state, const std::function<void(int exitCode)>& on
     lua_pushlightuserdata(state, const_cast<std::function<void(int)>*>(&onExit));
     lua_pushcclosure(state, exit, 1);
     lua_setfield(state, -2, "exit");
+    lua_getfield(state, -1, "execute");
+    lua_pushcclosure(state, execute, 1);
+    lua_setfield(state, -2, "execute");
     lua_pop(state, 1);
 }
 

@@ -8,6 +8,7 @@
 #include <utility>
 
 #include "Completion.h"
+#include "ConsoleFile.h"
 #include "Interrupt.h"
 #include "Libraries.h"
 #include "NamespaceBinding.h"
@@ -19,7 +20,10 @@ namespace {
 constexpr const char* s_entered = "=stdin";
 
 struct StateCloser {
-    void operator()(lua_State* state) const { lua_close(state); }
+    void operator()(lua_State* state) const {
+        lua_close(state);
+        flushConsoleFile();  // finalisers may have written
+    }
 };
 
 std::string textAt(lua_State* state, int index) {
@@ -220,6 +224,7 @@ void ScriptConsole::Implementation::callOnTop(int argumentCount, int resultCount
     {
         const Interrupt interrupt(state());
         status = lua_pcall(state(), argumentCount, resultCount, function);
+        flushConsoleFile();
         isInterrupted = status == LUA_OK && Interrupt::isPending();
     }
     lua_remove(state(), function);

@@ -22,6 +22,13 @@ Console& console() {
 }
 
 std::atomic<bool> s_isInLine{false};
+std::atomic<void (*)()> s_flushBuffer{nullptr};
+
+void flushBuffer() {
+    if (void (*flush)() = s_flushBuffer) {
+        flush();
+    }
+}
 
 void print(std::string_view text) {
     s_isInLine = text.back() != '\n';
@@ -61,6 +68,7 @@ int utPrintf(const char* pattern, ...) {
     const int length = format(text, pattern, arguments);
     va_end(arguments);
     if (length > 0) {
+        flushBuffer();
         print(text);
     }
     return length;
@@ -70,11 +78,23 @@ namespace host {
 
 void printText(std::string_view text) {
     if (!text.empty()) {
+        flushBuffer();
         print(text);
     }
 }
 
+void printBuffered(std::string_view text) {
+    if (!text.empty()) {
+        print(text);
+    }
+}
+
+void setConsoleBuffer(void (*flush)()) {
+    s_flushBuffer = flush;
+}
+
 void endLine() {
+    flushBuffer();
     if (s_isInLine) {
         print("\n");
     }

@@ -63,6 +63,20 @@ TEST_F(DovaHostProcessTest, SaysThatItsOutputWentNowhere) {
     EXPECT_EQ(folder.read("errors"), "dova-host: cannot write to standard output\n");
 }
 
+/// All texts of a script keep their order where they go to one file, though `io.write` is buffered.
+TEST_F(DovaHostProcessTest, KeepsTheOrderOfWhatGoesToOneFile) {
+    folder.write("order.lua", "io.write('a') dova.init() io.write('b') io.stderr:write('c') "
+                              "io.write('d') os.execute('printf e') print('f') io.write('g') "
+                              "setmetatable({}, {__gc = function() io.write('i') end}) "
+                              "if arg[1] then os.exit(0) end error('h', 0)");
+    const std::string call = "cd '" + folder / "" + "' && '" DOVA_HOST "' order.lua ";
+    EXPECT_NE(std::system((call + ">out 2>&1").c_str()), 0);
+    const std::string before = "aInitializing dova module.\nbcdef\ng";
+    EXPECT_THAT(folder.read("out"), StartsWith(before + "dova-host: h\n"));
+    EXPECT_EQ(std::system((call + "exit >out 2>&1").c_str()), 0);
+    EXPECT_EQ(folder.read("out"), before + "i");
+}
+
 /// Nested 30,000 times a value ended the process when it was written, 200,000 times when it was
 /// freed. It may have as many levels as the parser takes, by whichever edits they come.
 TEST_F(DovaHostProcessTest, EditsNestNoDeeperThanTheParser) {

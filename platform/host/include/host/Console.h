@@ -15,6 +15,14 @@ namespace host {
 /// Prints a text as it is, zeros included, where `utPrintf` prints. Any thread.
 DOVA_PLATFORM_EXPORT void printText(std::string_view text);
 
+/// The same for a buffer that holds texts back for the console, see below: prints what was in it.
+DOVA_PLATFORM_EXPORT void printBuffered(std::string_view text);
+
+/// Has `flush` called before anything else is printed, on the thread that prints; it empties the
+/// buffer of whoever holds texts back, so that all texts keep their order. One for the process,
+/// null for none.
+DOVA_PLATFORM_EXPORT void setConsoleBuffer(void (*flush)());
+
 /// Ends the line that was begun on the console, if there is one: what comes next stands in a line
 /// of its own. Any thread.
 DOVA_PLATFORM_EXPORT void endLine();
