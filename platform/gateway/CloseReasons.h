@@ -21,6 +21,7 @@ inline constexpr CloseReason kGap = {4003, "a number is missing"};
 inline constexpr CloseReason kFalseAcknowledgement = {4003, "acknowledges what was never sent"};
 inline constexpr CloseReason kTooManyEvents = {4003, "too many events in one text"};
 inline constexpr CloseReason kTooManyControlFrames = {4003, "too many control frames"};
+inline constexpr CloseReason kTooManyEmptyFrames = {4003, "too many empty frames"};
 inline constexpr CloseReason kChannelNotAllowed = {4004, "channel not allowed"};
 
 }  // namespace DOVA::gateway::close_reason

@@ -24,6 +24,9 @@ namespace {
 /// What is read in one go at the most: a page whose frames are shorter costs one step each.
 constexpr std::size_t kPieceBytes = 65536;
 
+/// An empty frame of a page, with its mask.
+constexpr std::size_t kShortestFrame = 6;
+
 bool isFaultOfPage(const beast::error_code& error) {
     return error == websocket::error::message_too_big ||
            error == websocket::condition::protocol_violation;
@@ -62,8 +65,13 @@ void SocketConnection::setOptions() {
         response.set(beast::http::field::sec_websocket_protocol, names::subProtocol);
         RequestRouter::addSecurityHeaders(response);
     }));
-    m_stream.control_callback(
-        [this](websocket::frame_type, beast::string_view) { onControlFrame(); });
+    m_stream.control_callback([this](websocket::frame_type, beast::string_view payload) {
+        onControlFrame(payload.size());
+    });
+    m_stream.next_layer().onWaste([this](std::size_t bytes) {
+        chargeUseless((bytes + kShortestFrame - 1) / kShortestFrame,
+                      close_reason::kTooManyEmptyFrames);
+    });
     m_stream.read_message_max(limits.upwardFrameBytes);
     m_stream.auto_fragment(false);
     m_stream.text(true);
@@ -100,7 +108,10 @@ void SocketConnection::open() {
 void SocketConnection::read() {
     m_stream.async_read_some(
         m_buffer, kPieceBytes,
-        [self = shared_from_this()](ErrorCode error, std::size_t) { self->onRead(error); });
+        [self = shared_from_this()](ErrorCode error, std::size_t bytes) {
+            self->m_stream.next_layer().use(bytes);
+            self->onRead(error);
+        });
 }
 
 void SocketConnection::onRead(ErrorCode error) {
@@ -134,15 +145,21 @@ void SocketConnection::onFrame() {
     work();
 }
 
-/// No browser lets a page send pings: whoever sends that many is none.
-void SocketConnection::onControlFrame() {
+void SocketConnection::onControlFrame(std::size_t bytes) {
+    m_stream.next_layer().use(bytes);
     m_heard = Clock::now();
-    m_throttle.charge(1, m_heard);
+    chargeUseless(1, close_reason::kTooManyControlFrames);
+}
+
+/// No browser lets a page send pings or empty frames: whoever sends that many is none. Called
+/// inside of Beast's operations.
+void SocketConnection::chargeUseless(std::size_t count, const CloseReason& reason) {
+    m_throttle.charge(count, Clock::now());
     if (!m_throttle.isOverdrawn() || std::exchange(m_isFlooded, true))
         return;
-    asio::post(m_stream.get_executor(), [self = shared_from_this()] {
+    asio::post(m_stream.get_executor(), [self = shared_from_this(), &reason] {
         if (self->m_session)
-            self->fail(close_reason::kTooManyControlFrames);
+            self->fail(reason);
     });
 }
 
@@ -298,7 +315,7 @@ void SocketConnection::cut() {
     m_pauseTimer.cancel();
     m_acknowledgeTimer.cancel();
     m_watchTimer.cancel();
-    m_stream.next_layer().close(ignored);
+    m_stream.next_layer().next_layer().close(ignored);
     if (m_session)
         core().pageLeft(*m_session, *this,
                         m_stream.reason().code == websocket::close_code::going_away

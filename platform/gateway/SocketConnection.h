@@ -9,10 +9,10 @@
 #include "CloseReasons.h"
 #include "Connection.h"
 #include "FrameReceiver.h"
+#include "MeteredSocket.h"
 #include "PageLink.h"
 #include "RequestRouter.h"
 #include "Session.h"
-#include "Tcp.h"
 #include "Throttle.h"
 
 namespace DOVA::gateway {
@@ -37,7 +37,7 @@ public:
 
 private:
     using ErrorCode = boost::beast::error_code;
-    using Stream = boost::beast::websocket::stream<Socket, false>;
+    using Stream = boost::beast::websocket::stream<MeteredSocket, false>;
 
     void setOptions();
     void onAccepted(ErrorCode error);
@@ -47,7 +47,8 @@ private:
     void onRead(ErrorCode error);
     void onReadFailed(ErrorCode error);
     void onFrame();
-    void onControlFrame();
+    void onControlFrame(std::size_t bytes);
+    void chargeUseless(std::size_t count, const CloseReason& reason);
     void work();
     void pause(std::size_t events);
     void fail(const CloseReason& reason);

@@ -38,10 +38,10 @@ TEST_P(GatewayFaultTest, closesWithItsCodeAndReasonAndEndsTheSession) {
     expectSessionIsOver();
 }
 
-std::string manyPings() {
+std::string thousand(const std::string& frame) {
     std::string result;
     for (int count = 0; count < 1000; ++count) {
-        result += "\x89\x80mask";
+        result += frame;
     }
     return result;
 }
@@ -51,7 +51,9 @@ const FaultRow kFaults[] = {
     {"oversized", &TestPage::send, "3,0\x1e.\x1f" + std::string(995, 'x'), "1009 "},
     {"noText", &TestPage::send, "3,0\x1e.\x1f\xff", "1007 "},
     {"unmasked", &TestPage::sendRaw, "\x81\x02hi", "1002 "},
-    {"pings", &TestPage::sendRaw, manyPings(), "4003 too many control frames"},
+    {"pings", &TestPage::sendRaw, thousand("\x89\x80mask"), "4003 too many control frames"},
+    {"empties", &TestPage::sendRaw, "\x01\x80mask" + thousand({"\0\x80mask", 6}),
+     "4003 too many empty frames"},
     {"binary", &TestPage::sendBinary, "3,0\x1e.\x1fx", "1003 text frames only"},
     {"malformed", &TestPage::send, "hello", "4003 malformed frame"},
     {"gap", &TestPage::send, "4,0\x1e.\x1f{}", "4003 a number is missing"},
