@@ -1,5 +1,7 @@
 #include "KeyLiteral.h"
 
+#include <algorithm>
+
 namespace DOVA {
 
 namespace {
@@ -87,11 +89,9 @@ std::string_view literalBefore(std::string_view text, std::size_t colon) {
 
 void appendUnescaped(std::string& bytes, std::string_view literal) {
     for (std::size_t at = 0; at < literal.size();) {
-        if (literal[at] != '\\') {
-            bytes += literal[at++];
-        } else if (++at < literal.size()) {
-            at = appendEscaped(bytes, literal, at);
-        }
+        const std::size_t escape = std::min(literal.find('\\', at), literal.size());
+        bytes.append(literal, at, escape - at);
+        at = escape + 1 < literal.size() ? appendEscaped(bytes, literal, escape + 1) : escape + 1;
     }
 }
 

@@ -80,6 +80,17 @@ bool isSame(std::string_view key, std::string_view other) {
            (key.empty() || (key.back() == other.back() && key == other));
 }
 
+/// True if two literals of keys differ before either has an escape; false if that takes a closer
+/// look.
+bool differEarly(std::string_view literal, std::string_view other) {
+    const std::size_t most = std::min(literal.size(), other.size());
+    std::size_t at = 0;
+    while (at < most && literal[at] == other[at] && literal[at] != '\\') {
+        ++at;
+    }
+    return at < most ? literal[at] != '\\' && other[at] != '\\' : literal.size() != other.size();
+}
+
 }  // namespace
 
 bool RepeatedContainers::occurIn(std::string_view text) {
@@ -127,14 +138,15 @@ bool RepeatedContainers::endObject() {
     bool repeated = false;
     m_mayMix = m_colons.size() - object.firstColon > m_inOrder;
     if (object.holds || m_mayMix) {
-        readKeys(object.firstColon);
-        repeated = m_keys.size() <= s_few ? isRepeatedAmongFew() : isRepeatedAmongMany();
+        repeated = readKeys(object.firstColon) &&
+                   (m_keys.size() <= s_few ? isRepeatedAmongFew() : isRepeatedAmongMany());
     }
     m_colons.resize(object.firstColon);
     return repeated;
 }
 
-void RepeatedContainers::readKeys(std::size_t firstColon) {
+/// False if it is clear already that no two of them are the same.
+bool RepeatedContainers::readKeys(std::size_t firstColon) {
     std::size_t escapedSize = 0;
     m_keys.clear();
     for (std::size_t index = firstColon; index < m_colons.size(); ++index) {
@@ -143,8 +155,24 @@ void RepeatedContainers::readKeys(std::size_t firstColon) {
         m_keys.push_back({colon.literal, 0, index});
     }
     if (escapedSize > 0) {
+        if (m_keys.size() <= s_few && allDifferEarly()) {
+            return false;
+        }
         unescapeKeys(escapedSize);
     }
+    return true;
+}
+
+bool RepeatedContainers::allDifferEarly() const {
+    for (auto key = m_keys.begin(); key != m_keys.end(); ++key) {
+        const bool differs = std::all_of(key + 1, m_keys.end(), [&](const Key& other) {
+            return differEarly(key->text, other.text);
+        });
+        if (!differs) {
+            return false;
+        }
+    }
+    return true;
 }
 
 /// `size` is that of the escaped ones, together.

@@ -61,7 +61,8 @@ private:
     bool walk();
     void addColon(std::size_t colon);
     bool endObject();
-    void readKeys(std::size_t firstColon);
+    bool readKeys(std::size_t firstColon);
+    bool allDifferEarly() const;
     void unescapeKeys(std::size_t size);
     bool isRepeatedAmongFew();
     bool isRepeatedAmongMany();
