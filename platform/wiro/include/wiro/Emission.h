@@ -70,7 +70,9 @@ public:
         m_pin = pinned.pin;
         m_list = pinned.list;
     }
-    ~Emission() {
+    // Inlined where a receiver throws, too: a call there would keep the members in memory, also on
+    // the way without exceptions, which that makes half as long again.
+    __attribute__((always_inline)) ~Emission() {
         if (!m_pin) {
             return;
         }
