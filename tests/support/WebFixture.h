@@ -37,6 +37,14 @@ protected:
     /// Whether the thread that asks, or any other, holds the lock of all objects.
     static bool isObjectLockHeld();
 
+    /// A request that nobody binds does nothing without a word.
+    template <class... Requests>
+    static void expectBoundOnce(const Requests&... requests) {
+        for (const std::size_t count : {requests.numberOfConnections()...}) {
+            EXPECT_EQ(count, 1u);
+        }
+    }
+
     RecordingClient client;
 };
 

@@ -58,27 +58,15 @@ TEST_F(WebWidget2Test, whatIsNotReadBackAnswersNeutrally) {
     EXPECT_TRUE(web->doMapToGlobal({3, 4}) == (diagram::PointTemplate<int>{3, 4}));
 }
 
-/// A request that nobody binds does nothing without a word.
 TEST_F(WebWidget2Test, everyRequestOfAWidgetIsBoundOnce) {
     const DVWidget2Emitters& all = *button.emitters();
-    const WIRO::EmitterBase* const requests[] = {&all.setParent,      &all.getParent,
-                                                 &all.getChildren,    &all.destroy,
-                                                 &all.show,           &all.hide,
-                                                 &all.raise,          &all.refresh,
-                                                 &all.setFocus,       &all.setVisible,
-                                                 &all.setEnabled,     &all.setToolTipU,
-                                                 &all.setColor,       &all.setPosition,
-                                                 &all.moveTo,         &all.setMinimumSize,
-                                                 &all.setMaximumSize, &all.setPreferredSize,
-                                                 &all.resize,         &all.setObjectName,
-                                                 &all.isVisible,      &all.isEnabled,
-                                                 &all.getToolTipU,    &all.getColor,
-                                                 &all.getPosition,    &all.getMinimumSize,
-                                                 &all.getMaximumSize, &all.getPreferredSize,
-                                                 &all.getObjectName,  &all.sendTextMessage};
-    for (const WIRO::EmitterBase* request : requests) {
-        EXPECT_EQ(request->numberOfConnections(), 1u);
-    }
+    expectBoundOnce(all.setParent, all.getParent, all.getChildren, all.destroy, all.show, all.hide,
+                    all.raise, all.refresh, all.setFocus, all.setVisible, all.setEnabled,
+                    all.setToolTipU, all.setColor, all.setPosition, all.moveTo, all.setMinimumSize,
+                    all.setMaximumSize, all.setPreferredSize, all.resize, all.setObjectName,
+                    all.isVisible, all.isEnabled, all.getToolTipU, all.getColor, all.getPosition,
+                    all.getMinimumSize, all.getMaximumSize, all.getPreferredSize, all.getObjectName,
+                    all.sendTextMessage);
 }
 
 }  // namespace

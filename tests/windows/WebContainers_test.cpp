@@ -108,15 +108,5 @@ TEST_F(WebContainersTest, aDeepDescriptionReadsAsAnyOther) {
     }
 }
 
-TEST_F(WebContainersTest, layoutsAnswerTheLastSpacing) {
-    DVGridLayout2 grid;
-    EXPECT_FALSE(grid.isEnabled());
-    EXPECT_EQ(grid.spacing(), 0);
-    grid.setSpacing(-3);
-    grid.setEnabled(true);
-    EXPECT_EQ(grid.spacing(), -3);
-    EXPECT_TRUE(grid.isEnabled());
-}
-
 }  // namespace
 }  // namespace DOVA::test
