@@ -121,7 +121,7 @@ TEST_P(UnloadingTest, leavesNobodyWithAPointerIntoTheModule) {
 
 INSTANTIATE_TEST_SUITE_P(Endings, UnloadingTest,
                          testing::Values(Ending{"terminated", true}, Ending{"justClosed", false}),
-                         [](const auto& ending) { return std::string(ending.param.name); });
+                         RowName());
 
 /// Its window wrote "close" with texts that were destroyed before it.
 TEST(ProcessEndTest, aStaticObjectsWindowGoesAfterTheModule) {
