@@ -55,7 +55,14 @@ kaArray* lines(const QJsonArray& row) {
 kaArray* repeated(const QJsonArray& pieces) {
     std::u16string text;
     for (const QJsonValue piece : pieces) {
-        text += u16(QJsonValue(piece[0].toString().repeated(piece[1].toInt())));
+        const std::u16string once = u16(piece[0]);
+        const auto times = static_cast<std::size_t>(piece[1].toInt());
+        if (once.size() == 1) {
+            text.append(times, once[0]);
+        }
+        for (std::size_t count = 0; once.size() > 1 && count < times; ++count) {
+            text += once;
+        }
     }
     return kaCreateString(text);
 }
