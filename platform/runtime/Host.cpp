@@ -90,6 +90,7 @@ public:
 private:
     void pageIsThere(bool isNew);
     void openDueWindows();
+    void lookAfterWindows();
     void startModule();
     void endModule();
     void openGateway(const HostOptions& options);
@@ -105,10 +106,11 @@ private:
     std::optional<Module> m_module;
     std::unique_ptr<gateway::Gateway> m_gateway;
     std::map<int, std::shared_ptr<InputWatch>> m_inputs;
+    bool m_looksAfterWindows = false;  // as soon as this turn is over
 };
 
 Host::Implementation::Implementation(const HostOptions& options)
-    : m_pages([this](bool isNew) { pageIsThere(isNew); }, [this] { openDueWindows(); }),
+    : m_pages([this](bool isNew) { pageIsThere(isNew); }, [this] { lookAfterWindows(); }),
       m_mirror([this](std::function<void()> call) { m_loop.post(std::move(call)); }) {
     if (options.loadModule) {
         m_module.emplace(options.module);
@@ -142,6 +144,14 @@ void Host::Implementation::pageIsThere(bool isNew) {
 
 void Host::Implementation::openDueWindows() {
     m_loop.post([] { DVAbstractWindow2::openDue(); });
+}
+
+// Perhaps a close request. Once a turn, since each window that is shown comes here, too.
+void Host::Implementation::lookAfterWindows() {
+    if (!std::exchange(m_looksAfterWindows, true)) {
+        m_loop.post([this] { m_looksAfterWindows = false; });
+        openDueWindows();
+    }
 }
 
 void Host::Implementation::startModule() {

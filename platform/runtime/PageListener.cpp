@@ -14,15 +14,12 @@ namespace {
 const QLatin1String s_clientReady(names::clientReady);
 const QLatin1String s_clientDestroyed(names::clientDestroyed);
 
-// The windows that the library describes on the same channel may be large; a request is short.
-constexpr std::size_t s_longestRequest = 200;
-
 }  // namespace
 
 PageListener::PageListener(std::function<void(bool isNew)> onPage,
-                           std::function<void()> onCloseRequest)
+                           std::function<void()> onWindowMessage)
     : m_onPage(std::move(onPage)),
-      m_onCloseRequest(std::move(onCloseRequest)),
+      m_onWindowMessage(std::move(onWindowMessage)),
       m_messages("dova_runtime") {
     m_messages.subscribe(names::rootChannel, [this](const std::string& text) { hear(text); });
 }
@@ -48,10 +45,8 @@ void PageListener::listenTo(const QString& page) {
     }
     const std::string channel =
         std::string(names::rootChannel) + "/" + page.toLatin1().toStdString();
-    m_pageChannel = m_messages.subscribe(channel, [this](const std::string& text) {
-        if (text.size() <= s_longestRequest && text.find(names::dialogDestroyed) != text.npos) {
-            m_onCloseRequest();
-        }
+    m_pageChannel = m_messages.subscribe(channel, [this](const std::string&) {
+        m_onWindowMessage();
     });
 }
 

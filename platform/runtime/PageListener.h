@@ -10,19 +10,22 @@
 namespace DOVA::runtime {
 
 /// Hears which page the program has, as the library hears it: a page that announces itself again is
-/// the same page, another identifier is a new one. And when that page asks to close a window.
+/// the same page, another identifier is a new one. And when something is said about the windows
+/// that it shows.
 class PageListener {
 public:
-    /// Both are called while the page's message is being delivered, so perhaps before the library
-    /// has seen it. `onPage` is called for every announcement and told whether the page is new.
-    PageListener(std::function<void(bool isNew)> onPage, std::function<void()> onCloseRequest);
+    /// Both are called while a message is being delivered, so perhaps before the library has seen
+    /// it. `onPage` is called for every announcement and told whether the page is new;
+    /// `onWindowMessage` for each text on the page's channel: close requests, which only the
+    /// library reads, and the library's own descriptions, which may be large.
+    PageListener(std::function<void(bool isNew)> onPage, std::function<void()> onWindowMessage);
 
 private:
     void hear(const std::string& text);
     void listenTo(const QString& page);
 
     std::function<void(bool)> m_onPage;
-    std::function<void()> m_onCloseRequest;
+    std::function<void()> m_onWindowMessage;
     std::string m_page;               ///< the present page's identifier, empty without one
     std::uint32_t m_pageChannel = 0;  ///< the subscription of its channel, 0 without one
     tdom::messaging::ConnectorMessageService m_messages;
