@@ -11,7 +11,7 @@ namespace {
 
 struct Pair {
     DVObject2* follower;
-    const DVObject2* companion;
+    const DVObject2* companion;  // null once it has gone
 };
 
 std::vector<Pair>& pairs() {
@@ -98,14 +98,21 @@ void DVObject2::leaveOwnedTo(DVObject2& other) {
     }
 }
 
+// One after the other: dialogs may follow each other at any depth.
 void DVObject2::destroyImplementation() {
+    for (DVObject2* next = this; next; next = takeFollower()) {
+        next->endImplementation();
+    }
+}
+
+void DVObject2::endImplementation() {
     DVFactory2* maker = std::exchange(m_factory, nullptr);
     if (maker && DVFactory2::isLiving(maker)) {
         maker->destroy.emit(identifier());
     }
     // A backend that has shut down finds nothing by identifier any more; its object is still bound.
     m_emitters->destroy.emit();
-    endFollowers();
+    leavePairs();
 }
 
 void DVObject2::goWith(const DVObject* object) {
@@ -120,18 +127,25 @@ const DVObject2* DVObject2::companion() const {
     return own == pairs().end() ? nullptr : own->companion;
 }
 
-// A companion may have lost its implementation with one above it, which only the backend knows.
-void DVObject2::endFollowers() {
-    const auto isOver = [this](const Pair& pair) {
-        return pair.follower == this || pair.companion == this || !isImplemented(*pair.companion);
-    };
-    for (auto pair = findPair(isOver); pair != pairs().end(); pair = findPair(isOver)) {
-        DVObject2* follower = pair->follower;
-        pairs().erase(pair);
-        if (follower != this) {
-            follower->destroyImplementation();
-        }
+void DVObject2::leavePairs() {
+    auto& all = pairs();
+    const auto follows = [this](const Pair& pair) { return pair.follower == this; };
+    all.erase(std::remove_if(all.begin(), all.end(), follows), all.end());
+    for (Pair& pair : all) {
+        pair.companion = pair.companion == this ? nullptr : pair.companion;
     }
+}
+
+// A companion may have lost its implementation with one above it, which only the backend knows.
+DVObject2* DVObject2::takeFollower() {
+    const auto pair = findPair(
+        [](const Pair& each) { return !each.companion || !isImplemented(*each.companion); });
+    if (pair == pairs().end()) {
+        return nullptr;
+    }
+    DVObject2* follower = pair->follower;
+    pairs().erase(pair);
+    return follower;
 }
 
 }  // namespace DOVA

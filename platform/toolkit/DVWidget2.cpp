@@ -14,9 +14,13 @@ namespace {
 unsigned s_keepingAway = 0;
 
 DVAbstractWindow2* windowOf(DVObject* object) {
-    auto* window = dynamic_cast<DVAbstractWindow2*>(object);
-    const auto* child = dynamic_cast<DVObject2*>(object);
-    return window || !child ? window : windowOf(child->parent());
+    while (const auto* child = dynamic_cast<DVObject2*>(object)) {
+        if (auto* window = dynamic_cast<DVAbstractWindow2*>(object)) {
+            return window;
+        }
+        object = child->parent();
+    }
+    return nullptr;
 }
 
 }  // namespace

@@ -3,6 +3,7 @@
 #include <functional>
 #include <memory>
 #include <string>
+#include <vector>
 
 #include "support/WebFixture.h"
 #include "toolkit/DVBoxLayout2.h"
@@ -44,6 +45,18 @@ TEST_F(ParentsTest, aChildDialogIsAWindowOfItsOwnAndGoesWithItsParent) {
         EXPECT_EQ(child.title(), u"");
         EXPECT_EQ(child.parent(), nullptr);
     }
+}
+
+/// Each took the one below it along by a call within a call, until the stack was full.
+TEST_F(ParentsTest, dialogsGoTogetherHoweverDeeplyTheyAreNested) {
+    std::vector<std::unique_ptr<DVDialog2>> dialogs;
+    for (int level = 0; level < 20000; ++level) {
+        dialogs.push_back(std::make_unique<DVDialog2>(level == 0 ? nullptr : dialogs.back().get()));
+    }
+    DVDialog2& last = *dialogs.back();
+    EXPECT_TRUE(service().getObject(last.identifier()));
+    dialogs.front()->close();
+    EXPECT_FALSE(service().getObject(last.identifier()));
 }
 
 TEST_F(ParentsTest, aLayoutIsTakenOutWithWhatIsInIt) {

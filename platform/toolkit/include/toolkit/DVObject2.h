@@ -71,7 +71,9 @@ private:
     virtual void leaveDisplay() {}
 
     void own(DVObject2* child);
-    void endFollowers();
+    void endImplementation();
+    void leavePairs();
+    static DVObject2* takeFollower();
     void deleteOwned();
     void leaveOwnedTo(DVObject2& other);
 
