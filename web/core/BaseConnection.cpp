@@ -8,7 +8,6 @@
 #include "LifeCycleNames.h"
 #include "MessageService.h"
 #include "core/WebObjectService2.h"
-#include "windows/WebAbstractWindow2.h"
 
 namespace DOVA {
 
@@ -106,23 +105,23 @@ void BaseConnection::onClientDestroyed(const std::string& channel) {
     }
 }
 
-void BaseConnection::announceToNextClient(std::uint32_t window) {
+void BaseConnection::announceToNextClient(std::uint32_t window, Announce announce) {
     if (!s_subscribed || instance().m_arriving.empty()) {
         return;
     }
     auto& waiting = instance().m_waiting;
-    if (std::find(waiting.begin(), waiting.end(), window) == waiting.end()) {
-        waiting.push_back(window);
+    const auto isIt = [=](const Waiting& each) { return each.window == window; };
+    if (std::none_of(waiting.begin(), waiting.end(), isIt)) {
+        waiting.push_back({window, announce});
     }
 }
 
 void BaseConnection::announceWaiting() {
-    const std::vector<std::uint32_t> waiting = std::exchange(m_waiting, {});
-    for (const std::uint32_t id : waiting) {
+    const std::vector<Waiting> waiting = std::exchange(m_waiting, {});
+    for (const auto& [window, announce] : waiting) {
         WebObjectService2* service = WebObjectService2::instance();
-        WebObject2* object = service ? service->getObject(id) : nullptr;
-        if (auto* window = dynamic_cast<WebAbstractWindow2*>(object)) {
-            window->doShowAgain();
+        if (WebObject2* object = service ? service->getObject(window) : nullptr) {
+            announce(*object);
         }
     }
 }

@@ -10,6 +10,8 @@
 
 namespace DOVA {
 
+class WebObject2;
+
 /// The root channel, on which clients come and go. One for the process; there is one client at a
 /// time.
 class BaseConnection {
@@ -28,11 +30,19 @@ public:
     /// The connected client, null if there is none. One whose dialogs are being asked to go is not
     /// connected any more: what is announced to it would be seen by nobody.
     static ClientConnection* currentClient();
-    /// Has a shown window announced to the client that is about to come, while the dialogs of the
-    /// one before it are asked to go; nothing at other times.
-    static void announceToNextClient(std::uint32_t window);
+    /// Announces a window, if the object is one, to the client that is there.
+    using Announce = void (*)(WebObject2& object);
+    /// While the dialogs of a client are asked to go because another one is about to come, has
+    /// `announce` called with the object of this identifier once that one is there, if it still
+    /// lives; nothing at other times.
+    static void announceToNextClient(std::uint32_t window, Announce announce);
 
 private:
+    struct Waiting {
+        std::uint32_t window;
+        Announce announce;
+    };
+
     BaseConnection();
 
     void onMessage(const std::string& text);
@@ -44,7 +54,7 @@ private:
     std::unique_ptr<ClientConnection> m_client;
     std::uint64_t m_change = 0;            // of the client; a handler may bring about a later one
     std::string m_arriving;                // channel of the client that comes next, while one goes
-    std::vector<std::uint32_t> m_waiting;  // windows that were shown meanwhile
+    std::vector<Waiting> m_waiting;        // windows that were shown meanwhile
     std::shared_ptr<tdom::messaging::ConnectorMessageService> m_messages;
     std::uint32_t m_subscription = 0;
     static bool s_subscribed;

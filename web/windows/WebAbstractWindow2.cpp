@@ -64,6 +64,12 @@ std::uint64_t connect(std::uint32_t window, const ClientConnection& client,
     return service.addConnection(window, std::move(connection));
 }
 
+void announceAgain(WebObject2& object) {
+    if (auto* window = dynamic_cast<WebAbstractWindow2*>(&object)) {
+        window->doShowAgain();
+    }
+}
+
 }  // namespace
 
 WebAbstractWindow2::WebAbstractWindow2(DVAbstractWindow2* front,
@@ -153,7 +159,7 @@ void WebAbstractWindow2::showFirstTime() {
     ClientConnection* client = BaseConnection::currentClient();
     WebObjectService2* service = getService();
     if (!client) {
-        BaseConnection::announceToNextClient(identifier());
+        BaseConnection::announceToNextClient(identifier(), announceAgain);
         return;
     }
     if (!service) {
