@@ -65,6 +65,8 @@ public:
     /// The number of the window's connection on this channel, 0 if it has none there. Forgets which
     /// objects the connection serves and that the client shows them, for a new description.
     ConnectionNumber renewConnection(Identifier window, const std::string& channel);
+    /// Whether the window has a connection on this channel.
+    bool isConnected(Identifier window, const std::string& channel) const;
     /// Records that the connection serves the object and everything below it. Nothing is recorded
     /// for an object that is not registered. The records stay when an object is moved: until its
     /// window is refreshed, the client shows it where it was. They go with the object, with the

@@ -69,6 +69,9 @@ public:
     /// Whether the window was announced to the client that is there now, which has not asked to
     /// close it since; false without a client.
     bool doIsAnnounced() const;
+    /// Whether the window was announced to the client that is there now, asked to close or not;
+    /// false without a client.
+    bool doIsReached() const;
     /// Tells the client to close the window.
     void sendWindowDestroyMessage();
 

@@ -67,7 +67,7 @@ void DVAbstractWindow2::takeToPage(bool wasOnDisplay) {
 }
 
 bool DVAbstractWindow2::keepForPage(const TextMessage& message) {
-    const bool isKept = s_hostTellsOfPages && (m_awaitsPage || !isOpened());
+    const bool isKept = s_hostTellsOfPages && !(isOpened() && emitters()->isReached.emit());
     if (isKept) {
         m_kept.push_back(message);
     }

@@ -18,18 +18,27 @@ using testing::ElementsAre;
 using testing::HasSubstr;
 using testing::Pair;
 
-/// In opening.json the program is "deaf" to close requests, or is asked and "stays" or is
-/// "undecided"; each step and each published text is a letter.
+/// In opening.json the program is "deaf" to close requests, or is asked and "stays",
+/// "tells" and stays, or is "undecided"; each step and each published text is a letter.
 class OpeningTest : public WebFixture, public testing::WithParamInterface<JsonRow> {
 protected:
     OpeningTest() {
         const std::string program = GetParam().text("program");
         if (program != "deaf") {
-            window.onCloseRequest([=] { program == "stays" ? window.stayOpen() : void(); });
+            window.onCloseRequest([=] { decide(program); });
         }
     }
 
     ~OpeningTest() override { leave(); }
+
+    void decide(const std::string& program) {
+        if (program == "tells") {
+            button.showMessage(u"error", u"", u"");
+        }
+        if (program != "undecided") {
+            window.stayOpen();
+        }
+    }
 
     void leave() { client.say(RecordingClient::Root, R"({"clientDestroyed":")" + page + "\"}"); }
 

@@ -133,6 +133,12 @@ WebObjectService2::ConnectionNumber WebObjectService2::renewConnection(Identifie
     return 0;
 }
 
+bool WebObjectService2::isConnected(Identifier window, const std::string& channel) const {
+    return std::any_of(m_connections.begin(), m_connections.end(), [&](const auto& each) {
+        return each.second.window == window && each.second.connection->channel() == channel;
+    });
+}
+
 void WebObjectService2::serveSubtree(Identifier id, ConnectionNumber connection) {
     if (!getObject(id)) {
         return;

@@ -101,6 +101,7 @@ void WebAbstractWindow2::bindShowing(DVAbstractWindow2Emitters* emitters) {
     bind(emitters->getTitle, &WebAbstractWindow2::doGetTitle);
     bind(emitters->showAgain, &WebAbstractWindow2::doShowAgain);
     bind(emitters->isAnnounced, &WebAbstractWindow2::doIsAnnounced);
+    bind(emitters->isReached, &WebAbstractWindow2::doIsReached);
 }
 
 void WebAbstractWindow2::bindGeometry(DVAbstractWindow2Emitters* emitters) {
@@ -184,6 +185,14 @@ void WebAbstractWindow2::doShowAgain() {
 bool WebAbstractWindow2::doIsAnnounced() const {
     const ClientConnection* client = BaseConnection::currentClient();
     return client && client->hasDialog(identifier());
+}
+
+bool WebAbstractWindow2::doIsReached() const {
+    const ClientConnection* client = BaseConnection::currentClient();
+    const WebObjectService2* service = getService();
+    return client && service &&
+           service->isConnected(identifier(),
+                                WindowConnection::channelOf(identifier(), client->channel()));
 }
 
 void WebAbstractWindow2::doShow() {

@@ -86,7 +86,7 @@ private:
     void openBy(WIRO::Emitter<void()>& request);
     void markOpened();
     void takeToPage(bool wasOnDisplay);
-    /// Keeps a message box for the page that the window waits for; false if it does not wait.
+    /// Keeps a message box for the page on which the window opens next; false if it is on one.
     bool keepForPage(const TextMessage& message);
     bool isOpened() const;
     bool isDue() const;

@@ -31,6 +31,9 @@ struct DVAbstractWindow2Emitters : DVContainer2Emitters {
     /// Whether the page that is there now was told of the window and has not asked to close it
     /// since.
     WIRO::Emitter<bool()> isAnnounced;
+    /// Whether what is sent for the window reaches the page that is there now, also after that has
+    /// asked to close it.
+    WIRO::Emitter<bool()> isReached;
 };
 
 }  // namespace DOVA

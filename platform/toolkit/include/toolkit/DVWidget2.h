@@ -66,9 +66,10 @@ public:
     void setObjectName(const std::string& name);
     std::string objectName() const;
 
-    /// Opens a message box over the widget's window and returns at once. While the window is still
-    /// to open, or waits for a page, the box waits with it. `level`: "information", "warning",
-    /// "error" or "question"; a modal box keeps the user from everything else.
+    /// Opens a message box over the widget's window and returns at once. While no page has the
+    /// window, because it is still to open, waits for one or went with its page, the box waits, and
+    /// comes up with the window. `level`: "information", "warning", "error" or "question"; a modal
+    /// box keeps the user from everything else.
     void showMessage(const std::u16string& level, const std::u16string& title,
                      const std::u16string& body, bool modal = true);
 
