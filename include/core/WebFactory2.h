@@ -51,6 +51,7 @@ public:
     bool isEditable(unsigned int id);
     std::u16string fieldText(unsigned int id);
     void setFieldText(unsigned int id, const std::u16string& text);
+    void tellFieldText(unsigned int id);
     /// The front object does not let the event through that its web object is emitting: the state
     /// from before comes back and is sent. Nothing for an object that handles no message.
     void putBack(unsigned int id);

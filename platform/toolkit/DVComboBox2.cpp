@@ -29,7 +29,10 @@ DVComboBox2::DVComboBox2(DVObject* parent, const std::vector<std::u16string>& it
 void DVComboBox2::judge() {
     WIRO::connect(m_selection, [this](const DVComboBoxSelectEvent2& event) { judgeChoice(event); });
     const auto judgeText = [this](const DVComboBoxEditEvent2& event) {
-        m_ownChoice = admit(&event) ? s_reported : m_ownChoice;
+        if (admit(&event)) {
+            m_ownChoice = s_reported;
+            noteText(event.text().empty());
+        }
     };
     WIRO::connect(m_edit, judgeText);
     WIRO::connect(m_editFinished, judgeText);
@@ -45,6 +48,7 @@ void DVComboBox2::judgeChoice(const DVComboBoxSelectEvent2& event) {
         Admission::judge(&event, false);
     }
     m_ownChoice = isAdmitted ? s_reported : m_ownChoice;
+    m_isEmptied = m_isEmptied && !isAdmitted;
 }
 
 DVComboBox2::~DVComboBox2() {
@@ -115,6 +119,7 @@ bool DVComboBox2::isEditable() const {
 }
 
 void DVComboBox2::takeItem() {
+    noteText(false);
     if (const DVFactory2* maker = livingFactory()) {
         maker->setFieldText.emit(identifier(), selectedItem());
     }
@@ -122,8 +127,24 @@ void DVComboBox2::takeItem() {
 
 void DVComboBox2::setText(const std::u16string& text) {
     m_ownChoice = s_reported;
+    noteText(text.empty());
     if (const DVFactory2* maker = livingFactory()) {
         maker->setFieldText.emit(identifier(), text);
+    }
+}
+
+void DVComboBox2::noteText(bool isEmptied) {
+    m_isEmptied = isEmptied;
+    if (isEmptied) {
+        leftOutOfDescriptions();
+    }
+}
+
+// In a description an empty text stands for the item that is selected.
+void DVComboBox2::tellLeftOut() const {
+    const DVFactory2* maker = m_isEmptied && isEditable() ? livingFactory() : nullptr;
+    if (maker && text().empty() && !selectedItem().empty()) {
+        maker->tellFieldText.emit(identifier());
     }
 }
 

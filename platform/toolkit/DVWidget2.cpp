@@ -42,6 +42,10 @@ void DVWidget2::keep(Setting setting, diagram::RectTemplate<int> value) {
     }
 }
 
+void DVWidget2::leftOutOfDescriptions() {
+    keep(KeptSettings::Setting::Own);
+}
+
 void DVWidget2::described() {
     m_describedUpTo = lastIdentifier();
     KeptSettings::write(*this);

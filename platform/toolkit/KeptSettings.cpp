@@ -26,7 +26,7 @@ std::unordered_map<const DVWidget2*, Kept>& all() {
     return *kept;
 }
 
-void write(DVWidget2Emitters& widget, Setting setting, const Rectangle& value) {
+void writeShared(DVWidget2Emitters& widget, Setting setting, const Rectangle& value) {
     const diagram::TSize<int> size{value.width, value.height};
     switch (setting) {
         case Setting::MinimumSize:
@@ -43,6 +43,8 @@ void write(DVWidget2Emitters& widget, Setting setting, const Rectangle& value) {
             return widget.moveTo.emit({value.x, value.y});
         case Setting::ObjectName:
             return widget.setObjectName.emit(widget.getObjectName.emit());
+        case Setting::Own:
+            return;
     }
 }
 
@@ -97,7 +99,10 @@ void KeptSettings::write(const DVWidget2& top) {
             return;
         }
         for (const auto& [setting, value] : found->second.settings) {
-            DOVA::write(*widget->emitters(), setting, value);
+            writeShared(*widget->emitters(), setting, value);
+            if (setting == Setting::Own) {
+                widget->tellLeftOut();
+            }
         }
         focus = std::max(focus, {std::exchange(found->second.focus, 0), widget});
     });

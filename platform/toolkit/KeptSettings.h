@@ -18,7 +18,8 @@ public:
         Size,
         Position,
         Place,
-        ObjectName
+        ObjectName,
+        Own  // what the widget tells itself: DVWidget2::tellLeftOut()
     };
 
     /// Takes the place of an earlier value. Of a least or greatest size a negative side stays as it

@@ -116,6 +116,29 @@ TEST_F(KeptSettingsTest, theFocusIsGivenOnceAndToTheLastThatAskedForIt) {
     EXPECT_THAT(afterDescription([&] { window.emitters()->showAgain.emit(); }), ElementsAre());
 }
 
+/// A description with an empty text shows the item.
+TEST_F(KeptSettingsTest, aFieldThatWasEmptiedIsToldSo) {
+    DVComboBox2 combo(&panel, {u"a", u"b"});
+    combo.setEditable(true);
+    const auto emptied = ElementsAre(sent(combo, "ComboBox", R"("text":"")"));
+    const std::pair<std::function<void()>, bool> rows[] = {
+        {[&] { combo.setSelection(1); }, false},
+        {[&] { combo.setText(u""); }, true},
+        {[&] { combo.setEditable(false); }, false},
+        {[&] { combo.setEditable(true); }, false},
+        {[&] { say(window, combo, R"("event":"onEdit","value":"")"); }, true},
+        {[&] { combo.clear(); }, false},
+        {[&] { combo.addItems({u"c", u"d"}); }, true},
+        {[&] { say(window, combo, R"("event":"textShown","value":"d")"); }, false},
+    };
+    window.show();
+    for (const auto& [act, isTold] : rows) {
+        act();
+        const auto texts = afterDescription([&] { panel.show(); });
+        EXPECT_TRUE(isTold ? testing::Matches(emptied)(texts) : texts.empty());
+    }
+}
+
 TEST_F(KeptSettingsTest, whatWasSetGoesWithItsWidget) {
     auto button = std::make_unique<DVButton2>(&panel);
     button->resize({1, 2});

@@ -1,7 +1,9 @@
 #include "core/WebFactory2.h"
 
 #include "ModuleEnd.h"
+#include "PropertyNames.h"
 #include "TakenOver.h"
+#include "TextConversions.h"
 #include "core/ConnectionImplX.h"
 #include "core/WebObject2.h"
 #include "core/WebObjectService2.h"
@@ -50,6 +52,7 @@ WebFactory2::WebFactory2(DVFactory2* factory) {
     WIRO::bind(factory->isEditable, this, &WebFactory2::isEditable);
     WIRO::bind(factory->fieldText, this, &WebFactory2::fieldText);
     WIRO::bind(factory->setFieldText, this, &WebFactory2::setFieldText);
+    WIRO::bind(factory->tellFieldText, this, &WebFactory2::tellFieldText);
     WIRO::bind(factory->putBack, this, &WebFactory2::putBack);
 }
 
@@ -146,6 +149,12 @@ std::u16string WebFactory2::fieldText(unsigned int id) {
 void WebFactory2::setFieldText(unsigned int id, const std::u16string& text) {
     if (auto* combo = find<WebComboBox2>(id)) {
         combo->doSetTextU(text);
+    }
+}
+
+void WebFactory2::tellFieldText(unsigned int id) {
+    if (auto* combo = find<WebComboBox2>(id)) {
+        combo->updateProperty(keys::text, toQString(combo->doGetTextU()));
     }
 }
 

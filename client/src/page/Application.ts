@@ -164,10 +164,10 @@ export class Application implements LinkListener, InboxListener, WidgetHost, Des
         return record;
     }
 
-    tell(object: StoredObject, message: string, values: PartialValues): void {
+    tell(object: StoredObject, message: string, values: PartialValues, isMade = false): void {
         const record = this.send(object, message);
         if (record !== undefined) {
-            this.m_store.own.put(object.id, values, object.values, record);
+            this.m_store.own.put(object.id, values, object.values, record, isMade);
         }
         Object.assign(object.values, values);
     }

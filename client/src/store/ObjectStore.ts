@@ -84,7 +84,7 @@ export class ObjectStore {
         if (!isObject(write) || object === undefined || object.windowId !== windowId) {
             return;
         }
-        const current = this.own.written(object.id, write, this.known);
+        const current = this.own.written(object, write, this.known);
         const unseen = object.unseen ?? new Set();
         letTextFollow(object, current);
         const triggers = readProperties(current, object.values, unseen);

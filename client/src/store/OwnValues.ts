@@ -1,12 +1,15 @@
 import { asCount, asId, isObject, type JsonObject } from '../protocol/guards.ts';
 import { Kind } from '../protocol/names.ts';
 import { initialValues, type Name, type PartialValues } from '../protocol/values.ts';
+import type { StoredObject } from './StoredObject.ts';
 
-/** A value that the person gave, which no program has answered yet. */
+/** A value that the person gave, or the page, which no program has answered yet. */
 interface OwnValue {
     readonly value: unknown;
     /** The number of the record that tells the program. */
     readonly record: number;
+    /** The page made it of what the program had said, so that whatever this writes later counts. */
+    readonly isMade: boolean;
     /** What the program has said last. */
     said: unknown;
 }
@@ -23,19 +26,25 @@ export class OwnValues {
     private readonly m_objects = new Map<number, OwnOfObject>();
 
     /** The person gave an object these values in place of what it had; this record tells it. */
-    put(id: number, values: PartialValues, before: PartialValues, record: number): void {
+    put(
+        id: number,
+        values: PartialValues,
+        before: PartialValues,
+        record: number,
+        isMade = false,
+    ): void {
         const own = this.m_objects.get(id) ?? new Map<string, OwnValue>();
         for (const [name, value] of Object.entries(values)) {
             const said = own.get(name)?.said ?? valueOf(before, name);
-            own.set(name, { value, record, said });
+            own.set(name, { value, record, isMade, said });
         }
         this.m_objects.set(id, own);
     }
 
     /** What of a write is to be shown that was made when the program knew records up to `known`. */
-    written(id: number, write: JsonObject, known: number): JsonObject {
-        const own = this.m_objects.get(id);
-        return own === undefined ? write : withoutOutdated(own, write, known);
+    written(object: StoredObject, write: JsonObject, known: number): JsonObject {
+        const own = this.m_objects.get(object.id);
+        return own === undefined ? write : withoutOutdated(object, own, write, known);
     }
 
     /**
@@ -86,16 +95,22 @@ function valueOf(values: PartialValues, name: string): unknown {
     return values[name as Name] ?? initialValues[name as Name];
 }
 
-function withoutOutdated(own: OwnOfObject, write: JsonObject, known: number): JsonObject {
+function withoutOutdated(
+    object: StoredObject,
+    own: OwnOfObject,
+    write: JsonObject,
+    known: number,
+): JsonObject {
     const current: Record<string, unknown> = { ...write };
     for (const [name, value] of own) {
         if (!(name in write)) {
             continue;
         }
-        if (known < value.record) {
+        if (known < value.record && !value.isMade) {
             value.said = write[name];
             delete current[name];
         } else {
+            object.isMistaken ||= known < value.record;
             own.delete(name);
         }
     }
@@ -103,7 +118,8 @@ function withoutOutdated(own: OwnOfObject, write: JsonObject, known: number): Js
 }
 
 function asOwnValue([name, stored]: [string, unknown]): [string, OwnValue][] {
-    const { value, record, said } = isObject(stored) ? stored : {};
+    const { value, record, isMade, said } = isObject(stored) ? stored : {};
     const number = asCount(record);
-    return number === undefined ? [] : [[name, { value, record: number, said }]];
+    const own = { value, isMade: isMade === true, said };
+    return number === undefined ? [] : [[name, { ...own, record: number }]];
 }

@@ -16,6 +16,8 @@ export class StoredObject {
     view: object | undefined;
     /** Written since the observer was last told; undefined when nothing was. */
     unseen: Set<Name> | undefined;
+    /** The program is about to take over what the page had made before this said otherwise. */
+    isMistaken = false;
 
     constructor(description: Description, windowId: number, parent?: StoredObject) {
         this.id = description.id;

@@ -13,8 +13,11 @@ export interface WidgetHost {
     readonly pageSizes: PageSizes;
     /** Tells the program, on the window's channel. */
     send(object: StoredObject, message: string): void;
-    /** Tells it what the person gave the object, which the program takes over. */
-    tell(object: StoredObject, message: string, values: PartialValues): void;
+    /**
+     * Tells it what the person gave the object, which the program takes over; `isMade` when the
+     * page made it of what the program has said.
+     */
+    tell(object: StoredObject, message: string, values: PartialValues, isMade?: boolean): void;
     /** What shows the object takes another room now: its window follows. */
     contentsChanged(object: StoredObject): void;
     /** Presses the default button of the object's window, if it has one that can be pressed. */

@@ -18,6 +18,8 @@ interface Scenario {
     readonly shows: string;
 }
 
+const guide = readFileSync('../docs/protocol/README.md', 'utf8');
+
 function said(element: Element): string {
     const { value, textContent } = element as HTMLInputElement;
     return element.matches('input, select') ? value : textContent.replace('×', '').trim();
@@ -42,6 +44,58 @@ onStage('combo boxes and tabs by the keyboard', async (stage) => {
         assert.deepEqual(found, [events, shows, []], name);
         stage.write(1, 1, { command: 'close' });
         stage.gateway.up.length = 0;
+    }
+});
+
+/** What stands in code in each cell of each row of the guide's table of combo boxes. */
+function* orders(): Generator<readonly (readonly string[])[]> {
+    const [, table = ''] = /^\| Described \| Then .*\n\|-.*\n((?:\|.*\n)*)/m.exec(guide) ?? [];
+    for (const row of table.split('\n').slice(0, -1)) {
+        const cells = row.split('|').slice(1, -1);
+        yield cells.map((cell) => cell.split('`').filter((_code, at) => at % 2 === 1));
+    }
+}
+
+type Arrival = readonly [channel: string, message: object];
+
+/** The window with such a combo box, and what the program then says of that. */
+function arrivals(isEditable: boolean, given: readonly string[], then: readonly string[]): Arrival[] {
+    const values = (text: string): object => JSON.parse(`{${text}}`) as object;
+    const start = { text: '', currentindex: -1, entries: ['a', 'b', 'c'], editable: isEditable };
+    const box = widget(18, 'ComboBox', { ...start, ...values(given.join()) });
+    const says = (written: string): Arrival =>
+        written.includes('entries')
+            ? ['/tdom', element({ type: 'ComboBox', ...values(written) })]
+            : ['./1', [{ id: '18', ...values(written) }]];
+    return [['.', { id: '1', type: 'Dialog', contents: [box] }], ...then.map(says)];
+}
+
+let version = 1;
+const element = (values: object): object => {
+    const patch = [{ op: 'add', path: '/box', value: { tag: '18', ...values } }];
+    return { version: (version += 1), patch };
+};
+
+onStage('combo boxes show what the guide says, in each order of what arrives', async (stage) => {
+    const at = stage.page.locator('[data-id="18"]:is(select), [data-id="18"] > input');
+    const ways = [[false, true], [true, false], [true, true]] as const;
+    stage.gateway.send(['/tdom', { version, snapshot: {} }]);
+    for (const [given = [], then = [], fixed = [], editable = [], reports = []] of orders()) {
+        for (const [isEditable, isTogether] of ways) {
+            const all = arrivals(isEditable, given, then);
+            for (const records of isTogether ? [all] : all.map((each) => [each])) {
+                stage.gateway.send(...records);
+                await stage.settled();
+            }
+            const shows = (isEditable ? editable : fixed).join();
+            const told = stage.events(18).map((event) => (event as string[])[1]);
+            const last = isEditable && told.length > 0 ? [shows] : [];
+            const name = [...given, ...then].join(' then ');
+            assert.equal(await at.evaluate(said), shows, name);
+            assert.deepEqual(isTogether ? told.slice(-1) : told, isTogether ? last : reports, name);
+            stage.gateway.send(['/tdom', element({})], ['./1', [{ id: '1', command: 'close' }]]);
+            stage.gateway.up.length = 0;
+        }
     }
 });
 

@@ -36,8 +36,10 @@ function show(element: HTMLElement, object: StoredObject, host: WidgetHost): voi
     const { text = currentItem(object), currentindex = -1 } = object.values;
     const follows = object.values.text === undefined;
     showText(fieldOf(element), text, object, host);
-    if (follows && (text !== '' || (currentindex < 0 && element.isConnected))) {
-        host.tell(object, textShown(object.id, text), { text });
+    const isNews = follows && (text !== '' || (currentindex < 0 && element.isConnected));
+    if (isNews || object.isMistaken) {
+        object.isMistaken = false;
+        host.tell(object, textShown(object.id, text), { text }, true);
     }
 }
 

@@ -81,13 +81,16 @@ private:
     static constexpr int s_reported = -2;
 
     bool isDescribedWhole() const override { return false; }
+    void tellLeftOut() const override;
     void judge();
     void judgeChoice(const DVComboBoxSelectEvent2& event);
     bool isEditable() const;
     void takeItem();
+    void noteText(bool isEmptied);
     bool hasItem(int index) const { return index >= 0 && index < count(); }
 
     int m_ownChoice = s_reported;  // what setSelection() chose, until the display has something new
+    bool m_isEmptied = false;      // the field is empty, whatever is selected
     bool m_isAstray = false;       // the backend took over the number of no item from the display
     WIRO::Emitter<void(const DVComboBoxSelectEvent2&)> m_selection;
     WIRO::Emitter<void(const DVComboBoxEditEvent2&)> m_edit;

@@ -82,6 +82,8 @@ public:
     WIRO::Emitter<bool(unsigned)> isEditable;
     WIRO::Emitter<std::u16string(unsigned)> fieldText;
     WIRO::Emitter<void(unsigned, const std::u16string&)> setFieldText;
+    /// Tells the display the text of its field once more, though it has not changed.
+    WIRO::Emitter<void(unsigned)> tellFieldText;
     /// The front object refuses the event that its implementation is emitting: what that took over
     /// from the display is put back, and the display is told how things are.
     WIRO::Emitter<void(unsigned)> putBack;

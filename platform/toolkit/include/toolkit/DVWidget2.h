@@ -89,6 +89,8 @@ protected:
     virtual void cameToFront() {}
     /// To be called after the backend has described the widget, and what is below it, to a display.
     void described();
+    /// Has tellLeftOut() called after each description from now on.
+    void leftOutOfDescriptions();
     /// Whether the widget keeps a person from itself and everything below it; `child` is the widget
     /// one step below on the way, null where the way begins.
     virtual bool keepsAway(const DVWidget2* child) const;
@@ -96,6 +98,10 @@ protected:
     void mayKeepAway();
 
 private:
+    friend class KeptSettings;
+
+    /// Tells the display what a description of the widget leaves out, beside what is set here.
+    virtual void tellLeftOut() const {}
     /// Has the backend show the widget, which is visible by now.
     virtual void showImplementation();
     /// The widget has become visible.
