@@ -28,8 +28,9 @@ import { Renderer } from '../widgets/Renderer.ts';
 import type { WidgetHost } from '../widgets/WidgetKind.ts';
 import { Desktop, type DesktopListener } from '../windows/Desktop.ts';
 import { MessageBoxes } from '../windows/MessageBoxes.ts';
-import { CompositionGate } from './CompositionGate.ts';
+import { Press } from '../windows/Press.ts';
 import { showEmptyNote } from './emptyNote.ts';
+import { Gate } from './Gate.ts';
 import { imageAddress, isClientId, makeClientId } from './identity.ts';
 import { Inbox, type InboxListener } from './Inbox.ts';
 import { Notices } from './Notices.ts';
@@ -61,7 +62,7 @@ export class Application implements LinkListener, InboxListener, WidgetHost, Des
     private readonly m_boxes: MessageBoxes;
     private readonly m_notices: Notices;
     private readonly m_observer: PageObserver;
-    private readonly m_gate: CompositionGate;
+    private readonly m_gate: Gate;
     private m_hadWindows = false;
     private m_full = false;
 
@@ -89,14 +90,13 @@ export class Application implements LinkListener, InboxListener, WidgetHost, Des
         );
         this.m_note.className = 'note';
         root.append(this.m_note);
-        this.m_desktop = new Desktop(root, this.m_renderer, this, clock, this);
+        const press = new Press(root, clock);
+        this.m_desktop = new Desktop(root, this.m_renderer, this, clock, press, this);
         this.m_observer.connect(this.m_renderer, this.m_desktop, () => this.windowsChanged());
         this.m_boxes = new MessageBoxes(root, () => this.topChanged());
         listen(root, this.m_store, this);
-        this.m_gate = new CompositionGate(root, (channel, text, known) => {
-            this.m_inbox.received(channel, text, known);
-            this.m_store.flush();
-        });
+        const take = this.m_inbox.received.bind(this.m_inbox);
+        this.m_gate = new Gate(root, press, take, () => this.settled());
         this.topChanged();
     }
 

@@ -9,6 +9,7 @@ import type { WidgetHost } from '../widgets/WidgetKind.ts';
 import { listenOnDesktop } from './desktopEvents.ts';
 import { afterLayout, Follower } from './Follower.ts';
 import { PlaceReporter } from './PlaceReporter.ts';
+import type { Press } from './Press.ts';
 import { keepScrolled } from './scrolled.ts';
 import { Stack } from './Stack.ts';
 import { taskbar } from './taskbar.ts';
@@ -52,6 +53,7 @@ export class Desktop implements WindowHost, WindowActions {
         renderer: Renderer,
         host: WidgetHost,
         clock: Clock,
+        press: Press,
         listener: DesktopListener,
     ) {
         this.m_root = root;
@@ -59,7 +61,7 @@ export class Desktop implements WindowHost, WindowActions {
         this.m_host = host;
         this.m_listener = listener;
         this.m_reporter = new PlaceReporter(clock, (frame, text) => host.send(frame.object, text));
-        this.m_follower = new Follower(host.pageSizes);
+        this.m_follower = new Follower(host.pageSizes, press);
         const showTitle = (): void => this.showTitle();
         this.stack = new Stack(renderer, () => listener.topChanged(), showTitle);
         this.m_root.append(this.m_bar);

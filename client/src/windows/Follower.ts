@@ -1,15 +1,21 @@
 import { Kind } from '../protocol/names.ts';
 import type { StoredObject } from '../store/StoredObject.ts';
 import type { PageSizes } from '../widgets/tabs/PageSizes.ts';
+import type { Press } from './Press.ts';
 import type { WindowFrame } from './WindowFrame.ts';
 
-/** Has windows follow what they hold, once before the next frame however much has changed. */
+/**
+ * Has windows follow what they hold, once before the next frame however much has changed, but not
+ * while a person presses something that might move.
+ */
 export class Follower {
     private readonly m_changed = new Map<WindowFrame, boolean>();
     private readonly m_pages: PageSizes;
+    private readonly m_press: Press;
 
-    constructor(pages: PageSizes) {
+    constructor(pages: PageSizes, press: Press) {
         this.m_pages = pages;
+        this.m_press = press;
     }
 
     /** The object takes another room; `anew` when something came that was not there before. */
@@ -20,7 +26,7 @@ export class Follower {
             }
         }
         if (this.m_changed.size === 0) {
-            afterLayout(() => this.follow());
+            afterLayout(() => this.m_press.whenUp(() => this.follow()));
         }
         this.m_changed.set(frame, anew || (this.m_changed.get(frame) ?? false));
     }

@@ -341,6 +341,7 @@ onStage('what a person has scrolled to stays, however its window is shown anew',
         modal: () => stage.write(1, 1, { modal: true }),
         hidden: () => stage.write(1, 1, { visible: false }),
         'shown again': () => stage.write(1, 1, { visible: true }),
+        reloaded: () => page.reload(),
     };
     await stage.open(1, {}, [panel, buttons]);
     for (const [height, scroller] of Object.entries({ 200: '.body', 600: '.gives' })) {
@@ -348,10 +349,30 @@ onStage('what a person has scrolled to stays, however its window is shown anew',
         await laidOut(stage);
         await page.locator(scroller).evaluate((e) => e.scrollTo(0, 50));
         for (const [step, take] of Object.entries(steps)) {
-            take();
+            await take();
             await laidOut(stage);
             const scrolled = await page.locator(scroller).evaluate((e) => e.scrollTop);
             assert.equal(scrolled, step === 'hidden' ? 0 : 50, `${scroller}: ${step}`);
         }
     }
+});
+
+onStage('what a person presses neither moves nor gives way before it is a click', async (stage) => {
+    const { page, gateway } = stage;
+    await stage.open(1, {}, [widget(8, 'Text', { text: 'short' }), buttons]);
+    const ok = stage.at(6);
+    const place = await ok.boundingBox();
+    await ok.hover();
+    await page.mouse.down();
+    stage.write(1, 8, { text: 'long '.repeat(99) });
+    stage.write(1, 1, { moveTo: '[0,0]' });
+    gateway.send(['./1', { ...buttons, msgType: 'refresh', parentId: '2' }]);
+    gateway.send(['.', { id: '20', type: 'Dialog', modal: true, title: 'Over it' }]);
+    await gateway.until(() => gateway.peer.isAcknowledged, 'all of it');
+    await laidOut(stage);
+    assert.deepEqual(await ok.boundingBox(), place);
+    await page.mouse.up();
+    await stage.untilEvents(6, ['onClick']);
+    await page.getByRole('dialog', { name: 'Over it' }).waitFor();
+    assert.notDeepEqual(await ok.boundingBox(), place);
 });
