@@ -4,11 +4,12 @@ import type { Rect, Size } from '../protocol/geometry.ts';
 import { asNumber, isObject } from '../protocol/guards.ts';
 import type { StoredObject } from '../store/StoredObject.ts';
 import { chrome } from './chrome.ts';
+import { afterLayout } from './Follower.ts';
 import { makeMovable, type Movable } from './gestures.ts';
 import { fit, measureNaturally } from './fit.ts';
 import { fitSize, firstPlace } from './placement.ts';
 import { Place, wholeRect, type StoredPlace } from './Place.ts';
-import { keepScrolled } from './scrolled.ts';
+import { keepScrolled, restoreScrolled, storeScrolled, type Scrolled } from './scrolled.ts';
 import { asSizing, followContents, type Sizable, type Sizing } from './sizing.ts';
 
 /** What a window asks of the desktop it stands on. */
@@ -33,6 +34,7 @@ export interface StoredFrame {
     readonly restored: Mode;
     readonly sizing: Sizing;
     readonly zoom: number;
+    readonly scrolled: readonly Scrolled[];
 }
 
 /** A window of the program: a native dialog with a frame around what the renderer shows in it. */
@@ -210,6 +212,7 @@ export class WindowFrame implements Movable, Sizable {
             restored: this.m_restored,
             sizing: this.m_sizing,
             zoom: this.m_zoom,
+            scrolled: storeScrolled(this.body),
         };
     }
 
@@ -222,6 +225,7 @@ export class WindowFrame implements Movable, Sizable {
         this.setZoom(asNumber(stored['zoom']) ?? 1);
         this.setMode(asMode(stored['restored']));
         this.setMode(asMode(stored['mode']));
+        afterLayout(() => restoreScrolled(this.body, stored['scrolled']));
     }
 
     /** A frame of the same size moves the window, and leaves open who decides its size. */

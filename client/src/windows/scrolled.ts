@@ -1,3 +1,4 @@
+import { asId, asNumber, isObject } from '../protocol/guards.ts';
 import { fit, giverIn } from './fit.ts';
 
 /** To look at what is scrolled may cost a layout, so elements further inside are left alone. */
@@ -15,14 +16,34 @@ function scrollersIn(body: HTMLElement): HTMLElement[] {
     return giver === undefined ? [body] : [body, giver];
 }
 
-export function scrolledIn(body: HTMLElement): Scrolled[] {
-    return scrollersIn(body)
+function scrolledOf(elements: readonly HTMLElement[]): Scrolled[] {
+    return elements
         .map(({ dataset, scrollLeft, scrollTop }) => ({
             id: dataset['id'],
             left: scrollLeft,
             top: scrollTop,
         }))
         .filter(({ left, top }) => left !== 0 || top !== 0);
+}
+
+export function scrolledIn(body: HTMLElement): Scrolled[] {
+    return scrolledOf(scrollersIn(body));
+}
+
+/** Everything in the window that is scrolled, for a page that goes: each element is looked at. */
+export function storeScrolled(body: HTMLElement): Scrolled[] {
+    return scrolledOf([body, ...body.querySelectorAll<HTMLElement>('[data-id]')]);
+}
+
+/** What was stored, once all of it is laid out again. */
+export function restoreScrolled(body: HTMLElement, stored: unknown): void {
+    fit(body);
+    for (const each of Array.isArray(stored) ? (stored as unknown[]) : []) {
+        const { id, left, top } = isObject(each) ? each : {};
+        const inner = `[data-id="${asId(id) ?? 0}"]`;
+        const element = id === undefined ? body : body.querySelector(inner);
+        element?.scrollTo(asNumber(left) ?? 0, asNumber(top) ?? 0);
+    }
 }
 
 /**
