@@ -124,6 +124,13 @@ function comment(meaning) {
         : ['    /**', ...words.match(/.{1,90}(?: |$)/g).map((line) => `     * ${line.trim()}`), '     */'];
 }
 
+function membersOf({ name, members = {} }) {
+    const list = Object.entries(members).map(
+        ([member, { form }]) => `readonly ${member}: ${forms[form].page.type}`,
+    );
+    return `    ${name}: ${list.length > 0 ? `{ ${list.join('; ')} }` : 'object'};`;
+}
+
 const values = [
     ...imported(),
     '',
@@ -158,7 +165,7 @@ const values = [
     '',
     '/** What only the model document tells, and how an element is that does not say it. */',
     'export const elementDefaults = {',
-    ...read.map(({ name, form }) => `    ${name}: ${literal(form.empty)},`),
+    ...read.map(({ name, start }) => `    ${name}: ${literal(start)},`),
     '} satisfies PartialValues;',
     'export type ElementName = keyof typeof elementDefaults;',
     '',
@@ -169,6 +176,12 @@ const values = [
         .filter(([, list]) => list.length > 0)
         .map(([name, list]) => `    [${quote(name)}, [${list.map((each) => quote(each.name)).join(', ')}]],`),
     ']);',
+    '',
+    '/** What the page tells with each event, beside the object and the event itself. */',
+    'export interface EventMembers {',
+    ...events.map(membersOf),
+    '}',
+    'export type EventName = keyof EventMembers;',
 ];
 
 export const outputs = [

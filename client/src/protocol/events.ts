@@ -1,50 +1,14 @@
 import type { Rect } from './geometry.ts';
-import { Event, Up } from './names.ts';
+import { Up } from './names.ts';
+import type { EventMembers, EventName } from './values.ts';
 
-/** Up, window channel: what the person did to one object. */
-
-export function clicked(id: number): string {
-    return JSON.stringify({ [Up.id]: String(id), [Up.event]: Event.onClick });
-}
-
-export function toggled(id: number, value: boolean): string {
-    return JSON.stringify({ [Up.id]: String(id), [Up.event]: Event.onToggle, [Up.value]: value });
-}
-
-export function edited(id: number, value: string): string {
-    return JSON.stringify({ [Up.id]: String(id), [Up.event]: Event.onEdit, [Up.value]: value });
-}
-
-export function editFinished(id: number, value: string): string {
-    return JSON.stringify({ [Up.id]: String(id), [Up.event]: Event.onEditFinish, [Up.value]: value });
-}
-
-/** An item of a combo box was chosen. */
-export function itemSelected(id: number, index: number, value: string): string {
-    return JSON.stringify({
-        [Up.id]: String(id),
-        [Up.event]: Event.onSelectionChange,
-        [Up.index]: index,
-        [Up.value]: value,
-    });
-}
-
-/** The program chose an item, which has become the text of the field: it happened, nobody did it. */
-export function textShown(id: number, value: string): string {
-    return JSON.stringify({ [Up.id]: String(id), [Up.event]: Event.textShown, [Up.value]: value });
-}
-
-export function tabChanged(id: number, newIndex: number): string {
-    return tabEvent(id, Event.tabchanged, newIndex);
-}
-
-/** The person wants the tab to go; the program decides. */
-export function tabCloseRequested(id: number, newIndex: number): string {
-    return tabEvent(id, Event.close, newIndex);
-}
-
-function tabEvent(id: number, event: string, newIndex: number): string {
-    return JSON.stringify({ [Up.id]: String(id), [Up.event]: event, [Up.newIndex]: newIndex });
+/** Up, window channel: what happened to one object, with the members that the event has. */
+export function happened<E extends EventName>(
+    id: number,
+    event: E,
+    members: EventMembers[E],
+): string {
+    return JSON.stringify({ [Up.id]: String(id), [Up.event]: event, ...members });
 }
 
 export function fontSizeStep(id: number, larger: boolean): string {

@@ -221,3 +221,16 @@ export const elementReads: ReadonlyMap<unknown, readonly ElementName[]> = new Ma
     ['ComboBox', ['entries', 'placeholder']],
     ['Edit', ['placeholder']],
 ]);
+
+/** What the page tells with each event, beside the object and the event itself. */
+export interface EventMembers {
+    onClick: object;
+    onToggle: { readonly value: boolean };
+    onEdit: { readonly value: string };
+    onEditFinish: { readonly value: string };
+    onSelectionChange: { readonly index: number; readonly value: string };
+    textShown: { readonly value: string };
+    tabchanged: { readonly newIndex: number };
+    close: { readonly newIndex: number };
+}
+export type EventName = keyof EventMembers;

@@ -4,13 +4,20 @@ import { actionsIn } from '../../src/losses/action.ts';
 import { bestMatch, caption, type Field } from '../../src/losses/field.ts';
 import { asPlainText, deed, type Loss } from '../../src/losses/Loss.ts';
 import { LossList } from '../../src/losses/LossList.ts';
-import { clicked, edited, editFinished, itemSelected, toggled } from '../../src/protocol/events.ts';
+import { happened } from '../../src/protocol/events.ts';
 import { dialogDestroyed, dialogReady } from '../../src/protocol/lifecycle.ts';
 
 test('of what was sent a person did only some, and of a value the last one counts', () => {
     const sent = [
-        ...[dialogReady(5), edited(8, 'a'), clicked(9), edited(8, 'ab'), toggled(7, true)],
-        ...[toggled(7, false), clicked(9), itemSelected(6, 2, 'blue'), editFinished(8, 'ab')],
+        dialogReady(5),
+        happened(8, 'onEdit', { value: 'a' }),
+        happened(9, 'onClick', {}),
+        happened(8, 'onEdit', { value: 'ab' }),
+        happened(7, 'onToggle', { value: true }),
+        happened(7, 'onToggle', { value: false }),
+        happened(9, 'onClick', {}),
+        happened(6, 'onSelectionChange', { index: 2, value: 'blue' }),
+        happened(8, 'onEditFinish', { value: 'ab' }),
         ...['{"id":"5","geometry":{"x":1,"y":1,"width":1,"height":1},"resize":true}', 'no JSON'],
     ].map((text) => ({ channel: './5', text }));
     const others = [

@@ -7,7 +7,7 @@ import { parseJson, type JsonObject } from '../../src/protocol/guards.ts';
 import { dialogDestroyed, dialogReady } from '../../src/protocol/lifecycle.ts';
 import { Event, Kind, Up } from '../../src/protocol/names.ts';
 import { propertyNames } from '../../src/protocol/properties.ts';
-import { triggers } from '../../src/protocol/values.ts';
+import { triggers, type EventMembers, type EventName } from '../../src/protocol/values.ts';
 import type { Rect } from '../../src/protocol/geometry.ts';
 import { assertApplied, objectsIn, structure } from '../support/applied.ts';
 import { changes, WirePage } from '../support/WirePage.ts';
@@ -168,15 +168,22 @@ function placed(before: (now: events.WindowPlace) => events.WindowPlace | undefi
     };
 }
 
+function says(event: EventName, ...members: readonly string[]): Say {
+    return (id, ...values) => {
+        const told = Object.fromEntries(members.map((member, index) => [member, values[index]]));
+        return events.happened(id, event, told as unknown as EventMembers[EventName]);
+    };
+}
+
 const verbs = new Map<string, Say>([
-    ['click', events.clicked],
-    ['toggle', (id, value) => events.toggled(id, value as boolean)],
-    ['input', (id, value) => events.edited(id, value as string)],
-    ['finish', (id, value) => events.editFinished(id, value as string)],
-    ['select', (id, index, text) => events.itemSelected(id, index as number, text as string)],
-    ['showText', (id, text) => events.textShown(id, text as string)],
-    ['turnTo', (id, index) => events.tabChanged(id, index as number)],
-    ['closeTab', (id, index) => events.tabCloseRequested(id, index as number)],
+    ['click', says(Event.onClick)],
+    ['toggle', says(Event.onToggle, 'value')],
+    ['input', says(Event.onEdit, 'value')],
+    ['finish', says(Event.onEditFinish, 'value')],
+    ['select', says(Event.onSelectionChange, 'index', 'value')],
+    ['showText', says(Event.textShown, 'value')],
+    ['turnTo', says(Event.tabchanged, 'newIndex')],
+    ['closeTab', says(Event.close, 'newIndex')],
     ['increaseFontSize', (id) => events.fontSizeStep(id, true)],
     ['decreaseFontSize', (id) => events.fontSizeStep(id, false)],
     ['place', placed(() => undefined)],

@@ -1,5 +1,5 @@
-import { clicked, toggled } from '../../protocol/events.ts';
-import { Kind } from '../../protocol/names.ts';
+import { happened } from '../../protocol/events.ts';
+import { Event, Kind } from '../../protocol/names.ts';
 import type { StoredObject } from '../../store/StoredObject.ts';
 import { baseAppliers, enableControl, namedAppliers, prototypeOf } from '../base.ts';
 import { showIcon } from '../icon.ts';
@@ -68,9 +68,10 @@ export const button: WidgetKind = {
             if (object.values.checkable) {
                 object.values.checked = !object.values.checked;
                 showPressed(element, object);
-                host.send(object, toggled(object.id, object.values.checked));
+                const value = object.values.checked;
+                host.send(object, happened(object.id, Event.onToggle, { value }));
             }
-            host.send(object, clicked(object.id));
+            host.send(object, happened(object.id, Event.onClick, {}));
         },
     },
 };

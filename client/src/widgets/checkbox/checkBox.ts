@@ -1,5 +1,5 @@
-import { toggled } from '../../protocol/events.ts';
-import { Kind } from '../../protocol/names.ts';
+import { happened } from '../../protocol/events.ts';
+import { Event, Kind } from '../../protocol/names.ts';
 import type { StoredObject } from '../../store/StoredObject.ts';
 import { enableControl, namedAppliers, prototypeOf } from '../base.ts';
 import { showIcon } from '../icon.ts';
@@ -42,7 +42,8 @@ export const checkBox: WidgetKind = {
     events: {
         change: (object, element, _event, host) => {
             const { checked } = boxOf(element);
-            host.tell(object, toggled(object.id, checked), { checked });
+            const message = happened(object.id, Event.onToggle, { value: checked });
+            host.tell(object, message, { checked });
         },
         keydown: (object, _element, event, host) => {
             if (event.key === 'Enter') {

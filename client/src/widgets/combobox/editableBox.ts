@@ -1,5 +1,5 @@
-import { textShown } from '../../protocol/events.ts';
-import { Kind } from '../../protocol/names.ts';
+import { happened } from '../../protocol/events.ts';
+import { Event, Kind } from '../../protocol/names.ts';
 import type { StoredObject } from '../../store/StoredObject.ts';
 import { baseAppliers, enableControl, prototypeOf } from '../base.ts';
 import { prepareField, showText, typingEvents } from '../edit/typing.ts';
@@ -39,7 +39,8 @@ function show(element: HTMLElement, object: StoredObject, host: WidgetHost): voi
     const isNews = follows && (text !== '' || (currentindex < 0 && element.isConnected));
     if (isNews || object.isMistaken) {
         object.isMistaken = false;
-        host.tell(object, textShown(object.id, text), { text }, true);
+        const message = happened(object.id, Event.textShown, { value: text });
+        host.tell(object, message, { text }, true);
     }
 }
 

@@ -1,4 +1,5 @@
-import { itemSelected } from '../../protocol/events.ts';
+import { happened } from '../../protocol/events.ts';
+import { Event } from '../../protocol/names.ts';
 import type { StoredObject } from '../../store/StoredObject.ts';
 import type { WidgetHost } from '../WidgetKind.ts';
 
@@ -10,7 +11,8 @@ export function currentItem(object: StoredObject): string {
 /** The person chose an item. */
 export function tellSelected(object: StoredObject, index: number, host: WidgetHost): void {
     const text = object.values.entries?.[index] ?? '';
-    host.tell(object, itemSelected(object.id, index, text), { currentindex: index, text });
+    const message = happened(object.id, Event.onSelectionChange, { index, value: text });
+    host.tell(object, message, { currentindex: index, text });
 }
 
 /**

@@ -1,5 +1,5 @@
-import { edited, editFinished } from '../../protocol/events.ts';
-import { Kind } from '../../protocol/names.ts';
+import { happened } from '../../protocol/events.ts';
+import { Event, Kind } from '../../protocol/names.ts';
 import type { StoredObject } from '../../store/StoredObject.ts';
 import type { WidgetEvents, WidgetHost } from '../WidgetKind.ts';
 import { caretIn } from './caret.ts';
@@ -38,7 +38,7 @@ function tellTyped(input: HTMLInputElement, object: StoredObject, host: WidgetHo
     const text = input.value;
     if (text !== object.values.text) {
         host.edits.open(object.id);
-        host.tell(object, edited(object.id, text), { text });
+        host.tell(object, happened(object.id, Event.onEdit, { value: text }), { text });
     }
 }
 
@@ -49,7 +49,7 @@ export function finishTyping(
 ): void {
     const text = input.value;
     host.edits.close(object.id);
-    const message = editFinished(object.id, text);
+    const message = happened(object.id, Event.onEditFinish, { value: text });
     if (object.type === Kind.comboBox) {
         host.tell(object, message, { text });
     } else {

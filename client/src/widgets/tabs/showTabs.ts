@@ -1,6 +1,6 @@
 import { html, nothing, render, type TemplateResult } from 'lit';
-import { tabChanged } from '../../protocol/events.ts';
-import { TABPOSITION_EAST, TABPOSITION_WEST } from '../../protocol/names.ts';
+import { happened } from '../../protocol/events.ts';
+import { Event, TABPOSITION_EAST, TABPOSITION_WEST } from '../../protocol/names.ts';
 import type { StoredObject } from '../../store/StoredObject.ts';
 import type { WidgetHost } from '../WidgetKind.ts';
 
@@ -45,7 +45,8 @@ export function showTabs(element: HTMLElement, object: StoredObject, host: Widge
 /** The person turned to a page. */
 export function turnTo(object: StoredObject, index: number, host: WidgetHost): void {
     if (index !== object.values.currentindex) {
-        host.tell(object, tabChanged(object.id, index), { currentindex: index });
+        const message = happened(object.id, Event.tabchanged, { newIndex: index });
+        host.tell(object, message, { currentindex: index });
         showTabs(object.view as HTMLElement, object, host);
         host.contentsChanged(object);
     }

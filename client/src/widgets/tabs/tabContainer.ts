@@ -1,5 +1,5 @@
-import { tabCloseRequested } from '../../protocol/events.ts';
-import { Kind } from '../../protocol/names.ts';
+import { happened } from '../../protocol/events.ts';
+import { Event, Kind } from '../../protocol/names.ts';
 import type { StoredObject } from '../../store/StoredObject.ts';
 import { baseAppliers, prototypeOf } from '../base.ts';
 import type { WidgetHost, WidgetKind } from '../WidgetKind.ts';
@@ -27,6 +27,11 @@ function tabOf(target: EventTarget | null): HTMLElement | undefined {
 
 function indexOf(tab: HTMLElement): number {
     return Number(tab.dataset['index']);
+}
+
+/** The user wants the tab to go; the program decides. */
+function closeRequest(object: StoredObject, tab: HTMLElement): string {
+    return happened(object.id, Event.close, { newIndex: indexOf(tab) });
 }
 
 /** How far a key moves along the tabs; the first and the last are far enough away. */
@@ -66,7 +71,7 @@ function pressed(
         turnTo(object, indexOf(next), host);
     } else if (event.key === 'Delete' && object.values.closable) {
         event.preventDefault();
-        host.send(object, tabCloseRequested(object.id, indexOf(tab)));
+        host.send(object, closeRequest(object, tab));
     }
 }
 
@@ -101,7 +106,7 @@ export const tabContainer: WidgetKind = {
                 return;
             }
             if ((event.target as Element).closest('.tab-close')) {
-                host.send(object, tabCloseRequested(object.id, indexOf(tab)));
+                host.send(object, closeRequest(object, tab));
             } else {
                 turnTo(object, indexOf(tab), host);
             }
