@@ -124,7 +124,7 @@ host::ArrayPointer convert(lua_State* state, int index, int level) {
         case LUA_TNUMBER:
             return host::ArrayPointer(kaCreateDoubleScalar(lua_tonumber(state, index)));
         case LUA_TSTRING:
-            return host::ArrayPointer(kaCreateString(textAt(state, index)));
+            return host::ArrayPointer(kaAdoptString(textAt(state, index)));
         case LUA_TTABLE:
             return convertTable(state, index, level);
         case LUA_TUSERDATA:
@@ -146,16 +146,18 @@ CallArguments::CallArguments(lua_State* state, int first) {
     const int last = lua_gettop(state);
     std::size_t characters = 0;
     for (int index = first; index <= last; ++index) {
+        characters += lua_type(state, index) == LUA_TSTRING ? lua_rawlen(state, index) : 0;
+    }
+    // Before the call, and its values: what an earlier one made may go first.
+    countHostMemory(state, characters * s_bytesOfCharacter);
+    for (int index = first; index <= last; ++index) {
         if (const kaArray* object = Instances::find(state, index)) {
             m_values.push_back(object);
         } else {
             m_made.push_back(toHost(state, index));
             m_values.push_back(m_made.back().get());
-            characters += kaIsChar(m_values.back()) ? kaGetNumberOfElements(m_values.back()) : 0;
         }
     }
-    // Before the call: what an earlier one made may go first.
-    countHostMemory(state, characters * s_bytesOfCharacter);
 }
 
 }  // namespace DOVA::console

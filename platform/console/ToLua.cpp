@@ -97,7 +97,7 @@ void push(lua_State* state, const kaArray* value, int level) {
     luaL_checkstack(state, 8, "the value has too many levels");
     switch (kaGetClassID(value)) {
         case kaClassID::Char:
-            return pushText(state, kaGetString(value));
+            return pushText(state, kaViewString(value));
         case kaClassID::Cell:
             return pushList(state, kaGetNumberOfElements(value), [&](std::size_t index) {
                 push(state, kaGetCell(value, index), level + 1);

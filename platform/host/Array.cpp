@@ -151,6 +151,12 @@ kaArray* kaCreateString(std::u16string_view text) {
     return kaCreateCharMatrix(text.empty() ? 0 : 1, text.size(), text.data());
 }
 
+kaArray* kaAdoptString(std::u16string text) {
+    ArrayPointer array = createMatrix<std::u16string>(text.empty() ? 0 : 1, text.size());
+    std::get<std::u16string>(array->content) = std::move(text);
+    return array.release();
+}
+
 kaArray* kaCreateLogicalMatrix(std::size_t rows, std::size_t columns, const bool* elements) {
     return copyMatrix<Elements<bool>>(rows, columns, elements);
 }
@@ -259,8 +265,13 @@ std::uint64_t kaGetUInt64Scalar(const kaArray* array) noexcept {
 }
 
 std::u16string kaGetString(const kaArray* array) {
+    return kaViewString(array);
+}
+
+const std::u16string& kaViewString(const kaArray* array) noexcept {
+    static const auto& s_none = *new std::u16string;  // for static arrays, too
     const auto* text = contentOf<std::u16string>(array);
-    return text != nullptr ? *text : std::u16string();
+    return text != nullptr ? *text : s_none;
 }
 
 const kaArray* kaGetCell(const kaArray* array, std::size_t index) noexcept {

@@ -3,6 +3,7 @@
 #include <utility>
 
 #include "ArrayEdits.h"
+#include "TextRoom.h"
 #include "scripting/JSONArrayFunctions.h"
 
 namespace DOVA::web::mi {
@@ -11,28 +12,34 @@ namespace {
 
 using ribo::factory::kaArrayProxy;
 
+/// Whether what a script gives may become an element; otherwise prints why not.
+template <class X>
+bool mayAdd(QJsonArray& self, X& value) {
+    return fitsQt(value) && makeRoom(self, bytesOf(value)) && checkLevels(self, levelsOf(value));
+}
+
 // X is what scripts give: a JSON value, object or array, or any plain value.
 template <class X>
 void insert(QJsonArray& self, int index, X& value) {
-    if (checkInsert(self, index) && fitsQt(value) && checkLevels(self, levelsOf(value))) {
+    if (checkInsert(self, index) && mayAdd(self, value)) {
         self.insert(index, toJSON(value));
     }
 }
 template <class X>
 void append(QJsonArray& self, X& value) {
-    if (fitsQt(value) && checkLevels(self, levelsOf(value))) {
+    if (mayAdd(self, value)) {
         self.append(toJSON(value));
     }
 }
 template <class X>
 void prepend(QJsonArray& self, X& value) {
-    if (fitsQt(value) && checkLevels(self, levelsOf(value))) {
+    if (mayAdd(self, value)) {
         self.prepend(toJSON(value));
     }
 }
 template <class X>
 void replace(QJsonArray& self, int index, X& value) {
-    if (checkReplace(self, index) && fitsQt(value) && checkLevels(self, levelsOf(value))) {
+    if (checkReplace(self, index) && mayAdd(self, value)) {
         self.replace(index, toJSON(value));
     }
 }

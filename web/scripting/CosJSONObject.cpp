@@ -4,6 +4,7 @@
 
 #include "../core/TextConversions.h"
 #include "JSONText.h"
+#include "TextRoom.h"
 #include "scripting/JSONObjectFunctions.h"
 
 namespace DOVA::web::mi {
@@ -15,14 +16,17 @@ using ribo::factory::kaArrayProxy;
 // X is what scripts give: a JSON value, object or array, or any plain value.
 template <class X>
 void insert(QJsonObject& self, const std::u16string& key, X& value) {
-    if (fits(key) && fitsQt(value) && checkLevels(self, levelsOf(value))) {
+    if (fits(key) && fitsQt(value) && makeRoom(self, bytesOf(key) + bytesOf(value)) &&
+        checkLevels(self, levelsOf(value))) {
         self.insert(toView(key), toJSON(value));
     }
 }
 
 void insertFromJSON(QJsonObject& self, const std::u16string& key, const std::u16string& text) {
     levelsAtMost(self) = s_mostLevels;  // a parsed text has as many as any
-    objectInsertFromJSON(self, key, text);
+    if (fits(key) && makeRoom(self, bytesOf(key))) {
+        objectInsertFromJSON(self, key, text);
+    }
 }
 
 kaArrayProxy value(QJsonObject& self, const std::u16string& key) {

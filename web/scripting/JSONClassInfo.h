@@ -27,7 +27,10 @@ public:
 
 protected:
     // A value that was copied over another has as many levels as any.
-    void onSelfCopied(T& self) const override { levelsAtMost(self) = s_mostLevels; }
+    void onSelfCopied(T& self) const override {
+        levelsAtMost(self) = s_mostLevels;
+        textBytes(self) = {};
+    }
 };
 
 /// An element of an instance for the host: known to have one level less.

@@ -3,6 +3,7 @@
 #include <QJsonArray>
 #include <QJsonObject>
 #include <QJsonValue>
+#include <cstddef>
 
 #include "host/ribo/factory/kaArrayProxy.h"
 
@@ -17,18 +18,30 @@ constexpr int s_mostLevels = 1024;
 /// `s_mostLevels`.
 int countLevels(const QJsonValue& value);
 
+/// How many bytes texts and keys take in an array or object: see TextRoom.h.
+struct TextBytes {
+    std::size_t living = 0;  // at most, when it was made anew; before that nobody knows
+    std::size_t added = 0;   // since then
+};
+
 /// An array or object of a script, and what is known about it. An instance holds the whole; its
 /// methods get the value.
 template <class T>
 struct Noted {
     T value{};
     int levels = s_mostLevels;  // so many, or fewer; only edits that nest it somewhere want to know
+    TextBytes texts{};
 };
 
 /// How many levels an instance's value has at most. It is to be told of every edit that nests.
 template <class T>
 int& levelsAtMost(T& self) {
     return reinterpret_cast<Noted<T>&>(self).levels;
+}
+
+template <class T>
+TextBytes& textBytes(T& self) {
+    return reinterpret_cast<Noted<T>&>(self).texts;
 }
 
 // The levels of what a script gives to an edit. An instance's are counted once, and only where its

@@ -43,6 +43,8 @@ DOVA_PLATFORM_EXPORT kaArray* kaCreateUInt64Scalar(std::uint64_t value);
 
 /// A row of characters, 1 x n; 0 x 0 for an empty text. Any units: zeros and lone surrogates stay.
 DOVA_PLATFORM_EXPORT kaArray* kaCreateString(std::u16string_view text);
+/// The same without a copy: the array takes the text over.
+DOVA_PLATFORM_EXPORT kaArray* kaAdoptString(std::u16string text);
 
 // Matrices: `elements` holds rows * columns elements, column by column, and is copied; null gives
 // elements that are false or zero. More elements than memory can count throw `std::length_error`,
@@ -108,6 +110,8 @@ DOVA_PLATFORM_EXPORT std::uint64_t kaGetUInt64Scalar(const kaArray* array) noexc
 
 /// All characters of a character array, column by column; empty for every other class.
 DOVA_PLATFORM_EXPORT std::u16string kaGetString(const kaArray* array);
+/// The same without a copy; lives as long as the array.
+DOVA_PLATFORM_EXPORT const std::u16string& kaViewString(const kaArray* array) noexcept;
 
 /// The cell at `index`, counted from 0 column by column; belongs to the array. Null beyond the
 /// cells, for a cell that was given as null, and for every other class.

@@ -70,7 +70,7 @@ struct TypeOf<double> {
 template <>
 struct TypeOf<std::u16string> {
     DOVA_RIBO_TYPE_NAME("RiboFactoryString scalar")
-    static std::u16string fromHost(const kaArray* value) { return kaGetString(value); }
+    static const std::u16string& fromHost(const kaArray* value) { return kaViewString(value); }
     static host::ArrayPointer toHost(const std::u16string& value) {
         return host::ArrayPointer(kaCreateString(value));
     }
