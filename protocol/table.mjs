@@ -33,9 +33,9 @@ export const kinds = raw.kinds.kinds.map((kind) => ({
 
 /** The kinds that a name stands for: a group, one kind, or several with commas between. */
 function kindsIn(names) {
-    const found = names.split(', ').map((name) =>
-        kinds.filter((kind) => kind.name === name || kind.groups.includes(name)),
-    );
+    const found = names
+        .split(', ')
+        .map((name) => kinds.filter((kind) => kind.name === name || kind.groups.includes(name)));
     if (found.some((each) => each.length === 0)) {
         throw new Error(`protocol: there is no kind or group "${names}"`);
     }

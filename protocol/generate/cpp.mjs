@@ -1,6 +1,19 @@
 import {
-    bases, elementBases, eventForms, eventMembers, events, forms, gateway, kinds, lifeCycle, messages,
-    nameOf, ofElements, ofObjects, once, paths,
+    bases,
+    elementBases,
+    eventForms,
+    eventMembers,
+    events,
+    forms,
+    gateway,
+    kinds,
+    lifeCycle,
+    messages,
+    nameOf,
+    ofElements,
+    ofObjects,
+    once,
+    paths,
 } from '../table.mjs';
 import { mark } from './mark.mjs';
 
@@ -71,7 +84,12 @@ const propertyNames = pair('web/core/PropertyNames', [
         'QString',
         same([...eventMembers, ...eventForms.reportedRectangle.members]),
     ],
-    ['What can have happened to an object of a client.', 'events', 'QString', same(events.map(nameOf))],
+    [
+        'What can have happened to an object of a client.',
+        'events',
+        'QString',
+        same(events.map(nameOf)),
+    ],
     [
         "What an object is. An object with a model element bears the name of the element's type.",
         'kinds',
@@ -102,7 +120,12 @@ const lifeCycleNames = pair('web/core/LifeCycleNames', [
         'QString',
         same(lifeCycle.map(nameOf)),
     ],
-    ['The channel that all others of a page begin with.', 'lifecycle', 'std::string', [rootChannel]],
+    [
+        'The channel that all others of a page begin with.',
+        'lifecycle',
+        'std::string',
+        [rootChannel],
+    ],
 ]);
 
 // ---- the platform: constants in headers alone

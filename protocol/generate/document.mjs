@@ -17,7 +17,10 @@ function parametersOf(address) {
 
 const query = {
     type: 'object',
-    properties: table(gateway.query, ({ schema, meaning }) => ({ ...schema, description: meaning })),
+    properties: table(gateway.query, ({ schema, meaning }) => ({
+        ...schema,
+        description: meaning,
+    })),
     required: gateway.query.filter(({ required }) => required).map(nameOf),
 };
 const bindings = { ws: { method: 'GET', bindingVersion: '0.1.0', query } };
@@ -55,7 +58,10 @@ function message({ name, title, meaning, contentType, schema, examples }) {
         summary: meaning,
         ...(contentType && { contentType }),
         payload: { $ref: payload },
-        examples: examples.map((each, index) => ({ name: `${name}Example${index + 1}`, payload: each })),
+        examples: examples.map((each, index) => ({
+            name: `${name}Example${index + 1}`,
+            payload: each,
+        })),
     };
 }
 

@@ -1,4 +1,12 @@
-import { kinds, messages, nameOf, namesOf, ofObjects, properties, typeInWrites } from '../table.mjs';
+import {
+    kinds,
+    messages,
+    nameOf,
+    namesOf,
+    ofObjects,
+    properties,
+    typeInWrites,
+} from '../table.mjs';
 import { json } from './json.mjs';
 import { mark } from './mark.mjs';
 
@@ -80,5 +88,8 @@ const [first, ...rest] = [
 ];
 
 export const outputs = [
-    ['docs/protocol/examples/properties.json', `${json([{ $comment: mark, ...first }, ...rest])}\n`],
+    [
+        'docs/protocol/examples/properties.json',
+        `${json([{ $comment: mark, ...first }, ...rest])}\n`,
+    ],
 ];

@@ -1,7 +1,15 @@
 import { readFileSync } from 'node:fs';
 
 import {
-    eventForms, events, gateway, kinds, lifeCycle, nameOf, ofElements, ofObjects, reports,
+    eventForms,
+    events,
+    gateway,
+    kinds,
+    lifeCycle,
+    nameOf,
+    ofElements,
+    ofObjects,
+    reports,
 } from '../table.mjs';
 
 /** The tables of the guide, each between two comments that bear its name. */
@@ -38,7 +46,9 @@ function valueOf({ form, words, always }) {
 function rowsOf(names, cells) {
     return ofObjects.flatMap((property) => {
         const entries = [...property.entries.values()].filter((entry) => names(entry.names));
-        return entries.length === 0 ? [] : [[code(property.name), valueOf(property), ...cells(entries)]];
+        return entries.length === 0
+            ? []
+            : [[code(property.name), valueOf(property), ...cells(entries)]];
     });
 }
 
@@ -171,4 +181,6 @@ function filled(guide) {
     return text;
 }
 
-export const outputs = [[path, filled(readFileSync(new URL(`../../${path}`, import.meta.url), 'utf8'))]];
+export const outputs = [
+    [path, filled(readFileSync(new URL(`../../${path}`, import.meta.url), 'utf8'))],
+];

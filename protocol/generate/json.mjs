@@ -24,6 +24,8 @@ function onOneLine(value) {
     if (Array.isArray(value)) {
         return `[${value.map(onOneLine).join(', ')}]`;
     }
-    const members = Object.entries(value).map(([key, item]) => `${JSON.stringify(key)}: ${onOneLine(item)}`);
+    const members = Object.entries(value).map(
+        ([key, item]) => `${JSON.stringify(key)}: ${onOneLine(item)}`,
+    );
     return `{${members.join(', ')}}`;
 }

@@ -1,6 +1,17 @@
 import {
-    eventForms, events, gateway, kinds, lifeCycle, messages, nameOf, namesOf, ofElements, ofObjects,
-    reports, sentence as sentenceOf, typeInWrites,
+    eventForms,
+    events,
+    gateway,
+    kinds,
+    lifeCycle,
+    messages,
+    nameOf,
+    namesOf,
+    ofElements,
+    ofObjects,
+    reports,
+    sentence as sentenceOf,
+    typeInWrites,
 } from '../table.mjs';
 import { json } from './json.mjs';
 import { mark } from './mark.mjs';
@@ -30,10 +41,16 @@ function described(meaning, form) {
 
 function object(properties, isClosed) {
     const required = Object.keys(properties);
-    return { type: 'object', properties, required, ...(isClosed && { additionalProperties: false }) };
+    return {
+        type: 'object',
+        properties,
+        required,
+        ...(isClosed && { additionalProperties: false }),
+    };
 }
 
-const fromEntries = (list, value) => Object.fromEntries(list.map((each) => [each.name, value(each)]));
+const fromEntries = (list, value) =>
+    Object.fromEntries(list.map((each) => [each.name, value(each)]));
 
 // ---- properties
 
@@ -52,7 +69,10 @@ const values = {
 
 const usable = {
     description: 'Values that a page can apply. The program may send others; a page drops them.',
-    properties: fromEntries(ofObjects.filter(({ form }) => form.usable), ({ form }) => form.usable),
+    properties: fromEntries(
+        ofObjects.filter(({ form }) => form.usable),
+        ({ form }) => form.usable,
+    ),
 };
 
 function always(kind) {
@@ -225,7 +245,10 @@ const greeting = schema(
         definitions: Object.fromEntries(
             Object.values(sessions).map(({ word, members, meaning }) => [
                 word,
-                { description: meaning, ...object({ [member]: { const: word }, ...members }, true) },
+                {
+                    description: meaning,
+                    ...object({ [member]: { const: word }, ...members }, true),
+                },
             ]),
         ),
     },
@@ -235,7 +258,9 @@ const greeting = schema(
 function frames(description, below) {
     const own = gateway.ownChannel.replace('.', '\\.');
     const { root, model } = messages.channels;
-    const channel = [own, `${own}/[^\\u001e\\u001f]${below}`, root.address, model.address].join('|');
+    const channel = [own, `${own}/[^\\u001e\\u001f]${below}`, root.address, model.address].join(
+        '|',
+    );
     const number = '[1-9][0-9]{0,14}';
     const record = `\\u001e(${channel})\\u001f[^\\u001e\\u001f]*`;
     return { description, type: 'string', pattern: `^${number},(0|${number})(${record})*$` };

@@ -1,5 +1,15 @@
 import {
-    eventMembers, events, forms, gateway, kinds, lifeCycle, messages, nameOf, ofObjects, once, paths,
+    eventMembers,
+    events,
+    forms,
+    gateway,
+    kinds,
+    lifeCycle,
+    messages,
+    nameOf,
+    ofObjects,
+    once,
+    paths,
     sentence,
 } from '../table.mjs';
 import { mark } from './mark.mjs';
@@ -25,12 +35,11 @@ function table(comment, name, entries, write = quote) {
     ];
 }
 
-function set(comment, name, numbers) {
-    return [
-        '',
-        `/** ${comment} */`,
-        `export const ${name}: ReadonlySet<number> = new Set([${numbers.join(', ')}]);`,
-    ];
+/** A list, on one line if it fits there. */
+function list(comment, start, items, end) {
+    const line = `${start}${items.join(', ')}${end}`;
+    const broken = [start, `    ${items.join(', ')},`, end];
+    return ['', `/** ${comment} */`, ...(line.length <= 100 ? [line] : broken)];
 }
 
 const { channels, down, model } = messages;
@@ -57,12 +66,24 @@ const names = [
         same(lifeCycle.filter(({ unsaid }) => !unsaid).map(nameOf)),
     ),
     ...table('Members of the messages that come down.', 'Key', same([...down.members, 'command'])),
-    ...table('The types of messages that are told by a member.', 'MessageType', Object.entries(down.types)),
-    ...table('What an object is.', 'Kind', kinds.map(({ constant: key, name }) => [key, name])),
+    ...table(
+        'The types of messages that are told by a member.',
+        'MessageType',
+        Object.entries(down.types),
+    ),
+    ...table(
+        'What an object is.',
+        'Kind',
+        kinds.map(({ constant: key, name }) => [key, name]),
+    ),
     ...table('Members of what the page sends up.', 'Up', same(eventMembers)),
     ...table('What can have happened to an object.', 'Event', same(events.map(nameOf))),
     ...table('Members of a style.', 'StyleKey', same(forms.style.members)),
-    ...table("Members of the messages on the model document's channel.", 'ModelKey', same(model.members)),
+    ...table(
+        "Members of the messages on the model document's channel.",
+        'ModelKey',
+        same(model.members),
+    ),
     ...table('Members of every element of that document.', 'ElementKey', same(['type', 'tag'])),
     ...table("Parameters of the page's requests.", 'Query', same(gateway.query.map(nameOf))),
     ...table(
@@ -84,10 +105,17 @@ const names = [
         closeCodes.filter(({ page }) => page && page !== '-').map(({ name, code }) => [name, code]),
         String,
     ),
-    ...set(
+    ...list(
         'Close codes after which the page starts afresh.',
-        'SESSION_OVER',
+        'export const SESSION_OVER: ReadonlySet<number> = new Set([',
         closeCodes.filter(({ afresh }) => afresh).map(({ code }) => code),
+        ']);',
+    ),
+    ...list(
+        'How serious a message box is; a word that is none of these counts as the first.',
+        'export const LEVELS = [',
+        down.levels.map(quote),
+        '] as const;',
     ),
 ];
 
@@ -100,7 +128,10 @@ const read = ofObjects.filter(({ readBy }) => readBy.length > 0);
 function imported() {
     const modules = new Map();
     for (const { form } of valued) {
-        for (const [part, isType] of [[form.page.reads, false], [form.page.type, true]]) {
+        for (const [part, isType] of [
+            [form.page.reads, false],
+            [form.page.type, true],
+        ]) {
             const [module, name] = part.split('.');
             if (name !== undefined) {
                 const list = modules.get(module) ?? new Set();
@@ -121,7 +152,11 @@ function comment(meaning) {
     const words = sentence(meaning);
     return words.length < 90
         ? [`    /** ${words} */`]
-        : ['    /**', ...words.match(/.{1,90}(?: |$)/g).map((line) => `     * ${line.trim()}`), '     */'];
+        : [
+              '    /**',
+              ...words.match(/.{1,90}(?: |$)/g).map((line) => `     * ${line.trim()}`),
+              '     */',
+          ];
 }
 
 function membersOf({ name, members = {} }) {
@@ -172,9 +207,15 @@ const values = [
     '/** Which of it the elements of each kind have. */',
     'export const elementReads: ReadonlyMap<unknown, readonly ElementName[]> = new Map([',
     ...kinds
-        .map(({ name }) => [name, read.filter(({ readBy }) => readBy.some((kind) => kind.name === name))])
+        .map(({ name }) => [
+            name,
+            read.filter(({ readBy }) => readBy.some((kind) => kind.name === name)),
+        ])
         .filter(([, list]) => list.length > 0)
-        .map(([name, list]) => `    [${quote(name)}, [${list.map((each) => quote(each.name)).join(', ')}]],`),
+        .map(
+            ([name, list]) =>
+                `    [${quote(name)}, [${list.map((each) => quote(each.name)).join(', ')}]],`,
+        ),
     ']);',
     '',
     '/** What the page tells with each event, beside the object and the event itself. */',

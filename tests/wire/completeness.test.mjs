@@ -6,8 +6,19 @@ import { fileURLToPath } from 'node:url';
 
 import { mark } from '../../protocol/generate/mark.mjs';
 import {
-    bases, elementBases, eventMembers, events, gateway, kinds, lifeCycle, messages, nameOf, ofObjects,
-    paths, properties, typeInWrites,
+    bases,
+    elementBases,
+    eventMembers,
+    events,
+    gateway,
+    kinds,
+    lifeCycle,
+    messages,
+    nameOf,
+    ofObjects,
+    paths,
+    properties,
+    typeInWrites,
 } from '../../protocol/table.mjs';
 import { flattened } from './protocol.mjs';
 import { scene } from './rows.mjs';
@@ -68,22 +79,32 @@ function* waysOf(name, entry) {
 
 const entries = properties.flatMap(({ name, entries: all }) =>
     [...all.values()].flatMap((entry) =>
-        [...waysOf(name, entry)].map(([way, use]) => ({ line: `${name} of ${entry.names}, ${way}`, use })),
+        [...waysOf(name, entry)].map(([way, use]) => ({
+            line: `${name} of ${entry.names}, ${way}`,
+            use,
+        })),
     ),
 );
 
 test('every property on the wire stands in the table for that kind and way', () => {
     const uses = new Set(entries.map(({ use }) => use));
     const frame = new Set(['type', ...messages.down.members]);
-    const isProperty = (use) => !frame.has(use.split(' ')[2]) || ofObjects.some(({ name }) => use.endsWith(` ${name}`));
-    assert.deepEqual([...seen].filter((use) => isProperty(use) && !uses.has(use)), []);
+    const isProperty = (use) =>
+        !frame.has(use.split(' ')[2]) || ofObjects.some(({ name }) => use.endsWith(` ${name}`));
+    assert.deepEqual(
+        [...seen].filter((use) => isProperty(use) && !uses.has(use)),
+        [],
+    );
 });
 
 test('every line of the table has a row for each way that it says', () => {
     const shown = new Set(entries.filter(({ use }) => seen.has(use)).map(({ line }) => line));
     const lines = new Set(entries.map(({ line }) => line));
     assert.ok(lines.size > 100);
-    assert.deepEqual([...lines].filter((line) => !shown.has(line)), []);
+    assert.deepEqual(
+        [...lines].filter((line) => !shown.has(line)),
+        [],
+    );
 });
 
 test('every kind, message, event and member has a row', () => {
@@ -92,12 +113,15 @@ test('every kind, message, event and member has a row', () => {
     const members = new Set(said.flatMap(([payload]) => Object.keys(payload)));
     const values = new Set(said.flatMap(([payload]) => Object.values(payload)));
     const objectOf = (id, row) => (row.scene ?? scene).objects[Number(id) - 1]?.kind;
-    const happened = new Set(said.map(([{ event, id }, row]) => `${event} of ${objectOf(id, row)}`));
+    const happened = new Set(
+        said.map(([{ event, id }, row]) => `${event} of ${objectOf(id, row)}`),
+    );
     const absent = [
         ...kinds.map(nameOf).filter((name) => !types.has(name)),
         ...bases.filter(({ name, unsent }) => !unsent && !types.has(name)),
-        ...[...lifeCycle.map(nameOf), ...messages.down.members, ...eventMembers]
-            .filter((name) => !members.has(name)),
+        ...[...lifeCycle.map(nameOf), ...messages.down.members, ...eventMembers].filter(
+            (name) => !members.has(name),
+        ),
         ...Object.values(messages.down.types).filter((text) => !values.has(text)),
         ...events
             .flatMap(({ name, of }) => Object.keys(of).map((kind) => `${name} of ${kind}`))
@@ -109,14 +133,21 @@ test('every kind, message, event and member has a row', () => {
 test('no name of the wire is written by hand in the sources of the library and the platform', () => {
     const root = fileURLToPath(new URL('../..', import.meta.url));
     const rooms = ['include', 'web', 'platform/model', 'platform/gateway', 'platform/runtime'];
-    const list = execFileSync('git', ['ls-files', '-co', '--exclude-standard', ...rooms], { cwd: root });
+    const list = execFileSync('git', ['ls-files', '-co', '--exclude-standard', ...rooms], {
+        cwd: root,
+    });
     const names = new Set([
-        ...[...kinds, ...bases, ...properties, ...events, ...lifeCycle, ...gateway.query].map(nameOf),
+        ...[...kinds, ...bases, ...properties, ...events, ...lifeCycle, ...gateway.query].map(
+            nameOf,
+        ),
         ...[...elementBases, ...messages.down.members, ...messages.model.members, ...eventMembers],
         ...Object.values(messages.channels).map(({ address }) => address),
         ...[...Object.values(paths), gateway.subProtocol],
     ]);
-    const sources = list.toString().split('\n').filter((path) => /\.(cpp|h)$/.test(path));
+    const sources = list
+        .toString()
+        .split('\n')
+        .filter((path) => /\.(cpp|h)$/.test(path));
     assert.ok(sources.length > 100);
     // What is for scripts has no messages, and the words of patches are those of RFC 6902.
     const own = sources.filter((path) => !/\/scripting\/|\/PatchText/.test(path));

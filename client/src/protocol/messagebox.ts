@@ -1,8 +1,7 @@
 import { asText, type JsonObject } from './guards.ts';
-import { Key } from './names.ts';
+import { Key, LEVELS } from './names.ts';
 
-const levels = ['information', 'warning', 'error', 'question'] as const;
-export type Level = (typeof levels)[number];
+export type Level = (typeof LEVELS)[number];
 
 /** Down, window channel: something to tell the person. */
 export interface MessageBox {
@@ -19,7 +18,7 @@ export function decodeMessageBox(message: JsonObject): MessageBox {
     const level = asText(message[Key.level])?.trim().toLowerCase();
     const modal = message[Key.modal];
     return {
-        level: levels.find((known) => known === level) ?? 'information',
+        level: LEVELS.find((known) => known === level) ?? LEVELS[0],
         title: asText(message[Key.title]) ?? '',
         body: asText(message[Key.body]) ?? '',
         modal: modal === true || YES.has(asText(modal)?.trim().toLowerCase() ?? ''),

@@ -26,5 +26,8 @@ export function decodeModelMessage(text: string): ModelMessage | undefined {
  * would only hear a second time.
  */
 export function snapshotRequest(clientId: string): string {
-    return JSON.stringify({ [ModelKey.snapshot]: clientId, [ModelKey.properties]: Object.keys(elementDefaults) });
+    return JSON.stringify({
+        [ModelKey.snapshot]: clientId,
+        [ModelKey.properties]: Object.keys(elementDefaults),
+    });
 }

@@ -142,4 +142,9 @@ export const CloseCode = {
 } as const;
 
 /** Close codes after which the page starts afresh. */
-export const SESSION_OVER: ReadonlySet<number> = new Set([1002, 1003, 1007, 1009, 4000, 4003, 4004]);
+export const SESSION_OVER: ReadonlySet<number> = new Set([
+    1002, 1003, 1007, 1009, 4000, 4003, 4004,
+]);
+
+/** How serious a message box is; a word that is none of these counts as the first. */
+export const LEVELS = ['information', 'warning', 'error', 'question'] as const;

@@ -80,7 +80,10 @@ test('the list is there after a reload and a second loss, until it is put away',
     assert.deepEqual(list.losses, again.losses);
     const lines = asPlainText(list.losses).split('\n');
     const texts = ['second', 'first', 'pressed, 2 times'];
-    assert.deepEqual(lines, texts.map((text) => `${caption(sought)}: ${text}`));
+    assert.deepEqual(
+        lines,
+        texts.map((text) => `${caption(sought)}: ${text}`),
+    );
     list.clear();
     assert.deepEqual([new LossList(storage).losses, items.size], [[], 0]);
     items.set('losses', '[7,{"field":{}},{"field":null,"what":"typed"}]');

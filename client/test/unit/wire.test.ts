@@ -237,10 +237,7 @@ const coverage: Readonly<Record<string, readonly [inRows: unknown[], known: unkn
         described.map((object) => object['type']).filter((type) => type !== PAGE_WRITES),
         Object.values(Kind),
     ],
-    property: [
-        described.flatMap(Object.keys).filter((name) => !structure.has(name)),
-        properties,
-    ],
+    property: [described.flatMap(Object.keys).filter((name) => !structure.has(name)), properties],
     action: [acting.map(({ step }) => step.action?.[1]), [...verbs.keys()]],
     event: [said.flatMap((text) => text['event'] ?? []), Object.values(Event)],
     'member of what the page says': [
