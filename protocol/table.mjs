@@ -21,7 +21,6 @@ export const { forms, messages, gateway, document } = raw;
 export const lifeCycle = messages.messages.filter(({ value }) => value !== undefined);
 export const { bases, elementBases } = raw.kinds;
 export const { events, reports } = raw.events;
-export const eventForms = raw.events.forms;
 
 /** The kinds of objects; `written` is the type that their writes bear. */
 export const kinds = raw.kinds.kinds.map((kind) => ({

@@ -1,7 +1,6 @@
 import {
     bases,
     elementBases,
-    eventForms,
     eventMembers,
     events,
     forms,
@@ -82,7 +81,7 @@ const propertyNames = pair('web/core/PropertyNames', [
         'The members of what a client sends.',
         'received',
         'QString',
-        same([...eventMembers, ...eventForms.reportedRectangle.members]),
+        same([...eventMembers, ...forms.reportedRectangle.members]),
     ],
     [
         'What can have happened to an object of a client.',

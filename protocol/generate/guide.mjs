@@ -1,8 +1,8 @@
 import { readFileSync } from 'node:fs';
 
 import {
-    eventForms,
     events,
+    forms,
     gateway,
     kinds,
     lifeCycle,
@@ -114,7 +114,7 @@ const elementTable = table(
 function membersOf(members = {}) {
     const list = Object.entries(members).map(([name, { form, meaning }]) => {
         const more = meaning ? `: ${meaning}` : '';
-        return `${code(name)} (${eventForms[form].guide}${more})`;
+        return `${code(name)} (${forms[form].guide}${more})`;
     });
     return list.join(', ') || '-';
 }
@@ -130,7 +130,7 @@ const reportTable = table(
     ['Member', 'Value', 'Effect in the program'],
     reports.map(({ name, form, effect }) => [
         code(name),
-        form ? eventForms[form].guide : 'not read',
+        form ? forms[form].guide : 'not read',
         effect,
     ]),
 );

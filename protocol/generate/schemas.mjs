@@ -1,6 +1,6 @@
 import {
-    eventForms,
     events,
+    forms,
     gateway,
     kinds,
     lifeCycle,
@@ -182,14 +182,11 @@ const elements = schema(
 // ---- what comes up
 
 function eventSchema({ name, meaning, members = {} }) {
-    const forms = Object.entries(members).map(([member, { form }]) => [
-        member,
-        eventForms[form].schema,
-    ]);
+    const own = Object.entries(members).map(([member, { form }]) => [member, forms[form].schema]);
     const properties = {
         id: common('receivedObjectId'),
         event: { const: name },
-        ...Object.fromEntries(forms),
+        ...Object.fromEntries(own),
     };
     return { description: meaning, properties, required: Object.keys(properties) };
 }
@@ -199,10 +196,11 @@ const windowReport = {
     properties: {
         id: common('receivedObjectId'),
         event: false,
-        ...fromEntries(reports, ({ form, effect }) => ({
-            description: `${sentence(effect)}${form ? '' : ' The value is not read.'}`,
-            ...(form && eventForms[form].schema),
-        })),
+        ...fromEntries(reports, ({ form, effect }) =>
+            form
+                ? described(effect, forms[form].schema)
+                : { description: `${sentence(effect)} The value is not read.` },
+        ),
     },
     required: ['id'],
     anyOf: reports.map(({ name }) => ({ required: [name] })),
