@@ -30,7 +30,7 @@ TEST_P(WireTruncationTest, everyPrefixIsDropped) {
 }
 
 INSTANTIATE_TEST_SUITE_P(Rows, WireTruncationTest,
-                         testing::ValuesIn(readRows({"incoming"}, isCuttable)));
+                         testing::ValuesIn(readRows({"outgoing", "incoming"}, isCuttable)));
 
 }  // namespace
 }  // namespace DOVA::test

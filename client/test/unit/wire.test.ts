@@ -195,7 +195,7 @@ const verbs = new Map<string, Say>([
     ['ready', dialogReady],
 ]);
 
-const acting = ['incoming', 'lifecycle'].flatMap((folder) =>
+const acting = ['outgoing', 'incoming', 'lifecycle'].flatMap((folder) =>
     rows
         .readRows(folder)
         .flatMap((row) => rows.stepsOf(row).map((step) => ({ row, step })))
