@@ -38,7 +38,7 @@ bench: setup-test client
 
 fuzz: setup-test
 	cmake --preset fuzz && cmake --build --preset fuzz -j $(JOBS)
-	tools/fuzz.sh build/fuzz/bin $(or $(SECONDS_EACH),60)
+	tools/fuzz.sh build/fuzz/bin $(if $(RUNS),-runs=$(RUNS),-max_total_time=$(or $(SECONDS_EACH),60))
 
 # The rules between the rooms, and what is made from the protocol's table.
 checks: client/node_modules/.package-lock.json

@@ -3,11 +3,9 @@
 #include "FuzzProgram.h"
 
 extern "C" int LLVMFuzzerTestOneInput(const std::uint8_t* data, std::size_t size) {
-    const DOVA::fuzz::Input input(data, size);
-    DOVA::fuzz::FuzzProgram program(input.manners);
-    for (const std::string& line : input.lines) {
+    using DOVA::fuzz::FuzzProgram;
+    DOVA::fuzz::run({data, size}, "259", [](FuzzProgram& program, const std::string& line) {
         program.say("/dova2/web/page", line);
-    }
-    program.requireWorking();
+    });
     return 0;
 }

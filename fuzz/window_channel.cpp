@@ -4,14 +4,12 @@
 #include "FuzzProgram.h"
 
 extern "C" int LLVMFuzzerTestOneInput(const std::uint8_t* data, std::size_t size) {
-    const DOVA::fuzz::Input input(data, size);
-    DOVA::fuzz::FuzzProgram program(input.manners);
-    for (const std::string& line : input.lines) {
-        const bool second = !line.empty() && line[0] == '2';
-        // The plain objects count from 0: the first window with its seven, then the second.
-        program.say(second ? "/dova2/web/page/$8" : "/dova2/web/page/$0",
-                    second ? line.substr(1) : line);
-    }
-    program.requireWorking();
+    using DOVA::fuzz::FuzzProgram;
+    DOVA::fuzz::run({data, size}, "0123456789abcdef",
+                    [](FuzzProgram& program, const std::string& line) {
+                        const bool second = !line.empty() && line[0] == '2';
+                        program.say(second ? "/dova2/web/page/$8" : "/dova2/web/page/$0",
+                                    second ? line.substr(1) : line);
+                    });
     return 0;
 }
