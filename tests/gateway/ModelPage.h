@@ -1,5 +1,6 @@
 #pragma once
 
+#include <algorithm>
 #include <cstdint>
 #include <string>
 #include <vector>
@@ -30,8 +31,9 @@ public:
     bool hear(const std::string& frame) {
         std::uint64_t number = std::stoull(frame);
         const std::uint64_t acknowledged = std::stoull(frame.substr(frame.find(',') + 1));
-        bool inOrder = acknowledged >= m_acknowledged && acknowledged <= m_sent;
-        m_acknowledged = acknowledged;
+        bool inOrder = acknowledged <= m_sent;
+        // What waited bears what was known when it was published.
+        m_acknowledged = std::max(m_acknowledged, acknowledged);
         for (auto at = frame.find('\x1e'); at != frame.npos; ++number) {
             const auto end = frame.find('\x1e', at + 1);
             if (number == heard.size() + 1)
