@@ -6,7 +6,7 @@ export CTEST_PARALLEL_LEVEL ?= $(JOBS)
 # Waits for a minute and needs hardly any processor time, so it runs beside the others.
 MINUTE_LONG := tests/browser/outage.test.mjs
 
-.PHONY: demo test bench fuzz setup setup-test client checks clean
+.PHONY: demo test bench fuzz setup setup-test client checks format clean
 
 demo: setup client
 	@echo "Building; the first time this takes some minutes." >&2
@@ -40,10 +40,25 @@ fuzz: setup-test
 	cmake --preset fuzz && cmake --build --preset fuzz -j $(JOBS)
 	tools/fuzz.sh build/fuzz/bin $(if $(RUNS),-runs=$(RUNS),-max_total_time=$(or $(SECONDS_EACH),60))
 
-# The rules between the rooms, and what is made from the protocol's table.
+# The rules between the rooms, what is made from the protocol's table, one form for each language.
+CPP_FILES = $(shell git ls-files '*.cpp' '*.h')
+SHELL_FILES = $(shell git ls-files '*.sh') .ci/run
+BIOME := client/node_modules/.bin/biome
+
 checks: client/node_modules/.package-lock.json
 	node tools/check-rooms.mjs
 	node protocol/generate.mjs --check
+	@clang-format-16 --dry-run --Werror $(CPP_FILES)
+	$(BIOME) check --colors=off --max-diagnostics=40 .
+	shellcheck $(SHELL_FILES)
+	shfmt -d $(SHELL_FILES)
+
+# Gives every file the form that `make checks` asks for.
+format: client/node_modules/.package-lock.json
+	node protocol/generate.mjs
+	@clang-format-16 -i $(CPP_FILES)
+	$(BIOME) check --colors=off --write .
+	shfmt -w $(SHELL_FILES)
 
 setup:
 	@tools/setup.sh build

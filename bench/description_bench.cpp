@@ -43,8 +43,7 @@ QJsonObject floorTree(int count) {
     }
     const QString box = QStringLiteral("BoxLayout");
     const QJsonObject rows = within(floorObject(4, box), buttons);
-    const QJsonObject panel =
-        within(floorObject(3, QStringLiteral("Panel")), QJsonArray{rows});
+    const QJsonObject panel = within(floorObject(3, QStringLiteral("Panel")), QJsonArray{rows});
     const QJsonObject outer = within(floorObject(2, box), QJsonArray{panel});
     QJsonObject dialog = floorObject(1, QStringLiteral("Dialog"));
     dialog.insert(QStringLiteral("version"), QStringLiteral("0.5"));

@@ -1,5 +1,5 @@
-// An incoming event: from the text to the front object's listener, against parsing that text with Qt
-// alone and reading its members.
+// An incoming event: from the text to the front object's listener, against parsing that text with
+// Qt alone and reading its members.
 
 #include <benchmark/benchmark.h>
 
@@ -10,8 +10,8 @@
 
 namespace {
 
-/// One window for both: what the parser allocates costs more in a heap that holds a window's objects,
-/// and how much more depends on where they lie.
+/// One window for both: what the parser allocates costs more in a heap that holds a window's
+/// objects, and how much more depends on where they lie.
 struct Scene {
     Scene() {
         window.show();
@@ -20,8 +20,8 @@ struct Scene {
 
     bench::Window window{1000};
     std::size_t clicks = 0;
-    std::string text = R"({"id":")" + std::to_string(window.button(500).identifier()) +
-                       R"(","event":"onClick"})";
+    std::string text =
+        R"({"id":")" + std::to_string(window.button(500).identifier()) + R"(","event":"onClick"})";
 };
 
 Scene& scene() {

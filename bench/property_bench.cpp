@@ -23,8 +23,7 @@ void propertyWriteFloor(benchmark::State& state) {
         message.insert(QStringLiteral("id"), id);
         message.insert(QStringLiteral("type"), type);
         message.insert(QStringLiteral("label"), s_texts[++turn % 2]);
-        benchmark::DoNotOptimize(
-            QJsonDocument(QJsonArray{message}).toJson(QJsonDocument::Compact));
+        benchmark::DoNotOptimize(QJsonDocument(QJsonArray{message}).toJson(QJsonDocument::Compact));
     }
 }
 BENCHMARK(propertyWriteFloor);

@@ -8,68 +8,177 @@ import { execFileSync } from 'node:child_process';
 const brief = process.argv.includes('--brief');
 const folder = process.argv.slice(2).find((argument) => !argument.startsWith('--'));
 if (!folder) {
-  console.error('ratios.mjs: usage: ratios.mjs [--brief] FOLDER');
-  process.exit(2);
+    console.error('ratios.mjs: usage: ratios.mjs [--brief] FOLDER');
+    process.exit(2);
 }
 
 /** What is promised: `of` over `to` (times `per`, where the sizes differ) is at most `limit`. */
 const promises = [
-  { bench: 'signal_bench', what: 'signal with one connection / virtual call', of: 'signalOneConnection', to: 'virtualCall', limit: 3 },
-  { bench: 'property_bench', what: 'property write, shown, model element', of: 'propertyWriteShown', to: 'propertyWriteFloor', limit: 1.3 },
-  { bench: 'property_bench', what: 'property write, shown, stored', of: 'storedPropertyWriteShown', to: 'propertyWriteFloor', limit: 1.3 },
-  { bench: 'property_bench', what: 'property write, unserved, model element', of: 'propertyWriteUnserved', to: 'propertyWriteFloor', limit: 0.5 },
-  { bench: 'property_bench', what: 'property write, unserved, stored', of: 'storedPropertyWriteUnserved', to: 'propertyWriteFloor', limit: 0.5 },
-  { bench: 'event_bench', what: 'event, text to listener', of: 'eventDelivered', to: 'eventFloor', limit: 1.4 },
-  ...[1000, 10000, 100000].map((size) => ({
-    bench: 'description_bench',
-    what: `description of ${size} objects, built and published`,
-    of: `descriptionPublished/${size}`,
-    to: `descriptionFloor/${size}`,
-    limit: 1.3,
-  })),
-  { bench: 'description_bench', what: 'description of 100,000 / of 10,000', of: 'descriptionPublished/100000', to: 'descriptionPublished/10000', limit: 12 },
-  { bench: 'description_bench', what: 'array append at 10,000 / at 100', of: 'arrayAppend/10000', to: 'arrayAppend/100', limit: 1.1 },
-  { bench: 'mirror_bench', what: 'model patch, change to bus', of: 'patchMirrored', to: 'patchFloor', limit: 0.5 },
-  { bench: 'mirror_bench', what: 'model write, nobody asked / no mirror', of: 'writeNobodyAsked', to: 'writeWithoutMirror', limit: 1.1 },
-  { bench: 'mirror_bench', what: 'item appended to 100,000 / to 10', of: 'appendItem/100000', to: 'appendItem/10', limit: 1.3 },
-  ...[10, 100, 1000, 10000, 100000].map((size) => ({
-    bench: 'mirror_bench',
-    what: `${size} items filled in, inserted, cleared`,
-    of: `fillInsertClear/${size}`,
-    to: `fillInsertClearFloor/${size}`,
-    limit: 0.8,
-  })),
-  ...[1000, 10000].map((size) => ({
-    bench: 'mirror_bench',
-    what: `model snapshot of ${size} elements`,
-    of: `snapshot/${size}`,
-    to: `snapshotFloor/${size}`,
-    limit: 0.5,
-  })),
+    {
+        bench: 'signal_bench',
+        what: 'signal with one connection / virtual call',
+        of: 'signalOneConnection',
+        to: 'virtualCall',
+        limit: 3,
+    },
+    {
+        bench: 'property_bench',
+        what: 'property write, shown, model element',
+        of: 'propertyWriteShown',
+        to: 'propertyWriteFloor',
+        limit: 1.3,
+    },
+    {
+        bench: 'property_bench',
+        what: 'property write, shown, stored',
+        of: 'storedPropertyWriteShown',
+        to: 'propertyWriteFloor',
+        limit: 1.3,
+    },
+    {
+        bench: 'property_bench',
+        what: 'property write, unserved, model element',
+        of: 'propertyWriteUnserved',
+        to: 'propertyWriteFloor',
+        limit: 0.5,
+    },
+    {
+        bench: 'property_bench',
+        what: 'property write, unserved, stored',
+        of: 'storedPropertyWriteUnserved',
+        to: 'propertyWriteFloor',
+        limit: 0.5,
+    },
+    {
+        bench: 'event_bench',
+        what: 'event, text to listener',
+        of: 'eventDelivered',
+        to: 'eventFloor',
+        limit: 1.4,
+    },
+    ...[1000, 10000, 100000].map((size) => ({
+        bench: 'description_bench',
+        what: `description of ${size} objects, built and published`,
+        of: `descriptionPublished/${size}`,
+        to: `descriptionFloor/${size}`,
+        limit: 1.3,
+    })),
+    {
+        bench: 'description_bench',
+        what: 'description of 100,000 / of 10,000',
+        of: 'descriptionPublished/100000',
+        to: 'descriptionPublished/10000',
+        limit: 12,
+    },
+    {
+        bench: 'description_bench',
+        what: 'array append at 10,000 / at 100',
+        of: 'arrayAppend/10000',
+        to: 'arrayAppend/100',
+        limit: 1.1,
+    },
+    {
+        bench: 'mirror_bench',
+        what: 'model patch, change to bus',
+        of: 'patchMirrored',
+        to: 'patchFloor',
+        limit: 0.5,
+    },
+    {
+        bench: 'mirror_bench',
+        what: 'model write, nobody asked / no mirror',
+        of: 'writeNobodyAsked',
+        to: 'writeWithoutMirror',
+        limit: 1.1,
+    },
+    {
+        bench: 'mirror_bench',
+        what: 'item appended to 100,000 / to 10',
+        of: 'appendItem/100000',
+        to: 'appendItem/10',
+        limit: 1.3,
+    },
+    ...[10, 100, 1000, 10000, 100000].map((size) => ({
+        bench: 'mirror_bench',
+        what: `${size} items filled in, inserted, cleared`,
+        of: `fillInsertClear/${size}`,
+        to: `fillInsertClearFloor/${size}`,
+        limit: 0.8,
+    })),
+    ...[1000, 10000].map((size) => ({
+        bench: 'mirror_bench',
+        what: `model snapshot of ${size} elements`,
+        of: `snapshot/${size}`,
+        to: `snapshotFloor/${size}`,
+        limit: 0.5,
+    })),
 ];
 
 /** Each function that the library exports for JSON, over the plain Qt calls that it rests on. */
-const parsing = ['arrayFromJSON', 'escapedKeysFromJSON', 'objectFromJSON', 'arrayInsertFromJSON', 'arrayAppendFromJSON', 'arrayPrependFromJSON', 'arrayReplaceFromJSON', 'arrayContainsFromJSON', 'objectInsertFromJSON'];
-const writing = ['array', 'arrayValue', 'object', 'objectValue'].flatMap((of) => [`${of}ToJSON`, `${of}ToJSONIndented`]);
-const members = ['arrayValueType', 'objectValueType', 'objectValue', 'objectGetKeys', 'objectInsertValue', 'objectRemove'];
-const overQt = (name, size, what) => ({ bench: 'json_bench', what: `${name}, ${what} / plain Qt`, of: `${name}/${size}`, to: `${name}Floor/${size}`, limit: 1.2, only: `/${size}$` });
+const parsing = [
+    'arrayFromJSON',
+    'escapedKeysFromJSON',
+    'objectFromJSON',
+    'arrayInsertFromJSON',
+    'arrayAppendFromJSON',
+    'arrayPrependFromJSON',
+    'arrayReplaceFromJSON',
+    'arrayContainsFromJSON',
+    'objectInsertFromJSON',
+];
+const writing = ['array', 'arrayValue', 'object', 'objectValue'].flatMap((of) => [
+    `${of}ToJSON`,
+    `${of}ToJSONIndented`,
+]);
+const members = [
+    'arrayValueType',
+    'objectValueType',
+    'objectValue',
+    'objectGetKeys',
+    'objectInsertValue',
+    'objectRemove',
+];
+const overQt = (name, size, what) => ({
+    bench: 'json_bench',
+    what: `${name}, ${what} / plain Qt`,
+    of: `${name}/${size}`,
+    to: `${name}Floor/${size}`,
+    limit: 1.2,
+    only: `/${size}$`,
+});
 promises.push(
-  ...[...parsing, ...writing].flatMap((name) => [
-    overQt(name, 1000, '1 kB'),
-    overQt(name, 100000, '100 kB'),
-    overQt(name, 10000000, '10 MB'),
-  ]),
-  ...members.map((name) => overQt(name, 1000, '1,000 members')),
-  { bench: 'json_bench', what: 'script edits an array of 100,000 / of 100', of: 'editArray/100000', to: 'editArray/100', limit: 1.5 },
-  { bench: 'json_bench', what: 'script edits an object of 100,000 / of 100', of: 'editObject/100000', to: 'editObject/100', limit: 3 },
-  // A call looks its member up, chooses among overloads, and makes a host value for the result and for each argument.
-  ...[['method', 3.5], ['property', 3], ['overloaded', 9]].map(([kind, limit]) => ({
-    bench: 'console_bench',
-    what: `call from the console, ${kind} / plain Lua C function`,
-    of: `hostCall/${kind}`,
-    to: 'plainCall',
-    limit,
-  })),
+    ...[...parsing, ...writing].flatMap((name) => [
+        overQt(name, 1000, '1 kB'),
+        overQt(name, 100000, '100 kB'),
+        overQt(name, 10000000, '10 MB'),
+    ]),
+    ...members.map((name) => overQt(name, 1000, '1,000 members')),
+    {
+        bench: 'json_bench',
+        what: 'script edits an array of 100,000 / of 100',
+        of: 'editArray/100000',
+        to: 'editArray/100',
+        limit: 1.5,
+    },
+    {
+        bench: 'json_bench',
+        what: 'script edits an object of 100,000 / of 100',
+        of: 'editObject/100000',
+        to: 'editObject/100',
+        limit: 3,
+    },
+    // A call looks its member up, chooses among overloads, and makes a host value for the result and for each argument.
+    ...[
+        ['method', 3.5],
+        ['property', 3],
+        ['overloaded', 9],
+    ].map(([kind, limit]) => ({
+        bench: 'console_bench',
+        what: `call from the console, ${kind} / plain Lua C function`,
+        of: `hostCall/${kind}`,
+        to: 'plainCall',
+        limit,
+    })),
 );
 
 /**
@@ -78,48 +187,58 @@ promises.push(
  * large ones leave of the heap costs the small ones more than what is measured.
  */
 function run(bench, only = '') {
-  const options = brief
-    ? ['--benchmark_min_time=0.001']
-    : ['--benchmark_repetitions=9', '--benchmark_min_time=0.1', '--benchmark_enable_random_interleaving=true'];
-  const output = execFileSync(`${folder}/${bench}`, [...options, `--benchmark_filter=${only}`, '--benchmark_format=json'], {
-    encoding: 'utf8',
-    maxBuffer: 1 << 26,
-    stdio: ['ignore', 'pipe', 'ignore'],
-  });
-  const times = new Map();
-  const perUnit = { ns: 1, us: 1e3, ms: 1e6, s: 1e9 };
-  for (const row of JSON.parse(output).benchmarks) {
-    if (row.error_occurred) throw new Error(`${bench}: ${row.name}: ${row.error_message}`);
-    if (row.run_type === 'iteration') {
-      const time = row.cpu_time * perUnit[row.time_unit];
-      times.set(row.run_name, Math.min(time, times.get(row.run_name) ?? time));
+    const options = brief
+        ? ['--benchmark_min_time=0.001']
+        : [
+              '--benchmark_repetitions=9',
+              '--benchmark_min_time=0.1',
+              '--benchmark_enable_random_interleaving=true',
+          ];
+    const output = execFileSync(
+        `${folder}/${bench}`,
+        [...options, `--benchmark_filter=${only}`, '--benchmark_format=json'],
+        {
+            encoding: 'utf8',
+            maxBuffer: 1 << 26,
+            stdio: ['ignore', 'pipe', 'ignore'],
+        },
+    );
+    const times = new Map();
+    const perUnit = { ns: 1, us: 1e3, ms: 1e6, s: 1e9 };
+    for (const row of JSON.parse(output).benchmarks) {
+        if (row.error_occurred) throw new Error(`${bench}: ${row.name}: ${row.error_message}`);
+        if (row.run_type === 'iteration') {
+            const time = row.cpu_time * perUnit[row.time_unit];
+            times.set(row.run_name, Math.min(time, times.get(row.run_name) ?? time));
+        }
     }
-  }
-  return times;
+    return times;
 }
 
 function timeOf(times, promise, name) {
-  const time = times.get(name);
-  if (time === undefined) throw new Error(`${promise.bench} has no benchmark ${name}`);
-  return time;
+    const time = times.get(name);
+    if (time === undefined) throw new Error(`${promise.bench} has no benchmark ${name}`);
+    return time;
 }
 
 const groups = new Map();
 for (const promise of promises) {
-  const { bench, only } = promise;
-  const group = `${bench} ${only}`;
-  groups.set(group, { bench, only, promises: [...(groups.get(group)?.promises ?? []), promise] });
+    const { bench, only } = promise;
+    const group = `${bench} ${only}`;
+    groups.set(group, { bench, only, promises: [...(groups.get(group)?.promises ?? []), promise] });
 }
 
 let missed = 0;
 for (const group of groups.values()) {
-  const times = run(group.bench, group.only);
-  for (const promise of group.promises) {
-    const ratio = timeOf(times, promise, promise.of) / timeOf(times, promise, promise.to);
-    const kept = ratio <= promise.limit;
-    missed += kept ? 0 : 1;
-    const verdict = brief ? 'not judged' : kept ? 'kept' : 'MISSED';
-    console.log(`${promise.what.padEnd(52)} ${ratio.toFixed(2).padStart(7)}  at most ${String(promise.limit).padStart(4)}  ${verdict}`);
-  }
+    const times = run(group.bench, group.only);
+    for (const promise of group.promises) {
+        const ratio = timeOf(times, promise, promise.of) / timeOf(times, promise, promise.to);
+        const kept = ratio <= promise.limit;
+        missed += kept ? 0 : 1;
+        const verdict = brief ? 'not judged' : kept ? 'kept' : 'MISSED';
+        console.log(
+            `${promise.what.padEnd(52)} ${ratio.toFixed(2).padStart(7)}  at most ${String(promise.limit).padStart(4)}  ${verdict}`,
+        );
+    }
 }
 process.exitCode = !brief && missed > 0 ? 1 : 0;

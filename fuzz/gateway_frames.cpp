@@ -27,8 +27,9 @@ struct Link : PageLink {
 };
 
 void require(bool condition) {
-    if (!condition)
+    if (!condition) {
         std::abort();
+    }
 }
 
 /// A program that answers every text on the page's channels with the same text, and checks that
@@ -39,19 +40,22 @@ void attachProgram(InProcessBus& bus) {
         require(channel == "/dova2/web" || channel == "/tdom" || channel == "/dova2/web/me" ||
                 channel.compare(0, 14, "/dova2/web/me/") == 0);
         require(channel != "/tdom" || text == "{\"snapshot\":\"me\"}");
-        if (channel == "/dova2/web")
+        if (channel == "/dova2/web") {
             require(text == "{\"clientReady\":\"me\"}" || text == "{\"clientDestroyed\":\"me\"}");
-        else
+        } else {
             bus.publish(program, channel, text);
+        }
     });
 }
 
 /// Everything that waits goes out, so that the page's acknowledgements have something to hit.
 void sendDown(InProcessBus& bus, Session& session) {
-    while (!bus.idle())
+    while (!bus.idle()) {
         bus.deliver();
-    while (const auto chunk = session.downward().next())
+    }
+    while (const auto chunk = session.downward().next()) {
         require(chunk->count > 0 && !chunk->records.empty());
+    }
 }
 
 /// False when the frame ends the session.
@@ -66,16 +70,18 @@ bool receive(InProcessBus& bus, SessionRegistry& registry, const std::shared_ptr
     }
     require(session->received() >= before);
     sendDown(bus, *session);
-    if (reason)
+    if (reason) {
         registry.end(*session, *reason);
+    }
     return !session->hasEnded();
 }
 
 }  // namespace
 
 extern "C" int LLVMFuzzerTestOneInput(const std::uint8_t* data, std::size_t size) {
-    if (size == 0)
+    if (size == 0) {
         return 0;
+    }
     const std::size_t framesPerConnection = data[0] % 8 + 1u;
     std::string_view input(reinterpret_cast<const char*>(data) + 1, size - 1);
     const auto bus = std::make_shared<InProcessBus>();
@@ -86,10 +92,12 @@ extern "C" int LLVMFuzzerTestOneInput(const std::uint8_t* data, std::size_t size
     for (std::size_t frames = 1; !input.empty(); ++frames) {
         const std::string_view frame = input.substr(0, input.find('\0'));
         input.remove_prefix(std::min(frame.size() + 1, input.size()));
-        if (!receive(*bus, registry, session, frame))
+        if (!receive(*bus, registry, session, frame)) {
             session = registry.open("me", {}, link).session;
-        if (frames % framesPerConnection != 0)
+        }
+        if (frames % framesPerConnection != 0) {
             continue;
+        }
         registry.disconnected(*session, link, SessionRegistry::Leaving::CutOff, {});
         session = registry.open("me", session->downward().nextNumber() - 1, link).session;
         require(session != nullptr);

@@ -5,7 +5,8 @@ set -euo pipefail
 findings=$1/findings
 mkdir -p "$findings"
 for target in "$1"/fuzz_*; do
-  name=$(basename "$target"); name=${name#fuzz_}
+  name=$(basename "$target")
+  name=${name#fuzz_}
   options=("$2" -timeout=10 -rss_limit_mb=4096 -print_final_stats=1 "-artifact_prefix=$findings/$name-")
   if [[ $name == *_channel ]]; then
     # They keep a program from one input to the next: leaks are looked for in the end. Weighing tens

@@ -4,15 +4,18 @@
 set -euo pipefail
 
 build_packages=(g++ cmake make ninja-build qtbase5-dev libboost-dev libcli11-dev libspdlog-dev pkgconf liblua5.4-dev libedit-dev)
-test_packages=(libgtest-dev libgmock-dev libbenchmark-dev clang-14 libclang-rt-14-dev binutils
-               chromium firefox-esr webkit2gtk-driver xvfb)
+test_packages=(libgtest-dev libgmock-dev libbenchmark-dev clang-14 libclang-rt-14-dev binutils clang-format-16 shellcheck shfmt
+  chromium firefox-esr webkit2gtk-driver xvfb)
 
 wanted=()
 for group in "$@"; do
   case $group in
     build) wanted+=("${build_packages[@]}") ;;
     test) wanted+=("${test_packages[@]}") ;;
-    *) echo "setup.sh: \"$group\" is not a group of packages: build, test" >&2; exit 2 ;;
+    *)
+      echo "setup.sh: \"$group\" is not a group of packages: build, test" >&2
+      exit 2
+      ;;
   esac
 done
 # Any Node from 18 on serves, wherever it comes from.
@@ -30,10 +33,16 @@ mkdir -p build
 
 as_root=()
 if [ "$(id -u)" -ne 0 ]; then
-  command -v sudo >/dev/null || { echo "setup.sh: these packages are missing and need root to install: ${missing[*]}" >&2; exit 1; }
+  command -v sudo >/dev/null || {
+    echo "setup.sh: these packages are missing and need root to install: ${missing[*]}" >&2
+    exit 1
+  }
   as_root=(sudo)
 fi
 echo "Installing ${missing[*]}"
 export DEBIAN_FRONTEND=noninteractive
 "${as_root[@]}" apt-get update -qq
-"${as_root[@]}" apt-get install -y -qq --no-install-recommends "${missing[@]}" >build/setup.log 2>&1 || { tail -20 build/setup.log >&2; exit 1; }
+"${as_root[@]}" apt-get install -y -qq --no-install-recommends "${missing[@]}" >build/setup.log 2>&1 || {
+  tail -20 build/setup.log >&2
+  exit 1
+}

@@ -16,95 +16,115 @@ const { WebSocket } = require('ws');
  * browser hands it a copy of every frame, which takes the machine as long as the page takes.
  */
 export class Chromium {
-  #nextCall = 1;
-  #calls = new Map();
-  #process;
-  #socket;
-  #profile = mkdtempSync(join(tmpdir(), 'dova-bench-'));
+    #nextCall = 1;
+    #calls = new Map();
+    #process;
+    #socket;
+    #profile = mkdtempSync(join(tmpdir(), 'dova-bench-'));
 
-  static async launch() {
-    const browser = new Chromium();
-    await browser.#start();
-    return browser;
-  }
-
-  /** A page at `address` in which `script`, a function, ran before any other. */
-  async open(address, script = () => {}) {
-    const { targetId } = await this.#call('Target.createTarget', { url: 'about:blank' });
-    const { sessionId } = await this.#call('Target.attachToTarget', { targetId, flatten: true });
-    const page = new Page((method, params) => this.#call(method, params, sessionId), () => this.#call('Target.closeTarget', { targetId }));
-    await page.load(address, script);
-    return page;
-  }
-
-  async close() {
-    const ended = once(this.#process, 'exit');
-    await this.#call('Browser.close');
-    await ended;
-    // Its children write for a moment longer.
-    await rm(this.#profile, { recursive: true, force: true, maxRetries: 10 });
-  }
-
-  async #start() {
-    this.#process = spawn('/usr/bin/chromium', ['--headless', '--no-sandbox', '--disable-gpu',
-      '--disable-quic', '--no-first-run', '--disable-background-networking',
-      '--disable-component-update', '--disable-sync', '--remote-debugging-port=0',
-      `--user-data-dir=${this.#profile}`, 'about:blank'], { stdio: ['ignore', 'ignore', 'pipe'] });
-    process.on('exit', () => this.#process.kill('SIGKILL'));
-    for await (const line of createInterface({ input: this.#process.stderr })) {
-      const address = /DevTools listening on (ws:.*)/.exec(line)?.[1];
-      if (address) {
-        this.#process.stderr.resume();
-        await this.#connect(address);
-        return;
-      }
+    static async launch() {
+        const browser = new Chromium();
+        await browser.#start();
+        return browser;
     }
-    throw new Error('Chromium does not start');
-  }
 
-  async #connect(address) {
-    this.#socket = new WebSocket(address, { perMessageDeflate: false, maxPayload: 0 });
-    this.#socket.on('message', (data) => {
-      const answer = JSON.parse(data.toString());
-      const call = this.#calls.get(answer.id);
-      this.#calls.delete(answer.id);
-      if (answer.error) call?.reject(new Error(`${call.method}: ${answer.error.message}`));
-      else call?.resolve(answer.result);
-    });
-    await once(this.#socket, 'open');
-  }
+    /** A page at `address` in which `script`, a function, ran before any other. */
+    async open(address, script = () => {}) {
+        const { targetId } = await this.#call('Target.createTarget', { url: 'about:blank' });
+        const { sessionId } = await this.#call('Target.attachToTarget', {
+            targetId,
+            flatten: true,
+        });
+        const page = new Page(
+            (method, params) => this.#call(method, params, sessionId),
+            () => this.#call('Target.closeTarget', { targetId }),
+        );
+        await page.load(address, script);
+        return page;
+    }
 
-  #call(method, params, sessionId) {
-    const id = this.#nextCall++;
-    this.#socket.send(JSON.stringify({ id, method, params, sessionId }));
-    return new Promise((resolve, reject) => this.#calls.set(id, { method, resolve, reject }));
-  }
+    async close() {
+        const ended = once(this.#process, 'exit');
+        await this.#call('Browser.close');
+        await ended;
+        // Its children write for a moment longer.
+        await rm(this.#profile, { recursive: true, force: true, maxRetries: 10 });
+    }
+
+    async #start() {
+        this.#process = spawn(
+            '/usr/bin/chromium',
+            [
+                '--headless',
+                '--no-sandbox',
+                '--disable-gpu',
+                '--disable-quic',
+                '--no-first-run',
+                '--disable-background-networking',
+                '--disable-component-update',
+                '--disable-sync',
+                '--remote-debugging-port=0',
+                `--user-data-dir=${this.#profile}`,
+                'about:blank',
+            ],
+            { stdio: ['ignore', 'ignore', 'pipe'] },
+        );
+        process.on('exit', () => this.#process.kill('SIGKILL'));
+        for await (const line of createInterface({ input: this.#process.stderr })) {
+            const address = /DevTools listening on (ws:.*)/.exec(line)?.[1];
+            if (address) {
+                this.#process.stderr.resume();
+                await this.#connect(address);
+                return;
+            }
+        }
+        throw new Error('Chromium does not start');
+    }
+
+    async #connect(address) {
+        this.#socket = new WebSocket(address, { perMessageDeflate: false, maxPayload: 0 });
+        this.#socket.on('message', (data) => {
+            const answer = JSON.parse(data.toString());
+            const call = this.#calls.get(answer.id);
+            this.#calls.delete(answer.id);
+            if (answer.error) call?.reject(new Error(`${call.method}: ${answer.error.message}`));
+            else call?.resolve(answer.result);
+        });
+        await once(this.#socket, 'open');
+    }
+
+    #call(method, params, sessionId) {
+        const id = this.#nextCall++;
+        this.#socket.send(JSON.stringify({ id, method, params, sessionId }));
+        return new Promise((resolve, reject) => this.#calls.set(id, { method, resolve, reject }));
+    }
 }
 
 class Page {
-  #call;
-  close;
+    #call;
+    close;
 
-  constructor(call, close) {
-    this.#call = call;
-    this.close = close;
-  }
+    constructor(call, close) {
+        this.#call = call;
+        this.close = close;
+    }
 
-  async load(address, script) {
-    await this.#call('Page.enable');
-    await this.#call('Page.addScriptToEvaluateOnNewDocument', { source: `(${script})()` });
-    const { errorText } = await this.#call('Page.navigate', { url: address });
-    if (errorText) throw new Error(`${address}: ${errorText}`);
-  }
+    async load(address, script) {
+        await this.#call('Page.enable');
+        await this.#call('Page.addScriptToEvaluateOnNewDocument', { source: `(${script})()` });
+        const { errorText } = await this.#call('Page.navigate', { url: address });
+        if (errorText) throw new Error(`${address}: ${errorText}`);
+    }
 
-  /** What `run(argument)` gives, or what its promise comes to, in the page. */
-  async evaluate(run, argument) {
-    const { result, exceptionDetails } = await this.#call('Runtime.evaluate', {
-      expression: `(${run})(${JSON.stringify(argument) ?? ''})`,
-      awaitPromise: true,
-      returnByValue: true,
-    });
-    if (exceptionDetails) throw new Error(exceptionDetails.exception?.description ?? exceptionDetails.text);
-    return result.value;
-  }
+    /** What `run(argument)` gives, or what its promise comes to, in the page. */
+    async evaluate(run, argument) {
+        const { result, exceptionDetails } = await this.#call('Runtime.evaluate', {
+            expression: `(${run})(${JSON.stringify(argument) ?? ''})`,
+            awaitPromise: true,
+            returnByValue: true,
+        });
+        if (exceptionDetails)
+            throw new Error(exceptionDetails.exception?.description ?? exceptionDetails.text);
+        return result.value;
+    }
 }

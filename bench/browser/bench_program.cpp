@@ -49,10 +49,9 @@ public:
     explicit Measured(Sizes sizes) : m_sizes(sizes) {
         m_dialog.setTitle(u"Measured");
         m_dialog.setLayout(&m_layout);
-        for (DOVA::DVObject* widget : {static_cast<DOVA::DVObject*>(&m_answer),
-                                       static_cast<DOVA::DVObject*>(&m_click),
-                                       static_cast<DOVA::DVObject*>(&m_burst),
-                                       static_cast<DOVA::DVObject*>(&m_open)}) {
+        for (DOVA::DVObject* widget :
+             {static_cast<DOVA::DVObject*>(&m_answer), static_cast<DOVA::DVObject*>(&m_click),
+              static_cast<DOVA::DVObject*>(&m_burst), static_cast<DOVA::DVObject*>(&m_open)}) {
             m_layout.addWidget(widget);
         }
         for (int i = 0; i < sizes.widgets; ++i) {

@@ -1,11 +1,12 @@
 // Builds the page into dist/: one script, one style sheet, the document, the icon, and a .gz
 // beside each so that the gateway never compresses while it serves; and the images that a program
 // may name without bringing them.
-import { build } from 'esbuild';
-import { copyFile, cp, mkdir, readFile, readdir, rm, writeFile } from 'node:fs/promises';
+
+import { copyFile, cp, mkdir, readdir, readFile, rm, writeFile } from 'node:fs/promises';
 import { dirname, join } from 'node:path';
 import { fileURLToPath } from 'node:url';
 import { gzipSync } from 'node:zlib';
+import { build } from 'esbuild';
 
 const root = join(dirname(fileURLToPath(import.meta.url)), '..');
 const dist = join(root, 'dist');

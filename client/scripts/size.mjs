@@ -1,5 +1,5 @@
 // Fails when what a browser fetches for the page, compressed, is more than the page may weigh.
-import { readFile, readdir } from 'node:fs/promises';
+import { readdir, readFile } from 'node:fs/promises';
 import { dirname, join } from 'node:path';
 import { fileURLToPath } from 'node:url';
 

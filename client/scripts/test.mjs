@@ -1,9 +1,10 @@
 // Bundles every *.test.ts below the given folders and runs them with node's own test runner.
-import { build } from 'esbuild';
+
 import { spawnSync } from 'node:child_process';
 import { readdir, rm } from 'node:fs/promises';
 import { dirname, join } from 'node:path';
 import { fileURLToPath } from 'node:url';
+import { build } from 'esbuild';
 
 const root = join(dirname(fileURLToPath(import.meta.url)), '..');
 

@@ -8,14 +8,14 @@ namespace jsonpad {
 
 namespace {
 
-constexpr std::string_view escapeLetters = "\"\\/bfnrt";
-constexpr std::string_view escapedBytes = "\"\\/\b\f\n\r\t";
+constexpr std::string_view s_escapeLetters = "\"\\/bfnrt";
+constexpr std::string_view s_escapedBytes = "\"\\/\b\f\n\r\t";
 
 /// Appends what the escape at the front of `escape` (after its backslash) stands for; gives how
 /// many bytes it took.
 std::size_t decodeEscape(std::string_view escape, std::u16string& result) {
     if (escape.front() != 'u') {
-        result += static_cast<char16_t>(escapedBytes[escapeLetters.find(escape.front())]);
+        result += static_cast<char16_t>(s_escapedBytes[s_escapeLetters.find(escape.front())]);
         return 1;
     }
     unsigned int unit = 0;
@@ -42,9 +42,9 @@ std::size_t plainUnits(std::u16string_view text) {
 
 std::string encodeEscape(char16_t unit) {
     const std::size_t letter =
-        unit < 0x80 ? escapedBytes.find(static_cast<char>(unit)) : std::string_view::npos;
+        unit < 0x80 ? s_escapedBytes.find(static_cast<char>(unit)) : std::string_view::npos;
     if (letter != std::string_view::npos) {
-        return {'\\', escapeLetters[letter]};
+        return {'\\', s_escapeLetters[letter]};
     }
     constexpr std::string_view digits = "0123456789abcdef";
     return {'\\',

@@ -53,9 +53,9 @@ public:
     virtual void doSetMaximumSize(diagram::TSize<int> size);
     /// Sent times dpiScale(), stored as given.
     virtual void doSetPreferredSize(diagram::TSize<int> size);
-    virtual void doSetFixedSize(diagram::TSize<int> size);                           // no effect
-    virtual void doSetSizeConstraint(SizeConstraint constraint);                     // no effect
-    virtual void doSetSizePolicy(SizePolicy horizontal, SizePolicy vertical);        // no effect
+    virtual void doSetFixedSize(diagram::TSize<int> size);                     // no effect
+    virtual void doSetSizeConstraint(SizeConstraint constraint);               // no effect
+    virtual void doSetSizePolicy(SizePolicy horizontal, SizePolicy vertical);  // no effect
     virtual void doResize(diagram::TSize<int> size);
     virtual void doSetFocus();
     virtual void doSetFocusPolicy(FocusPolicy policy);  // no effect
@@ -65,10 +65,10 @@ public:
     /// UTF-8.
     virtual void doSetObjectName(const std::string& name);
     virtual void doSetUpdatesEnabled(bool enabled);
-    virtual void doSetDragDelegate(DVObject* delegate);                  // no effect
-    virtual void doAddAction(DVObject* action);                          // no effect
-    virtual void doRemoveAction(DVObject* action);                       // no effect
-    virtual void doInsertAction(DVObject* before, DVObject* action);     // no effect
+    virtual void doSetDragDelegate(DVObject* delegate);               // no effect
+    virtual void doAddAction(DVObject* action);                       // no effect
+    virtual void doRemoveAction(DVObject* action);                    // no effect
+    virtual void doInsertAction(DVObject* before, DVObject* action);  // no effect
     virtual bool doIsVisible() const;
     virtual bool doIsEnabled() const;
     virtual bool doIsEventConsumed() const;

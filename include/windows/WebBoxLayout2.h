@@ -14,9 +14,9 @@ public:
 
     virtual void doBoxAddWidget(DVObject* widget, int stretch, Alignment alignment);
     virtual void doInsertWidget(DVObject* widget, int index, int stretch,
-                                Alignment alignment);                 // no effect
-    virtual void doInsertSpacer(int index, int size, int stretch);    // no effect
-    virtual void doSetStretchFactor(DVObject* widget, int stretch);   // no effect
+                                Alignment alignment);                // no effect
+    virtual void doInsertSpacer(int index, int size, int stretch);   // no effect
+    virtual void doSetStretchFactor(DVObject* widget, int stretch);  // no effect
 
     std::string getTypeName() const override;
 };

@@ -6,16 +6,16 @@
 namespace DOVA {
 
 /// The dialog of the web. Client events, by the presence of a key, whatever its value:
-/// "increaseFontSize" and "decreaseFontSize" become key presses of Ctrl+"=" and Ctrl+"-", "resize" a
-/// resize event without sizes, whose receiver asks for the geometry. Several keys in one message
+/// "increaseFontSize" and "decreaseFontSize" become key presses of Ctrl+"=" and Ctrl+"-", "resize"
+/// a resize event without sizes, whose receiver asks for the geometry. Several keys in one message
 /// make several events, in the order of the keys.
 class DOVA_WEB_EXPORT WebDialog2 : public WebAbstractWindow2 {
 public:
     WebDialog2(DVDialog2* front, DVDialog2Emitters* emitters, DVObject* parent);
     ~WebDialog2() override;
 
-    virtual void doUpdateSize();              // no effect: the client sizes dialogs
-    virtual void doSetWindowFlag(unsigned);   // no effect
+    virtual void doUpdateSize();               // no effect: the client sizes dialogs
+    virtual void doSetWindowFlag(unsigned);    // no effect
     virtual unsigned doGetWindowFlag() const;  // always 0
     virtual void doSetTransient(bool transient);
     /// Stored and never asked for: resizes are reported always.

@@ -16,13 +16,13 @@ public:
     virtual void doGridAddWidget(DVObject* widget, diagram::RectTemplate<int> cell,
                                  Alignment alignment);
     virtual void doGridAddSpacer(diagram::RectTemplate<int> cell,
-                                 diagram::TSize<int> size);              // no effect
-    virtual void doSetRowStretch(int row, int stretch);                  // no effect
-    virtual void doSetColStretch(int column, int stretch);               // no effect
+                                 diagram::TSize<int> size);  // no effect
+    virtual void doSetRowStretch(int row, int stretch);      // no effect
+    virtual void doSetColStretch(int column, int stretch);   // no effect
     virtual void doSetStretchFactors(std::vector<int> rows,
-                                     std::vector<int> columns);          // no effect
-    virtual int doGetRowStretch(int row) const;                          // always 0
-    virtual int doGetColStretch(int column) const;                       // always 0
+                                     std::vector<int> columns);  // no effect
+    virtual int doGetRowStretch(int row) const;                  // always 0
+    virtual int doGetColStretch(int column) const;               // always 0
 
     std::string getTypeName() const override;
 };

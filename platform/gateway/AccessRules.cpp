@@ -15,7 +15,7 @@ namespace DOVA::gateway {
 
 namespace {
 
-constexpr std::uint16_t kHttpPort = 80;
+constexpr std::uint16_t s_httpPort = 80;
 
 bool isLetterOrDigit(char character) {
     return (character >= 'a' && character <= 'z') || (character >= 'A' && character <= 'Z') ||
@@ -50,35 +50,41 @@ AccessRules::AccessRules(const GatewayOptions& options, std::uint16_t port, std:
     : m_token(std::move(token)), m_port(port), m_extraOrigins(options.extraOrigins) {
     addHost(options.bindAddress);
     addNamesOfMachine(options.bindAddress);
-    for (const std::string& host : options.extraHosts)
+    for (const std::string& host : options.extraHosts) {
         addExtraHost(host);
+    }
 }
 
 void AccessRules::addNamesOfMachine(const std::string& bindAddress) {
     boost::system::error_code error;
     const auto address = boost::asio::ip::make_address(bindAddress, error);
     m_takesAnyAddress = !error && address.is_unspecified();
-    if (!error && (address.is_loopback() || address.is_unspecified()))
-        for (const char* const name : {"localhost", "127.0.0.1", "::1"})
+    if (!error && (address.is_loopback() || address.is_unspecified())) {
+        for (const char* const name : {"localhost", "127.0.0.1", "::1"}) {
             addHost(name);
+        }
+    }
     std::array<char, 256> name{};
-    if (!error && !address.is_loopback() && gethostname(name.data(), name.size() - 1) == 0)
+    if (!error && !address.is_loopback() && gethostname(name.data(), name.size() - 1) == 0) {
         addHost(name.data());
+    }
 }
 
 /// Browsers leave the port out where it is the scheme's own.
 void AccessRules::addHost(const std::string& address) {
     std::string host = hostAndPort(address, m_port);
-    if (m_port == kHttpPort)
+    if (m_port == s_httpPort) {
         m_hosts.push_back(host.substr(0, host.rfind(':')));
+    }
     m_hosts.push_back(std::move(host));
 }
 
 void AccessRules::addExtraHost(const std::string& host) {
     const bool hasPort = host.find(':', host.rfind(']') + 1) != std::string::npos;
     m_extraHosts.push_back(host);
-    if (!hasPort)
+    if (!hasPort) {
         m_extraHosts.push_back(host + ":" + std::to_string(m_port));
+    }
 }
 
 bool AccessRules::allowsHost(std::string_view host) const {
@@ -88,14 +94,17 @@ bool AccessRules::allowsHost(std::string_view host) const {
 /// A foreign name that leads here (DNS rebinding) is never numeric.
 bool AccessRules::isOurNumericAddress(std::string_view host) const {
     const std::string port = ":" + std::to_string(m_port);
-    if (!m_takesAnyAddress)
+    if (!m_takesAnyAddress) {
         return false;
-    if (host.size() > port.size() && host.substr(host.size() - port.size()) == port)
+    }
+    if (host.size() > port.size() && host.substr(host.size() - port.size()) == port) {
         host.remove_suffix(port.size());
-    else if (m_port != kHttpPort)
+    } else if (m_port != s_httpPort) {
         return false;
-    if (host.size() > 2 && host.front() == '[' && host.back() == ']')
+    }
+    if (host.size() > 2 && host.front() == '[' && host.back() == ']') {
         host = host.substr(1, host.size() - 2);
+    }
     boost::system::error_code error;
     boost::asio::ip::make_address(std::string(host), error);
     return !error;
@@ -111,12 +120,14 @@ bool AccessRules::allowsOrigin(std::string_view origin, std::string_view host) c
 }
 
 bool AccessRules::isToken(std::string_view text) const {
-    if (text.size() != m_token.size())
+    if (text.size() != m_token.size()) {
         return false;
+    }
     // Volatile: no compiler may leave the loop at the first difference.
     volatile unsigned char difference = 0;
-    for (std::size_t at = 0; at < text.size(); ++at)
+    for (std::size_t at = 0; at < text.size(); ++at) {
         difference = static_cast<unsigned char>(difference | (text[at] ^ m_token[at]));
+    }
     return difference == 0;
 }
 
@@ -131,10 +142,12 @@ bool AccessRules::isUsableToken(std::string_view text) {
 bool AccessRules::isUsableHost(const std::string& text) {
     const std::size_t colon = text.find(':', text.rfind(']') + 1);
     const std::string name = text.substr(0, colon);
-    if (colon != std::string::npos && !isPort(std::string_view(text).substr(colon + 1)))
+    if (colon != std::string::npos && !isPort(std::string_view(text).substr(colon + 1))) {
         return false;
-    if (name.empty() || name.front() != '[')
+    }
+    if (name.empty() || name.front() != '[') {
         return !name.empty() && consistsOf(name, "._-");
+    }
     boost::system::error_code error;
     boost::asio::ip::make_address_v6(name.substr(1, name.size() - 2), error);
     return name.back() == ']' && !error;
@@ -149,8 +162,9 @@ bool AccessRules::isUsableOrigin(const std::string& text) {
 
 std::string AccessRules::randomToken() {
     std::array<unsigned char, 20> bytes{};
-    if (getentropy(bytes.data(), bytes.size()) != 0)
+    if (getentropy(bytes.data(), bytes.size()) != 0) {
         throw std::system_error(errno, std::generic_category(), "no random token to be had");
+    }
     std::string token;
     for (const unsigned char byte : bytes) {
         token.push_back("0123456789abcdef"[byte >> 4]);
@@ -166,8 +180,9 @@ std::string AccessRules::hostAndPort(const std::string& address, std::uint16_t p
 
 std::string AccessRules::shownHost(const std::string& bindAddress, std::uint16_t port) {
     const auto address = boost::asio::ip::make_address(bindAddress);
-    if (!address.is_unspecified())
+    if (!address.is_unspecified()) {
         return hostAndPort(bindAddress, port);
+    }
     return hostAndPort(address.is_v6() ? "::1" : "127.0.0.1", port);
 }
 

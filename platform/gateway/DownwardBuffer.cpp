@@ -13,8 +13,9 @@ DownwardBuffer::DownwardBuffer(const GatewayLimits& limits)
 
 bool DownwardBuffer::push(std::string_view channel, std::string_view text, std::uint64_t known) {
     const std::size_t bytes = channel.size() + text.size() + 2;
-    if (m_records >= m_maxRecords || bytes > m_maxBytes - m_bytes)
+    if (m_records >= m_maxRecords || bytes > m_maxBytes - m_bytes) {
         return false;
+    }
     Chunk& chunk = chunkFor(bytes, known);
     FrameCodec::appendRecord(chunk.records, channel, text);
     ++chunk.count;
@@ -40,8 +41,9 @@ Chunk& DownwardBuffer::chunkFor(std::size_t bytes, std::uint64_t known) {
 }
 
 std::shared_ptr<const Chunk> DownwardBuffer::next() {
-    if (!hasUnsent())
+    if (!hasUnsent()) {
         return {};
+    }
     const auto& chunk = m_chunks[m_next++];
     chunk->sealed = true;
     m_sent = chunk->last();
@@ -49,19 +51,23 @@ std::shared_ptr<const Chunk> DownwardBuffer::next() {
 }
 
 bool DownwardBuffer::acknowledge(std::uint64_t number) {
-    if (number > m_sent)
+    if (number > m_sent) {
         return false;
+    }
     m_acknowledged = std::max(m_acknowledged, number);
-    while (m_next > 0 && m_chunks.front()->last() <= number)
+    while (m_next > 0 && m_chunks.front()->last() <= number) {
         dropFirst();
+    }
     return true;
 }
 
 bool DownwardBuffer::resume(std::uint64_t received) {
-    if (received < m_acknowledged || !acknowledge(received))
+    if (received < m_acknowledged || !acknowledge(received)) {
         return false;
-    if (m_next > 0 && m_chunks.front()->first <= received)
+    }
+    if (m_next > 0 && m_chunks.front()->first <= received) {
         trimFirst(received);
+    }
     m_next = 0;
     m_sent = received;
     return true;

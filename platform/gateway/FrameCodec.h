@@ -28,11 +28,11 @@ struct Frame {
 /// the text as it stands. Pure text work without state.
 class FrameCodec {
 public:
-    static constexpr char kRecordSeparator = '\x1e';
-    static constexpr char kTextSeparator = '\x1f';
+    static constexpr char s_recordSeparator = '\x1e';
+    static constexpr char s_textSeparator = '\x1f';
     /// Largest number a page can count to exactly.
-    static constexpr std::uint64_t kMaxNumber = (std::uint64_t{1} << 53) - 1;
-    static constexpr std::size_t kMaxChannelBytes = 256;
+    static constexpr std::uint64_t s_maxNumber = (std::uint64_t{1} << 53) - 1;
+    static constexpr std::size_t s_maxChannelBytes = 256;
 
     /// Nothing when any part of the frame is malformed.
     static std::optional<Frame> parse(std::string_view frame);
@@ -44,9 +44,9 @@ public:
     static std::string_view skipRecords(std::string_view records, std::uint64_t count);
 
     /// What a text costs whoever handles it, in events: an array has as many as it has objects, any
-    /// other text is one, and so are `kEventBytes` of either.
+    /// other text is one, and so are `s_eventBytes` of either.
     static std::size_t weight(std::string_view text);
-    static constexpr std::size_t kEventBytes = 1024;
+    static constexpr std::size_t s_eventBytes = 1024;
 
     static void writeHeader(std::string& into, std::uint64_t sequence, std::uint64_t acknowledged);
     static void appendRecord(std::string& into, std::string_view channel, std::string_view text);

@@ -11,12 +11,14 @@ FrameReceiver::FrameReceiver(SessionRegistry& registry, std::shared_ptr<Session>
 
 const CloseReason* FrameReceiver::begin(std::string_view frame) {
     const auto parsed = FrameCodec::parse(frame);
-    if (!parsed)
-        return &close_reason::kMalformedFrame;
+    if (!parsed) {
+        return &close_reason::s_malformedFrame;
+    }
     m_isQuestion =
         parsed->count == 0 && parsed->acknowledged <= m_session->downward().acknowledged();
-    if (const CloseReason* const reason = m_session->accept(*parsed))
+    if (const CloseReason* const reason = m_session->accept(*parsed)) {
         return reason;
+    }
     m_frame = *parsed;
     return nullptr;
 }
@@ -33,12 +35,15 @@ const CloseReason* FrameReceiver::handle(Throttle& throttle, std::size_t mostEve
         --m_frame.count;
         const std::size_t weight = FrameCodec::weight(record.text);
         throttle.charge(weight, now);
-        if (!m_session->take(m_frame.sequence++))
+        if (!m_session->take(m_frame.sequence++)) {
             continue;
-        if (weight > mostEvents)
-            return &close_reason::kTooManyEvents;
-        if (const CloseReason* const reason = m_registry.handle(m_session, record))
+        }
+        if (weight > mostEvents) {
+            return &close_reason::s_tooManyEvents;
+        }
+        if (const CloseReason* const reason = m_registry.handle(m_session, record)) {
             return reason;
+        }
     }
     return nullptr;
 }

@@ -18,7 +18,7 @@ using tcp = asio::ip::tcp;
 
 namespace {
 
-constexpr std::chrono::milliseconds kAcceptRetryTime{100};
+constexpr std::chrono::milliseconds s_acceptRetryTime{100};
 
 }  // namespace
 
@@ -31,8 +31,9 @@ GatewayCore::GatewayCore(asio::io_context& loop, GatewayOptions options)
 
 void GatewayCore::start() {
     OptionRules::check(m_options);
-    if (m_options.token.empty())
+    if (m_options.token.empty()) {
         m_options.token = AccessRules::randomToken();
+    }
     listen();
     m_router.emplace(m_options, AccessRules(m_options, m_port, m_options.token));
     m_sessions =
@@ -62,8 +63,9 @@ void GatewayCore::openAcceptor() {
 }
 
 std::string GatewayCore::address() const {
-    if (m_port == 0)
+    if (m_port == 0) {
         return {};
+    }
     return "http://" + AccessRules::shownHost(m_options.bindAddress, m_port) + "/#" +
            m_options.token;
 }
@@ -76,10 +78,12 @@ void GatewayCore::accept() {
 }
 
 void GatewayCore::onAccepted(boost::system::error_code error, Socket socket) {
-    if (!m_acceptor.is_open())
+    if (!m_acceptor.is_open()) {
         return;
-    if (error)
+    }
+    if (error) {
         return error == asio::error::connection_aborted ? accept() : acceptAgainLater();
+    }
     boost::system::error_code ignored;
     socket.set_option(tcp::no_delay(true), ignored);
     std::make_shared<HttpConnection>(std::move(socket), shared_from_this())->readRequest();
@@ -89,10 +93,11 @@ void GatewayCore::onAccepted(boost::system::error_code error, Socket socket) {
 /// Out of descriptors, most likely: trying again at once would only burn time.
 void GatewayCore::acceptAgainLater() {
     logAcceptError("the system has no room for another connection");
-    m_acceptTimer.expires_after(kAcceptRetryTime);
+    m_acceptTimer.expires_after(s_acceptRetryTime);
     m_acceptTimer.async_wait([self = shared_from_this()](boost::system::error_code error) {
-        if (!error && self->m_acceptor.is_open())
+        if (!error && self->m_acceptor.is_open()) {
             self->accept();
+        }
     });
 }
 
@@ -102,14 +107,16 @@ void GatewayCore::connectionBegins(Connection& connection) {
 
 void GatewayCore::connectionEnds(Connection& connection) {
     m_connections.erase(&connection);
-    if (m_stopping && m_connections.empty())
+    if (m_stopping && m_connections.empty()) {
         callWhenStopped();
+    }
 }
 
 void GatewayCore::strangerComes(Connection& connection) {
     m_strangers.push_back(&connection);
-    if (m_strangers.size() <= m_options.limits.strangers)
+    if (m_strangers.size() <= m_options.limits.strangers) {
         return;
+    }
     Connection* const oldest = m_strangers.front();
     m_strangers.pop_front();
     oldest->cut();
@@ -126,47 +133,55 @@ bool GatewayCore::isFull() const {
 
 void GatewayCore::pageLeft(Session& session, const PageLink& link,
                            SessionRegistry::Leaving leaving) {
-    if (!m_sessions)
+    if (!m_sessions) {
         return;
+    }
     m_sessions->disconnected(session, link, leaving, Clock::now());
     waitForExpiry();
 }
 
 void GatewayCore::waitForExpiry() {
     const auto expiry = m_sessions->nextExpiry();
-    if (!expiry)
+    if (!expiry) {
         return;
+    }
     m_expiryTimer.expires_at(*expiry);
     m_expiryTimer.async_wait([weak = weak_from_this()](boost::system::error_code error) {
         const auto self = weak.lock();
-        if (!self || error || !self->m_sessions)
+        if (!self || error || !self->m_sessions) {
             return;
+        }
         self->m_sessions->endExpired(Clock::now());
         self->waitForExpiry();
     });
 }
 
 void GatewayCore::stop(std::function<void()> whenStopped) {
-    if (whenStopped)
+    if (whenStopped) {
         m_whenStopped.push_back(std::move(whenStopped));
+    }
     if (!std::exchange(m_stopping, true)) {
         boost::system::error_code ignored;
         m_acceptor.close(ignored);
         m_acceptTimer.cancel();
         limitStopTime();
-        for (Connection* const connection : std::vector(m_connections.begin(), m_connections.end()))
+        for (Connection* const connection :
+             std::vector(m_connections.begin(), m_connections.end())) {
             connection->finish();
+        }
     }
-    if (m_connections.empty())
+    if (m_connections.empty()) {
         callWhenStopped();
+    }
 }
 
 void GatewayCore::limitStopTime() {
     m_stopTimer.expires_after(m_options.limits.stopTime);
     m_stopTimer.async_wait([weak = weak_from_this()](boost::system::error_code error) {
         const auto self = weak.lock();
-        if (self && !error)
+        if (self && !error) {
             self->cutAll();
+        }
     });
 }
 
@@ -174,14 +189,16 @@ void GatewayCore::callWhenStopped() {
     m_stopTimer.cancel();
     m_expiryTimer.cancel();
     m_sessions.reset();
-    for (auto& call : std::exchange(m_whenStopped, {}))
+    for (auto& call : std::exchange(m_whenStopped, {})) {
         asio::post(m_stopTimer.get_executor(), std::move(call));
+    }
 }
 
 /// None of them goes while the list is read: each is held by its own pending operations.
 void GatewayCore::cutAll() {
-    for (Connection* const connection : std::vector(m_connections.begin(), m_connections.end()))
+    for (Connection* const connection : std::vector(m_connections.begin(), m_connections.end())) {
         connection->cut();
+    }
 }
 
 void GatewayCore::abandon() {

@@ -24,8 +24,7 @@ class StandardErrorSink final : public spdlog::sinks::base_sink<std::mutex> {
 /// Not registered with spdlog: the name belongs to the host program.
 spdlog::logger& logger() {
     // Never destroyed: what still logs while the process ends must not depend on the order of it.
-    static auto& s_logger =
-        *new spdlog::logger("gateway", std::make_shared<StandardErrorSink>());
+    static auto& s_logger = *new spdlog::logger("gateway", std::make_shared<StandardErrorSink>());
     return s_logger;
 }
 

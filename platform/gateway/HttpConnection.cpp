@@ -18,7 +18,7 @@ namespace http = beast::http;
 namespace {
 
 /// How long a refused browser gets to fetch the reason before the connection is gone.
-constexpr std::chrono::milliseconds kLingerTime{2000};
+constexpr std::chrono::milliseconds s_lingerTime{2000};
 
 bool isTooLarge(const beast::error_code& error) {
     return error == http::error::header_limit || error == http::error::buffer_overflow;
@@ -51,14 +51,18 @@ void HttpConnection::readRequest() {
 }
 
 void HttpConnection::onRequest(beast::error_code error) {
-    if (isTooLarge(error))
+    if (isTooLarge(error)) {
         return refuse(http::status::request_header_fields_too_large, "the header is too large");
-    if (isMalformed(error))
+    }
+    if (isMalformed(error)) {
         return refuse(http::status::bad_request, "malformed request");
-    if (error)
+    }
+    if (error) {
         return cut();
-    if (m_parser->get().count(http::field::transfer_encoding) > 0 || !m_parser->is_done())
+    }
+    if (m_parser->get().count(http::field::transfer_encoding) > 0 || !m_parser->is_done()) {
         return refuse(http::status::bad_request, "no request body is accepted");
+    }
     answer(m_parser->get());
 }
 
@@ -66,18 +70,20 @@ void HttpConnection::answer(const RequestRouter::Request& request) {
     RequestRouter::Answer answer = core().router().answer(request);
     auto* const response = std::get_if<RequestRouter::Response>(&answer);
     const bool mayComeIn = !response || response->result() == http::status::upgrade_required;
-    if (mayComeIn && core().isFull())
+    if (mayComeIn && core().isFull()) {
         refuse(http::status::service_unavailable, "too many connections");
-    else if (response)
+    } else if (response) {
         send(std::move(*response));
-    else
+    } else {
         upgrade(std::move(std::get<RequestRouter::Admission>(answer)), request);
+    }
 }
 
 void HttpConnection::upgrade(RequestRouter::Admission admission,
                              const RequestRouter::Request& request) {
-    if (m_buffer.size() > 0)
+    if (m_buffer.size() > 0) {
         return refuse(http::status::bad_request, "data before the end of the handshake");
+    }
     m_timer.cancel();
     core().strangerGoes(*this);
     std::make_shared<SocketConnection>(std::move(m_socket), sharedCore(), std::move(admission))
@@ -100,10 +106,12 @@ void HttpConnection::send(RequestRouter::Response response) {
 
 void HttpConnection::onSent(beast::error_code error) {
     m_sending = false;
-    if (error)
+    if (error) {
         return cut();
-    if (m_response.keep_alive() && !m_finishing)
+    }
+    if (m_response.keep_alive() && !m_finishing) {
         return readRequest();
+    }
     linger();
 }
 
@@ -112,7 +120,7 @@ void HttpConnection::onSent(beast::error_code error) {
 void HttpConnection::linger() {
     beast::error_code ignored;
     m_socket.shutdown(Socket::shutdown_send, ignored);
-    limitTime(kLingerTime);
+    limitTime(s_lingerTime);
     readRest();
 }
 
@@ -120,17 +128,19 @@ void HttpConnection::readRest() {
     m_buffer.clear();
     m_socket.async_read_some(m_buffer.prepare(4096),
                              [self = shared_from_this()](beast::error_code error, std::size_t) {
-                                 if (error)
+                                 if (error) {
                                      self->cut();
-                                 else
+                                 } else {
                                      self->readRest();
+                                 }
                              });
 }
 
 void HttpConnection::finish() {
     m_finishing = true;
-    if (!m_sending)
+    if (!m_sending) {
         cut();
+    }
 }
 
 void HttpConnection::cut() {
@@ -143,8 +153,9 @@ void HttpConnection::limitTime(std::chrono::milliseconds time) {
     m_timer.expires_after(time);
     m_timer.async_wait([weak = weak_from_this()](beast::error_code error) {
         const auto self = weak.lock();
-        if (self && !error && self->m_timer.expiry() <= Clock::now())
+        if (self && !error && self->m_timer.expiry() <= Clock::now()) {
             self->cut();
+        }
     });
 }
 

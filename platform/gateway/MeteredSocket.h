@@ -38,9 +38,9 @@ public:
         if (m_unused > 0) {
             m_onWaste(std::exchange(m_unused, 0));
         }
-        m_socket.async_read_some(
-            buffers, Counted<std::decay_t<Handler>>{std::forward<Handler>(handler),
-                                                    m_socket.get_executor(), m_unused});
+        m_socket.async_read_some(buffers,
+                                 Counted<std::decay_t<Handler>>{std::forward<Handler>(handler),
+                                                                m_socket.get_executor(), m_unused});
     }
     template <class Buffers, class Handler>
     void async_write_some(const Buffers& buffers, Handler&& handler) {

@@ -22,43 +22,52 @@ void OptionRules::check(const GatewayOptions& options) {
     checkNames(options);
     checkFolders(options);
     checkLimits(options);
-    if (!options.token.empty() && !AccessRules::isUsableToken(options.token))
+    if (!options.token.empty() && !AccessRules::isUsableToken(options.token)) {
         refuse(std::errc::invalid_argument,
                "a token must be 16 to 256 of the characters A-Z a-z 0-9 - _ . ~");
+    }
 }
 
 void OptionRules::checkAddress(const GatewayOptions& options) {
     boost::system::error_code error;
     const auto address = boost::asio::ip::make_address(options.bindAddress, error);
-    if (error)
+    if (error) {
         refuse(std::errc::invalid_argument,
                "\"" + options.bindAddress + "\" is not a numeric IP address");
-    if (!address.is_loopback() && !options.allowNonLoopback)
+    }
+    if (!address.is_loopback() && !options.allowNonLoopback) {
         refuse(std::errc::permission_denied,
                "listening on " + options.bindAddress +
                    " opens the program to other machines and must be allowed explicitly");
+    }
 }
 
 void OptionRules::checkNames(const GatewayOptions& options) {
-    for (const std::string& host : options.extraHosts)
-        if (!AccessRules::isUsableHost(host))
+    for (const std::string& host : options.extraHosts) {
+        if (!AccessRules::isUsableHost(host)) {
             refuse(std::errc::invalid_argument,
                    "\"" + host + "\" is no host name; give a name, with :PORT where it has one");
-    for (const std::string& origin : options.extraOrigins)
-        if (!AccessRules::isUsableOrigin(origin))
+        }
+    }
+    for (const std::string& origin : options.extraOrigins) {
+        if (!AccessRules::isUsableOrigin(origin)) {
             refuse(std::errc::invalid_argument,
                    "\"" + origin + "\" is no origin; give one like https://pad.example:8443");
+        }
+    }
 }
 
 void OptionRules::checkFolders(const GatewayOptions& options) {
     std::error_code error;
-    if (!std::filesystem::is_regular_file(options.pageFolder / "index.html", error))
+    if (!std::filesystem::is_regular_file(options.pageFolder / "index.html", error)) {
         refuse(std::errc::no_such_file_or_directory,
                "the page folder \"" + options.pageFolder.string() + "\" holds no index.html");
+    }
     if (!options.applicationRoot.empty() &&
-        !std::filesystem::is_directory(options.applicationRoot, error))
+        !std::filesystem::is_directory(options.applicationRoot, error)) {
         refuse(std::errc::not_a_directory,
                "the application root \"" + options.applicationRoot.string() + "\" is no folder");
+    }
 }
 
 void OptionRules::checkLimits(const GatewayOptions& options) {
@@ -73,10 +82,12 @@ void OptionRules::checkLimits(const GatewayOptions& options) {
                                                limits.acknowledgeTime, limits.stopTime};
     if (std::count(std::begin(counts), std::end(counts), 0u) > 0 ||
         std::any_of(std::begin(times), std::end(times),
-                    [](auto time) { return time.count() <= 0; }))
+                    [](auto time) { return time.count() <= 0; })) {
         refuse(std::errc::invalid_argument, "a limit of the gateway is zero");
-    if (options.graceTime.count() < 0 || options.reloadTime.count() < 0)
+    }
+    if (options.graceTime.count() < 0 || options.reloadTime.count() < 0) {
         refuse(std::errc::invalid_argument, "a grace time of the gateway is negative");
+    }
 }
 
 }  // namespace DOVA::gateway

@@ -18,8 +18,9 @@ void skipSpace(std::string_view& text) {
 bool takeTokens(std::string_view& text, std::initializer_list<std::string_view> tokens) {
     skipSpace(text);
     for (const std::string_view token : tokens) {
-        if (text.substr(0, token.size()) != token)
+        if (text.substr(0, token.size()) != token) {
             return false;
+        }
         text.remove_prefix(token.size());
         skipSpace(text);
     }
@@ -42,8 +43,9 @@ bool takeIf(std::string_view& text, std::initializer_list<std::string_view> toke
 /// Takes a list of plain texts off the front. What they name is for the document to know; here it
 /// counts that nothing else can hide among them.
 bool takeNames(std::string_view& text) {
-    if (!takeIf(text, {json::properties, ":", "["}))
+    if (!takeIf(text, {json::properties, ":", "["})) {
         return false;
+    }
     const std::size_t end = text.find_first_of("[]{}\\");
     text.remove_prefix(end == std::string_view::npos ? text.size() : end);
     return takeIf(text, {"]"});
@@ -53,8 +55,9 @@ bool takeNames(std::string_view& text) {
 bool isSnapshotRequest(std::string_view text, std::string_view clientId) {
     const std::string quoted = std::string("\"").append(clientId).append("\"");
     const auto takeClient = [&] { return takeIf(text, {json::snapshot, ":", quoted}); };
-    if (!takeIf(text, {"{"}))
+    if (!takeIf(text, {"{"})) {
         return false;
+    }
     const bool isNamesFirst = takeNames(text);
     const bool isAsking = isNamesFirst ? takeIf(text, {","}) && takeClient()
                                        : takeClient() && (!takeIf(text, {","}) || takeNames(text));
@@ -72,8 +75,9 @@ std::string PageChannels::own(const std::string& clientId) {
 }
 
 std::string PageChannels::shorten(std::string_view own, std::string_view channel) {
-    if (channel.substr(0, own.size()) != own)
+    if (channel.substr(0, own.size()) != own) {
         return std::string(channel);
+    }
     return std::string(names::ownChannel).append(channel.substr(own.size()));
 }
 
@@ -83,14 +87,18 @@ std::string PageChannels::expand(std::string_view own, std::string_view channel)
 
 PageChannels::Kind PageChannels::classify(std::string_view clientId, std::string_view channel,
                                           std::string_view text) {
-    if (channel == names::ownChannel || (channel.substr(0, 2) == "./" && channel.size() > 2))
+    if (channel == names::ownChannel || (channel.substr(0, 2) == "./" && channel.size() > 2)) {
         return Kind::Own;
-    if (channel == names::modelChannel)
+    }
+    if (channel == names::modelChannel) {
         return isSnapshotRequest(text, clientId) ? Kind::Snapshot : Kind::Refused;
-    if (channel != names::rootChannel)
+    }
+    if (channel != names::rootChannel) {
         return Kind::Refused;
-    if (isStatement(text, json::clientReady, clientId))
+    }
+    if (isStatement(text, json::clientReady, clientId)) {
         return Kind::ClientReady;
+    }
     return isStatement(text, json::clientDestroyed, clientId) ? Kind::ClientDestroyed
                                                               : Kind::Refused;
 }

@@ -11,8 +11,8 @@ namespace {
 
 namespace http = boost::beast::http;
 
-constexpr std::chrono::minutes kPause{1};
-constexpr std::size_t kMaxShown = 100;
+constexpr std::chrono::minutes s_pause{1};
+constexpr std::size_t s_maxShown = 100;
 
 bool keepsAPageOut(http::status status) {
     return status == http::status::bad_request || status == http::status::unauthorized ||
@@ -22,7 +22,7 @@ bool keepsAPageOut(http::status status) {
 /// A header as it can stand in a log: whoever sent it must not be able to forge a line.
 std::string shown(const RequestRouter::Request& request, http::field name) {
     const auto value = request[name];
-    std::string text(value.substr(0, kMaxShown));
+    std::string text(value.substr(0, s_maxShown));
     std::replace_if(
         text.begin(), text.end(), [](char c) { return c < ' ' || c > '~'; }, '?');
     return text.empty() ? "none" : text;
@@ -33,14 +33,17 @@ std::string shown(const RequestRouter::Request& request, http::field name) {
 /// The request's target is left out: it may hold the token.
 void RefusalLog::note(const RequestRouter::Response& response,
                       const RequestRouter::Request& request, Clock::time_point now) {
-    if (!keepsAPageOut(response.result()))
+    if (!keepsAPageOut(response.result())) {
         return;
+    }
     std::string reason = response.body().substr(0, response.body().find('\n'));
-    if (reason.empty())
+    if (reason.empty()) {
         reason = std::string(response.reason());
+    }
     const auto [told, isNew] = m_toldAt.try_emplace(reason, now);
-    if (!isNew && now - told->second < kPause)
+    if (!isNew && now - told->second < s_pause) {
         return;
+    }
     told->second = now;
     logRefusal(response.result_int(), reason,
                "Host " + shown(request, http::field::host) + ", Origin " +

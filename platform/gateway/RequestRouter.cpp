@@ -27,12 +27,15 @@ std::string_view header(const RequestRouter::Request& request, http::field name)
 /// Whether the browser takes gzip; "q=0" takes a coding back (RFC 9110 section 12.5.3).
 bool acceptsGzip(const RequestRouter::Request& request) {
     for (const auto& coding : http::ext_list(request[http::field::accept_encoding])) {
-        if (!boost::beast::iequals(coding.first, "gzip"))
+        if (!boost::beast::iequals(coding.first, "gzip")) {
             continue;
-        for (const auto& parameter : coding.second)
+        }
+        for (const auto& parameter : coding.second) {
             if (boost::beast::iequals(parameter.first, "q") &&
-                view(parameter.second).find_first_not_of("0.") == std::string_view::npos)
+                view(parameter.second).find_first_not_of("0.") == std::string_view::npos) {
                 return false;
+            }
+        }
         return true;
     }
     return false;
@@ -41,7 +44,7 @@ bool acceptsGzip(const RequestRouter::Request& request) {
 bool readNumber(std::string_view text, std::uint64_t& number) {
     const char* const end = text.data() + text.size();
     const auto [stop, error] = std::from_chars(text.data(), end, number);
-    return error == std::errc() && stop == end && number <= FrameCodec::kMaxNumber;
+    return error == std::errc() && stop == end && number <= FrameCodec::s_maxNumber;
 }
 
 /// Browsers do not tell a page why its socket was refused, so it sends the same request without the
@@ -74,8 +77,9 @@ RequestRouter::Answer RequestRouter::answer(const Request& request) const {
             // Only an answer of status 200 has passed the check of its host.
             addSecurityHeaders(*response, " ws://" + host);
         }
-        if (request.method() == http::verb::head)
+        if (request.method() == http::verb::head) {
             response->body().clear();
+        }
     }
     return answer;
 }
@@ -83,23 +87,29 @@ RequestRouter::Answer RequestRouter::answer(const Request& request) const {
 RequestRouter::Answer RequestRouter::route(const Request& request,
                                            const std::optional<RequestTarget>& target,
                                            std::string_view host) const {
-    if (request.count(http::field::host) != 1 || !m_rules.allowsHost(host))
+    if (request.count(http::field::host) != 1 || !m_rules.allowsHost(host)) {
         return refusal(Status::forbidden, "this host name is not allowed");
-    if (request.method() != http::verb::get && request.method() != http::verb::head)
+    }
+    if (request.method() != http::verb::get && request.method() != http::verb::head) {
         return refusal(Status::method_not_allowed, "only GET and HEAD are allowed");
-    if (!target)
+    }
+    if (!target) {
         return refusal(Status::bad_request, "malformed request target");
-    if (target->path == names::socketPath)
+    }
+    if (target->path == names::socketPath) {
         return admit(request, *target, host);
-    if (target->path.rfind(names::iconPath, 0) == 0)
+    }
+    if (target->path.rfind(names::iconPath, 0) == 0) {
         return icon(*target);
+    }
     return file(m_page.find(target->path == "/" ? "index.html" : target->path.substr(1),
                             acceptsGzip(request)));
 }
 
 RequestRouter::Answer RequestRouter::icon(const RequestTarget& target) const {
-    if (!m_rules.isToken(target.value(query::token)))
+    if (!m_rules.isToken(target.value(query::token))) {
         return refusal(Status::unauthorized, "missing or wrong token");
+    }
     const std::string path = belowIconRoot(target.path.substr(std::strlen(names::iconPath)));
     auto found = m_icons.find(path, false);
     return file(found ? std::move(found) : m_pageIcons.find(path, false));
@@ -116,35 +126,45 @@ std::string RequestRouter::belowIconRoot(const std::string& path) const {
 RequestRouter::Answer RequestRouter::admit(const Request& request, const RequestTarget& target,
                                            std::string_view host) const {
     if (request.count(http::field::origin) > 1 ||
-        !m_rules.allowsOrigin(originOf(request, target), host))
+        !m_rules.allowsOrigin(originOf(request, target), host)) {
         return refusal(Status::forbidden, "this origin is not allowed");
-    if (!m_rules.isToken(target.value(query::token)))
+    }
+    if (!m_rules.isToken(target.value(query::token))) {
         return refusal(Status::unauthorized, "missing or wrong token");
+    }
     Admission admission{std::string(target.value(query::client)), {}, 0};
-    if (!AccessRules::isClientId(admission.clientId))
+    if (!AccessRules::isClientId(admission.clientId)) {
         return refusal(Status::bad_request, "missing or bad client identifier");
+    }
     if (target.query.count(query::received) > 0 &&
-        !readNumber(target.value(query::received), admission.received.emplace()))
+        !readNumber(target.value(query::received), admission.received.emplace())) {
         return refusal(Status::bad_request, "bad number of received texts");
+    }
     if (target.query.count(query::attempt) > 0 &&
-        !readNumber(target.value(query::attempt), admission.attempt))
+        !readNumber(target.value(query::attempt), admission.attempt)) {
         return refusal(Status::bad_request, "bad number of an attempt");
-    if (!boost::beast::websocket::is_upgrade(request))
+    }
+    if (!boost::beast::websocket::is_upgrade(request)) {
         return refusal(Status::upgrade_required, "only WebSocket connections are served here");
-    if (!http::token_list(request[http::field::sec_websocket_protocol]).exists(names::subProtocol))
+    }
+    if (!http::token_list(request[http::field::sec_websocket_protocol])
+             .exists(names::subProtocol)) {
         return refusal(Status::bad_request,
                        std::string("the sub-protocol must be ") + names::subProtocol);
+    }
     return admission;
 }
 
 RequestRouter::Answer RequestRouter::file(std::optional<StaticFile> found) {
-    if (!found)
+    if (!found) {
         return refusal(Status::not_found, "no such file");
+    }
     Response response(Status::ok, 11);
     response.set(http::field::content_type, found->contentType);
     response.set(http::field::vary, "Accept-Encoding");
-    if (found->isGzip)
+    if (found->isGzip) {
         response.set(http::field::content_encoding, "gzip");
+    }
     response.content_length(found->body.size());
     response.body() = std::move(found->body);
     return response;
@@ -153,10 +173,12 @@ RequestRouter::Answer RequestRouter::file(std::optional<StaticFile> found) {
 RequestRouter::Response RequestRouter::refusal(Status status, std::string reason) {
     Response response(status, 11);
     response.set(http::field::content_type, "text/plain; charset=utf-8");
-    if (status == Status::method_not_allowed)
+    if (status == Status::method_not_allowed) {
         response.set(http::field::allow, "GET, HEAD");
-    if (status == Status::upgrade_required)
+    }
+    if (status == Status::upgrade_required) {
         response.set(http::field::upgrade, "websocket");
+    }
     reason.push_back('\n');
     response.content_length(reason.size());
     response.body() = std::move(reason);

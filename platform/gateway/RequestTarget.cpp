@@ -9,7 +9,7 @@ namespace DOVA::gateway {
 
 namespace {
 
-constexpr std::string_view kScheme = "http://";
+constexpr std::string_view s_scheme = "http://";
 
 std::optional<std::string> percentDecoded(std::string_view text) {
     std::string result;
@@ -21,8 +21,9 @@ std::optional<std::string> percentDecoded(std::string_view text) {
         const std::string_view digits = text.substr(at + 1, 2);
         unsigned code = 0;
         const char* const end = digits.data() + digits.size();
-        if (digits.size() < 2 || std::from_chars(digits.data(), end, code, 16).ptr != end)
+        if (digits.size() < 2 || std::from_chars(digits.data(), end, code, 16).ptr != end) {
             return {};
+        }
         result.push_back(static_cast<char>(code));
         at += 2;
     }
@@ -42,8 +43,9 @@ bool readQuery(std::string_view query, RequestTarget& target) {
         query.remove_prefix(std::min(pair.size() + 1, query.size()));
         const std::string_view name = pair.substr(0, pair.find('='));
         auto value = percentDecoded(pair.substr(std::min(name.size() + 1, pair.size())));
-        if (!value || !target.query.emplace(name, std::move(*value)).second)
+        if (!value || !target.query.emplace(name, std::move(*value)).second) {
             return false;
+        }
     }
     return true;
 }
@@ -52,21 +54,24 @@ bool readQuery(std::string_view query, RequestTarget& target) {
 
 std::optional<RequestTarget> RequestTarget::parse(std::string_view text) {
     RequestTarget target;
-    if (boost::beast::iequals({text.data(), std::min(text.size(), kScheme.size())},
-                              {kScheme.data(), kScheme.size()})) {
-        text.remove_prefix(kScheme.size());
+    if (boost::beast::iequals({text.data(), std::min(text.size(), s_scheme.size())},
+                              {s_scheme.data(), s_scheme.size()})) {
+        text.remove_prefix(s_scheme.size());
         target.host = text.substr(0, text.find_first_of("/?"));
         text.remove_prefix(target.host.size());
-        if (target.host.empty())
+        if (target.host.empty()) {
             return {};
+        }
     }
     const std::string_view path = text.substr(0, text.find('?'));
     auto decoded = percentDecoded(path.empty() && !target.host.empty() ? "/" : path);
-    if (!decoded || !isPlainPath(*decoded))
+    if (!decoded || !isPlainPath(*decoded)) {
         return {};
+    }
     target.path = std::move(*decoded);
-    if (!readQuery(text.substr(std::min(path.size() + 1, text.size())), target))
+    if (!readQuery(text.substr(std::min(path.size() + 1, text.size())), target)) {
         return {};
+    }
     return target;
 }
 

@@ -16,16 +16,19 @@ void Session::setEnded() {
 }
 
 const CloseReason* Session::accept(const Frame& frame) {
-    if (frame.sequence > m_received + 1)
-        return &close_reason::kGap;
-    if (!m_downward.acknowledge(frame.acknowledged))
-        return &close_reason::kFalseAcknowledgement;
+    if (frame.sequence > m_received + 1) {
+        return &close_reason::s_gap;
+    }
+    if (!m_downward.acknowledge(frame.acknowledged)) {
+        return &close_reason::s_falseAcknowledgement;
+    }
     return nullptr;
 }
 
 bool Session::take(std::uint64_t number) {
-    if (number != m_received + 1)
+    if (number != m_received + 1) {
         return false;
+    }
     m_received = number;
     return true;
 }
@@ -35,14 +38,16 @@ void Session::passedOn(tdom::messaging::MessageBus::Place place) {
 }
 
 void Session::settle() {
-    if (!m_passedOn.empty())
+    if (!m_passedOn.empty()) {
         m_known = m_passedOn.back().number;
+    }
     m_passedOn.clear();
 }
 
 std::uint64_t Session::knownAt(tdom::messaging::MessageBus::Place lastKnown) {
-    for (; !m_passedOn.empty() && m_passedOn.front().place <= lastKnown; m_passedOn.pop_front())
+    for (; !m_passedOn.empty() && m_passedOn.front().place <= lastKnown; m_passedOn.pop_front()) {
         m_known = m_passedOn.front().number;
+    }
     return m_known;
 }
 
@@ -53,8 +58,9 @@ void Session::writeHeader(std::string& into, const Chunk* chunk) {
 }
 
 bool Session::resume(std::uint64_t received) {
-    if (!m_downward.resume(received))
+    if (!m_downward.resume(received)) {
         return false;
+    }
     m_acknowledged = m_received;  // the control frame tells the page
     return true;
 }

@@ -34,8 +34,9 @@ SessionRegistry::SessionRegistry(std::shared_ptr<tdom::messaging::MessageBus> bu
       m_connector(m_bus->attach("dova_gateway")) {
     m_bus->subscribe(m_connector, names::rootChannel,
                      [this](const std::string& channel, const std::string& text) {
-                         if (PageChannels::isPing(text))
+                         if (PageChannels::isPing(text)) {
                              sendToAll(channel, text);
+                         }
                      });
     m_bus->subscribe(
         m_connector, names::modelChannel,
@@ -44,19 +45,22 @@ SessionRegistry::SessionRegistry(std::shared_ptr<tdom::messaging::MessageBus> bu
 
 SessionRegistry::~SessionRegistry() {
     m_bus->detach(m_connector);
-    for (auto& [id, entry] : m_sessions)
+    for (auto& [id, entry] : m_sessions) {
         entry.session->setEnded();
+    }
 }
 
 SessionRegistry::Opening SessionRegistry::open(const std::string& clientId,
                                                std::optional<std::uint64_t> received,
                                                PageLink& link, std::uint64_t attempt) {
     const auto found = m_sessions.find(clientId);
-    if (found != m_sessions.end() && found->second.session->isOutdated(attempt))
-        return {nullptr, {}, &close_reason::kLaterAttempt};
+    if (found != m_sessions.end() && found->second.session->isOutdated(attempt)) {
+        return {nullptr, {}, &close_reason::s_laterAttempt};
+    }
     Opening opening = received ? goOn(found, *received, link) : beginAnew(found, clientId, link);
-    if (opening.session)
+    if (opening.session) {
         opening.session->setAttempt(attempt);
+    }
     return opening;
 }
 
@@ -69,8 +73,9 @@ SessionRegistry::Opening SessionRegistry::goOn(Sessions::iterator found, std::ui
 SessionRegistry::Opening SessionRegistry::beginAnew(Sessions::iterator found,
                                                     const std::string& clientId, PageLink& link) {
     // A program that heard nothing of the end would take the new page for the one that it has.
-    if (found != m_sessions.end())
-        dropAndAnnounce(found, close_reason::kOpenedInAnotherTab);
+    if (found != m_sessions.end()) {
+        dropAndAnnounce(found, close_reason::s_openedInAnotherTab);
+    }
     return begin(clientId, link);
 }
 
@@ -92,14 +97,15 @@ SessionRegistry::Opening SessionRegistry::resume(Entry& entry, std::uint64_t rec
                                                  PageLink& link) {
     const std::shared_ptr<Session> session = entry.session;
     if (!session->resume(received)) {
-        end(*session, close_reason::kSessionLost);
+        end(*session, close_reason::s_sessionLost);
         return lost("the texts that are missing are no longer kept");
     }
     PageLink* const former = session->link();
     session->setLink(&link);
     entry.expiresAt.reset();
-    if (former)
-        former->end(close_reason::kOpenedInAnotherTab);
+    if (former) {
+        former->end(close_reason::s_openedInAnotherTab);
+    }
     return {session, greeting(json::resumed, json::received, std::to_string(session->received()))};
 }
 
@@ -109,41 +115,50 @@ SessionRegistry::Opening SessionRegistry::lost(const char* reason) {
 
 /// Sessions that wait for their page must not gather: each may keep a full buffer.
 void SessionRegistry::makeRoom() {
-    if (m_sessions.size() < m_limits.connections)
+    if (m_sessions.size() < m_limits.connections) {
         return;
+    }
     auto next = m_sessions.end();
-    for (auto entry = m_sessions.begin(); entry != m_sessions.end(); ++entry)
+    for (auto entry = m_sessions.begin(); entry != m_sessions.end(); ++entry) {
         if (entry->second.expiresAt &&
-            (next == m_sessions.end() || entry->second.expiresAt < next->second.expiresAt))
+            (next == m_sessions.end() || entry->second.expiresAt < next->second.expiresAt)) {
             next = entry;
-    if (next != m_sessions.end())
-        dropAndAnnounce(next, close_reason::kSessionLost);
+        }
+    }
+    if (next != m_sessions.end()) {
+        dropAndAnnounce(next, close_reason::s_sessionLost);
+    }
 }
 
 void SessionRegistry::disconnected(Session& session, const PageLink& link, Leaving leaving,
                                    Clock::time_point now) {
-    if (session.link() != &link)
+    if (session.link() != &link) {
         return;
+    }
     session.setLink(nullptr);
     const auto found = m_sessions.find(session.id());
-    if (found != m_sessions.end() && found->second.session.get() == &session)
+    if (found != m_sessions.end() && found->second.session.get() == &session) {
         found->second.expiresAt = now + (leaving == Leaving::Away ? m_reloadTime : m_graceTime);
+    }
 }
 
 void SessionRegistry::endExpired(Clock::time_point now) {
     for (auto entry = m_sessions.begin(); entry != m_sessions.end();) {
         const auto next = std::next(entry);
-        if (entry->second.expiresAt && *entry->second.expiresAt <= now)
-            dropAndAnnounce(entry, close_reason::kSessionLost);
+        if (entry->second.expiresAt && *entry->second.expiresAt <= now) {
+            dropAndAnnounce(entry, close_reason::s_sessionLost);
+        }
         entry = next;
     }
 }
 
 std::optional<SessionRegistry::Clock::time_point> SessionRegistry::nextExpiry() const {
     std::optional<Clock::time_point> earliest;
-    for (const auto& [id, entry] : m_sessions)
-        if (entry.expiresAt && (!earliest || *entry.expiresAt < *earliest))
+    for (const auto& [id, entry] : m_sessions) {
+        if (entry.expiresAt && (!earliest || *entry.expiresAt < *earliest)) {
             earliest = entry.expiresAt;
+        }
+    }
     return earliest;
 }
 
@@ -151,7 +166,7 @@ const CloseReason* SessionRegistry::handle(const std::shared_ptr<Session>& sessi
                                            const Record& record) {
     switch (PageChannels::classify(session->id(), record.channel, record.text)) {
         case PageChannels::Kind::Refused:
-            return &close_reason::kChannelNotAllowed;
+            return &close_reason::s_channelNotAllowed;
         case PageChannels::Kind::Own:
             passOn(*session, PageChannels::expand(PageChannels::own(session->id()), record.channel),
                    std::string(record.text));
@@ -161,7 +176,7 @@ const CloseReason* SessionRegistry::handle(const std::shared_ptr<Session>& sessi
             break;
         case PageChannels::Kind::ClientDestroyed:
             session->setReady();  // even one that never came is to be heard going
-            end(*session, close_reason::kSessionEnded);
+            end(*session, close_reason::s_sessionEnded);
             break;
         case PageChannels::Kind::Snapshot:
             passOn(*session, names::modelChannel, std::string(record.text));
@@ -179,32 +194,36 @@ void SessionRegistry::publishClientReady(Session& session) {
 }
 
 void SessionRegistry::passOn(Session& session, const std::string& channel, std::string text) {
-    if (m_bus->idle())
+    if (m_bus->idle()) {
         session.settle();
+    }
     session.passedOn(m_bus->publishPlaced(m_connector, channel, std::move(text)));
 }
 
 void SessionRegistry::endOthers(const Session& owner) {
     for (auto entry = m_sessions.begin(); entry != m_sessions.end();) {
         const auto next = std::next(entry);
-        if (entry->second.session.get() != &owner)
-            drop(entry, close_reason::kTakenOver);
+        if (entry->second.session.get() != &owner) {
+            drop(entry, close_reason::s_takenOver);
+        }
         entry = next;
     }
 }
 
 void SessionRegistry::end(Session& session, const CloseReason& reason) {
     const auto found = m_sessions.find(session.id());
-    if (found != m_sessions.end() && found->second.session.get() == &session)
+    if (found != m_sessions.end() && found->second.session.get() == &session) {
         dropAndAnnounce(found, reason);
+    }
 }
 
 void SessionRegistry::dropAndAnnounce(Sessions::iterator entry, const CloseReason& reason) {
     const std::shared_ptr<Session> session = entry->second.session;
     drop(entry, reason);
-    if (session->isReady())
+    if (session->isReady()) {
         m_bus->publish(m_connector, names::rootChannel,
                        PageChannels::clientDestroyed(session->id()));
+    }
 }
 
 /// A link must not find the session again while it is told that it has lost it.
@@ -215,29 +234,35 @@ void SessionRegistry::drop(Sessions::iterator entry, const CloseReason& reason) 
     session->setEnded();
     PageLink* const link = session->link();
     session->setLink(nullptr);
-    if (link)
+    if (link) {
         link->end(reason);
+    }
 }
 
 /// A page that never said that it is ready is asked to, and told nothing else.
 void SessionRegistry::sendToAll(const std::string& channel, const std::string& text) {
     std::vector<std::shared_ptr<Session>> all;
-    for (const auto& [id, entry] : m_sessions)
-        if (entry.session->isReady() || channel == names::rootChannel)
+    for (const auto& [id, entry] : m_sessions) {
+        if (entry.session->isReady() || channel == names::rootChannel) {
             all.push_back(entry.session);
-    for (const auto& session : all)
+        }
+    }
+    for (const auto& session : all) {
         push(*session, channel, text);
+    }
 }
 
 void SessionRegistry::push(Session& session, std::string_view shortChannel,
                            const std::string& text) {
     if (session.hasEnded() || !FrameCodec::isCarriable(text) ||
-        !FrameCodec::isCarriable(shortChannel))
+        !FrameCodec::isCarriable(shortChannel)) {
         return;
-    if (!session.downward().push(shortChannel, text, session.knownAt(m_bus->lastKnown())))
-        end(session, close_reason::kTooMuchUnacknowledged);
-    else if (session.link())
+    }
+    if (!session.downward().push(shortChannel, text, session.knownAt(m_bus->lastKnown()))) {
+        end(session, close_reason::s_tooMuchUnacknowledged);
+    } else if (session.link()) {
         session.link()->textsWait();
+    }
 }
 
 }  // namespace DOVA::gateway

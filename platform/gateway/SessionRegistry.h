@@ -27,7 +27,7 @@ public:
     struct Opening {
         std::shared_ptr<Session> session;
         std::string control;
-        const CloseReason* refusal = &close_reason::kSessionLost;
+        const CloseReason* refusal = &close_reason::s_sessionLost;
     };
 
     /// Attaches to the bus as connector "dova_gateway".

@@ -22,10 +22,10 @@ namespace websocket = beast::websocket;
 namespace {
 
 /// What is read in one go at the most: a page whose frames are shorter costs one step each.
-constexpr std::size_t kPieceBytes = 65536;
+constexpr std::size_t s_pieceBytes = 65536;
 
 /// An empty frame of a page, with its mask.
-constexpr std::size_t kShortestFrame = 6;
+constexpr std::size_t s_shortestFrame = 6;
 
 bool isFaultOfPage(const beast::error_code& error) {
     return error == websocket::error::message_too_big ||
@@ -69,8 +69,8 @@ void SocketConnection::setOptions() {
         onControlFrame(payload.size());
     });
     m_stream.next_layer().onWaste([this](std::size_t bytes) {
-        chargeUseless((bytes + kShortestFrame - 1) / kShortestFrame,
-                      close_reason::kTooManyEmptyFrames);
+        chargeUseless((bytes + s_shortestFrame - 1) / s_shortestFrame,
+                      close_reason::s_tooManyEmptyFrames);
     });
     m_stream.read_message_max(limits.upwardFrameBytes);
     m_stream.auto_fragment(false);
@@ -78,15 +78,18 @@ void SocketConnection::setOptions() {
 }
 
 void SocketConnection::onAccepted(ErrorCode error) {
-    if (m_cut)
+    if (m_cut) {
         return;
-    if (error)
+    }
+    if (error) {
         return cut();
+    }
     m_open = true;
     m_heard = Clock::now();
     watch();
-    if (!m_endReason)
+    if (!m_endReason) {
         open();
+    }
     flush();
 }
 
@@ -106,37 +109,43 @@ void SocketConnection::open() {
 
 /// Piece by piece, so that a page that sends a frame in many is slowed down as well.
 void SocketConnection::read() {
-    m_stream.async_read_some(
-        m_buffer, kPieceBytes,
-        [self = shared_from_this()](ErrorCode error, std::size_t bytes) {
-            self->m_stream.next_layer().use(bytes);
-            self->onRead(error);
-        });
+    m_stream.async_read_some(m_buffer, s_pieceBytes,
+                             [self = shared_from_this()](ErrorCode error, std::size_t bytes) {
+                                 self->m_stream.next_layer().use(bytes);
+                                 self->onRead(error);
+                             });
 }
 
 void SocketConnection::onRead(ErrorCode error) {
-    if (m_cut)
+    if (m_cut) {
         return;
-    if (error)
+    }
+    if (error) {
         return onReadFailed(error);
+    }
     m_heard = Clock::now();
-    if (!m_session)
+    if (!m_session) {
         return;  // the closing handshake reads what else comes
+    }
     m_throttle.charge(1, m_heard);
-    if (m_stream.got_binary())
-        return fail(close_reason::kBinaryFrame);
-    if (m_stream.is_message_done())
+    if (m_stream.got_binary()) {
+        return fail(close_reason::s_binaryFrame);
+    }
+    if (m_stream.is_message_done()) {
         return onFrame();
-    if (m_throttle.isExhausted())
+    }
+    if (m_throttle.isExhausted()) {
         return pause(1);
+    }
     read();
 }
 
 void SocketConnection::onFrame() {
     const auto data = m_buffer.data();
     if (const CloseReason* const reason =
-            m_receiver->begin({static_cast<const char*>(data.data()), data.size()}))
+            m_receiver->begin({static_cast<const char*>(data.data()), data.size()})) {
         return fail(*reason);
+    }
     if (m_receiver->isQuestion()) {
         m_answerDue = true;
         flush();
@@ -148,18 +157,20 @@ void SocketConnection::onFrame() {
 void SocketConnection::onControlFrame(std::size_t bytes) {
     m_stream.next_layer().use(bytes);
     m_heard = Clock::now();
-    chargeUseless(1, close_reason::kTooManyControlFrames);
+    chargeUseless(1, close_reason::s_tooManyControlFrames);
 }
 
 /// No browser lets a page send pings or empty frames: whoever sends that many is none. Called
 /// inside of Beast's operations.
 void SocketConnection::chargeUseless(std::size_t count, const CloseReason& reason) {
     m_throttle.charge(count, Clock::now());
-    if (!m_throttle.isOverdrawn() || std::exchange(m_isFlooded, true))
+    if (!m_throttle.isOverdrawn() || std::exchange(m_isFlooded, true)) {
         return;
+    }
     asio::post(m_stream.get_executor(), [self = shared_from_this(), &reason] {
-        if (self->m_session)
+        if (self->m_session) {
             self->fail(reason);
+        }
     });
 }
 
@@ -168,27 +179,32 @@ void SocketConnection::chargeUseless(std::size_t count, const CloseReason& reaso
 void SocketConnection::onReadFailed(ErrorCode error) {
     if (m_session && isFaultOfPage(error)) {
         m_open = false;
-        fail(error == websocket::error::message_too_big ? close_reason::kFrameTooLong
-                                                        : close_reason::kUnreadableFrame);
+        fail(error == websocket::error::message_too_big ? close_reason::s_frameTooLong
+                                                        : close_reason::s_unreadableFrame);
     }
-    if (!m_closing)
+    if (!m_closing) {
         cut();
+    }
 }
 
 void SocketConnection::work() {
     const GatewayLimits& limits = core().options().limits;
     if (const CloseReason* const reason =
-            m_receiver->handle(m_throttle, limits.upwardBurstRecords, m_heard))
+            m_receiver->handle(m_throttle, limits.upwardBurstRecords, m_heard)) {
         return fail(*reason);
-    if (!m_session)
+    }
+    if (!m_session) {
         return;
+    }
     acknowledgeSoon();
-    if (m_receiver->pending() > 0)
+    if (m_receiver->pending() > 0) {
         return pause(m_receiver->pending());
+    }
     m_isWorking = false;
     m_buffer.clear();
-    if (m_throttle.isExhausted())
+    if (m_throttle.isExhausted()) {
         return pause(1);
+    }
     read();
 }
 
@@ -202,12 +218,14 @@ void SocketConnection::pause(std::size_t events) {
     m_pauseTimer.async_wait([self = shared_from_this()](ErrorCode error) {
         self->m_paused = false;
         self->m_heard = Clock::now();
-        if (error || !self->m_session)
+        if (error || !self->m_session) {
             return;
-        if (self->m_isWorking)
+        }
+        if (self->m_isWorking) {
             self->work();
-        else
+        } else {
             self->read();
+        }
     });
 }
 
@@ -218,12 +236,15 @@ void SocketConnection::fail(const CloseReason& reason) {
 }
 
 void SocketConnection::textsWait() {
-    if (m_writing || !m_open)
+    if (m_writing || !m_open) {
         return;
-    if (m_session && m_session->downward().hasFullChunk())
+    }
+    if (m_session && m_session->downward().hasFullChunk()) {
         return flush();
-    if (std::exchange(m_flushPosted, true))
+    }
+    if (std::exchange(m_flushPosted, true)) {
         return;
+    }
     asio::post(m_stream.get_executor(), [self = shared_from_this()] {
         self->m_flushPosted = false;
         self->flush();
@@ -237,17 +258,19 @@ void SocketConnection::end(const CloseReason& reason) {
 }
 
 void SocketConnection::finish() {
-    m_endReason = close_reason::kProgramEnded;
+    m_endReason = close_reason::s_programEnded;
     asio::post(m_stream.get_executor(), [self = shared_from_this()] { self->flush(); });
 }
 
 void SocketConnection::flush() {
-    if (!m_open || m_writing || m_closing || m_cut)
+    if (!m_open || m_writing || m_closing || m_cut) {
         return;
-    if (prepareFrame())
+    }
+    if (prepareFrame()) {
         write();
-    else if (m_endReason)
+    } else if (m_endReason) {
         close();
+    }
 }
 
 bool SocketConnection::prepareFrame() {
@@ -256,13 +279,15 @@ bool SocketConnection::prepareFrame() {
         m_header = std::exchange(m_control, {});
         return true;
     }
-    if (!m_session)
+    if (!m_session) {
         return false;
+    }
     m_chunk = m_session->downward().next();
     const bool acknowledges = std::exchange(m_acknowledgeDue, false);
     const bool answers = std::exchange(m_answerDue, false);
-    if (!m_chunk && !answers && !(acknowledges && m_session->owesAcknowledgement()))
+    if (!m_chunk && !answers && !(acknowledges && m_session->owesAcknowledgement())) {
         return false;
+    }
     m_session->writeHeader(m_header, m_chunk.get());
     return true;
 }
@@ -279,21 +304,24 @@ void SocketConnection::write() {
 
 void SocketConnection::onWritten(ErrorCode error) {
     m_writing = false;
-    if (error && !m_closing)
+    if (error && !m_closing) {
         return cut();
+    }
     flush();
 }
 
 /// A timer that runs already is left alone, so that an action which is answered at once costs
 /// none; the acknowledgement then comes sooner, never later.
 void SocketConnection::acknowledgeSoon() {
-    if (!m_session->owesAcknowledgement() || std::exchange(m_acknowledgeArmed, true))
+    if (!m_session->owesAcknowledgement() || std::exchange(m_acknowledgeArmed, true)) {
         return;
+    }
     m_acknowledgeTimer.expires_after(core().options().limits.acknowledgeTime);
     m_acknowledgeTimer.async_wait([weak = weak_from_this()](ErrorCode error) {
         const auto self = weak.lock();
-        if (!self || error)
+        if (!self || error) {
             return;
+        }
         self->m_acknowledgeArmed = false;
         self->m_acknowledgeDue = true;
         self->flush();
@@ -309,18 +337,20 @@ void SocketConnection::close() {
 }
 
 void SocketConnection::cut() {
-    if (std::exchange(m_cut, true))
+    if (std::exchange(m_cut, true)) {
         return;
+    }
     ErrorCode ignored;
     m_pauseTimer.cancel();
     m_acknowledgeTimer.cancel();
     m_watchTimer.cancel();
     m_stream.next_layer().next_layer().close(ignored);
-    if (m_session)
+    if (m_session) {
         core().pageLeft(*m_session, *this,
                         m_stream.reason().code == websocket::close_code::going_away
                             ? SessionRegistry::Leaving::Away
                             : SessionRegistry::Leaving::CutOff);
+    }
     m_session.reset();
 }
 
@@ -329,27 +359,32 @@ void SocketConnection::watch() {
     m_watchTimer.expires_after(std::min(limits.idleTime, limits.writeTime) / 4);
     m_watchTimer.async_wait([weak = weak_from_this()](ErrorCode error) {
         const auto self = weak.lock();
-        if (self && !error)
+        if (self && !error) {
             self->checkTime();
+        }
     });
 }
 
 void SocketConnection::checkTime() {
     const GatewayLimits& limits = core().options().limits;
     const Clock::time_point now = Clock::now();
-    if (m_writing && now - m_writeBegan >= limits.writeTime)
+    if (m_writing && now - m_writeBegan >= limits.writeTime) {
         return cut();
+    }
     const Clock::duration silence = m_paused || m_closing ? Clock::duration() : now - m_heard;
-    if (silence >= limits.idleTime)
+    if (silence >= limits.idleTime) {
         return cut();
-    if (silence >= limits.idleTime / 2)
+    }
+    if (silence >= limits.idleTime / 2) {
         ping();
+    }
     watch();
 }
 
 void SocketConnection::ping() {
-    if (std::exchange(m_pinging, true))
+    if (std::exchange(m_pinging, true)) {
         return;
+    }
     m_stream.async_ping({}, [self = shared_from_this()](ErrorCode) { self->m_pinging = false; });
 }
 

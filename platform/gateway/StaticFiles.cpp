@@ -14,7 +14,7 @@ struct FileKind {
     bool isImage;
 };
 
-constexpr FileKind kFileKinds[] = {
+constexpr FileKind s_fileKinds[] = {
     {".html", "text/html; charset=utf-8", false},
     {".js", "text/javascript; charset=utf-8", false},
     {".css", "text/css; charset=utf-8", false},
@@ -36,10 +36,12 @@ constexpr FileKind kFileKinds[] = {
 bool hasPlainParts(std::string_view path) {
     while (true) {
         const std::string_view part = path.substr(0, path.find('/'));
-        if (part.empty() || part.front() == '.' || part.find('\0') != std::string_view::npos)
+        if (part.empty() || part.front() == '.' || part.find('\0') != std::string_view::npos) {
             return false;
-        if (part.size() == path.size())
+        }
+        if (part.size() == path.size()) {
             return true;
+        }
         path.remove_prefix(part.size() + 1);
     }
 }
@@ -53,43 +55,53 @@ bool isBelow(const std::filesystem::path& root, const std::filesystem::path& pat
 StaticFiles::StaticFiles(const std::filesystem::path& root, Kinds kinds, std::size_t maxBytes)
     : m_kinds(kinds), m_maxBytes(maxBytes) {
     std::error_code error;
-    if (!root.empty())
+    if (!root.empty()) {
         m_root = std::filesystem::canonical(root, error);
+    }
 }
 
 std::optional<StaticFile> StaticFiles::find(std::string_view path, bool acceptsGzip) const {
     const char* const type = contentType(path);
-    if (type == nullptr || m_root.empty() || !hasPlainParts(path))
+    if (type == nullptr || m_root.empty() || !hasPlainParts(path)) {
         return {};
-    if (acceptsGzip)
-        if (auto body = read(std::string(path) + ".gz"))
+    }
+    if (acceptsGzip) {
+        if (auto body = read(std::string(path) + ".gz")) {
             return StaticFile{std::move(*body), type, true};
-    if (auto body = read(std::string(path)))
+        }
+    }
+    if (auto body = read(std::string(path))) {
         return StaticFile{std::move(*body), type, false};
+    }
     return {};
 }
 
 const char* StaticFiles::contentType(std::string_view path) const {
     const std::string extension = std::filesystem::path(path).extension().string();
-    for (const FileKind& kind : kFileKinds)
-        if (kind.extension == extension && (kind.isImage || m_kinds == Kinds::Page))
+    for (const FileKind& kind : s_fileKinds) {
+        if (kind.extension == extension && (kind.isImage || m_kinds == Kinds::Page)) {
             return kind.contentType;
+        }
+    }
     return nullptr;
 }
 
 std::optional<std::string> StaticFiles::read(const std::string& path) const {
     std::error_code error;
     const std::filesystem::path real = std::filesystem::canonical(m_root / path, error);
-    if (error || !isBelow(m_root, real) || !std::filesystem::is_regular_file(real, error))
+    if (error || !isBelow(m_root, real) || !std::filesystem::is_regular_file(real, error)) {
         return {};
+    }
     const std::uintmax_t size = std::filesystem::file_size(real, error);
-    if (error || size > m_maxBytes)
+    if (error || size > m_maxBytes) {
         return {};
+    }
     std::ifstream file(real, std::ios::binary);
     std::string body(static_cast<std::size_t>(size), '\0');
     file.read(body.data(), static_cast<std::streamsize>(size));
-    if (file.gcount() != static_cast<std::streamsize>(size))
+    if (file.gcount() != static_cast<std::streamsize>(size)) {
         return {};
+    }
     return body;
 }
 

@@ -11,8 +11,9 @@ namespace tdom::messaging {
 namespace {
 
 void report(Subscription& subscription, const std::string& channel, const char* what) {
-    if (std::exchange(subscription.reported, true))
+    if (std::exchange(subscription.reported, true)) {
         return;
+    }
     DOVA::log::writeLine("messaging: a callback of channel \"" + channel + "\" threw: " + what);
 }
 
@@ -31,8 +32,9 @@ MessageBus::ConnectorId InProcessBus::attach(const std::string& connectorName) {
 void InProcessBus::detach(ConnectorId connector) {
     std::vector<Callback> ended;  // destroyed after the lock is gone
     const Lock lock(m_mutex);
-    if (m_connectors.erase(connector) > 0)
+    if (m_connectors.erase(connector) > 0) {
         ended = m_table->removeAll(connector);
+    }
 }
 
 MessageBus::Handle InProcessBus::subscribe(ConnectorId connector, const std::string& channel,
@@ -68,14 +70,16 @@ MessageBus::Place InProcessBus::publishPlaced(ConnectorId connector, const std::
     {
         const Lock lock(m_mutex);
         const std::shared_ptr<const Route>& route = m_table->route(channel);
-        if (!route->reachesOtherThan(connector))
+        if (!route->reachesOtherThan(connector)) {
             return m_nextPlace - 1;
+        }
         place = m_nextPlace++;
         m_queue.push_back({place, m_begun, connector, route, std::move(text)});
         wake = takeWake();
     }
-    if (wake)
+    if (wake) {
         (*wake)();
+    }
     return place;
 }
 
@@ -92,14 +96,16 @@ InProcessBus::Wake InProcessBus::takeWake() {
 
 void InProcessBus::setWake(std::function<void()> wake) {
     Wake chosen;
-    if (wake)
+    if (wake) {
         chosen = std::make_shared<const std::function<void()>>(std::move(wake));
+    }
     {
         const Lock lock(m_mutex);
         m_wake = chosen;
         m_wakePending = chosen && !m_queue.empty();
-        if (!m_wakePending)
+        if (!m_wakePending) {
             return;
+        }
     }
     (*chosen)();
 }
@@ -115,16 +121,19 @@ std::size_t InProcessBus::deliver() {
         m_queue.pop_front();
         m_begun = message.place;
         m_lastKnown = message.lastKnown;
-        for (const auto& subscription : message.route->subscriptions)
-            if (subscription->active && subscription->connector != message.from)
+        for (const auto& subscription : message.route->subscriptions) {
+            if (subscription->active && subscription->connector != message.from) {
                 run(lock, *subscription, message);
+            }
+        }
         ++delivered;
     }
     m_lastKnown = outer;
     const Wake wake = m_queue.empty() ? nullptr : takeWake();
     lock.unlock();
-    if (wake)
+    if (wake) {
         (*wake)();
+    }
     return delivered;
 }
 
@@ -138,8 +147,9 @@ void InProcessBus::run(Lock& lock, Subscription& subscription, const Message& me
     lock.unlock();
     call(subscription, message);
     lock.lock();
-    if (--subscription.running > 0 || subscription.active)
+    if (--subscription.running > 0 || subscription.active) {
         return;
+    }
     Callback ended = std::exchange(subscription.callback, {});
     lock.unlock();
     ended = nullptr;

@@ -39,8 +39,9 @@ bool MessageBus::idle() const {
 std::shared_ptr<MessageBus> MessageBus::current() {
     Choice& chosen = choice();
     const std::lock_guard<std::mutex> lock(chosen.mutex);
-    if (!chosen.bus)
+    if (!chosen.bus) {
         chosen.bus = std::make_shared<InProcessBus>();
+    }
     return chosen.bus;
 }
 

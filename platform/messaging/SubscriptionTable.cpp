@@ -8,7 +8,7 @@ namespace tdom::messaging {
 namespace {
 
 /// Whoever publishes on ever new channels must not make the remembered routes grow without end.
-constexpr std::size_t kMaxRoutes = 4096;
+constexpr std::size_t s_maxRoutes = 4096;
 
 }  // namespace
 
@@ -33,52 +33,60 @@ SubscriptionTable::Handle SubscriptionTable::add(ConnectorId connector, const st
 
 SubscriptionTable::Callback SubscriptionTable::remove(Handle handle) {
     const auto found = m_handles.find(handle);
-    if (found == m_handles.end())
+    if (found == m_handles.end()) {
         return {};
+    }
     const std::shared_ptr<Subscription> subscription = std::move(found->second);
     m_handles.erase(found);
     forgetRoutes(*subscription);
     const auto list = index(subscription->tree).find(subscription->channel);
     auto& all = list->second;
     all.erase(std::find(all.begin(), all.end(), subscription));
-    if (all.empty())
+    if (all.empty()) {
         index(subscription->tree).erase(list);
+    }
     subscription->active = false;
     return subscription->running > 0 ? Callback() : std::exchange(subscription->callback, {});
 }
 
 std::vector<SubscriptionTable::Callback> SubscriptionTable::removeAll(ConnectorId connector) {
     std::vector<Handle> handles;
-    for (const auto& [handle, subscription] : m_handles)
-        if (subscription->connector == connector)
+    for (const auto& [handle, subscription] : m_handles) {
+        if (subscription->connector == connector) {
             handles.push_back(handle);
+        }
+    }
     std::vector<Callback> callbacks;
-    for (const Handle handle : handles)
+    for (const Handle handle : handles) {
         callbacks.push_back(remove(handle));
+    }
     return callbacks;
 }
 
 const std::shared_ptr<const Route>& SubscriptionTable::route(const std::string& channel) {
     const auto found = m_routes.find(channel);
-    if (found != m_routes.end())
+    if (found != m_routes.end()) {
         return found->second;
-    if (m_routes.size() >= kMaxRoutes)
+    }
+    if (m_routes.size() >= s_maxRoutes) {
         m_routes.clear();
+    }
     return m_routes.emplace(channel, resolve(channel)).first->second;
 }
 
 SubscriptionTable::Handle SubscriptionTable::freeHandle() {
-    do
+    do {
         ++m_lastHandle;
-    while (m_lastHandle == 0 || m_handles.count(m_lastHandle) > 0);
+    } while (m_lastHandle == 0 || m_handles.count(m_lastHandle) > 0);
     return m_lastHandle;
 }
 
 void SubscriptionTable::forgetRoutes(const Subscription& changed) {
-    if (changed.tree)
+    if (changed.tree) {
         m_routes.clear();
-    else
+    } else {
         m_routes.erase(changed.channel);
+    }
 }
 
 std::shared_ptr<const Route> SubscriptionTable::resolve(const std::string& channel) const {
@@ -88,8 +96,9 @@ std::shared_ptr<const Route> SubscriptionTable::resolve(const std::string& chann
     if (!m_trees.empty()) {
         collect(m_trees, channel, route->subscriptions);
         for (std::size_t end = channel.find('/'); end != std::string::npos;
-             end = channel.find('/', end + 1))
+             end = channel.find('/', end + 1)) {
             collect(m_trees, channel.substr(0, end), route->subscriptions);
+        }
     }
     std::sort(route->subscriptions.begin(), route->subscriptions.end(),
               [](const auto& a, const auto& b) { return a->handle < b->handle; });
@@ -99,8 +108,9 @@ std::shared_ptr<const Route> SubscriptionTable::resolve(const std::string& chann
 void SubscriptionTable::collect(const Index& index, const std::string& channel,
                                 Subscriptions& into) {
     const auto found = index.find(channel);
-    if (found != index.end())
+    if (found != index.end()) {
         into.insert(into.end(), found->second.begin(), found->second.end());
+    }
 }
 
 }  // namespace tdom::messaging

@@ -7,8 +7,8 @@
 
 namespace DOVA::runtime {
 
-/// Calls the program whenever a descriptor can be read. The descriptor itself is left as it is: what
-/// the loop waits on is a queue of its own, since waiting on a terminal directly would make it
+/// Calls the program whenever a descriptor can be read. The descriptor itself is left as it is:
+/// what the loop waits on is a queue of its own, since waiting on a terminal directly would make it
 /// non-blocking for every process that shares it.
 class InputWatch : public std::enable_shared_from_this<InputWatch> {
 public:

@@ -45,9 +45,8 @@ void PageListener::listenTo(const QString& page) {
     }
     const std::string channel =
         std::string(names::rootChannel) + "/" + page.toLatin1().toStdString();
-    m_pageChannel = m_messages.subscribe(channel, [this](const std::string&) {
-        m_onWindowMessage();
-    });
+    m_pageChannel =
+        m_messages.subscribe(channel, [this](const std::string&) { m_onWindowMessage(); });
 }
 
 }  // namespace DOVA::runtime

@@ -262,7 +262,10 @@ const gatewayNames = header(
 );
 
 const reasons = gateway.closeCodes.flatMap(({ code, reasons: texts = {} }) =>
-    Object.entries(texts).map(([name, text]) => [`k${name}`, `{${code}, ${quote(text)}}`]),
+    Object.entries(texts).map(([name, text]) => [
+        `s_${name[0].toLowerCase()}${name.slice(1)}`,
+        `{${code}, ${quote(text)}}`,
+    ]),
 );
 
 export const outputs = [

@@ -34,7 +34,7 @@ const kindTable = table(
     kinds.map((kind) => [kind.name, kind.meaning, code(kind.written), eventsOf(kind)]),
 );
 
-function valueOf({ form, words, always }) {
+function valueText({ form, words, always }) {
     const texts = Object.values(words);
     if (texts.length > 0) {
         return codes(texts.map((text) => (texts.length === 1 ? JSON.stringify(text) : text)));
@@ -48,7 +48,7 @@ function rowsOf(names, cells) {
         const entries = [...property.entries.values()].filter((entry) => names(entry.names));
         return entries.length === 0
             ? []
-            : [[code(property.name), valueOf(property), ...cells(entries)]];
+            : [[code(property.name), valueText(property), ...cells(entries)]];
     });
 }
 
@@ -165,7 +165,7 @@ const tables = new Map([
 /** The guide with every table in its place; one without a place, or a place without one, throws. */
 function filled(guide) {
     const placed = new Set();
-    const place = /<!-- made from protocol\/: (.+?) -->\n[^]*?<!-- end of \1 -->/g;
+    const place = /<!-- made from protocol\/: (.+?) -->\n[\s\S]*?<!-- end of \1 -->/g;
     const text = guide.replace(place, (_, name) => {
         if (!tables.has(name)) {
             throw new Error(`${path}: protocol/ makes no table "${name}"`);

@@ -24,9 +24,11 @@ function told(story) {
     const text = JSON.stringify(story);
     return (story.each ?? [{}]).map((values) =>
         JSON.parse(text, (_key, value) =>
-            typeof value !== 'string' ? value
-            : value.startsWith('$') ? values[value.slice(1)]
-            : value.replace(/\$(\w+)/g, (_found, name) => values[name]),
+            typeof value !== 'string'
+                ? value
+                : value.startsWith('$')
+                  ? values[value.slice(1)]
+                  : value.replace(/\$(\w+)/g, (_found, name) => values[name]),
         ),
     );
 }

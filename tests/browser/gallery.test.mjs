@@ -124,14 +124,18 @@ function beyond(body) {
         .map((element) => element.outerHTML);
 }
 
-visits('Buttons', 'on a narrow page nothing is cut off, in either direction', async (visit, page) => {
-    await page.setViewportSize({ width: 400, height: 800 });
-    for (const tab of await page.getByRole('tab').all()) {
-        await tab.click();
-        for (const direction of ['ltr', 'rtl']) {
-            await page.evaluate((dir) => (document.documentElement.dir = dir), direction);
-            const found = await page.locator('.body').evaluate(beyond);
-            assert.deepEqual(found, [], `${await tab.textContent()}, ${direction}`);
+visits(
+    'Buttons',
+    'on a narrow page nothing is cut off, in either direction',
+    async (_visit, page) => {
+        await page.setViewportSize({ width: 400, height: 800 });
+        for (const tab of await page.getByRole('tab').all()) {
+            await tab.click();
+            for (const direction of ['ltr', 'rtl']) {
+                await page.evaluate((dir) => (document.documentElement.dir = dir), direction);
+                const found = await page.locator('.body').evaluate(beyond);
+                assert.deepEqual(found, [], `${await tab.textContent()}, ${direction}`);
+            }
         }
-    }
-});
+    },
+);

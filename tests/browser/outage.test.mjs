@@ -94,24 +94,28 @@ describe('an outage of a minute', { concurrency: true }, () => {
     inEach(everyEngine, 'the same window, nothing typed or clicked is lost', outlive);
 });
 
-inEach(chromiumOnly, 'a program that stands still handles all when it goes on', async (browser, t) => {
-    const faults = [];
-    const { program, page } = await openTexts(browser, t, faults);
-    const status = page.getByRole('status');
-    await noteStatus(page);
-    for (const [stars, said] of [
-        ['**', 'Waiting for the program. What you did is handled when it answers.'],
-        ['***', 'No answer: the connection is lost or the program is busy.'],
-    ]) {
-        process.kill(program.pid, 'SIGSTOP');
-        await page.getByRole('button', { name: 'One star more' }).click();
-        await status.getByText(said).waitFor();
-        process.kill(program.pid, 'SIGCONT');
-        await page.getByText(stars, { exact: true }).waitFor();
-    }
-    await status.getByText('The program answers again.').waitFor();
-    const said = await page.evaluate(() => window.said.map(([text]) => text).join());
-    assert.doesNotMatch(said, /Connection lost|Connected again|another tab/);
-    assert.equal(await page.getByRole('region', { name: 'Not in the program' }).count(), 0);
-    assert.deepEqual(faults, []);
-});
+inEach(
+    chromiumOnly,
+    'a program that stands still handles all when it goes on',
+    async (browser, t) => {
+        const faults = [];
+        const { program, page } = await openTexts(browser, t, faults);
+        const status = page.getByRole('status');
+        await noteStatus(page);
+        for (const [stars, said] of [
+            ['**', 'Waiting for the program. What you did is handled when it answers.'],
+            ['***', 'No answer: the connection is lost or the program is busy.'],
+        ]) {
+            process.kill(program.pid, 'SIGSTOP');
+            await page.getByRole('button', { name: 'One star more' }).click();
+            await status.getByText(said).waitFor();
+            process.kill(program.pid, 'SIGCONT');
+            await page.getByText(stars, { exact: true }).waitFor();
+        }
+        await status.getByText('The program answers again.').waitFor();
+        const said = await page.evaluate(() => window.said.map(([text]) => text).join());
+        assert.doesNotMatch(said, /Connection lost|Connected again|another tab/);
+        assert.equal(await page.getByRole('region', { name: 'Not in the program' }).count(), 0);
+        assert.deepEqual(faults, []);
+    },
+);

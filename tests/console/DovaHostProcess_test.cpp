@@ -65,10 +65,11 @@ TEST_F(DovaHostProcessTest, SaysThatItsOutputWentNowhere) {
 
 /// All texts of a script keep their order where they go to one file, though `io.write` is buffered.
 TEST_F(DovaHostProcessTest, KeepsTheOrderOfWhatGoesToOneFile) {
-    folder.write("order.lua", "io.write('a') dova.init() io.write('b') io.stderr:write('c') "
-                              "io.write('d') os.execute('printf e') print('f') io.write('g') "
-                              "setmetatable({}, {__gc = function() io.write('i') end}) "
-                              "if arg[1] then os.exit(0) end error('h', 0)");
+    folder.write("order.lua",
+                 "io.write('a') dova.init() io.write('b') io.stderr:write('c') "
+                 "io.write('d') os.execute('printf e') print('f') io.write('g') "
+                 "setmetatable({}, {__gc = function() io.write('i') end}) "
+                 "if arg[1] then os.exit(0) end error('h', 0)");
     const std::string call = "cd '" + folder / "" + "' && '" DOVA_HOST "' order.lua ";
     EXPECT_NE(std::system((call + ">out 2>&1").c_str()), 0);
     const std::string before = "aInitializing dova module.\nbcdef\ng";

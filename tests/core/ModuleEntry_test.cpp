@@ -232,7 +232,7 @@ TEST_P(ModuleEntryTest, inAProcessOfItsOwn) {
 
 #define STORY(function)     \
     Story {                 \
-#function, function \
+        #function, function \
     }
 
 INSTANTIATE_TEST_SUITE_P(

@@ -82,10 +82,10 @@ private:
     Piece object(int depth) {
         // Each key in two spellings.
         static const char* const spellings[][2] = {
-            {"a", "\\u0061"},   {"é", "\\u00E9"},        {"", ""},
-            {"\\n", "\\u000a"}, {"\\\\", "\\u005c"},     {"\\\"", "\\u0022"},
+            {"a", "\\u0061"},   {"é", "\\u00E9"},         {"", ""},
+            {"\\n", "\\u000a"}, {"\\\\", "\\u005c"},      {"\\\"", "\\u0022"},
             {"a\\/b", "a/b"},   {"😀", "\\ud83d\\uDE00"}, {"\\ud83d", "\\uD83D"},
-            {"q", "\\q"},       {"\\u20ACx", "€x"},      {"\\b\\t", "\\u0008\\u0009"}};
+            {"q", "\\q"},       {"\\u20ACx", "€x"},       {"\\b\\t", "\\u0008\\u0009"}};
         // The numbers of the keys so far, and whether a member of that key was a container.
         std::map<unsigned, bool> held;
         QJsonObject meaning;

@@ -15,8 +15,9 @@ protected:
     /// Whether the buffer takes each of these texts.
     bool push(std::initializer_list<std::string> texts) {
         bool all = true;
-        for (const std::string& text : texts)
+        for (const std::string& text : texts) {
             all = buffer.push(".", text, 0) && all;
+        }
         return all;
     }
 
@@ -25,16 +26,18 @@ protected:
         std::string all;
         const auto chunk = buffer.next();
         std::string_view rest = chunk ? chunk->records : std::string_view();
-        for (std::uint64_t number = chunk ? chunk->first : 0; !rest.empty(); ++number)
+        for (std::uint64_t number = chunk ? chunk->first : 0; !rest.empty(); ++number) {
             all +=
                 std::to_string(number) + "=" + std::string(FrameCodec::takeRecord(rest).text) + " ";
+        }
         return all;
     }
 
     std::string everything() {
         std::string all;
-        while (buffer.hasUnsent())
+        while (buffer.hasUnsent()) {
             all += next();
+        }
         return all;
     }
 

@@ -29,13 +29,16 @@ TEST(FrameCodecTest, everyTruncationIsRefusedOrEndsAtATextsBytes) {
 
 /// At every offset, since eight bytes are looked at in one go.
 void expectCarriable(bool expected, std::initializer_list<std::string> texts) {
-    for (const std::string& text : texts)
-        for (std::size_t before = 0; before < 17; ++before)
-            for (const std::size_t after : {0u, 1u, 8u, 17u})
+    for (const std::string& text : texts) {
+        for (std::size_t before = 0; before < 17; ++before) {
+            for (const std::size_t after : {0u, 1u, 8u, 17u}) {
                 EXPECT_EQ(FrameCodec::isCarriable(std::string(before, 'x') + text +
                                                   std::string(after, '~')),
                           expected)
                     << text << ", " << before << " before, " << after << " after";
+            }
+        }
+    }
 }
 
 TEST(FrameCodecTest, whatATextMayHoldIsToldWhereverItStands) {

@@ -55,8 +55,9 @@ protected:
         const auto deadline = std::chrono::steady_clock::now() + std::chrono::seconds(30);
         while (!happened()) {
             loop.restart();
-            if (loop.run_one_until(deadline) == 0 && std::chrono::steady_clock::now() >= deadline)
+            if (loop.run_one_until(deadline) == 0 && std::chrono::steady_clock::now() >= deadline) {
                 throw std::runtime_error("waited in vain");
+            }
         }
     }
 

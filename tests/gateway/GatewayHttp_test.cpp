@@ -42,8 +42,9 @@ private:
             [this, got = m_got](boost::system::error_code error, std::size_t bytes) {
                 got->received.append(got->part, bytes);
                 got->over = error.failed();
-                if (!error)
+                if (!error) {
                     read();
+                }
             });
     }
 
@@ -103,9 +104,10 @@ TEST_F(GatewayHttpTest, nonsenseIsAnsweredAndClosed) {
           std::pair{get + "Transfer-Encoding: chunked\r\n\r\n", "HTTP/1.1 400 "},
           std::pair{get + "Transfer-Encoding: other\r\n\r\n", "HTTP/1.1 400 "},
           std::pair{get + "\r\n", "HTTP/1.1 403 "}, std::pair{handshake("", ""), "HTTP/1.1 400 "},
-          std::pair{handshake("", key) + "data behind it", "HTTP/1.1 400 "}})
+          std::pair{handshake("", key) + "data behind it", "HTTP/1.1 400 "}}) {
         EXPECT_THAT(answerTo(bytes), AllOf(StartsWith(answer), HasSubstr("nosniff")))
             << bytes.substr(0, 60);
+    }
 }
 
 /// The log names the reason, who was refused and nothing secret; once, however often it is tried.
@@ -125,8 +127,9 @@ TEST_F(GatewayHttpTest, aRefusalStandsInTheLog) {
     for (const std::string& line :
          {"401: missing or wrong token (" + host + ", " + own.substr(0, own.find(':')),
           "403: this origin is not allowed (" + host + ", Origin http://evil?[31m)",
-          std::string("403: this host name is not allowed (Host pad.example, Origin none)")})
+          std::string("403: this host name is not allowed (Host pad.example, Origin none)")}) {
         EXPECT_THAT(log, HasSubstr("refused a page with " + line));
+    }
     EXPECT_EQ(std::count(log.begin(), log.end(), '\n'), 3) << log;
     EXPECT_THAT(log, testing::Not(HasSubstr(options.token)));
 }
@@ -148,8 +151,9 @@ TEST_F(GatewayHttpTest, whoShowsNoTokenMakesRoomForTheNext) {
     start();
     const auto page = openFresh("me");
     std::vector<std::unique_ptr<RawClient>> crowd;
-    for (int i = 0; i < 80; ++i)
+    for (int i = 0; i < 80; ++i) {
         crowd.push_back(send("GET /app.js HTTP/1.1\r\n"));
+    }
     await([&] { return crowd[76]->isOver(); });
     EXPECT_FALSE(crowd[77]->isOver());
     EXPECT_THAT(answerTo(request("GET /app.js", close)), EndsWith("script"));

@@ -47,7 +47,7 @@ std::string thousand(const std::string& frame) {
 }
 
 // Beast answers what is no WebSocket message of ours by itself, with the code alone.
-const FaultRow kFaults[] = {
+const FaultRow s_faults[] = {
     {"oversized", &TestPage::send, "3,0\x1e.\x1f" + std::string(995, 'x'), "1009 "},
     {"noText", &TestPage::send, "3,0\x1e.\x1f\xff", "1007 "},
     {"unmasked", &TestPage::sendRaw, "\x81\x02hi", "1002 "},
@@ -62,7 +62,7 @@ const FaultRow kFaults[] = {
     {"goodbye", &TestPage::send, "3,0\x1e/dova2/web\x1f{\"clientDestroyed\":\"me\"}",
      "1000 session ended"}};
 
-INSTANTIATE_TEST_SUITE_P(Rows, GatewayFaultTest, testing::ValuesIn(kFaults),
+INSTANTIATE_TEST_SUITE_P(Rows, GatewayFaultTest, testing::ValuesIn(s_faults),
                          [](const auto& row) { return row.param.name; });
 
 TEST_F(GatewayLimitsTest, aSilentPageIsPingedAndStaysButOneThatDiedInAFrameIsCut) {
@@ -97,8 +97,9 @@ TEST_F(GatewayLimitsTest, whatAPageDoesNotAcknowledgeIsBounded) {
     options.limits.downwardBytes = 1 << 20;
     start();
     const auto page = openReady("me");
-    for (int i = 0; i < 300; ++i)
+    for (int i = 0; i < 300; ++i) {
         publish("/dova2/web/me", std::string(4000, 'x'));
+    }
     EXPECT_EQ(page->end(), "4000 too much is unacknowledged");
     expectSessionIsOver();
 }

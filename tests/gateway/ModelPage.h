@@ -19,8 +19,9 @@ public:
     /// Everything that is not yet sent on this connection, in one frame.
     std::string frame() {
         std::string frame = std::to_string(m_sent + 1) + "," + std::to_string(heard.size());
-        for (; hasUnsent(); ++m_sent)
+        for (; hasUnsent(); ++m_sent) {
             frame += m_actions[m_sent];
+        }
         return frame;
     }
 
@@ -36,8 +37,9 @@ public:
         m_acknowledged = std::max(m_acknowledged, acknowledged);
         for (auto at = frame.find('\x1e'); at != frame.npos; ++number) {
             const auto end = frame.find('\x1e', at + 1);
-            if (number == heard.size() + 1)
+            if (number == heard.size() + 1) {
                 heard.push_back(frame.substr(at + 1, end == frame.npos ? end : end - at - 1));
+            }
             inOrder = inOrder && number <= heard.size();
             at = end;
         }

@@ -15,7 +15,7 @@ struct OptionRow {
     void (*change)(GatewayOptions&);
 };
 
-const OptionRow kRows[] = {
+const OptionRow s_rows[] = {
     {"", [](auto& o) { o.bindAddress = "::1"; }},
     {"\"localhost\" is not a numeric IP address", [](auto& o) { o.bindAddress = "localhost"; }},
     {"listening on 0.0.0.0 opens the program to other machines",
@@ -47,7 +47,7 @@ const OptionRow kRows[] = {
 TEST(OptionRulesTest, areAcceptedOrRefusedWithAClearText) {
     const test::TemporaryFolder folder;
     folder.write("index.html", "");
-    for (const OptionRow& row : kRows) {
+    for (const OptionRow& row : s_rows) {
         GatewayOptions options;
         options.pageFolder = folder / "";
         row.change(options);
@@ -58,7 +58,7 @@ TEST(OptionRulesTest, areAcceptedOrRefusedWithAClearText) {
             complaint = error.what();
         }
         EXPECT_EQ(complaint.empty(), *row.complaint == '\0') << complaint;
-        EXPECT_THAT(complaint, testing::HasSubstr(row.complaint)) << "row " << &row - kRows;
+        EXPECT_THAT(complaint, testing::HasSubstr(row.complaint)) << "row " << &row - s_rows;
     }
 }
 

@@ -34,33 +34,41 @@ Row children(const Row& row, const char* key) {
 class RequestRouterTest : public testing::Test {
 protected:
     RequestRouterTest() {
-        for (const auto& [name, content] : children(m_requests, "files"))
+        for (const auto& [name, content] : children(m_requests, "files")) {
             m_folder.write(name, content.data());
-        for (const auto& [name, to] : children(m_requests, "links"))
+        }
+        for (const auto& [name, to] : children(m_requests, "links")) {
             fs::create_symlink(to.data(), m_folder / name);
+        }
     }
 
     static std::string named(std::string text) {
         std::array<char, 256> machine{};
         EXPECT_EQ(gethostname(machine.data(), machine.size()), 0);
-        if (const auto at = text.find("${machine}"); at != text.npos)
+        if (const auto at = text.find("${machine}"); at != text.npos) {
             text.replace(at, 10, machine.data());
+        }
         return text;
     }
 
     RequestRouter::Request request(const Row& row) const {
         std::string target = row.get<std::string>("target");
-        if (const auto root = target.find("${root}"); root != target.npos)
+        if (const auto root = target.find("${root}"); root != target.npos) {
             target.replace(root, 7, (m_folder / "icons").substr(1));
+        }
         RequestRouter::Request request(http::string_to_verb(row.get("method", "GET")), target, 11);
         request.set("Host", "localhost:8080");
-        if (row.get("socket", false))
-            for (const auto& [name, value] : children(m_requests, "socket"))
+        if (row.get("socket", false)) {
+            for (const auto& [name, value] : children(m_requests, "socket")) {
                 request.set(name, value.data());
-        for (const auto& [name, value] : children(row, "headers"))
+            }
+        }
+        for (const auto& [name, value] : children(row, "headers")) {
             request.set(name, named(value.data()));
-        for (const auto& [name, value] : children(row, "more"))
+        }
+        for (const auto& [name, value] : children(row, "more")) {
             request.insert(name, value.data());
+        }
         request.erase(row.get("without", "nothing"));
         return request;
     }
@@ -78,8 +86,9 @@ protected:
     }
 
     void expectAnswer(const RequestRouter::Response& answer, const Row& row) const {
-        for (const auto& [name, value] : children(m_requests, "always"))
+        for (const auto& [name, value] : children(m_requests, "always")) {
             EXPECT_EQ(answer[name], value.data()) << name;
+        }
         const std::string policy(answer["Content-Security-Policy"]);
         EXPECT_THAT(policy, HasSubstr("default-src 'none'; script-src 'self';"));
         EXPECT_THAT(policy, testing::Not(HasSubstr("unsafe")));

@@ -28,8 +28,9 @@ protected:
     /// The texts that wait for the page, joined as they would travel.
     static std::string waiting(Session& session) {
         std::string all;
-        while (const auto chunk = session.downward().next())
+        while (const auto chunk = session.downward().next()) {
             all += chunk->records;
+        }
         return all;
     }
 
@@ -48,14 +49,17 @@ TEST_F(SessionRegistryTest, aPageHearsItsOwnChannelsAndPingsThatCanTravel) {
     EXPECT_EQ(opening.control, R"({"session":"new","received":0})");
     say("/dova2/web/me", "own");
     say("/dova2/web/me/12/x", "window");
-    for (const char* const foreign : {"/dova2/web/you/12", "/dova2/web/mean"})
+    for (const char* const foreign : {"/dova2/web/you/12", "/dova2/web/mean"}) {
         say(foreign, "x");
+    }
     for (const char* const noPing : {"", "{}", R"({"pingpong":1})", R"({"clientReady":"ping"})",
-                                     R"(["ping"])", R"({"clientReady":"you"})"})
+                                     R"(["ping"])", R"({"clientReady":"you"})"}) {
         say("/dova2/web", noPing);
+    }
     say("/dova2/web", "{ \"ping\" : {\"a\":1} }");
-    for (const char* const bad : {"a\x1e", "\xe2\x82"})
+    for (const char* const bad : {"a\x1e", "\xe2\x82"}) {
         say("/dova2/web/me", bad);
+    }
     say("/dova2/web/me/\x1f", "bad channel");
     EXPECT_EQ(waiting(*opening.session),
               "\x1e.\x1fown\x1e./12/x\x1fwindow\x1e/dova2/web\x1f{ \"ping\" : {\"a\":1} }");
@@ -212,7 +216,7 @@ TEST_F(SessionRegistryTest, waitingSessionsMakeRoomForNewOnes) {
 TEST_F(SessionRegistryTest, whatHasEndedLeavesNothingOnTheBus) {
     bus->detach(program);  // it hears everything, but for these
     const auto speaker = bus->attach("speaker");
-    registry->end(*openFresh("over", third), close_reason::kSessionEnded);
+    registry->end(*openFresh("over", third), close_reason::s_sessionEnded);
     EXPECT_EQ(third.ended, 1000);
     bus->publish(speaker, "/dova2/web/over", "too late");
     EXPECT_TRUE(bus->idle()) << "somebody hears it";
@@ -221,16 +225,18 @@ TEST_F(SessionRegistryTest, whatHasEndedLeavesNothingOnTheBus) {
     registry.reset();
     bus->deliver();
     EXPECT_EQ(other.asked, 0);
-    for (const char* const channel : {"/dova2/web/gone", "/dova2/web"})
+    for (const char* const channel : {"/dova2/web/gone", "/dova2/web"}) {
         bus->publish(speaker, channel, R"({"ping":1})");
+    }
     EXPECT_TRUE(bus->idle()) << "somebody hears it";
 }
 
 TEST_F(SessionRegistryTest, aFrameIsWorkedOffInStepsUntilItsEndOrTheSessions) {
     const auto session = openFresh("me", link);
     FrameReceiver receiver{*registry, session};
-    for (const char* const faulty : {"1,0\x1e.\x1f{}\x1e.", "2,0\x1e.\x1f{}", "1,1\x1e.\x1f{}"})
+    for (const char* const faulty : {"1,0\x1e.\x1f{}\x1e.", "2,0\x1e.\x1f{}", "1,1\x1e.\x1f{}"}) {
         EXPECT_NE(receiver.begin(faulty), nullptr) << faulty;
+    }
     EXPECT_EQ(receiver.pending(), 0u) << "nothing of a faulty frame is handled";
     const std::string frame =
         "1,0\x1e.\x1fx\x1e.\x1fy\x1e/dova2/web\x1f{\"clientDestroyed\":\"me\"}\x1e.\x1ftoo late";
@@ -271,7 +277,7 @@ TEST_F(SessionRegistryTest, aTextCountsAsWhatItMakesTheProgramDo) {
     EXPECT_EQ(receiver.handle(throttle, 4, now), nullptr);
     EXPECT_EQ(receiver.pending(), 1u);
     EXPECT_EQ(receiver.handle(throttle, 4, now + std::chrono::seconds(4)),
-              &close_reason::kTooManyEvents);
+              &close_reason::s_tooManyEvents);
     EXPECT_THAT(takeHeard(), ElementsAre("/dova2/web/me=[{},{},{},{}]"));
 }
 
@@ -279,7 +285,7 @@ TEST_F(SessionRegistryTest, anEndedSessionKeepsNothing) {
     const auto session = openFresh("me", link);
     say("/dova2/web/me", "text");
     EXPECT_GT(session->downward().bytes(), 0u);
-    registry->end(*session, close_reason::kSessionEnded);
+    registry->end(*session, close_reason::s_sessionEnded);
     EXPECT_EQ(session->downward().bytes(), 0u);
     EXPECT_FALSE(session->downward().hasUnsent());
 }

@@ -66,8 +66,9 @@ public:
     /// Reads on until the connection ends: "code reason", or "0 " when it was merely cut.
     std::string end() {
         try {
-            while (true)
+            while (true) {
                 read();
+            }
         } catch (const boost::system::system_error&) {
             return std::to_string(m_stream.reason().code) + " " + m_stream.reason().reason.c_str();
         }
@@ -78,8 +79,9 @@ public:
         m_buffer.clear();
         m_stream.async_read(m_buffer, [this, alive = std::weak_ptr<int>(m_alive)](
                                           boost::system::error_code error, std::size_t) {
-            if (!alive.expired() && !(isOver = error.failed()))
+            if (!alive.expired() && !(isOver = error.failed())) {
                 readInBackground();
+            }
         });
     }
 
@@ -102,8 +104,9 @@ private:
         const auto result = std::make_shared<std::optional<boost::system::error_code>>();
         begin([result](boost::system::error_code error, std::size_t = 0) { *result = error; });
         m_await([&] { return result->has_value(); });
-        if (**result)
+        if (**result) {
             throw boost::system::system_error(**result);
+        }
     }
 
     const Await m_await;

@@ -27,8 +27,9 @@ protected:
     }
 
     void publish(std::initializer_list<const char*> texts, const std::string& channel = "/a") {
-        for (const char* const text : texts)
+        for (const char* const text : texts) {
             m_bus.publish(m_speaker, channel, text);
+        }
     }
 
     InProcessBus m_bus;
@@ -136,8 +137,9 @@ TEST_F(InProcessBusTest, anEndedCallbackIsGoneEvenWhileTextsForItAreQueued) {
 TEST_F(InProcessBusTest, callbacksMaySubscribePublishAndDeliver) {
     m_bus.subscribe(m_listener, "/a", [&](auto&, auto& text) {
         m_heard.push_back(text);
-        if (text != "1")
+        if (text != "1") {
             return;
+        }
         m_bus.subscribe(m_listener, "/b", recorder());
         EXPECT_EQ(m_bus.deliver(), 2u) << "goes on with the rest";
         publish({"answer"}, "/b");
@@ -166,8 +168,9 @@ TEST_F(InProcessBusTest, aThrowingCallbackIsReportedOnceAndStopsNobody) {
 TEST_F(InProcessBusTest, wakesOnceForEachBatch) {
     int wakes = 0;
     m_bus.subscribe(m_listener, "/a", [&](auto&, auto& text) {
-        if (text == "ask")
+        if (text == "ask") {
             publish({"during delivery"});
+        }
     });
     publish({"ask"});
     m_bus.setWake([&] { ++wakes; });
@@ -186,8 +189,9 @@ TEST_F(InProcessBusTest, aFloodComesInBatchesInOrderWithAWakeForEach) {
     m_bus.setWake([&] { ++wakes; });
     m_bus.subscribe(m_listener, "/a",
                     [&](auto&, auto& text) { EXPECT_EQ(text, std::to_string(heard++)); });
-    for (std::size_t i = 0; i < 2 * batch + 1; ++i)
+    for (std::size_t i = 0; i < 2 * batch + 1; ++i) {
         m_bus.publish(m_speaker, "/a", std::to_string(i));
+    }
     for (const std::size_t expected : {batch, batch, std::size_t{1}}) {
         EXPECT_EQ(wakes--, 1u);
         EXPECT_EQ(m_bus.deliver(), expected);
@@ -217,23 +221,27 @@ TEST_F(InProcessBusTest, otherThreadsKeepTheirOrderAndMaySubscribeMeanwhile) {
     });
     std::vector<std::thread> others;
     others.emplace_back([&] {
-        for (int i = 0; i < 2000; ++i)
+        for (int i = 0; i < 2000; ++i) {
             m_bus.unsubscribe(m_bus.subscribe(m_listener, "/t/0/1", [](auto&, auto&) {}));
+        }
     });
-    for (int t = 0; t < threads; ++t)
+    for (int t = 0; t < threads; ++t) {
         others.emplace_back([&, t] {
-            for (int i = 0; i < texts; ++i)
+            for (int i = 0; i < texts; ++i) {
                 publish({std::to_string(i).c_str()},
                         "/t/" + std::to_string(t) + "/" + std::to_string(i));
+            }
         });
+    }
     while (total < threads * texts) {
         std::unique_lock<std::mutex> lock(mutex);
         woken.wait(lock, [&] { return std::exchange(wake, false); });
         lock.unlock();
         m_bus.deliver();
     }
-    for (std::thread& other : others)
+    for (std::thread& other : others) {
         other.join();
+    }
 }
 
 }  // namespace

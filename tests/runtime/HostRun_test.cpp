@@ -143,8 +143,9 @@ TEST_F(HostRunTest, AFloodOfTextsLetsTimersAndSignalsInAndIsDeliveredAllTheSame)
     int heard = 0;
     hearer.subscribe("/test", [&](const std::string& text) { heard += text == "x"; });
     host->after(std::chrono::milliseconds(0), [&] {
-        for (int i = 0; i < flood; ++i)
+        for (int i = 0; i < flood; ++i) {
             program.publish("/test", "x");
+        }
         host->after(std::chrono::milliseconds(0), [&] {
             EXPECT_LT(heard, flood) << "the timer waited for the last text";
             std::raise(SIGTERM);

@@ -9,8 +9,8 @@ namespace {
 
 using namespace DOVA;
 
-const StringID webKey = StringID::setStringID("web");
-const StringID otherKey = StringID::setStringID("other");
+const StringID s_webKey = StringID::setStringID("web");
+const StringID s_otherKey = StringID::setStringID("other");
 
 TEST(Factory, ObjectStaysWithTheBackendThatMadeIt) {
     FakeBackend other("other");
@@ -18,14 +18,14 @@ TEST(Factory, ObjectStaysWithTheBackendThatMadeIt) {
     FakeBackend web("web");
     {
         DVButton2 early;
-        DVFactory2::chooseBackend(otherKey);
+        DVFactory2::chooseBackend(s_otherKey);
         DVButton2 late;
         EXPECT_TRUE(web.implements(early));
         EXPECT_TRUE(other.implements(late));
         DVFactory2::chooseBackend(StringID::setStringID("nobody"));
         EXPECT_EQ(DVButton2(nullptr, u"label").label(), u"");
         // As every program finds it.
-        DVFactory2::chooseBackend(webKey);
+        DVFactory2::chooseBackend(s_webKey);
     }
     before.setLabel(u"label");
     EXPECT_EQ(before.label(), u"");
@@ -38,12 +38,12 @@ TEST(Factory, LaterRegistrationReplacesAndNullOrTheEndTakesOut) {
     FakeBackend second("web");
     first.loseFactory();
     EXPECT_EQ(DVFactory2::current(), second.factory());
-    DVFactory2::registerFactory(otherKey, second.factory());
-    DVFactory2::registerFactory(webKey, nullptr);
+    DVFactory2::registerFactory(s_otherKey, second.factory());
+    DVFactory2::registerFactory(s_webKey, nullptr);
     EXPECT_EQ(DVFactory2::current(), nullptr);
-    EXPECT_EQ(DVFactory2::getFactory(otherKey), second.factory());
+    EXPECT_EQ(DVFactory2::getFactory(s_otherKey), second.factory());
     second.loseFactory();
-    EXPECT_EQ(DVFactory2::getFactory(otherKey), nullptr);
+    EXPECT_EQ(DVFactory2::getFactory(s_otherKey), nullptr);
 }
 
 }  // namespace

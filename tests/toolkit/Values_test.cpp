@@ -13,11 +13,11 @@ namespace {
 
 using namespace DOVA;
 
-constexpr double infinity = std::numeric_limits<double>::infinity();
+constexpr double s_infinity = std::numeric_limits<double>::infinity();
 
 TEST(Color, FractionsAreClampedAndRounded) {
     const std::pair<double, unsigned> rows[] = {
-        {0, 0}, {0.5, 128}, {1, 255}, {7.5, 255}, {-0.1, 0}, {infinity, 255}, {std::nan(""), 0}};
+        {0, 0}, {0.5, 128}, {1, 255}, {7.5, 255}, {-0.1, 0}, {s_infinity, 255}, {std::nan(""), 0}};
     for (const auto& [fraction, channel] : rows) {
         const Color color = Color::fromFractions(fraction, 0, 1, fraction);
         EXPECT_EQ(color.rgba(), channel << 24 | 0x0000FF00u | channel) << fraction;
@@ -25,7 +25,7 @@ TEST(Color, FractionsAreClampedAndRounded) {
 }
 
 TEST(Scale, StaysPositiveAndFinite) {
-    for (const double bad : {0.0, -1.5, infinity, std::nan("")}) {
+    for (const double bad : {0.0, -1.5, s_infinity, std::nan("")}) {
         setDpiScale(bad);
         EXPECT_EQ(dpiScale(), 1.0) << bad;
     }

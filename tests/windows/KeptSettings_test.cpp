@@ -128,7 +128,10 @@ TEST_F(KeptSettingsTest, aFieldThatWasEmptiedIsToldSo) {
         {[&] { combo.setEditable(true); }, false},
         {[&] { say(window, combo, R"("event":"onEdit","value":"")"); }, true},
         {[&] { combo.clear(); }, false},
-        {[&] { combo.addItems({u"c", u"d"}); }, true},
+        {[&] {
+             combo.addItems({u"c", u"d"});
+         },
+         true},
         {[&] { say(window, combo, R"("event":"textShown","value":"d")"); }, false},
     };
     window.show();

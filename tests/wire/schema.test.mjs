@@ -5,7 +5,16 @@ import { describe, test } from 'node:test';
 
 import { messages } from '../../protocol/table.mjs';
 import {
-    api, examples, flattened, folder, isUsable, kindOf, messagesOn, readJson, schemas, validators,
+    api,
+    examples,
+    flattened,
+    folder,
+    isUsable,
+    kindOf,
+    messagesOn,
+    readJson,
+    schemas,
+    validators,
 } from './protocol.mjs';
 import { stepsOf } from './rows.mjs';
 import { forms, libraryTexts, parse } from './texts.mjs';
@@ -34,9 +43,15 @@ describe('rows', () => {
 
         test(`${form} rows have unique names and no unknown keys`, () => {
             const names = rows.map((row) => `${row.file}: ${row.name}`);
-            assert.deepEqual(names.filter((name, index) => names.indexOf(name) !== index), []);
+            assert.deepEqual(
+                names.filter((name, index) => names.indexOf(name) !== index),
+                [],
+            );
             const used = rows.flatMap((row) => [row, ...stepsOf(row)]).flatMap(Object.keys);
-            assert.deepEqual([...new Set(used)].filter((key) => !keys[form].includes(key)), []);
+            assert.deepEqual(
+                [...new Set(used)].filter((key) => !keys[form].includes(key)),
+                [],
+            );
         });
     }
 
@@ -73,7 +88,11 @@ describe('document', () => {
             const text = JSON.stringify(readJson(path));
             const references = [...text.matchAll(/"\$ref":"([^"#]*)#?([^"]*)"/g)];
             const broken = references.filter((reference) => !resolves(path, reference));
-            assert.deepEqual(broken.map(([reference]) => reference), [], path);
+            assert.deepEqual(
+                broken.map(([reference]) => reference),
+                [],
+                path,
+            );
         }
     });
 
@@ -84,7 +103,10 @@ describe('document', () => {
                 return $ref.slice($ref.lastIndexOf('/') + 1);
             }),
         );
-        assert.deepEqual([...validators.keys()].filter((name) => !used.includes(name)), []);
+        assert.deepEqual(
+            [...validators.keys()].filter((name) => !used.includes(name)),
+            [],
+        );
     });
 
     test('the examples are valid, travel where they say, and leave nothing out', () => {
@@ -98,7 +120,10 @@ describe('document', () => {
         }
         for (const [name, { examples: within }] of Object.entries(api.components.messages)) {
             assert.ok(within.length > 0, name);
-            assert.ok(within.every(({ payload }) => validators.get(name)(payload)), name);
+            assert.ok(
+                within.every(({ payload }) => validators.get(name)(payload)),
+                name,
+            );
         }
         assert.deepEqual(messagesBeside(examples.map(({ message }) => message)), []);
     });
@@ -110,7 +135,10 @@ const guide = readFileSync(join(folder, 'README.md'), 'utf8');
 
 test('the guide names every member of a message that is no property', () => {
     const names = [...messages.down.members, ...messages.model.members];
-    assert.deepEqual(names.filter((name) => !new RegExp(`["\`]${name}["\`]`).test(guide)), []);
+    assert.deepEqual(
+        names.filter((name) => !new RegExp(`["\`]${name}["\`]`).test(guide)),
+        [],
+    );
 });
 
 test('the conversation in the guide keeps the rules', () => {

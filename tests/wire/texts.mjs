@@ -61,7 +61,9 @@ function frameTexts(row) {
 }
 
 function modelTexts(row) {
-    return modelSteps(row).flat().map((text) => entryOf(row, 'model', 'send', text));
+    return modelSteps(row)
+        .flat()
+        .map((text) => entryOf(row, 'model', 'send', text));
 }
 
 export const forms = {

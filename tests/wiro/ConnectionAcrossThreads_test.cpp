@@ -30,7 +30,7 @@ struct CutRow {
     void (*cut)(Ends&);
 };
 
-const CutRow cutRows[] = {
+const CutRow s_cutRows[] = {
     {"listenerDestroyed", [](Ends& ends) { ends.receiver.reset(); }},
     {"emitterDestroyed", [](Ends& ends) { ends.emitter.reset(); }},
     {"connectionCut", [](Ends& ends) { ends.connection->disconnect(); }},
@@ -72,7 +72,7 @@ TEST_P(Cut, WaitsForTheHandlerOnAnotherThread) {
     }
 }
 
-INSTANTIATE_TEST_SUITE_P(Connection, Cut, testing::ValuesIn(cutRows),
+INSTANTIATE_TEST_SUITE_P(Connection, Cut, testing::ValuesIn(s_cutRows),
                          [](const auto& row) { return std::string(row.param.name); });
 
 TEST(Connection, CutByItsOwnHandlerOnTwoThreadsAtOnce) {

@@ -52,9 +52,9 @@ private:
     void announceWaiting();
 
     std::unique_ptr<ClientConnection> m_client;
-    std::uint64_t m_change = 0;            // of the client; a handler may bring about a later one
-    std::string m_arriving;                // channel of the client that comes next, while one goes
-    std::vector<Waiting> m_waiting;        // windows that were shown meanwhile
+    std::uint64_t m_change = 0;      // of the client; a handler may bring about a later one
+    std::string m_arriving;          // channel of the client that comes next, while one goes
+    std::vector<Waiting> m_waiting;  // windows that were shown meanwhile
     std::shared_ptr<tdom::messaging::ConnectorMessageService> m_messages;
     std::uint32_t m_subscription = 0;
     static bool s_subscribed;

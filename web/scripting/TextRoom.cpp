@@ -55,9 +55,7 @@ std::size_t renew(QJsonObject& self) {
 template <class T>
 bool makeRoomIn(T& self, std::size_t bytes) {
     TextBytes& known = textBytes(self);
-    const auto hasRoom = [&] {
-        return known.living + known.added + bytes <= s_mostBytes;
-    };
+    const auto hasRoom = [&] { return known.living + known.added + bytes <= s_mostBytes; };
     const std::size_t size = s_bytesOfMember * static_cast<std::size_t>(self.size());
     // Twice as much, so that what is built text by text is seldom made anew.
     if (known.added + bytes > std::max(s_fewBytes, 2 * (known.living + size)) || !hasRoom()) {
@@ -74,8 +72,7 @@ bool makeRoomIn(T& self, std::size_t bytes) {
 }  // namespace
 
 std::size_t bytesOf(const char16_t* text, std::size_t size) {
-    const bool isAscii =
-        std::all_of(text, text + size, [](char16_t unit) { return unit < 0x80; });
+    const bool isAscii = std::all_of(text, text + size, [](char16_t unit) { return unit < 0x80; });
     return (isAscii ? size : 2 * size) + s_bytesBeside;
 }
 

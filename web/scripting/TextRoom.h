@@ -9,8 +9,8 @@
 #include "host/ribo/factory/kaArrayProxy.h"
 
 // Qt (5.15) writes the texts and keys of an array or object behind one another and never takes one
-// away again: what is replaced or removed stays until the whole goes. So an instance counts what its
-// edits add, and is made anew when that is more than what lives in it.
+// away again: what is replaced or removed stays until the whole goes. So an instance counts what
+// its edits add, and is made anew when that is more than what lives in it.
 
 namespace DOVA::web {
 

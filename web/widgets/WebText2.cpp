@@ -48,8 +48,7 @@ void WebText2::doSetBuddy(DVObject* buddy) {
 
 DVObject* WebText2::doGetBuddy() {
     WebObjectService2* service = getService();
-    WebObject2* buddy =
-        service && m_buddy != NoBuddy ? service->getObject(m_buddy) : nullptr;
+    WebObject2* buddy = service && m_buddy != NoBuddy ? service->getObject(m_buddy) : nullptr;
     std::lock_guard guard(DVObject::m_lock);
     return buddy && buddy->isDVObjectValid() ? buddy->getHandle() : nullptr;
 }

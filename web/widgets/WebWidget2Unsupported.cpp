@@ -1,5 +1,5 @@
-// The operations of WebWidget2 that the client needs no word about: it draws, lays out and keeps the
-// focus by itself. They are here so that the toolkit finds every operation it may call.
+// The operations of WebWidget2 that the client needs no word about: it draws, lays out and keeps
+// the focus by itself. They are here so that the toolkit finds every operation it may call.
 
 #include "widgets/WebWidget2.h"
 

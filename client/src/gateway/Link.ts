@@ -1,10 +1,10 @@
 import { CloseCode, Greeted, Query, SESSION_OVER } from '../protocol/names.ts';
-import { channelName, ChannelReader, type Channel } from './channel.ts';
+import { type Channel, ChannelReader, channelName } from './channel.ts';
 import { decodeGreeting } from './control.ts';
 import type { FrameRecord } from './frame.ts';
+import type { LinkSetup, LinkStatus } from './LinkListener.ts';
 import { Retry } from './Retry.ts';
 import { Session } from './Session.ts';
-import type { LinkSetup, LinkStatus } from './LinkListener.ts';
 import type { Socket } from './transport.ts';
 import { Watch } from './Watch.ts';
 
@@ -24,42 +24,42 @@ const GAVE_UP = new Map<number, LinkStatus>([
  * connection waits; what cannot be resumed is begun afresh under a new identifier.
  */
 export class Link {
-    private readonly m_setup: LinkSetup;
-    private readonly m_watch: Watch;
-    private readonly m_retry: Retry;
-    private m_clientId: string;
-    private m_session = new Session();
+    readonly #setup: LinkSetup;
+    readonly #watch: Watch;
+    readonly #retry: Retry;
+    #clientId: string;
+    #session = new Session();
     /** The gateway has greeted this session once, so it can be resumed. */
-    private m_established = false;
+    #established = false;
     /** The session is given up; another one begins under this name once there is a gateway. */
-    private m_nextId: string | undefined;
-    private m_socket: Socket | undefined;
-    private m_greeted = false;
-    private m_gaveUp = false;
+    #nextId: string | undefined;
+    #socket: Socket | undefined;
+    #greeted = false;
+    #gaveUp = false;
     /** The person wants another session. */
-    private m_isLeft = false;
-    private m_losses = 0;
-    private m_flushQueued = false;
-    private m_cancelAcknowledge: (() => void) | undefined;
-    private readonly m_channels = new ChannelReader();
+    #isLeft = false;
+    #losses = 0;
+    #flushQueued = false;
+    #cancelAcknowledge: (() => void) | undefined;
+    readonly #channels = new ChannelReader();
 
     constructor(setup: LinkSetup) {
-        this.m_setup = setup;
-        this.m_clientId = setup.makeClientId();
-        this.m_watch = new Watch(setup.clock, {
-            awaited: () => (this.m_greeted ? this.m_session.firstAwaited : GREETING),
-            charactersAway: () => (this.m_greeted ? this.m_session.pendingCharacters : 0),
-            ask: () => this.sendFrames(() => [this.m_session.question()]),
-            slow: (slow) => this.m_greeted && setup.listener.status(slow ? 'slow' : 'open', ''),
-            hangs: () => this.tryAgain('silent', ''),
+        this.#setup = setup;
+        this.#clientId = setup.makeClientId();
+        this.#watch = new Watch(setup.clock, {
+            awaited: () => (this.#greeted ? this.#session.firstAwaited : GREETING),
+            charactersAway: () => (this.#greeted ? this.#session.pendingCharacters : 0),
+            ask: () => this.#sendFrames(() => [this.#session.question()]),
+            slow: (slow) => this.#greeted && setup.listener.status(slow ? 'slow' : 'open', ''),
+            hangs: () => this.#tryAgain('silent', ''),
         });
-        this.m_retry = new Retry({
+        this.#retry = new Retry({
             clock: setup.clock,
             askWhy: setup.askWhy,
-            query: () => this.query(),
-            open: () => this.open(),
+            query: () => this.#query(),
+            open: () => this.#open(),
             told: (status, reason) => {
-                if (!this.m_greeted && !this.m_gaveUp) {
+                if (!this.#greeted && !this.#gaveUp) {
                     setup.listener.status(status, reason);
                 }
             },
@@ -67,44 +67,44 @@ export class Link {
     }
 
     get clientId(): string {
-        return this.m_clientId;
+        return this.#clientId;
     }
 
     get session(): Session {
-        return this.m_session;
+        return this.#session;
     }
 
     /** Whether what the page shows belongs to a session that a reload can take up again. */
     get resumable(): boolean {
-        return this.m_established && !this.m_gaveUp;
+        return this.#established && !this.#gaveUp;
     }
 
     start(): void {
-        this.m_setup.listener.status('connecting', '');
-        this.open();
+        this.#setup.listener.status('connecting', '');
+        this.#open();
     }
 
     /** Goes on with a session that an earlier life of this page has kept. */
     resume(clientId: string, session: Session): void {
-        this.m_clientId = clientId;
-        this.m_session = session;
-        this.m_established = true;
+        this.#clientId = clientId;
+        this.#session = session;
+        this.#established = true;
         this.start();
     }
 
     /** Leaves the session, if any, and begins a new one. */
     startAfresh(): void {
-        this.m_nextId = this.m_setup.makeClientId();
-        this.m_gaveUp = false;
-        this.m_isLeft = true;
-        this.m_losses = 0;
-        this.m_retry.reset();
-        this.open();
+        this.#nextId = this.#setup.makeClientId();
+        this.#gaveUp = false;
+        this.#isLeft = true;
+        this.#losses = 0;
+        this.#retry.reset();
+        this.#open();
     }
 
     /** What nobody has confirmed of a session that is given up; it is not handed out again. */
     takeUnconfirmed(): readonly FrameRecord[] {
-        return this.m_session.takePending();
+        return this.#session.takePending();
     }
 
     /**
@@ -112,115 +112,118 @@ export class Link {
      * even for an attempt that was begun before; and see whether the one that is there is alive.
      */
     retryNow(): void {
-        if (this.m_retry.isWaiting || (this.m_socket && !this.m_greeted)) {
-            this.open();
-        } else if (this.m_greeted) {
-            this.m_watch.doubt();
+        if (this.#retry.isWaiting || (this.#socket && !this.#greeted)) {
+            this.#open();
+        } else if (this.#greeted) {
+            this.#watch.doubt();
         }
     }
 
     /** Answers the number of the record. */
     send(channel: Channel, text: string): number {
-        const record = this.m_session.push(channelName(channel), text);
-        if (!this.m_flushQueued) {
-            this.m_flushQueued = true;
-            queueMicrotask(() => this.flush());
+        const record = this.#session.push(channelName(channel), text);
+        if (!this.#flushQueued) {
+            this.#flushQueued = true;
+            queueMicrotask(() => this.#flush());
         }
         return record;
     }
 
-    private open(): void {
-        this.dropConnection();
-        this.m_session.attempts += 1;
-        const query = this.query();
-        const current = (): boolean => this.m_socket === socket;
-        const socket = this.m_setup.connect(query, {
-            message: (text) => current() && this.message(text),
-            closed: (code, reason) => current() && this.closed(code, reason),
+    #open(): void {
+        this.#dropConnection();
+        this.#session.attempts += 1;
+        const query = this.#query();
+        const current = (): boolean => this.#socket === socket;
+        const socket = this.#setup.connect(query, {
+            message: (text) => current() && this.#message(text),
+            closed: (code, reason) => current() && this.#closed(code, reason),
         });
-        this.m_socket = socket;
-        this.m_watch.begin();
+        this.#socket = socket;
+        this.#watch.begin();
     }
 
-    private query(): URLSearchParams {
-        const query = new URLSearchParams({ [Query.client]: this.m_nextId ?? this.m_clientId });
-        if (this.m_established && this.m_nextId === undefined) {
-            query.set(Query.received, String(this.m_session.received));
+    #query(): URLSearchParams {
+        const query = new URLSearchParams({ [Query.client]: this.#nextId ?? this.#clientId });
+        if (this.#established && this.#nextId === undefined) {
+            query.set(Query.received, String(this.#session.received));
         }
-        query.set(Query.attempt, String(this.m_session.attempts));
+        query.set(Query.attempt, String(this.#session.attempts));
         return query;
     }
 
-    private dropConnection(): void {
-        this.m_watch.end();
-        this.m_retry.cancel();
-        this.m_cancelAcknowledge?.();
-        this.m_cancelAcknowledge = undefined;
-        this.m_greeted = false;
-        const socket = this.m_socket;
-        this.m_socket = undefined;
+    #dropConnection(): void {
+        this.#watch.end();
+        this.#retry.cancel();
+        this.#cancelAcknowledge?.();
+        this.#cancelAcknowledge = undefined;
+        this.#greeted = false;
+        const socket = this.#socket;
+        this.#socket = undefined;
         socket?.close();
     }
 
-    private message(text: string): void {
-        if (this.m_greeted) {
-            this.frame(text);
+    #message(text: string): void {
+        if (this.#greeted) {
+            this.#frame(text);
         } else {
-            this.greeting(text);
+            this.#greeting(text);
         }
     }
 
-    private greeting(text: string): void {
+    #greeting(text: string): void {
         const greeting = decodeGreeting(text);
         if (greeting?.session === Greeted.fresh) {
-            this.replaceSession();
-        } else if (greeting?.session !== Greeted.resumed || !this.m_session.resume(greeting.received)) {
-            this.sessionLost();
+            this.#replaceSession();
+        } else if (
+            greeting?.session !== Greeted.resumed ||
+            !this.#session.resume(greeting.received)
+        ) {
+            this.#sessionLost();
             return;
         }
-        this.m_greeted = true;
-        this.m_established = true;
+        this.#greeted = true;
+        this.#established = true;
         if (greeting.session === Greeted.fresh) {
-            this.m_setup.listener.began(this.m_clientId);
+            this.#setup.listener.began(this.#clientId);
         }
-        this.m_setup.listener.status('open', '');
-        this.m_watch.greeted();
-        this.flush();
+        this.#setup.listener.status('open', '');
+        this.#watch.greeted();
+        this.#flush();
     }
 
     /** What was done between two sessions belongs to the first one. */
-    private replaceSession(): void {
-        const before = this.m_session;
-        this.m_session = new Session();
-        this.m_session.attempts = before.attempts;
-        this.m_clientId = this.m_nextId ?? this.m_clientId;
-        this.m_nextId = undefined;
-        if (this.m_established || before.pendingCount > 0) {
-            this.m_setup.listener.over(before.pending, !this.m_isLeft);
+    #replaceSession(): void {
+        const before = this.#session;
+        this.#session = new Session();
+        this.#session.attempts = before.attempts;
+        this.#clientId = this.#nextId ?? this.#clientId;
+        this.#nextId = undefined;
+        if (this.#established || before.pendingCount > 0) {
+            this.#setup.listener.over(before.pending, !this.#isLeft);
         }
-        this.m_isLeft = false;
+        this.#isLeft = false;
     }
 
-    private frame(text: string): void {
-        const { confirmed } = this.m_session;
-        const records = this.m_session.receive(text);
+    #frame(text: string): void {
+        const { confirmed } = this.#session;
+        const records = this.#session.receive(text);
         if (records === undefined) {
-            this.sessionLost();
+            this.#sessionLost();
             return;
         }
-        this.m_watch.heard(records.length === 0 && this.m_session.confirmed === confirmed);
-        this.m_retry.reset();
-        this.m_losses = 0;
-        this.deliver(records);
-        this.m_setup.listener.settled();
-        this.acknowledgeSoon();
+        this.#watch.heard(records.length === 0 && this.#session.confirmed === confirmed);
+        this.#retry.reset();
+        this.#losses = 0;
+        this.#deliver(records);
+        this.#setup.listener.settled();
+        this.#acknowledgeSoon();
     }
 
-    private deliver(records: readonly FrameRecord[]): void {
+    #deliver(records: readonly FrameRecord[]): void {
         for (const record of records) {
-            const channel = this.m_channels.read(record.channel);
+            const channel = this.#channels.read(record.channel);
             if (channel !== undefined) {
-                this.m_setup.listener.received(channel, record.text);
+                this.#setup.listener.received(channel, record.text);
             }
         }
     }
@@ -229,64 +232,64 @@ export class Link {
      * The timer is left running when something sent has acknowledged meanwhile: a timer made and
      * cancelled for every click costs as much as the click. It may acknowledge a little early.
      */
-    private acknowledgeSoon(): void {
-        if (this.m_session.unacknowledged >= ACKNOWLEDGE_COUNT) {
-            this.flush();
-        } else if (this.m_session.unacknowledged > 0 && this.m_cancelAcknowledge === undefined) {
-            const { clock } = this.m_setup;
-            this.m_cancelAcknowledge = clock.after(ACKNOWLEDGE_AFTER, () => {
-                this.m_cancelAcknowledge = undefined;
-                this.flush();
+    #acknowledgeSoon(): void {
+        if (this.#session.unacknowledged >= ACKNOWLEDGE_COUNT) {
+            this.#flush();
+        } else if (this.#session.unacknowledged > 0 && this.#cancelAcknowledge === undefined) {
+            const { clock } = this.#setup;
+            this.#cancelAcknowledge = clock.after(ACKNOWLEDGE_AFTER, () => {
+                this.#cancelAcknowledge = undefined;
+                this.#flush();
             });
         }
     }
 
-    private sendFrames(take: () => readonly string[]): void {
-        this.m_setup.listener.aboutToSend?.();
-        take().forEach((frame) => this.m_socket?.send(frame));
+    #sendFrames(take: () => readonly string[]): void {
+        this.#setup.listener.aboutToSend?.();
+        take().forEach((frame) => this.#socket?.send(frame));
     }
 
-    private flush(): void {
-        this.m_flushQueued = false;
-        if (!this.m_greeted) {
+    #flush(): void {
+        this.#flushQueued = false;
+        if (!this.#greeted) {
             return;
         }
-        this.sendFrames(() => this.m_session.takeFrames());
-        this.m_watch.sent();
+        this.#sendFrames(() => this.#session.takeFrames());
+        this.#watch.sent();
     }
 
-    private closed(code: number, reason: string): void {
-        const isRefused = code === CloseCode.abnormal && !this.m_greeted;
-        this.dropConnection();
+    #closed(code: number, reason: string): void {
+        const isRefused = code === CloseCode.abnormal && !this.#greeted;
+        this.#dropConnection();
         const gaveUp = GAVE_UP.get(code);
         if (gaveUp !== undefined) {
-            this.m_gaveUp = true;
-            this.m_setup.listener.status(gaveUp, reason);
+            this.#gaveUp = true;
+            this.#setup.listener.status(gaveUp, reason);
         } else if (SESSION_OVER.has(code)) {
-            this.sessionLost();
+            this.#sessionLost();
         } else if (isRefused) {
-            this.m_retry.later();
-            void this.m_retry.findOutWhy();
+            this.#retry.later();
+            void this.#retry.findOutWhy();
         } else {
-            this.tryAgain(code === CloseCode.programEnded ? 'ended' : 'lost', reason);
+            this.#tryAgain(code === CloseCode.programEnded ? 'ended' : 'lost', reason);
         }
     }
 
-    private tryAgain(status: LinkStatus, reason: string): void {
-        this.dropConnection();
-        this.m_setup.listener.status(status, reason);
-        this.m_retry.later();
+    #tryAgain(status: LinkStatus, reason: string): void {
+        this.#dropConnection();
+        this.#setup.listener.status(status, reason);
+        this.#retry.later();
     }
 
     /** The first time at once; a gateway that goes on refusing is not asked in a tight loop. */
-    private sessionLost(): void {
-        this.dropConnection();
-        this.m_nextId = this.m_setup.makeClientId();
-        this.m_losses += 1;
-        if (this.m_losses === 1) {
-            this.open();
+    #sessionLost(): void {
+        this.#dropConnection();
+        this.#nextId = this.#setup.makeClientId();
+        this.#losses += 1;
+        if (this.#losses === 1) {
+            this.#open();
         } else {
-            this.tryAgain('lost', '');
+            this.#tryAgain('lost', '');
         }
     }
 }

@@ -20,59 +20,59 @@ export interface RetrySetup {
 
 /** When the next attempt to connect is made, and why the last one came to nothing. */
 export class Retry {
-    private readonly m_setup: RetrySetup;
-    private m_failures = 0;
-    private m_asking = false;
-    private m_cancel: (() => void) | undefined;
+    readonly #setup: RetrySetup;
+    #failures = 0;
+    #asking = false;
+    #cancel: (() => void) | undefined;
 
     constructor(setup: RetrySetup) {
-        this.m_setup = setup;
+        this.#setup = setup;
     }
 
     get isWaiting(): boolean {
-        return this.m_cancel !== undefined;
+        return this.#cancel !== undefined;
     }
 
     later(): void {
-        this.wait(Math.min(LAST_WAIT, FIRST_WAIT * 2 ** this.m_failures));
-        this.m_failures += 1;
+        this.#wait(Math.min(LAST_WAIT, FIRST_WAIT * 2 ** this.#failures));
+        this.#failures += 1;
     }
 
     cancel(): void {
-        this.m_cancel?.();
-        this.m_cancel = undefined;
+        this.#cancel?.();
+        this.#cancel = undefined;
     }
 
     /** All is well: the next failure is a first one. */
     reset(): void {
-        this.m_failures = 0;
+        this.#failures = 0;
     }
 
     /** A socket does not say why it was refused: that is asked by other means. */
     async findOutWhy(): Promise<void> {
-        if (this.m_asking) {
+        if (this.#asking) {
             return;
         }
-        this.m_asking = true;
-        const answer = await this.m_setup.askWhy(this.m_setup.query());
-        this.m_asking = false;
+        this.#asking = true;
+        const answer = await this.#setup.askWhy(this.#setup.query());
+        this.#asking = false;
         // Had the program come back only now, a single attempt that fails would not say much.
-        const isYoung = answer?.why === 'blocked' && this.m_failures < FAILURES_BEFORE_DOUBT;
+        const isYoung = answer?.why === 'blocked' && this.#failures < FAILURES_BEFORE_DOUBT;
         if (isYoung) {
             return;
         }
         const status = answer?.why ?? 'lost';
-        this.m_setup.told(status, answer?.reason ?? '');
+        this.#setup.told(status, answer?.reason ?? '');
         if (LASTING.has(status) && this.isWaiting) {
-            this.wait(REFUSED_WAIT);
+            this.#wait(REFUSED_WAIT);
         }
     }
 
-    private wait(milliseconds: number): void {
+    #wait(milliseconds: number): void {
         this.cancel();
-        this.m_cancel = this.m_setup.clock.after(milliseconds, () => {
-            this.m_cancel = undefined;
-            this.m_setup.open();
+        this.#cancel = this.#setup.clock.after(milliseconds, () => {
+            this.#cancel = undefined;
+            this.#setup.open();
         });
     }
 }

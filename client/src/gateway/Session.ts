@@ -23,13 +23,13 @@ const ATTEMPTS_UNKNOWN = 1_000_000;
 export class Session {
     /** How many connections were begun, so that the gateway knows a late one from the last. */
     attempts = 0;
-    private m_pending: FrameRecord[] = [];
-    private m_firstPending = 1;
-    private m_nextToSend = 1;
-    private m_received = 0;
-    private m_acknowledged = 0;
-    private m_pendingCharacters = 0;
-    private m_known = 0;
+    #pending: FrameRecord[] = [];
+    #firstPending = 1;
+    #nextToSend = 1;
+    #received = 0;
+    #acknowledged = 0;
+    #pendingCharacters = 0;
+    #known = 0;
 
     static restore(stored: unknown): Session | undefined {
         if (!isObject(stored) || !Array.isArray(stored['pending'])) {
@@ -46,69 +46,69 @@ export class Session {
         }
         const session = new Session();
         session.attempts = (asCount(stored['attempts']) ?? 0) + ATTEMPTS_UNKNOWN;
-        session.m_received = received;
-        session.m_firstPending = firstPending;
+        session.#received = received;
+        session.#firstPending = firstPending;
         pending.forEach((record) => session.push(record.channel, record.text));
         return session;
     }
 
     store(): StoredSession {
         return {
-            received: this.m_received,
+            received: this.#received,
             attempts: this.attempts,
-            firstPending: this.m_firstPending,
-            pending: this.m_pending,
+            firstPending: this.#firstPending,
+            pending: this.#pending,
         };
     }
 
     /** What the gateway has not acknowledged. */
     get pending(): readonly FrameRecord[] {
-        return this.m_pending;
+        return this.#pending;
     }
 
     /** The number of the last record that the gateway has acknowledged. */
     get confirmed(): number {
-        return this.m_firstPending - 1;
+        return this.#firstPending - 1;
     }
 
     /** Forgets what is not acknowledged; the session is of no use then. */
     takePending(): readonly FrameRecord[] {
-        this.m_pendingCharacters = 0;
-        return this.m_pending.splice(0);
+        this.#pendingCharacters = 0;
+        return this.#pending.splice(0);
     }
 
     get received(): number {
-        return this.m_received;
+        return this.#received;
     }
 
     /** Up to which record the program knew the page's when it said what came last. */
     get known(): number {
-        return this.m_known;
+        return this.#known;
     }
 
     get pendingCount(): number {
-        return this.m_pending.length;
+        return this.#pending.length;
     }
 
     get pendingCharacters(): number {
-        return this.m_pendingCharacters;
+        return this.#pendingCharacters;
     }
 
     /** How many records came since the last acknowledgement left. */
     get unacknowledged(): number {
-        return this.m_received - this.m_acknowledged;
+        return this.#received - this.#acknowledged;
     }
 
     /** The number of the first record that was sent and not acknowledged; undefined: none was. */
     get firstAwaited(): number | undefined {
-        return this.m_nextToSend > this.m_firstPending ? this.m_firstPending : undefined;
+        return this.#nextToSend > this.#firstPending ? this.#firstPending : undefined;
     }
 
     /** Answers the number of the record. */
     push(channel: string, text: string): number {
-        this.m_pending.push({ channel, text });
-        this.m_pendingCharacters += text.length;
-        return this.m_firstPending + this.m_pending.length - 1;
+        this.#pending.push({ channel, text });
+        this.#pendingCharacters += text.length;
+        return this.#firstPending + this.#pending.length - 1;
     }
 
     /**
@@ -116,28 +116,28 @@ export class Session {
      * False when the two ends do not fit together: the session is of no use any more.
      */
     resume(handled: number): boolean {
-        if (!this.drop(handled)) {
+        if (!this.#drop(handled)) {
             return false;
         }
-        this.m_nextToSend = this.m_firstPending;
+        this.#nextToSend = this.#firstPending;
         return true;
     }
 
     /** Everything not yet sent on this connection, and the acknowledgement that is due. */
     takeFrames(): string[] {
         const frames: string[] = [];
-        while (this.m_nextToSend < this.m_firstPending + this.m_pending.length) {
-            frames.push(this.frameOf(this.takeRecords()));
+        while (this.#nextToSend < this.#firstPending + this.#pending.length) {
+            frames.push(this.#frameOf(this.#takeRecords()));
         }
         if (frames.length === 0 && this.unacknowledged > 0) {
-            frames.push(this.frameOf([]));
+            frames.push(this.#frameOf([]));
         }
         return frames;
     }
 
     /** A frame that says nothing; whoever gets it answers. */
     question(): string {
-        return this.frameOf([]);
+        return this.#frameOf([]);
     }
 
     /**
@@ -148,53 +148,53 @@ export class Session {
         const frame = decodeFrame(text);
         if (
             frame === undefined ||
-            frame.sequence > this.m_received + 1 ||
-            frame.acknowledged >= this.m_nextToSend ||
-            !this.drop(Math.max(frame.acknowledged, this.m_firstPending - 1))
+            frame.sequence > this.#received + 1 ||
+            frame.acknowledged >= this.#nextToSend ||
+            !this.#drop(Math.max(frame.acknowledged, this.#firstPending - 1))
         ) {
             return undefined;
         }
-        const old = this.m_received + 1 - frame.sequence;
+        const old = this.#received + 1 - frame.sequence;
         const fresh = old === 0 ? frame.records : frame.records.slice(old);
-        this.m_received += fresh.length;
-        this.m_known = frame.acknowledged;
+        this.#received += fresh.length;
+        this.#known = frame.acknowledged;
         return fresh;
     }
 
-    private drop(handled: number): boolean {
-        const count = handled - this.m_firstPending + 1;
+    #drop(handled: number): boolean {
+        const count = handled - this.#firstPending + 1;
         if (count === 0) {
             return true;
         }
-        if (count < 0 || count > this.m_pending.length) {
+        if (count < 0 || count > this.#pending.length) {
             return false;
         }
-        for (const record of this.m_pending.splice(0, count)) {
-            this.m_pendingCharacters -= record.text.length;
+        for (const record of this.#pending.splice(0, count)) {
+            this.#pendingCharacters -= record.text.length;
         }
-        this.m_firstPending += count;
+        this.#firstPending += count;
         return true;
     }
 
-    private takeRecords(): FrameRecord[] {
-        const start = this.m_nextToSend - this.m_firstPending;
+    #takeRecords(): FrameRecord[] {
+        const start = this.#nextToSend - this.#firstPending;
         let end = start;
         let characters = 0;
         do {
-            characters += this.m_pending[end]?.text.length ?? 0;
+            characters += this.#pending[end]?.text.length ?? 0;
             end += 1;
         } while (
-            end < this.m_pending.length &&
-            characters + (this.m_pending[end]?.text.length ?? 0) <= FRAME_CHARACTERS
+            end < this.#pending.length &&
+            characters + (this.#pending[end]?.text.length ?? 0) <= FRAME_CHARACTERS
         );
-        return this.m_pending.slice(start, end);
+        return this.#pending.slice(start, end);
     }
 
-    private frameOf(records: FrameRecord[]): string {
-        const sequence = this.m_nextToSend;
-        this.m_nextToSend += records.length;
-        this.m_acknowledged = this.m_received;
-        return encodeFrame({ sequence, acknowledged: this.m_received, records });
+    #frameOf(records: FrameRecord[]): string {
+        const sequence = this.#nextToSend;
+        this.#nextToSend += records.length;
+        this.#acknowledged = this.#received;
+        return encodeFrame({ sequence, acknowledged: this.#received, records });
     }
 }
 

@@ -37,153 +37,153 @@ export interface Watched {
  * because a timer made and cancelled for every click costs as much as the click.
  */
 export class Watch {
-    private readonly m_clock: Clock;
-    private readonly m_watched: Watched;
-    private m_awaited: number | undefined;
-    private m_since = 0;
-    private m_heardAt = 0;
-    private m_askedAt: number | undefined;
-    private m_mustAnswerBy = 0;
+    readonly #clock: Clock;
+    readonly #watched: Watched;
+    #awaited: number | undefined;
+    #since = 0;
+    #heardAt = 0;
+    #askedAt: number | undefined;
+    #mustAnswerBy = 0;
     /** Old gateways answer no question: their silence means nothing. */
-    private m_isAnswered = false;
-    private m_isAnsweredHere = false;
-    private m_isSlow = false;
-    private m_fruitless = 0;
-    private m_cancelAction: (() => void) | undefined;
-    private m_cancelSilence: (() => void) | undefined;
+    #isAnswered = false;
+    #isAnsweredHere = false;
+    #isSlow = false;
+    #fruitless = 0;
+    #cancelAction: (() => void) | undefined;
+    #cancelSilence: (() => void) | undefined;
 
     constructor(clock: Clock, watched: Watched) {
-        this.m_clock = clock;
-        this.m_watched = watched;
+        this.#clock = clock;
+        this.#watched = watched;
     }
 
     /** A connection is being opened: its greeting is awaited. */
     begin(): void {
-        this.m_isAnsweredHere = false;
-        this.m_heardAt = this.m_clock.now();
-        this.m_fruitless += 1;
+        this.#isAnsweredHere = false;
+        this.#heardAt = this.#clock.now();
+        this.#fruitless += 1;
         this.sent();
     }
 
     /** The greeting has come. Whether questions are answered is found out at once. */
     greeted(): void {
-        this.heardSomething();
-        this.ask();
-        this.lookLater();
+        this.#heardSomething();
+        this.#ask();
+        this.#lookLater();
     }
 
     /** A frame has come, which says something or is nothing but an answer. */
     heard(isAnswer: boolean): void {
-        this.m_fruitless = 0;
-        if (isAnswer && this.m_askedAt !== undefined) {
-            this.m_isAnswered = true;
-            this.m_isAnsweredHere = true;
+        this.#fruitless = 0;
+        if (isAnswer && this.#askedAt !== undefined) {
+            this.#isAnswered = true;
+            this.#isAnsweredHere = true;
         }
-        this.heardSomething();
+        this.#heardSomething();
     }
 
     /** Something was sent that asks for an answer. */
     sent(): void {
-        if (this.m_awaited === undefined) {
-            this.m_awaited = this.m_watched.awaited();
-            this.m_since = this.m_clock.now();
+        if (this.#awaited === undefined) {
+            this.#awaited = this.#watched.awaited();
+            this.#since = this.#clock.now();
         }
-        if (this.m_awaited !== undefined && this.m_cancelAction === undefined) {
-            this.m_cancelAction = this.after(SLOW, (late) => this.lookAtAction(late));
+        if (this.#awaited !== undefined && this.#cancelAction === undefined) {
+            this.#cancelAction = this.#after(SLOW, (late) => this.#lookAtAction(late));
         }
     }
 
     /** There is a reason to doubt: an answer is wanted as soon as after an action. */
     doubt(): void {
-        const by = this.m_clock.now() + PATIENCE;
-        if (this.m_isAnswered && (this.m_askedAt === undefined || by < this.m_mustAnswerBy)) {
-            this.ask();
-            this.m_mustAnswerBy = by;
-            this.m_cancelSilence?.();
-            this.m_cancelSilence = this.after(PATIENCE, (late) => this.lookAtSilence(late));
+        const by = this.#clock.now() + PATIENCE;
+        if (this.#isAnswered && (this.#askedAt === undefined || by < this.#mustAnswerBy)) {
+            this.#ask();
+            this.#mustAnswerBy = by;
+            this.#cancelSilence?.();
+            this.#cancelSilence = this.#after(PATIENCE, (late) => this.#lookAtSilence(late));
         }
     }
 
     end(): void {
-        this.m_cancelAction?.();
-        this.m_cancelAction = undefined;
-        this.m_cancelSilence?.();
-        this.m_cancelSilence = undefined;
-        this.m_awaited = undefined;
-        this.m_askedAt = undefined;
-        this.m_isSlow = false;
+        this.#cancelAction?.();
+        this.#cancelAction = undefined;
+        this.#cancelSilence?.();
+        this.#cancelSilence = undefined;
+        this.#awaited = undefined;
+        this.#askedAt = undefined;
+        this.#isSlow = false;
     }
 
-    private heardSomething(): void {
-        this.m_heardAt = this.m_clock.now();
-        this.m_askedAt = undefined;
-        const awaited = this.m_watched.awaited();
-        if (awaited !== this.m_awaited) {
-            this.m_awaited = awaited;
-            this.m_since = this.m_heardAt;
-            this.setSlow(false);
+    #heardSomething(): void {
+        this.#heardAt = this.#clock.now();
+        this.#askedAt = undefined;
+        const awaited = this.#watched.awaited();
+        if (awaited !== this.#awaited) {
+            this.#awaited = awaited;
+            this.#since = this.#heardAt;
+            this.#setSlow(false);
         }
     }
 
-    private setSlow(slow: boolean): void {
-        if (slow !== this.m_isSlow) {
-            this.m_isSlow = slow;
-            this.m_watched.slow(slow);
+    #setSlow(slow: boolean): void {
+        if (slow !== this.#isSlow) {
+            this.#isSlow = slow;
+            this.#watched.slow(slow);
         }
     }
 
-    private ask(): void {
-        const now = this.m_clock.now();
-        this.m_askedAt ??= now;
-        this.m_mustAnswerBy = Math.max(this.m_heardAt + SILENCE, now + PATIENCE);
-        this.m_watched.ask();
+    #ask(): void {
+        const now = this.#clock.now();
+        this.#askedAt ??= now;
+        this.#mustAnswerBy = Math.max(this.#heardAt + SILENCE, now + PATIENCE);
+        this.#watched.ask();
     }
 
-    private get patience(): number {
-        const factor = Math.min(MOST_PATIENCE, 2 ** Math.max(0, this.m_fruitless - 1));
-        const away = this.m_watched.charactersAway() / CHARACTERS_PER_MILLISECOND;
+    get #patience(): number {
+        const factor = Math.min(MOST_PATIENCE, 2 ** Math.max(0, this.#fruitless - 1));
+        const away = this.#watched.charactersAway() / CHARACTERS_PER_MILLISECOND;
         return PATIENCE * factor + away;
     }
 
-    private lookAtAction(late: boolean): void {
-        this.m_cancelAction = undefined;
-        if (this.m_awaited === undefined) {
+    #lookAtAction(late: boolean): void {
+        this.#cancelAction = undefined;
+        if (this.#awaited === undefined) {
             return;
         }
-        const waited = this.m_clock.now() - this.m_since;
-        if (waited >= this.patience && !late) {
-            this.m_watched.hangs();
+        const waited = this.#clock.now() - this.#since;
+        if (waited >= this.#patience && !late) {
+            this.#watched.hangs();
             return;
         }
-        this.setSlow(waited >= SLOW);
-        const rest = this.m_isSlow ? this.patience - waited : SLOW - waited;
+        this.#setSlow(waited >= SLOW);
+        const rest = this.#isSlow ? this.#patience - waited : SLOW - waited;
         const next = late ? WAKING : rest;
-        this.m_cancelAction = this.after(next, (again) => this.lookAtAction(again && !late));
+        this.#cancelAction = this.#after(next, (again) => this.#lookAtAction(again && !late));
     }
 
-    private lookLater(): void {
-        this.m_cancelSilence ??= this.after(QUIET, (late) => this.lookAtSilence(late));
+    #lookLater(): void {
+        this.#cancelSilence ??= this.#after(QUIET, (late) => this.#lookAtSilence(late));
     }
 
-    private lookAtSilence(late: boolean): void {
-        this.m_cancelSilence = undefined;
-        const now = this.m_clock.now();
-        if (this.m_askedAt === undefined ? now - this.m_heardAt >= QUIET : !this.m_isAnswered) {
-            this.ask();
-        } else if (this.m_askedAt !== undefined && now >= this.m_mustAnswerBy && !late) {
-            this.m_isAnswered = this.m_isAnsweredHere;
-            this.m_watched.hangs();
+    #lookAtSilence(late: boolean): void {
+        this.#cancelSilence = undefined;
+        const now = this.#clock.now();
+        if (this.#askedAt === undefined ? now - this.#heardAt >= QUIET : !this.#isAnswered) {
+            this.#ask();
+        } else if (this.#askedAt !== undefined && now >= this.#mustAnswerBy && !late) {
+            this.#isAnswered = this.#isAnsweredHere;
+            this.#watched.hangs();
             return;
         }
-        const due = this.m_askedAt === undefined ? this.m_heardAt + QUIET : this.m_mustAnswerBy;
-        const wait = late ? WAKING : this.m_isAnswered ? due - now : QUIET;
-        this.m_cancelSilence = this.after(wait, (again) => this.lookAtSilence(again && !late));
+        const due = this.#askedAt === undefined ? this.#heardAt + QUIET : this.#mustAnswerBy;
+        const wait = late ? WAKING : this.#isAnswered ? due - now : QUIET;
+        this.#cancelSilence = this.#after(wait, (again) => this.#lookAtSilence(again && !late));
     }
 
     /** Calls later, and says whether that was much later than asked for. */
-    private after(milliseconds: number, call: (late: boolean) => void): () => void {
+    #after(milliseconds: number, call: (late: boolean) => void): () => void {
         const wait = Math.max(1, Math.ceil(milliseconds));
-        const due = this.m_clock.now() + wait;
-        return this.m_clock.after(wait, () => call(this.m_clock.now() - due > ASLEEP));
+        const due = this.#clock.now() + wait;
+        return this.#clock.after(wait, () => call(this.#clock.now() - due > ASLEEP));
     }
 }

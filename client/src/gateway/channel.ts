@@ -44,14 +44,14 @@ export function parseChannel(name: string): Channel | undefined {
 
 /** Most records are for the channel of the one before, which is then not read again. */
 export class ChannelReader {
-    private m_name = '';
-    private m_channel: Channel | undefined;
+    #name = '';
+    #channel: Channel | undefined;
 
     read(name: string): Channel | undefined {
-        if (name !== this.m_name) {
-            this.m_name = name;
-            this.m_channel = parseChannel(name);
+        if (name !== this.#name) {
+            this.#name = name;
+            this.#channel = parseChannel(name);
         }
-        return this.m_channel;
+        return this.#channel;
     }
 }

@@ -7,68 +7,68 @@ const NAME = 'losses';
 
 /** What was lost in this tab and not put away yet, over reloads and over any number of losses. */
 export class LossList {
-    private readonly m_storage: TabStorage | undefined;
-    private m_losses: readonly Loss[];
-    private m_isKept = true;
+    readonly #storage: TabStorage | undefined;
+    #losses: readonly Loss[];
+    #isKept = true;
 
     constructor(storage: TabStorage | undefined) {
-        this.m_storage = storage;
-        this.m_losses = asLosses(this.read());
+        this.#storage = storage;
+        this.#losses = asLosses(this.#read());
     }
 
     get losses(): readonly Loss[] {
-        return this.m_losses;
+        return this.#losses;
     }
 
     /** Whether a reload finds all of it again: a tab may keep only so much. */
     get isKept(): boolean {
-        return this.m_isKept;
+        return this.#isKept;
     }
 
     /** The latest stand last; the same value of the same field stands there once. */
     add(losses: readonly Loss[]): void {
         const isNew = (old: Loss): boolean => !losses.some((loss) => isSame(loss, old));
-        this.set([...this.m_losses.filter(isNew), ...losses]);
+        this.#set([...this.#losses.filter(isNew), ...losses]);
     }
 
     /** The program shows these after all. */
     remove(gone: (loss: Loss) => boolean): void {
-        const left = this.m_losses.filter((loss) => !gone(loss));
-        if (left.length < this.m_losses.length) {
-            this.set(left);
+        const left = this.#losses.filter((loss) => !gone(loss));
+        if (left.length < this.#losses.length) {
+            this.#set(left);
         }
     }
 
     putBack(loss: Loss): void {
         const isBack = { ...loss, isBack: true };
-        this.set(this.m_losses.map((other) => (other === loss ? isBack : other)));
+        this.#set(this.#losses.map((other) => (other === loss ? isBack : other)));
     }
 
     clear(): void {
-        this.set([]);
+        this.#set([]);
     }
 
-    private set(losses: readonly Loss[]): void {
-        this.m_losses = losses;
-        this.m_isKept = this.write();
+    #set(losses: readonly Loss[]): void {
+        this.#losses = losses;
+        this.#isKept = this.#write();
     }
 
-    private read(): unknown {
+    #read(): unknown {
         try {
-            return parseJson(this.m_storage?.getItem(NAME) ?? '');
+            return parseJson(this.#storage?.getItem(NAME) ?? '');
         } catch {
             return undefined;
         }
     }
 
-    private write(): boolean {
+    #write(): boolean {
         try {
-            if (this.m_losses.length === 0) {
-                this.m_storage?.removeItem(NAME);
+            if (this.#losses.length === 0) {
+                this.#storage?.removeItem(NAME);
             } else {
-                this.m_storage?.setItem(NAME, JSON.stringify(this.m_losses));
+                this.#storage?.setItem(NAME, JSON.stringify(this.#losses));
             }
-            return this.m_storage !== undefined || this.m_losses.length === 0;
+            return this.#storage !== undefined || this.#losses.length === 0;
         } catch {
             return false;
         }

@@ -6,45 +6,47 @@ import { lossView } from './lossView.ts';
 /** Shows what was lost until the person has put it away. */
 export class LossPanel {
     readonly element = document.createElement('section');
-    private readonly m_losses: Losses;
-    private readonly m_placed: () => void;
-    private m_notice = '';
+    readonly #losses: Losses;
+    readonly #placed: () => void;
+    #notice = '';
 
     /** `placed` is called when the panel has another size. */
     constructor(losses: Losses, placed: () => void) {
-        this.m_losses = losses;
-        this.m_placed = placed;
+        this.#losses = losses;
+        this.#placed = placed;
         this.element.className = 'losses';
         this.element.setAttribute('aria-labelledby', 'losses-title');
         this.element.addEventListener('toggle', placed, true);
     }
 
     show(): void {
-        const { losses, isKept } = this.m_losses.list;
+        const { losses, isKept } = this.#losses.list;
         this.element.hidden = losses.length === 0;
-        const view = lossView(losses, isKept, this.m_notice, {
-            copy: (which) => void this.copy(which),
-            putBack: (loss) => this.putBack(loss),
-            hasTarget: (loss) => this.m_losses.target(loss) !== undefined,
-            dismiss: () => this.m_losses.clear(),
+        const view = lossView(losses, isKept, this.#notice, {
+            copy: (which) => void this.#copy(which),
+            putBack: (loss) => this.#putBack(loss),
+            hasTarget: (loss) => this.#losses.target(loss) !== undefined,
+            dismiss: () => this.#losses.clear(),
         });
         render(losses.length === 0 ? nothing : view, this.element);
-        this.m_placed();
+        this.#placed();
     }
 
-    private putBack(loss: Loss): void {
-        const isDone = this.m_losses.putBack(loss);
-        this.say(isDone ? '' : 'This field cannot be used now: bring it to the front first.');
+    #putBack(loss: Loss): void {
+        const isDone = this.#losses.putBack(loss);
+        this.#say(isDone ? '' : 'This field cannot be used now: bring it to the front first.');
     }
 
-    private async copy(which: readonly Loss[]): Promise<void> {
+    async #copy(which: readonly Loss[]): Promise<void> {
         const [only] = which;
         const text = which.length === 1 && only ? only.value : asPlainText(which);
-        this.say((await copyText(text, this.element)) ? 'Copied.' : 'Copying is not allowed here.');
+        this.#say(
+            (await copyText(text, this.element)) ? 'Copied.' : 'Copying is not allowed here.',
+        );
     }
 
-    private say(notice: string): void {
-        this.m_notice = notice;
+    #say(notice: string): void {
+        this.#notice = notice;
         this.show();
     }
 }

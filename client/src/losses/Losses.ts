@@ -3,10 +3,10 @@ import type { Clock } from '../gateway/transport.ts';
 import { asId, asText, isObject } from '../protocol/guards.ts';
 import { Kind } from '../protocol/names.ts';
 import type { ObjectStore } from '../store/ObjectStore.ts';
-import { subtree, type StoredObject } from '../store/StoredObject.ts';
+import { type StoredObject, subtree } from '../store/StoredObject.ts';
 import type { TabStorage } from '../store/TabStorage.ts';
-import { actionsIn, isGiven, readAction, type Action } from './action.ts';
-import { bestMatch, fieldOf, mayBe, type Field } from './field.ts';
+import { type Action, actionsIn, isGiven, readAction } from './action.ts';
+import { bestMatch, type Field, fieldOf, mayBe } from './field.ts';
 import type { Loss } from './Loss.ts';
 import { LossList } from './LossList.ts';
 import { isUsable, putInto, shows } from './putBack.ts';
@@ -31,27 +31,27 @@ export interface LossesSetup {
  * records that nobody confirmed, and values that the program had and does not show any more.
  */
 export class Losses {
-    private readonly m_setup: LossesSetup;
-    private readonly m_list: LossList;
-    private readonly m_given = new Map<number, Action>();
+    readonly #setup: LossesSetup;
+    readonly #list: LossList;
+    readonly #given = new Map<number, Action>();
     /** What the program had; whether it still shows that is seen when its windows are there. */
-    private m_doubtful: readonly Loss[] = [];
-    private m_cancel: (() => void) | undefined;
+    #doubtful: readonly Loss[] = [];
+    #cancel: (() => void) | undefined;
 
     constructor(setup: LossesSetup) {
-        this.m_setup = setup;
-        this.m_list = new LossList(setup.storage);
+        this.#setup = setup;
+        this.#list = new LossList(setup.storage);
     }
 
     get list(): LossList {
-        return this.m_list;
+        return this.#list;
     }
 
     /** The person has done something to the object, and this tells the program. */
     sent(object: StoredObject, text: string): void {
         const action = giving.has(object.type) ? readAction(text) : undefined;
         if (action !== undefined && isGiven(action)) {
-            this.m_given.set(action.id, action);
+            this.#given.set(action.id, action);
         }
     }
 
@@ -61,64 +61,64 @@ export class Losses {
      */
     over(records: readonly FrameRecord[], brokeOff: boolean): boolean {
         const isTold = new Set(this.unconfirmed(records).map((action) => action.id));
-        const given = brokeOff ? [...this.m_given.values()] : [];
+        const given = brokeOff ? [...this.#given.values()] : [];
         const had = given.filter((action) => {
-            const object = this.m_setup.store.get(action.id);
+            const object = this.#setup.store.get(action.id);
             return !isTold.has(action.id) && object !== undefined && shows(object, action);
         });
-        const doubtful = had.map((action) => this.lossOf(action, true));
-        this.m_doubtful = [...this.m_doubtful, ...doubtful];
-        this.m_given.clear();
-        this.m_cancel?.();
-        this.m_cancel = this.m_setup.clock.after(WINDOWS_OPEN_WITHIN, () => this.decide());
-        return isTold.size > 0 || this.m_doubtful.length > 0;
+        const doubtful = had.map((action) => this.#lossOf(action, true));
+        this.#doubtful = [...this.#doubtful, ...doubtful];
+        this.#given.clear();
+        this.#cancel?.();
+        this.#cancel = this.#setup.clock.after(WINDOWS_OPEN_WITHIN, () => this.#decide());
+        return isTold.size > 0 || this.#doubtful.length > 0;
     }
 
     /** Puts on the list what a person did, of records that nobody has confirmed. */
     unconfirmed(records: readonly FrameRecord[]): readonly Action[] {
-        const composed = this.composed();
+        const composed = this.#composed();
         const sent = actionsIn(records).filter(({ id }) => !composed.some((of) => of.id === id));
         const actions = [...sent, ...composed];
         if (actions.length > 0) {
-            this.m_list.add(actions.map((action) => this.lossOf(action, false)));
-            this.m_setup.changed();
+            this.#list.add(actions.map((action) => this.#lossOf(action, false)));
+            this.#setup.changed();
         }
         return actions;
     }
 
     /** The windows of the new session are there, or some of them. */
     windowsShown(): void {
-        if (this.m_doubtful.length > 0 && this.m_setup.store.windows.size > 0) {
-            this.decide();
+        if (this.#doubtful.length > 0 && this.#setup.store.windows.size > 0) {
+            this.#decide();
         }
     }
 
     /** The object that a loss can be put back into, if the page has exactly one. */
     target(loss: Loss): StoredObject | undefined {
-        return bestMatch(loss.field, this.candidates(loss.field));
+        return bestMatch(loss.field, this.#candidates(loss.field));
     }
 
     /** Does with the field what the person did. False when it cannot be used at the moment. */
     putBack(loss: Loss): boolean {
         const object = this.target(loss);
-        const control = object && this.m_setup.control(object.id);
+        const control = object && this.#setup.control(object.id);
         if (object === undefined || control === undefined || !isUsable(control)) {
             return false;
         }
         putInto(control, loss);
-        this.m_list.putBack(loss);
-        this.m_setup.changed();
+        this.#list.putBack(loss);
+        this.#setup.changed();
         return true;
     }
 
     clear(): void {
-        this.m_list.clear();
-        this.m_setup.changed();
+        this.#list.clear();
+        this.#setup.changed();
     }
 
     /** What was given is known over a reload. */
     store(): unknown {
-        return [...this.m_given.values()];
+        return [...this.#given.values()];
     }
 
     restore(stored: unknown): void {
@@ -126,49 +126,49 @@ export class Losses {
             const id = isObject(value) ? asId(value['id']) : undefined;
             const text = isObject(value) ? asText(value['value']) : undefined;
             if (id !== undefined && text !== undefined) {
-                this.m_given.set(id, { ...(value as Action), id, value: text });
+                this.#given.set(id, { ...(value as Action), id, value: text });
             }
         }
     }
 
-    private decide(): void {
-        this.m_cancel?.();
-        this.m_cancel = undefined;
-        const lost = this.m_doubtful.filter((loss) => {
+    #decide(): void {
+        this.#cancel?.();
+        this.#cancel = undefined;
+        const lost = this.#doubtful.filter((loss) => {
             const object = this.target(loss);
             return object === undefined || !shows(object, loss);
         });
-        this.m_doubtful = [];
+        this.#doubtful = [];
         if (lost.length > 0) {
-            this.m_list.add(lost);
-            this.m_setup.changed();
+            this.#list.add(lost);
+            this.#setup.changed();
         }
     }
 
-    private lossOf(action: Action, confirmed: boolean): Loss {
+    #lossOf(action: Action, confirmed: boolean): Loss {
         const { what, value, times } = action;
-        const object = this.m_setup.store.get(action.id);
+        const object = this.#setup.store.get(action.id);
         const field: Field = object
-            ? fieldOf(object, this.m_setup.control(object.id))
+            ? fieldOf(object, this.#setup.control(object.id))
             : { window: '', kind: '', name: '', objectName: '', path: '?' };
         return { field, what, value, times, confirmed, isBack: false };
     }
 
     /** What stands in the field with the caret and was not sent, since it is being composed. */
-    private composed(): readonly Action[] {
+    #composed(): readonly Action[] {
         const active = document.activeElement;
         const id = asId(active?.closest<HTMLElement>('[data-id]')?.dataset['id']);
-        const object = this.m_setup.store.get(id ?? 0);
+        const object = this.#setup.store.get(id ?? 0);
         const isText = object?.type === Kind.edit && active instanceof HTMLInputElement;
         return isText && active.value !== (object.values.text ?? '')
             ? [{ id: object.id, what: 'typed', value: active.value, times: 1 }]
             : [];
     }
 
-    private *candidates(field: Field): Generator<readonly [StoredObject, Field]> {
-        for (const window of this.m_setup.store.windows.values()) {
+    *#candidates(field: Field): Generator<readonly [StoredObject, Field]> {
+        for (const window of this.#setup.store.windows.values()) {
             for (const object of subtree(window)) {
-                const control = this.m_setup.control(object.id);
+                const control = this.#setup.control(object.id);
                 if (object.type === field.kind && mayBe(field, object, control)) {
                     yield [object, fieldOf(object, control)];
                 }

@@ -29,15 +29,15 @@ export function lossView(
             <ul>
                 ${losses.map((loss) => entry(loss, actions))}
             </ul>
-            ${isKept
-                ? nothing
-                : html`<p>This list does not outlast a reload of the page: copy what you need.</p>`}
+            ${
+                isKept
+                    ? nothing
+                    : html`<p>This list does not outlast a reload of the page: copy what you need.</p>`
+            }
         </details>
         <p class="losses-notice" aria-live="polite">${notice}</p>
         <div class="losses-buttons">
-            ${texts.length > 1
-                ? button('Copy all', '', () => actions.copy(losses))
-                : nothing}
+            ${texts.length > 1 ? button('Copy all', '', () => actions.copy(losses)) : nothing}
             ${button('Dismiss', 'Puts this list away', actions.dismiss)}
         </div>`;
 }
@@ -52,15 +52,17 @@ function entry(loss: Loss, actions: LossActions): TemplateResult {
     const canPutBack = canBePutBack(loss) && !loss.isBack && actions.hasTarget(loss);
     return html`<li>
         <div>
-            <strong>${name}</strong> ${deed(loss)}${loss.confirmed
-                ? ', received before, not shown any more'
-                : nothing}${loss.isBack ? '; put back' : nothing}
+            <strong>${name}</strong> ${deed(loss)}${
+                loss.confirmed ? ', received before, not shown any more' : nothing
+            }${loss.isBack ? '; put back' : nothing}
         </div>
         ${holdsText(loss) && text !== '' ? html`<pre tabindex="0">${text}</pre>` : nothing}
         <div class="losses-buttons">
-            ${holdsText(loss) && text !== ''
-                ? button('Copy', name, () => actions.copy([loss]))
-                : nothing}
+            ${
+                holdsText(loss) && text !== ''
+                    ? button('Copy', name, () => actions.copy([loss]))
+                    : nothing
+            }
             ${canPutBack ? button('Put back', name, back) : nothing}
         </div>
     </li>`;

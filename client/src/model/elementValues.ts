@@ -2,9 +2,9 @@ import type { JsonObject } from '../protocol/guards.ts';
 import { ElementKey } from '../protocol/names.ts';
 import {
     decoders,
+    type ElementName,
     elementDefaults,
     elementReads,
-    type ElementName,
     type PartialValues,
 } from '../protocol/values.ts';
 

@@ -61,36 +61,36 @@ const LONGER = 8000;
 /** One line that says how the connection is. */
 export class Banner {
     readonly element = document.createElement('div');
-    private readonly m_again: () => void;
-    private readonly m_retry: () => void;
-    private readonly m_shown: () => void;
-    private m_status: LinkStatus = 'open';
-    private m_reason = '';
-    private m_full = false;
-    private m_timer: ReturnType<typeof setTimeout> | undefined;
+    readonly #again: () => void;
+    readonly #retry: () => void;
+    readonly #shown: () => void;
+    #status: LinkStatus = 'open';
+    #reason = '';
+    #full = false;
+    #timer: ReturnType<typeof setTimeout> | undefined;
 
     constructor(again: () => void, retry: () => void, shown: () => void) {
-        this.m_again = again;
-        this.m_retry = retry;
-        this.m_shown = shown;
+        this.#again = again;
+        this.#retry = retry;
+        this.#shown = shown;
         this.element.className = 'banner';
         this.element.setAttribute('role', 'status');
     }
 
     /** `anew`: another session than the one before is open now. */
     status(status: LinkStatus, reason: string, anew: boolean): void {
-        const before = this.m_status;
+        const before = this.#status;
         // A program that has ended refuses all further attempts.
-        this.m_status = status === 'lost' && before === 'ended' ? 'ended' : status;
-        this.m_reason = reason;
+        this.#status = status === 'lost' && before === 'ended' ? 'ended' : status;
+        this.#reason = reason;
         if (status === 'open' && anew) {
-            this.shortly(ANEW, LONGER);
+            this.#shortly(ANEW, LONGER);
         } else if (status === 'open' && before === 'silent') {
-            this.shortly(ANSWERS);
+            this.#shortly(ANSWERS);
         } else if (status === 'open' && !unremarkable.has(before)) {
-            this.shortly(BACK);
+            this.#shortly(BACK);
         } else if (status !== before || status !== 'open') {
-            this.show(this.lasting);
+            this.#show(this.#lasting);
         }
     }
 
@@ -99,36 +99,36 @@ export class Banner {
     }
 
     full(full: boolean): void {
-        this.m_full = full;
-        this.show(this.lasting);
+        this.#full = full;
+        this.#show(this.#lasting);
     }
 
     tooLong(): void {
-        this.shortly(TOO_LONG);
+        this.#shortly(TOO_LONG);
     }
 
-    private get lasting(): Notice | undefined {
-        const notice = this.m_full ? FULL : notices[this.m_status];
-        if (notice === undefined || this.m_reason === '' || !withReasons.has(this.m_status)) {
+    get #lasting(): Notice | undefined {
+        const notice = this.#full ? FULL : notices[this.#status];
+        if (notice === undefined || this.#reason === '' || !withReasons.has(this.#status)) {
             return notice;
         }
-        const reason = this.m_status === 'slow' ? this.m_reason : `(${this.m_reason})`;
+        const reason = this.#status === 'slow' ? this.#reason : `(${this.#reason})`;
         return { ...notice, text: `${notice.text} ${reason}` };
     }
 
-    private shortly(notice: Notice, time = SHORTLY): void {
-        this.show(notice);
-        this.m_timer = setTimeout(() => this.show(this.lasting), time);
+    #shortly(notice: Notice, time = SHORTLY): void {
+        this.#show(notice);
+        this.#timer = setTimeout(() => this.#show(this.#lasting), time);
     }
 
-    private show(notice: Notice | undefined): void {
-        clearTimeout(this.m_timer);
+    #show(notice: Notice | undefined): void {
+        clearTimeout(this.#timer);
         this.element.dataset['tone'] = notice?.tone ?? '';
-        const press = this.m_status === 'barred' ? this.m_retry : this.m_again;
+        const press = this.#status === 'barred' ? this.#retry : this.#again;
         const action = notice?.action
             ? html`<button type="button" class="button" @click=${press}>${notice.action}</button>`
             : nothing;
         render(notice ? html`<span>${notice.text}</span>${action}` : nothing, this.element);
-        this.m_shown();
+        this.#shown();
     }
 }

@@ -12,11 +12,11 @@ type Arrival = readonly [channel: Channel, text: string, known: number];
  * after it waits behind it.
  */
 export class Gate {
-    private readonly m_press: Press;
-    private readonly m_deliver: (...arrival: Arrival) => void;
-    private readonly m_delivered: () => void;
-    private m_held: Arrival[] = [];
-    private m_isComposing = false;
+    readonly #press: Press;
+    readonly #deliver: (...arrival: Arrival) => void;
+    readonly #delivered: () => void;
+    #held: Arrival[] = [];
+    #isComposing = false;
 
     constructor(
         root: HTMLElement,
@@ -24,51 +24,50 @@ export class Gate {
         deliver: (...arrival: Arrival) => void,
         delivered: () => void,
     ) {
-        this.m_press = press;
-        this.m_deliver = deliver;
-        this.m_delivered = delivered;
-        root.addEventListener('compositionstart', () => (this.m_isComposing = true));
-        root.addEventListener('compositionend', () => this.composed());
-        root.addEventListener('focusout', () => this.composed());
+        this.#press = press;
+        this.#deliver = deliver;
+        this.#delivered = delivered;
+        root.addEventListener('compositionstart', () => (this.#isComposing = true));
+        root.addEventListener('compositionend', () => this.#composed());
+        root.addEventListener('focusout', () => this.#composed());
     }
 
     /** Whether the text was taken, to be delivered later. */
     holds(...arrival: Arrival): boolean {
         const [channel, text] = arrival;
-        const isReplacing = this.m_isComposing && replaces(channel, text);
+        const isReplacing = this.#isComposing && replaces(channel, text);
         const isShown = channel.kind !== 'root';
-        const isHeld =
-            isShown && (this.m_held.length > 0 || this.m_press.isDown || isReplacing);
-        if (isHeld && this.m_held.push(arrival) === 1) {
-            this.m_press.whenUp(() => this.letThrough());
+        const isHeld = isShown && (this.#held.length > 0 || this.#press.isDown || isReplacing);
+        if (isHeld && this.#held.push(arrival) === 1) {
+            this.#press.whenUp(() => this.#letThrough());
         }
         return isHeld;
     }
 
     /** Whatever the person is doing. */
     open(): void {
-        const held = this.m_held;
-        this.m_held = [];
+        const held = this.#held;
+        this.#held = [];
         for (const arrival of held) {
-            this.m_deliver(...arrival);
+            this.#deliver(...arrival);
         }
         if (held.length > 0) {
-            this.m_delivered();
+            this.#delivered();
         }
     }
 
     /** What was held belongs to a session that is gone. */
     drop(): void {
-        this.m_held = [];
+        this.#held = [];
     }
 
-    private composed(): void {
-        this.m_isComposing = false;
-        this.m_press.whenUp(() => this.letThrough());
+    #composed(): void {
+        this.#isComposing = false;
+        this.#press.whenUp(() => this.#letThrough());
     }
 
-    private letThrough(): void {
-        if (!this.m_isComposing && !this.m_press.isDown) {
+    #letThrough(): void {
+        if (!this.#isComposing && !this.#press.isDown) {
             this.open();
         }
     }

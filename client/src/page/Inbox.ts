@@ -1,13 +1,13 @@
 import type { Channel } from '../gateway/channel.ts';
 import { ModelFeed } from '../model/ModelFeed.ts';
 import { decodeWindow } from '../protocol/description.ts';
-import { asIntegers, parseJson, type JsonObject } from '../protocol/guards.ts';
+import { asIntegers, type JsonObject, parseJson } from '../protocol/guards.ts';
 import { isPing } from '../protocol/lifecycle.ts';
 import type { MessageBox } from '../protocol/messagebox.ts';
 import { decodeWindowMessage } from '../protocol/windowMessage.ts';
 import type { ObjectStore } from '../store/ObjectStore.ts';
-import { describe } from '../store/snapshot.ts';
 import type { StoredObject } from '../store/StoredObject.ts';
+import { describe } from '../store/snapshot.ts';
 
 export interface InboxListener {
     /** The program asks who is there. */
@@ -22,29 +22,29 @@ export interface InboxListener {
 /** Takes the texts of the program and brings what they say into the store; without a document. */
 export class Inbox {
     readonly model: ModelFeed;
-    private readonly m_store: ObjectStore;
-    private readonly m_listener: InboxListener;
+    readonly #store: ObjectStore;
+    readonly #listener: InboxListener;
 
     constructor(store: ObjectStore, listener: InboxListener) {
-        this.m_store = store;
-        this.m_listener = listener;
+        this.#store = store;
+        this.#listener = listener;
         this.model = new ModelFeed(store, () => listener.modelNeeded());
     }
 
     /** `known`: which of the page's records the program knew when it said this. */
     received(channel: Channel, text: string, known = Infinity): void {
-        this.m_store.known = known;
+        this.#store.known = known;
         switch (channel.kind) {
             case 'root':
                 if (isPing(text)) {
-                    this.m_listener.pinged();
+                    this.#listener.pinged();
                 }
                 break;
             case 'client':
-                this.openWindow(text);
+                this.#openWindow(text);
                 break;
             case 'window':
-                this.windowMessage(channel.id, text);
+                this.#windowMessage(channel.id, text);
                 break;
             case 'model':
                 this.model.received(text);
@@ -55,8 +55,8 @@ export class Inbox {
     /** What it has brought into the store, and what of that is the person's own. */
     store(): JsonObject {
         return {
-            windows: [...this.m_store.windows.values()].map(describe),
-            own: this.m_store.own.store(),
+            windows: [...this.#store.windows.values()].map(describe),
+            own: this.#store.own.store(),
             elements: [...this.model.objects],
         };
     }
@@ -65,10 +65,10 @@ export class Inbox {
         for (const window of Array.isArray(windows) ? (windows as unknown[]) : []) {
             const description = decodeWindow(window);
             if (description !== undefined) {
-                this.m_store.open(description);
+                this.#store.open(description);
             }
         }
-        this.m_store.own.restore(own);
+        this.#store.own.restore(own);
     }
 
     /** The session of what was restored goes on. */
@@ -76,34 +76,34 @@ export class Inbox {
         this.model.begin(asIntegers(elements));
     }
 
-    private openWindow(text: string): void {
+    #openWindow(text: string): void {
         const description = decodeWindow(parseJson(text));
         if (description === undefined) {
             return;
         }
-        this.m_store.flush();
-        const window = this.m_store.open(description);
+        this.#store.flush();
+        const window = this.#store.open(description);
         if (window !== undefined) {
             this.model.described(window.id);
-            this.m_listener.described(window);
+            this.#listener.described(window);
         }
     }
 
-    private windowMessage(windowId: number, text: string): void {
+    #windowMessage(windowId: number, text: string): void {
         const message = decodeWindowMessage(text);
         switch (message?.kind) {
             case 'writes':
                 for (const write of message.writes) {
-                    this.m_store.apply(windowId, write);
+                    this.#store.apply(windowId, write);
                 }
                 break;
             case 'refresh':
-                this.m_store.refresh(windowId, message.refresh);
+                this.#store.refresh(windowId, message.refresh);
                 this.model.described(windowId);
                 break;
             case 'messageBox':
-                this.m_store.flush();
-                this.m_listener.told(windowId, message.box);
+                this.#store.flush();
+                this.#listener.told(windowId, message.box);
                 break;
             case undefined:
                 break;

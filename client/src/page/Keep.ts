@@ -1,4 +1,4 @@
-import { isObject, parseJson, type JsonObject } from '../protocol/guards.ts';
+import { isObject, type JsonObject, parseJson } from '../protocol/guards.ts';
 import type { TabStorage } from '../store/TabStorage.ts';
 
 const NAME = 'dialogs';
@@ -9,17 +9,17 @@ const VERSION = 1;
  * a tab that is duplicated meanwhile must not find it and take the same session up.
  */
 export class Keep {
-    private readonly m_storage: TabStorage | undefined;
+    readonly #storage: TabStorage | undefined;
 
     constructor(storage: TabStorage | undefined) {
-        this.m_storage = storage;
+        this.#storage = storage;
     }
 
     /** False when it could not be kept, because it is too large or nothing may be kept here. */
     put(state: JsonObject): boolean {
         try {
-            this.m_storage?.setItem(NAME, JSON.stringify({ ...state, version: VERSION }));
-            return this.m_storage !== undefined;
+            this.#storage?.setItem(NAME, JSON.stringify({ ...state, version: VERSION }));
+            return this.#storage !== undefined;
         } catch {
             this.clear();
             return false;
@@ -30,7 +30,7 @@ export class Keep {
     take(): JsonObject | undefined {
         let state: unknown;
         try {
-            state = parseJson(this.m_storage?.getItem(NAME) ?? '');
+            state = parseJson(this.#storage?.getItem(NAME) ?? '');
         } catch {
             state = undefined;
         }
@@ -40,7 +40,7 @@ export class Keep {
 
     clear(): void {
         try {
-            this.m_storage?.removeItem(NAME);
+            this.#storage?.removeItem(NAME);
         } catch {
             return;
         }

@@ -42,9 +42,7 @@ export function placeAside(element: HTMLElement): void {
     const bottom = Math.max(EDGE, innerHeight - now.height - EDGE);
     const rows = [bottom, EDGE, Math.max(EDGE, bottom - TASKBAR), Math.round(bottom / 2)];
     const places = rows.flatMap((y) =>
-        [EDGE, right, Math.round(right / 2)].map(
-            (x) => new DOMRect(x, y, now.width, now.height),
-        ),
+        [EDGE, right, Math.round(right / 2)].map((x) => new DOMRect(x, y, now.width, now.height)),
     );
     const isOnPage = now.top >= 0 && now.bottom <= innerHeight && now.right <= innerWidth;
     let best = isOnPage ? now : (places[0] ?? now);

@@ -1,4 +1,4 @@
-import { asCount, isObject, parseJson, type JsonObject } from './guards.ts';
+import { asCount, isObject, type JsonObject, parseJson } from './guards.ts';
 import { ModelKey } from './names.ts';
 import { elementDefaults } from './values.ts';
 

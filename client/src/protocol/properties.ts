@@ -2,10 +2,10 @@ import type { JsonObject } from './guards.ts';
 import {
     decoders,
     initialValues,
-    triggers,
     type Name,
     type PartialValues,
     type Trigger,
+    triggers,
     type Values,
 } from './values.ts';
 

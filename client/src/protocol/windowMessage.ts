@@ -1,5 +1,5 @@
-import { decodeDescription, type Description } from './description.ts';
-import { asId, asText, isObject, parseJson, type JsonObject } from './guards.ts';
+import { type Description, decodeDescription } from './description.ts';
+import { asId, asText, isObject, type JsonObject, parseJson } from './guards.ts';
 import { decodeMessageBox, type MessageBox } from './messagebox.ts';
 import { COMMAND_CLOSE, Key, MessageType } from './names.ts';
 

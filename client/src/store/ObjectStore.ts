@@ -1,4 +1,4 @@
-import { decodeDescription, type Description } from '../protocol/description.ts';
+import { type Description, decodeDescription } from '../protocol/description.ts';
 import { asId, isObject, type JsonObject } from '../protocol/guards.ts';
 import { Key, Kind } from '../protocol/names.ts';
 import { readProperties } from '../protocol/properties.ts';
@@ -32,21 +32,21 @@ export class ObjectStore {
     readonly own = new OwnValues();
     /** Which of the page's records the program knew when it said what is being taken over. */
     known = Infinity;
-    private readonly m_objects = new Map<number, StoredObject>();
-    private readonly m_windows = new Map<number, StoredObject>();
-    private m_unseen: StoredObject[] = [];
-    private readonly m_observer: StoreObserver;
+    readonly #objects = new Map<number, StoredObject>();
+    readonly #windows = new Map<number, StoredObject>();
+    #unseen: StoredObject[] = [];
+    readonly #observer: StoreObserver;
 
     constructor(observer: StoreObserver) {
-        this.m_observer = observer;
+        this.#observer = observer;
     }
 
     get(id: number): StoredObject | undefined {
-        return this.m_objects.get(id);
+        return this.#objects.get(id);
     }
 
     get windows(): ReadonlyMap<number, StoredObject> {
-        return this.m_windows;
+        return this.#windows;
     }
 
     /**
@@ -54,22 +54,22 @@ export class ObjectStore {
      * undefined if it cannot be.
      */
     open(description: Description): StoredObject | undefined {
-        const existing = this.m_objects.get(description.id);
+        const existing = this.#objects.get(description.id);
         if (existing !== undefined && existing.windowId !== existing.id) {
             return undefined;
         }
-        if (existing !== undefined && this.update(existing, description)) {
+        if (existing !== undefined && this.#update(existing, description)) {
             return existing;
         }
         if (existing !== undefined) {
-            this.forget(existing);
+            this.#forget(existing);
         }
-        const window = this.adopt(description, description.id, undefined, 1);
-        this.m_windows.set(window.id, window);
+        const window = this.#adopt(description, description.id, undefined, 1);
+        this.#windows.set(window.id, window);
         if (existing === undefined) {
-            this.m_observer.opened(window);
+            this.#observer.opened(window);
         } else {
-            this.m_observer.reopened(window, existing);
+            this.#observer.reopened(window, existing);
         }
         return window;
     }
@@ -80,7 +80,7 @@ export class ObjectStore {
      */
     apply(windowId: number, write: unknown): void {
         const id = isObject(write) ? asId(write[Key.id]) : undefined;
-        const object = id === undefined ? undefined : this.m_objects.get(id);
+        const object = id === undefined ? undefined : this.#objects.get(id);
         if (!isObject(write) || object === undefined || object.windowId !== windowId) {
             return;
         }
@@ -88,10 +88,10 @@ export class ObjectStore {
         const unseen = object.unseen ?? new Set();
         letTextFollow(object, current);
         const triggers = readProperties(current, object.values, unseen);
-        this.tellLater(object, unseen);
+        this.#tellLater(object, unseen);
         for (const trigger of triggers) {
             this.flush();
-            this.m_observer.triggered(object, trigger);
+            this.#observer.triggered(object, trigger);
         }
         if (asksToClose(write)) {
             this.remove(object);
@@ -101,7 +101,7 @@ export class ObjectStore {
     /** Puts a described subtree in the place of the old one, or at the end of its parent. */
     refresh(windowId: number, refresh: Refresh): void {
         const { description } = refresh;
-        const before = this.m_objects.get(description.id);
+        const before = this.#objects.get(description.id);
         if (before !== undefined && before.windowId !== windowId) {
             return;
         }
@@ -109,37 +109,37 @@ export class ObjectStore {
             this.open(description);
             return;
         }
-        const parent = this.m_objects.get(refresh.parentId) ?? before?.parent;
+        const parent = this.#objects.get(refresh.parentId) ?? before?.parent;
         if (parent === undefined || parent.windowId !== windowId || isWithin(parent, before)) {
             return;
         }
         this.flush();
         if (before?.parent === parent) {
-            this.replace(before, parent, description);
+            this.#replace(before, parent, description);
         } else {
-            this.append(before, parent, description);
+            this.#append(before, parent, description);
         }
     }
 
     /** The object is gone, and with it all below it. */
     remove(object: StoredObject): void {
         this.flush();
-        this.forget(object);
+        this.#forget(object);
         if (object.parent === undefined) {
-            this.m_windows.delete(object.id);
-            this.m_observer.closed(object);
+            this.#windows.delete(object.id);
+            this.#observer.closed(object);
         } else {
-            this.detach(object);
-            this.m_observer.removed(object);
+            this.#detach(object);
+            this.#observer.removed(object);
         }
     }
 
     /** Writes what is another value now in a window whose objects are the same; false if not. */
-    private update(window: StoredObject, description: Description): boolean {
+    #update(window: StoredObject, description: Description): boolean {
         return tellNews(
             window,
             description,
-            (id) => this.m_windows.has(id),
+            (id) => this.#windows.has(id),
             ({ id, type }, values) => this.own.described(id, type, values, this.known),
             (object, name, value) => this.write(object, name, value as Values[typeof name]),
         );
@@ -148,43 +148,43 @@ export class ObjectStore {
     /** The new value of one property, to be told with the next flush. */
     write<N extends Name>(object: StoredObject, name: N, value: Values[N]): void {
         object.values[name] = value as never;
-        this.tellLater(object, (object.unseen ?? new Set<Name>()).add(name));
+        this.#tellLater(object, (object.unseen ?? new Set<Name>()).add(name));
     }
 
-    private tellLater(object: StoredObject, unseen: Set<Name>): void {
+    #tellLater(object: StoredObject, unseen: Set<Name>): void {
         if (object.unseen === undefined && unseen.size > 0) {
             object.unseen = unseen;
-            this.m_unseen.push(object);
+            this.#unseen.push(object);
         }
     }
 
     /** Tells the observer what was written since the last time. */
     flush(): void {
-        const unseen = this.m_unseen;
-        this.m_unseen = [];
+        const unseen = this.#unseen;
+        this.#unseen = [];
         for (const object of unseen) {
             const names = object.unseen;
             object.unseen = undefined;
-            if (names !== undefined && this.m_objects.get(object.id) === object) {
-                this.m_observer.changed(object, names);
+            if (names !== undefined && this.#objects.get(object.id) === object) {
+                this.#observer.changed(object, names);
             }
         }
     }
 
     clear(): void {
-        for (const window of [...this.m_windows.values()]) {
+        for (const window of [...this.#windows.values()]) {
             this.remove(window);
         }
     }
 
-    private replace(before: StoredObject, parent: StoredObject, description: Description): void {
-        this.forget(before);
-        const object = this.adopt(description, parent.windowId, parent, 1);
+    #replace(before: StoredObject, parent: StoredObject, description: Description): void {
+        this.#forget(before);
+        const object = this.#adopt(description, parent.windowId, parent, 1);
         parent.children[parent.children.indexOf(before)] = object;
-        this.m_observer.inserted(object, before);
+        this.#observer.inserted(object, before);
     }
 
-    private append(
+    #append(
         before: StoredObject | undefined,
         parent: StoredObject,
         description: Description,
@@ -192,16 +192,16 @@ export class ObjectStore {
         if (before !== undefined) {
             this.remove(before);
         }
-        const object = this.adopt(description, parent.windowId, parent, 1);
+        const object = this.#adopt(description, parent.windowId, parent, 1);
         parent.children.push(object);
-        this.m_observer.inserted(object, undefined);
+        this.#observer.inserted(object, undefined);
     }
 
     /**
      * Registers what is described. An object that the same window shows elsewhere has moved here;
      * one of another window stays where it is.
      */
-    private adopt(
+    #adopt(
         description: Description,
         windowId: number,
         parent: StoredObject | undefined,
@@ -210,43 +210,43 @@ export class ObjectStore {
         const { id, type, values } = description;
         this.own.described(id, type, values, this.known);
         const object = new StoredObject(description, windowId, parent);
-        this.m_objects.set(object.id, object);
+        this.#objects.set(object.id, object);
         const count = depth < MAX_DEPTH ? description.contents.length : 0;
         for (let index = 0; index < count; index += 1) {
             const inner = decodeDescription(description.contents[index]);
-            if (inner !== undefined && this.makeRoom(inner.id, object)) {
-                object.children.push(this.adopt(inner, windowId, object, depth + 1));
+            if (inner !== undefined && this.#makeRoom(inner.id, object)) {
+                object.children.push(this.#adopt(inner, windowId, object, depth + 1));
             }
         }
         return object;
     }
 
     /** Takes an object of this identifier out of where it is; false when it has to stay there. */
-    private makeRoom(id: number, parent: StoredObject): boolean {
-        const existing = this.m_objects.get(id);
+    #makeRoom(id: number, parent: StoredObject): boolean {
+        const existing = this.#objects.get(id);
         if (existing === undefined) {
             return true;
         }
-        const free = this.canMove(existing, parent);
+        const free = this.#canMove(existing, parent);
         if (free) {
             this.remove(existing);
         }
         return free;
     }
 
-    private canMove(existing: StoredObject, to: StoredObject): boolean {
+    #canMove(existing: StoredObject, to: StoredObject): boolean {
         return existing.windowId === to.windowId && !isWithin(to, existing);
     }
 
-    private forget(top: StoredObject): void {
+    #forget(top: StoredObject): void {
         for (const object of subtree(top)) {
-            if (this.m_objects.get(object.id) === object) {
-                this.m_objects.delete(object.id);
+            if (this.#objects.get(object.id) === object) {
+                this.#objects.delete(object.id);
             }
         }
     }
 
-    private detach(object: StoredObject): void {
+    #detach(object: StoredObject): void {
         const siblings = object.parent?.children ?? [];
         const index = siblings.indexOf(object);
         if (index >= 0) {

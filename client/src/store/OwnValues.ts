@@ -23,7 +23,7 @@ type OwnOfObject = Map<string, OwnValue>;
  * tells with every frame, so nothing has to be guessed from the values.
  */
 export class OwnValues {
-    private readonly m_objects = new Map<number, OwnOfObject>();
+    readonly #objects = new Map<number, OwnOfObject>();
 
     /** The person gave an object these values in place of what it had; this record tells it. */
     put(
@@ -33,17 +33,17 @@ export class OwnValues {
         record: number,
         isMade = false,
     ): void {
-        const own = this.m_objects.get(id) ?? new Map<string, OwnValue>();
+        const own = this.#objects.get(id) ?? new Map<string, OwnValue>();
         for (const [name, value] of Object.entries(values)) {
-            const said = own.get(name)?.said ?? valueOf(before, name);
+            const said = own.get(name)?.said ?? valueIn(before, name);
             own.set(name, { value, record, isMade, said });
         }
-        this.m_objects.set(id, own);
+        this.#objects.set(id, own);
     }
 
     /** What of a write is to be shown that was made when the program knew records up to `known`. */
     written(object: StoredObject, write: JsonObject, known: number): JsonObject {
-        const own = this.m_objects.get(object.id);
+        const own = this.#objects.get(object.id);
         return own === undefined ? write : withoutOutdated(object, own, write, known);
     }
 
@@ -52,8 +52,8 @@ export class OwnValues {
      * edit not even that says that its text has changed: the program may leave what is typed alone.
      */
     described(id: number, type: string, values: PartialValues, known: number): void {
-        for (const [name, own] of this.m_objects.get(id) ?? []) {
-            const said = valueOf(values, name);
+        for (const [name, own] of this.#objects.get(id) ?? []) {
+            const said = valueIn(values, name);
             const isLeft = type === Kind.edit && name === 'text' && said === own.said;
             if (known < own.record || isLeft || said === own.value) {
                 own.said = said;
@@ -66,9 +66,9 @@ export class OwnValues {
 
     forget(id: number, name?: string): void {
         if (name === undefined) {
-            this.m_objects.delete(id);
+            this.#objects.delete(id);
         } else {
-            this.m_objects.get(id)?.delete(name);
+            this.#objects.get(id)?.delete(name);
         }
     }
 
@@ -77,7 +77,7 @@ export class OwnValues {
             String(id),
             Object.fromEntries(own),
         ];
-        return Object.fromEntries([...this.m_objects].map(plain));
+        return Object.fromEntries([...this.#objects].map(plain));
     }
 
     restore(stored: unknown): void {
@@ -85,13 +85,13 @@ export class OwnValues {
             const id = asId(key);
             const own = Object.entries(isObject(values) ? values : {}).flatMap(asOwnValue);
             if (id !== undefined) {
-                this.m_objects.set(id, new Map(own));
+                this.#objects.set(id, new Map(own));
             }
         }
     }
 }
 
-function valueOf(values: PartialValues, name: string): unknown {
+function valueIn(values: PartialValues, name: string): unknown {
     return values[name as Name] ?? initialValues[name as Name];
 }
 

@@ -1,4 +1,4 @@
-import { decodeDescription, type Description } from '../protocol/description.ts';
+import { type Description, decodeDescription } from '../protocol/description.ts';
 import { readProperties } from '../protocol/properties.ts';
 import { initialValues, type Name, type PartialValues } from '../protocol/values.ts';
 import type { StoredObject } from './StoredObject.ts';

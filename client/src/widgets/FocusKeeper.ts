@@ -23,10 +23,10 @@ interface StoredFocus {
 
 /** Brings the focus back to the same object when its element had to give way to another. */
 export class FocusKeeper {
-    private readonly m_control: (id: number) => HTMLElement | undefined;
+    readonly #control: (id: number) => HTMLElement | undefined;
 
     constructor(control: (id: number) => HTMLElement | undefined) {
-        this.m_control = control;
+        this.#control = control;
     }
 
     /** The focus, if it is on an object within the element. */
@@ -42,7 +42,7 @@ export class FocusKeeper {
 
     restore(stored: unknown): void {
         const id = isObject(stored) ? asId(stored['id']) : undefined;
-        const control = id === undefined ? undefined : this.m_control(id);
+        const control = id === undefined ? undefined : this.#control(id);
         control?.focus({ preventScroll: true });
         select(control, stored);
     }
@@ -59,7 +59,7 @@ export class FocusKeeper {
         const { focus, selections } = isObject(stored) ? stored : {};
         for (const selection of Array.isArray(selections) ? (selections as unknown[]) : []) {
             const id = isObject(selection) ? asId(selection['id']) : undefined;
-            select(id === undefined ? undefined : this.m_control(id), selection);
+            select(id === undefined ? undefined : this.#control(id), selection);
         }
         this.restore(focus);
     }

@@ -1,6 +1,6 @@
 import type { Name, Values } from '../protocol/values.ts';
 import type { ObjectStore } from '../store/ObjectStore.ts';
-import { subtree, type StoredObject } from '../store/StoredObject.ts';
+import { type StoredObject, subtree } from '../store/StoredObject.ts';
 import { adjustSize } from './base.ts';
 import { FocusKeeper } from './FocusKeeper.ts';
 import { isOfKind, kindOf } from './kinds.ts';
@@ -11,24 +11,24 @@ import type { Appliers, WidgetHost, WidgetKind } from './WidgetKind.ts';
  * ten thousand widgets has to be there as fast as the same elements made by hand.
  */
 export class Renderer {
-    private readonly m_store: ObjectStore;
-    private readonly m_host: WidgetHost;
-    private readonly m_focus: FocusKeeper;
-    private m_raised = 0;
+    readonly #store: ObjectStore;
+    readonly #host: WidgetHost;
+    readonly #focus: FocusKeeper;
+    #raised = 0;
 
     constructor(store: ObjectStore, host: WidgetHost) {
-        this.m_store = store;
-        this.m_host = host;
-        this.m_focus = new FocusKeeper((id) => this.control(id));
+        this.#store = store;
+        this.#host = host;
+        this.#focus = new FocusKeeper((id) => this.control(id));
     }
 
     get focus(): FocusKeeper {
-        return this.m_focus;
+        return this.#focus;
     }
 
     /** The element that takes the focus for an object. */
     control(id: number): HTMLElement | undefined {
-        const object = this.m_store.get(id);
+        const object = this.#store.get(id);
         const element = object && elementOf(object);
         return element && (kindOf(object).control?.(element) ?? element);
     }
@@ -37,41 +37,41 @@ export class Renderer {
     fill(body: HTMLElement, window: StoredObject): void {
         window.view = body;
         body.replaceChildren();
-        this.buildChildren(body, window);
+        this.#buildChildren(body, window);
     }
 
     inserted(object: StoredObject, before: StoredObject | undefined): void {
         const old = before && elementOf(before);
-        const focus = old && this.m_focus.within(old);
+        const focus = old && this.#focus.within(old);
         if (before !== undefined) {
             this.forget(before);
         }
         const parent = object.parent && elementOf(object.parent);
         const previous = old ? old.previousElementSibling : parent?.lastElementChild;
-        const element = this.build(object, previous ?? undefined);
-        this.buildChildren(element, object);
+        const element = this.#build(object, previous ?? undefined);
+        this.#buildChildren(element, object);
         if (old !== undefined) {
             old.replaceWith(element);
         } else {
             parent?.append(element);
         }
-        this.arrangeParent(object);
-        this.m_focus.restore(focus);
+        this.#arrangeParent(object);
+        this.#focus.restore(focus);
     }
 
     removed(object: StoredObject): void {
         elementOf(object)?.remove();
         this.forget(object);
-        this.arrangeParent(object);
+        this.#arrangeParent(object);
     }
 
     /** Drops what is known of objects that are no longer there. */
     forget(top: StoredObject): void {
         for (const object of subtree(top)) {
-            if (this.m_store.get(object.id) === undefined) {
-                this.m_host.edits.close(object.id);
-                this.m_store.own.forget(object.id);
-                this.m_host.tabs.forget(object.id);
+            if (this.#store.get(object.id) === undefined) {
+                this.#host.edits.close(object.id);
+                this.#store.own.forget(object.id);
+                this.#host.tabs.forget(object.id);
             }
         }
     }
@@ -90,7 +90,7 @@ export class Renderer {
             if (name === 'updateEnabled') {
                 this.showAgain(object);
             } else {
-                this.apply(kind.appliers, name, element, object);
+                this.#apply(kind.appliers, name, element, object);
             }
         }
     }
@@ -100,7 +100,7 @@ export class Renderer {
         for (const each of subtree(object)) {
             const element = elementOf(each);
             if (element !== undefined && each.parent !== undefined) {
-                this.showState(element, each);
+                this.#showState(element, each);
             }
         }
     }
@@ -115,13 +115,13 @@ export class Renderer {
     raise(object: StoredObject): void {
         const element = elementOf(object);
         if (element !== undefined) {
-            this.m_raised += 1;
-            element.style.zIndex = String(this.m_raised);
+            this.#raised += 1;
+            element.style.zIndex = String(this.#raised);
         }
     }
 
     /** The object's own element; what it holds is built once it stands in its parent. */
-    private build(object: StoredObject, previous: Element | undefined): HTMLElement {
+    #build(object: StoredObject, previous: Element | undefined): HTMLElement {
         const kind = kindOf(object);
         const element = kind.prototype.cloneNode(true) as HTMLElement;
         element.setAttribute('data-id', String(object.id));
@@ -129,58 +129,58 @@ export class Renderer {
             element.setAttribute('data-type', object.type);
         }
         object.view = element;
-        this.applyAll(element, object, kind);
-        if (this.m_host.buddies.isNamed(object.id)) {
-            this.m_host.buddies.connect(object.id, kind.control?.(element) ?? element);
+        this.#applyAll(element, object, kind);
+        if (this.#host.buddies.isNamed(object.id)) {
+            this.#host.buddies.connect(object.id, kind.control?.(element) ?? element);
         }
         kind.nameAfter?.(element, object, previous);
         return element;
     }
 
-    private arrangeParent(object: StoredObject): void {
+    #arrangeParent(object: StoredObject): void {
         const { parent } = object;
         const element = parent && elementOf(parent);
         if (parent !== undefined && element !== undefined) {
-            kindOf(parent).arrange?.(element, parent, this.m_host);
+            kindOf(parent).arrange?.(element, parent, this.#host);
         }
     }
 
     /** Parents first: an element that moves is told to all below it, which adds up. */
-    private buildChildren(into: HTMLElement, object: StoredObject): void {
+    #buildChildren(into: HTMLElement, object: StoredObject): void {
         let previous: Element | undefined;
         for (const child of object.children) {
-            const element = this.build(child, previous);
+            const element = this.#build(child, previous);
             into.appendChild(element);
             if (child.children.length > 0) {
-                this.buildChildren(element, child);
+                this.#buildChildren(element, child);
             }
             previous = element;
         }
-        kindOf(object).arrange?.(into, object, this.m_host);
+        kindOf(object).arrange?.(into, object, this.#host);
     }
 
-    private showState(element: HTMLElement, object: StoredObject): void {
+    #showState(element: HTMLElement, object: StoredObject): void {
         const kind = kindOf(object);
         if (isOfKind(element, kind)) {
-            this.applyAll(element, object, kind);
+            this.#applyAll(element, object, kind);
         } else {
             this.inserted(object, object);
         }
     }
 
-    private applyAll(element: HTMLElement, object: StoredObject, kind: WidgetKind): void {
+    #applyAll(element: HTMLElement, object: StoredObject, kind: WidgetKind): void {
         for (const name in object.values) {
-            this.apply(kind.appliers, name as Name, element, object);
+            this.#apply(kind.appliers, name as Name, element, object);
         }
     }
 
-    private apply<N extends Name>(
+    #apply<N extends Name>(
         appliers: Appliers,
         name: N,
         element: HTMLElement,
         object: StoredObject,
     ): void {
-        appliers[name]?.(element, object.values[name] as Values[N], object, this.m_host);
+        appliers[name]?.(element, object.values[name] as Values[N], object, this.#host);
     }
 }
 

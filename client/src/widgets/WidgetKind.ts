@@ -1,9 +1,9 @@
 import type { Name, PartialValues, Values } from '../protocol/values.ts';
+import type { StoredObject } from '../store/StoredObject.ts';
 import type { OpenEdits } from './edit/OpenEdits.ts';
 import type { PageSizes } from './tabs/PageSizes.ts';
 import type { TabPositions } from './tabs/TabPositions.ts';
 import type { Buddies } from './text/Buddies.ts';
-import type { StoredObject } from '../store/StoredObject.ts';
 
 /** What a widget may ask of the page around it. */
 export interface WidgetHost {

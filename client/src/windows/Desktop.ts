@@ -10,8 +10,8 @@ import { listenOnDesktop } from './desktopEvents.ts';
 import { afterLayout, Follower } from './Follower.ts';
 import { PlaceReporter } from './PlaceReporter.ts';
 import type { Press } from './Press.ts';
-import { keepScrolled } from './scrolled.ts';
 import { Stack } from './Stack.ts';
+import { keepScrolled } from './scrolled.ts';
 import { taskbar } from './taskbar.ts';
 import { WindowFrame, type WindowHost } from './WindowFrame.ts';
 import { applyToWindow, triggerWindow, type WindowActions } from './windowProperties.ts';
@@ -38,15 +38,15 @@ const isPlacing: ReadonlySet<Name> = new Set(placing);
 /** All windows: which there are, which lies above which, which one has the keyboard. */
 export class Desktop implements WindowHost, WindowActions {
     readonly stack: Stack;
-    private readonly m_frames = new Map<number, WindowFrame>();
-    private readonly m_root: HTMLElement;
-    private readonly m_bar = document.createElement('div');
-    private readonly m_renderer: Renderer;
-    private readonly m_host: WidgetHost;
-    private readonly m_listener: DesktopListener;
-    private readonly m_reporter: PlaceReporter;
-    private readonly m_follower: Follower;
-    private readonly m_pageTitle = document.title;
+    readonly #frames = new Map<number, WindowFrame>();
+    readonly #root: HTMLElement;
+    readonly #bar = document.createElement('div');
+    readonly #renderer: Renderer;
+    readonly #host: WidgetHost;
+    readonly #listener: DesktopListener;
+    readonly #reporter: PlaceReporter;
+    readonly #follower: Follower;
+    readonly #pageTitle = document.title;
 
     constructor(
         root: HTMLElement,
@@ -56,109 +56,109 @@ export class Desktop implements WindowHost, WindowActions {
         press: Press,
         listener: DesktopListener,
     ) {
-        this.m_root = root;
-        this.m_renderer = renderer;
-        this.m_host = host;
-        this.m_listener = listener;
-        this.m_reporter = new PlaceReporter(clock, (frame, text) => host.send(frame.object, text));
-        this.m_follower = new Follower(host.pageSizes, press);
-        const showTitle = (): void => this.showTitle();
+        this.#root = root;
+        this.#renderer = renderer;
+        this.#host = host;
+        this.#listener = listener;
+        this.#reporter = new PlaceReporter(clock, (frame, text) => host.send(frame.object, text));
+        this.#follower = new Follower(host.pageSizes, press);
+        const showTitle = (): void => this.#showTitle();
         this.stack = new Stack(renderer, () => listener.topChanged(), showTitle);
-        this.m_root.append(this.m_bar);
+        this.#root.append(this.#bar);
         listenOnDesktop(this, root);
-        addEventListener('resize', () => this.viewportChanged());
+        addEventListener('resize', () => this.#viewportChanged());
     }
 
     get viewport(): Size {
-        const bar = this.m_bar.firstElementChild?.clientHeight ?? 0;
+        const bar = this.#bar.firstElementChild?.clientHeight ?? 0;
         return { width: innerWidth, height: innerHeight - bar };
     }
 
     get windows(): readonly WindowFrame[] {
-        return [...this.m_frames.values()];
+        return [...this.#frames.values()];
     }
 
     frameOf(target: EventTarget | null): WindowFrame | undefined {
         const element = target instanceof Element ? target.closest<HTMLElement>('.window') : null;
-        return element ? this.m_frames.get(Number(element.dataset['id'])) : undefined;
+        return element ? this.#frames.get(Number(element.dataset['id'])) : undefined;
     }
 
     /** Puts a window into the document; its size and place follow with the next frame. */
     open(object: StoredObject, stored?: unknown): void {
         const frame = new WindowFrame(object, this);
-        this.m_frames.set(object.id, frame);
-        this.applyState(frame);
-        this.m_renderer.fill(frame.body, object);
-        this.m_root.append(frame.element);
+        this.#frames.set(object.id, frame);
+        this.#applyState(frame);
+        this.#renderer.fill(frame.body, object);
+        this.#root.append(frame.element);
         this.stack.add(frame);
         frame.takeUp(stored);
         this.stack.show(frame);
         if (stored === undefined) {
-            this.startMode(frame);
-            afterLayout(() => this.settle(frame));
+            this.#startMode(frame);
+            afterLayout(() => this.#settle(frame));
         }
     }
 
     reopen(object: StoredObject, before: StoredObject): void {
-        const frame = this.m_frames.get(object.id);
+        const frame = this.#frames.get(object.id);
         if (frame === undefined) {
             return;
         }
-        const focus = this.m_renderer.focus.within(frame.body);
+        const focus = this.#renderer.focus.within(frame.body);
         frame.object = object;
         frame.showChrome();
-        this.m_renderer.forget(before);
-        this.applyState(frame);
-        keepScrolled(frame.body, () => this.m_renderer.fill(frame.body, object));
+        this.#renderer.forget(before);
+        this.#applyState(frame);
+        keepScrolled(frame.body, () => this.#renderer.fill(frame.body, object));
         this.stack.show(frame);
-        this.m_renderer.focus.restore(focus);
-        afterLayout(() => this.settle(frame));
+        this.#renderer.focus.restore(focus);
+        afterLayout(() => this.#settle(frame));
     }
 
     close(object: StoredObject): void {
-        const frame = this.m_frames.get(object.id);
+        const frame = this.#frames.get(object.id);
         if (frame !== undefined) {
-            this.m_frames.delete(object.id);
-            this.m_reporter.forget(object.id);
-            this.m_renderer.forget(object);
+            this.#frames.delete(object.id);
+            this.#reporter.forget(object.id);
+            this.#renderer.forget(object);
             this.stack.remove(frame);
-            this.showBar();
+            this.#showBar();
         }
     }
 
     changed(object: StoredObject, names: Iterable<Name>): void {
-        const frame = this.m_frames.get(object.id);
+        const frame = this.#frames.get(object.id);
         if (frame === undefined || object.values.updateEnabled === false) {
             return;
         }
         for (const name of names) {
             if (isPlacing.has(name)) {
-                this.m_reporter.forget(object.id);
+                this.#reporter.forget(object.id);
             }
-            applyToWindow(frame, name, this, this.m_host);
+            applyToWindow(frame, name, this, this.#host);
         }
         this.contentsChanged(object);
-        this.showBar();
-        this.showTitle();
+        this.#showBar();
+        this.#showTitle();
     }
 
     triggered(object: StoredObject, trigger: Trigger): void {
-        const frame = this.m_frames.get(object.id);
+        const frame = this.#frames.get(object.id);
         if (frame !== undefined) {
             triggerWindow(frame, trigger, this);
         }
     }
 
     contentsChanged(object: StoredObject, anew = false): void {
-        const frame = this.m_frames.get(object.windowId);
+        const frame = this.#frames.get(object.windowId);
         if (frame !== undefined) {
-            this.m_follower.changed(frame, object, anew);
+            this.#follower.changed(frame, object, anew);
         }
     }
 
     /** The focus goes to the control, or waits until its window is the active one. */
     focus(object: StoredObject): void {
-        const frame = this.m_frames.get(object.windowId);
+        const frame = this.#frames.get(object.windowId);
         if (frame !== undefined) {
             this.stack.focusWithin(frame, object.id);
         }
@@ -180,36 +180,36 @@ export class Desktop implements WindowHost, WindowActions {
         const place = (id: number): number => (order as unknown[]).indexOf(id);
         const kept = [...objects.values()].sort((a, b) => place(a.id) - place(b.id));
         kept.forEach((object) => this.open(object, frames[String(object.id)]));
-        this.showBar();
+        this.#showBar();
     }
 
     closeRequested(frame: WindowFrame): void {
-        this.m_listener.closeRequested(frame.object);
+        this.#listener.closeRequested(frame.object);
     }
 
     zoom(frame: WindowFrame, larger: boolean): void {
         frame.setZoom(frame.zoom * (larger ? 1.1 : 1 / 1.1));
-        this.m_listener.zoomed(frame.object, larger);
+        this.#listener.zoomed(frame.object, larger);
         this.placed(frame, true);
     }
 
     placed(frame: WindowFrame, last: boolean): void {
-        this.m_reporter.changed(frame, last);
+        this.#reporter.changed(frame, last);
         this.contentsChanged(frame.object);
     }
 
     followed(frame: WindowFrame): void {
-        this.m_reporter.changed(frame, true);
+        this.#reporter.changed(frame, true);
     }
 
     modeChanged(frame: WindowFrame): void {
         this.stack.show(frame);
-        this.showBar();
+        this.#showBar();
         this.placed(frame, true);
     }
 
     imageAddress(path: string): string | undefined {
-        return this.m_host.imageAddress(path);
+        return this.#host.imageAddress(path);
     }
 
     showModality(frame: WindowFrame): void {
@@ -219,7 +219,7 @@ export class Desktop implements WindowHost, WindowActions {
 
     showVisible(frame: WindowFrame): void {
         this.stack.show(frame);
-        this.m_reporter.changed(frame, true);
+        this.#reporter.changed(frame, true);
     }
 
     raise(frame: WindowFrame): void {
@@ -231,19 +231,19 @@ export class Desktop implements WindowHost, WindowActions {
     }
 
     showAgain(frame: WindowFrame): void {
-        this.applyState(frame);
-        this.m_renderer.showAgain(frame.object);
+        this.#applyState(frame);
+        this.#renderer.showAgain(frame.object);
     }
 
-    private applyState(frame: WindowFrame): void {
+    #applyState(frame: WindowFrame): void {
         for (const name in frame.object.values) {
             if (!isPlacing.has(name as Name) && name !== 'updateEnabled' && name !== 'modal') {
-                applyToWindow(frame, name as Name, this, this.m_host);
+                applyToWindow(frame, name as Name, this, this.#host);
             }
         }
     }
 
-    private startMode(frame: WindowFrame): void {
+    #startMode(frame: WindowFrame): void {
         const { triggers, values } = frame.object;
         if (triggers.includes('showMaximized') || values.maximized) {
             frame.setMode('maximized');
@@ -253,46 +253,46 @@ export class Desktop implements WindowHost, WindowActions {
     }
 
     /** Once the contents are laid out: measure, place, focus and tell the program. */
-    private settle(frame: WindowFrame): void {
-        if (this.m_frames.get(frame.object.id) !== frame) {
+    #settle(frame: WindowFrame): void {
+        if (this.#frames.get(frame.object.id) !== frame) {
             return;
         }
         const anew = frame.measured;
         if (!anew) {
             const { resize, setPreferredSize } = frame.object.values;
-            this.m_host.pageSizes.measure(frame.body);
-            frame.measure(this.m_frames.size - 1, resize ?? setPreferredSize);
+            this.#host.pageSizes.measure(frame.body);
+            frame.measure(this.#frames.size - 1, resize ?? setPreferredSize);
             for (const name of placing) {
                 if (frame.object.values[name] !== undefined) {
-                    applyToWindow(frame, name, this, this.m_host);
+                    applyToWindow(frame, name, this, this.#host);
                 }
             }
             this.stack.activate(frame);
         }
-        this.m_reporter.changed(frame, true);
+        this.#reporter.changed(frame, true);
         this.contentsChanged(frame.object, anew);
     }
 
     /** The page is called what the window is in which one works. */
-    private showTitle(): void {
-        document.title = this.stack.active?.object.values.title || this.m_pageTitle;
+    #showTitle(): void {
+        document.title = this.stack.active?.object.values.title || this.#pageTitle;
     }
 
-    private viewportChanged(): void {
+    #viewportChanged(): void {
         for (const frame of this.windows) {
             frame.keepInView();
             this.contentsChanged(frame.object);
-            this.m_reporter.changed(frame, false);
+            this.#reporter.changed(frame, false);
         }
     }
 
-    private showBar(): void {
+    #showBar(): void {
         const minimized = this.windows.filter((frame) => frame.mode === 'minimized');
         const restore = (frame: WindowFrame): void => {
             frame.restore();
             this.stack.activate(frame);
         };
-        this.m_root.classList.toggle('with-taskbar', minimized.length > 0);
-        render(taskbar(minimized, restore), this.m_bar);
+        this.#root.classList.toggle('with-taskbar', minimized.length > 0);
+        render(taskbar(minimized, restore), this.#bar);
     }
 }

@@ -9,34 +9,34 @@ import type { WindowFrame } from './WindowFrame.ts';
  * while a person presses something that might move.
  */
 export class Follower {
-    private readonly m_changed = new Map<WindowFrame, boolean>();
-    private readonly m_pages: PageSizes;
-    private readonly m_press: Press;
+    readonly #changed = new Map<WindowFrame, boolean>();
+    readonly #pages: PageSizes;
+    readonly #press: Press;
 
     constructor(pages: PageSizes, press: Press) {
-        this.m_pages = pages;
-        this.m_press = press;
+        this.#pages = pages;
+        this.#press = press;
     }
 
     /** The object takes another room; `anew` when something came that was not there before. */
     changed(frame: WindowFrame, object: StoredObject, anew: boolean): void {
         for (let at: StoredObject | undefined = object; at !== undefined; at = at.parent) {
             if (at.type === Kind.tab && at.view !== undefined) {
-                this.m_pages.forget(at.view as HTMLElement);
+                this.#pages.forget(at.view as HTMLElement);
             }
         }
-        if (this.m_changed.size === 0) {
-            afterLayout(() => this.m_press.whenUp(() => this.follow()));
+        if (this.#changed.size === 0) {
+            afterLayout(() => this.#press.whenUp(() => this.#follow()));
         }
-        this.m_changed.set(frame, anew || (this.m_changed.get(frame) ?? false));
+        this.#changed.set(frame, anew || (this.#changed.get(frame) ?? false));
     }
 
-    private follow(): void {
-        const changed = [...this.m_changed];
-        this.m_changed.clear();
+    #follow(): void {
+        const changed = [...this.#changed];
+        this.#changed.clear();
         for (const [frame, anew] of changed) {
             if (frame.element.open) {
-                this.m_pages.measure(frame.body);
+                this.#pages.measure(frame.body);
                 frame.follow(anew);
             }
         }

@@ -19,18 +19,18 @@ interface OpenBox {
 
 /** What the program has to tell, each in a small dialog of its own until the person has read it. */
 export class MessageBoxes {
-    private m_open: OpenBox[] = [];
-    private m_count = 0;
-    private readonly m_root: HTMLElement;
-    private readonly m_topChanged: () => void;
+    #open: OpenBox[] = [];
+    #count = 0;
+    readonly #root: HTMLElement;
+    readonly #topChanged: () => void;
 
     constructor(root: HTMLElement, topChanged: () => void) {
-        this.m_root = root;
-        this.m_topChanged = topChanged;
+        this.#root = root;
+        this.#topChanged = topChanged;
     }
 
     get topModal(): HTMLDialogElement | undefined {
-        return this.m_open.findLast((open) => open.element.matches(':modal'))?.element;
+        return this.#open.findLast((open) => open.element.matches(':modal'))?.element;
     }
 
     show(windowId: number, box: MessageBox): void {
@@ -40,22 +40,22 @@ export class MessageBoxes {
         element.dataset['level'] = box.level;
         element.setAttribute('role', 'alertdialog');
         element.setAttribute('aria-label', box.title || box.level);
-        this.m_count += 1;
-        const text = `message-${this.m_count}`;
+        this.#count += 1;
+        const text = `message-${this.#count}`;
         element.setAttribute('aria-describedby', text);
         element.addEventListener('keydown', (event) => {
             if (event.key === 'Escape') {
                 event.preventDefault();
-                this.close(open);
+                this.#close(open);
             }
         });
-        element.addEventListener('close', () => this.close(open));
+        element.addEventListener('close', () => this.#close(open));
         render(
-            contents(box, text, () => this.close(open)),
+            contents(box, text, () => this.#close(open)),
             element,
         );
-        this.m_open.push(open);
-        this.m_root.append(element);
+        this.#open.push(open);
+        this.#root.append(element);
         // Below an open modal window nobody could read it or put it away.
         if (box.modal || document.querySelector(':modal') !== null) {
             element.showModal();
@@ -63,15 +63,15 @@ export class MessageBoxes {
             element.show();
         }
         element.querySelector('button')?.focus();
-        this.m_topChanged();
+        this.#topChanged();
     }
 
     closeAll(): void {
-        [...this.m_open].forEach((open) => this.close(open));
+        [...this.#open].forEach((open) => this.#close(open));
     }
 
     store(): unknown {
-        return this.m_open.map(({ windowId, box }) => ({ ...box, windowId }));
+        return this.#open.map(({ windowId, box }) => ({ ...box, windowId }));
     }
 
     restore(stored: unknown): void {
@@ -83,18 +83,18 @@ export class MessageBoxes {
         }
     }
 
-    private close(open: OpenBox): void {
-        if (!this.m_open.includes(open)) {
+    #close(open: OpenBox): void {
+        if (!this.#open.includes(open)) {
             return;
         }
-        this.m_open = this.m_open.filter((other) => other !== open);
+        this.#open = this.#open.filter((other) => other !== open);
         const hadFocus = open.element.contains(document.activeElement);
         open.element.close();
         open.element.remove();
         if (hadFocus && open.before instanceof HTMLElement && open.before.isConnected) {
             open.before.focus({ preventScroll: true });
         }
-        this.m_topChanged();
+        this.#topChanged();
     }
 }
 

@@ -13,47 +13,47 @@ export interface StoredPlace {
  * for, also while the viewport has no room for them, and what the viewport makes of it.
  */
 export class Place {
-    private readonly m_element: HTMLElement;
-    private readonly m_host: { readonly viewport: Size };
+    readonly #element: HTMLElement;
+    readonly #host: { readonly viewport: Size };
     /** Unset until the window was measured. */
-    private m_asked: Rect | undefined;
+    #asked: Rect | undefined;
     /** How large the viewport was then. */
-    private m_viewport: Size = { width: 0, height: 0 };
+    #viewport: Size = { width: 0, height: 0 };
 
     constructor(element: HTMLElement, host: { readonly viewport: Size }) {
-        this.m_element = element;
-        this.m_host = host;
+        this.#element = element;
+        this.#host = host;
     }
 
     get known(): boolean {
-        return this.m_asked !== undefined;
+        return this.#asked !== undefined;
     }
 
     get frame(): Rect {
-        return this.m_asked === undefined
+        return this.#asked === undefined
             ? { x: 0, y: 0, width: 0, height: 0 }
-            : keepInside(this.m_asked, this.m_viewport, this.m_host.viewport);
+            : keepInside(this.#asked, this.#viewport, this.#host.viewport);
     }
 
     put(frame: Rect): void {
-        const { viewport } = this.m_host;
+        const { viewport } = this.#host;
         const whole = wholeRect(frame);
         const { x, y } = keepReachable(whole, viewport);
-        this.m_asked = { ...whole, x, y };
-        this.m_viewport = viewport;
+        this.#asked = { ...whole, x, y };
+        this.#viewport = viewport;
         this.show();
     }
 
     /** Its size stays, also one that there is no room for now. */
     moveTo(x: number, y: number): void {
-        this.put({ ...(this.m_asked ?? this.frame), x, y });
+        this.put({ ...(this.#asked ?? this.frame), x, y });
     }
 
     /** Its upper left corner stays, unless its ends would go out of sight. */
     resizeTo({ width, height }: Size): void {
         const now = this.frame;
         if (width !== now.width || height !== now.height) {
-            this.put(keepEndsInView({ ...now, width, height }, this.m_host.viewport));
+            this.put(keepEndsInView({ ...now, width, height }, this.#host.viewport));
         }
     }
 
@@ -61,7 +61,7 @@ export class Place {
     show(): void {
         if (this.known) {
             const { x, y, width, height } = this.frame;
-            const { style } = this.m_element;
+            const { style } = this.#element;
             style.left = `${x}px`;
             style.top = `${y}px`;
             style.width = `${width}px`;
@@ -70,7 +70,7 @@ export class Place {
     }
 
     store(): StoredPlace {
-        return { frame: this.m_asked, viewport: this.m_viewport };
+        return { frame: this.#asked, viewport: this.#viewport };
     }
 
     takeUp(stored: unknown): void {
@@ -78,7 +78,7 @@ export class Place {
         const asked = asRect(frame);
         if (asked !== undefined) {
             this.put(asked);
-            this.m_viewport = asSize(viewport) ?? this.m_viewport;
+            this.#viewport = asSize(viewport) ?? this.#viewport;
             this.show();
         }
     }

@@ -10,15 +10,15 @@ const LONGEST = 3000;
 
 /** Whether a person presses something at this moment that is to be there until it is a click. */
 export class Press {
-    private readonly m_clock: Clock;
-    private m_waiting: (() => void)[] = [];
-    private m_isDown = false;
-    private m_cancelEnd: (() => void) | undefined;
+    readonly #clock: Clock;
+    #waiting: (() => void)[] = [];
+    #isDown = false;
+    #cancelEnd: (() => void) | undefined;
 
     constructor(root: HTMLElement, clock: Clock) {
-        this.m_clock = clock;
-        root.addEventListener('pointerdown', (event) => this.begin(event), { capture: true });
-        const endWithin = (time: number) => (): void => this.endWithin(time);
+        this.#clock = clock;
+        root.addEventListener('pointerdown', (event) => this.#begin(event), { capture: true });
+        const endWithin = (time: number) => (): void => this.#endWithin(time);
         const options = { capture: true };
         document.addEventListener('pointerup', endWithin(CLICK_COMES_WITHIN), options);
         document.addEventListener('click', endWithin(0), options);
@@ -27,42 +27,42 @@ export class Press {
     }
 
     get isDown(): boolean {
-        return this.m_isDown;
+        return this.#isDown;
     }
 
     /** Calls it when nothing is pressed any more: at once if nothing is. */
     whenUp(call: () => void): void {
-        if (this.m_isDown) {
-            this.m_waiting.push(call);
+        if (this.#isDown) {
+            this.#waiting.push(call);
         } else {
             call();
         }
     }
 
-    private begin({ target, isPrimary }: PointerEvent): void {
+    #begin({ target, isPrimary }: PointerEvent): void {
         const isPressed =
             isPrimary &&
             target instanceof Element &&
             target.closest(PRESSED) !== null &&
             !target.matches(NOT_PRESSED);
         if (isPressed) {
-            this.m_isDown = true;
-            this.endWithin(LONGEST);
+            this.#isDown = true;
+            this.#endWithin(LONGEST);
         }
     }
 
-    private endWithin(time: number): void {
-        this.m_cancelEnd?.();
-        if (this.m_isDown) {
-            this.m_cancelEnd = this.m_clock.after(time, () => this.end());
+    #endWithin(time: number): void {
+        this.#cancelEnd?.();
+        if (this.#isDown) {
+            this.#cancelEnd = this.#clock.after(time, () => this.#end());
         }
     }
 
-    private end(): void {
-        this.m_isDown = false;
-        this.m_cancelEnd = undefined;
-        const waiting = this.m_waiting;
-        this.m_waiting = [];
+    #end(): void {
+        this.#isDown = false;
+        this.#cancelEnd = undefined;
+        const waiting = this.#waiting;
+        this.#waiting = [];
         waiting.forEach((call) => call());
     }
 }

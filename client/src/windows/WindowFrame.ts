@@ -5,11 +5,11 @@ import { asNumber, isObject } from '../protocol/guards.ts';
 import type { StoredObject } from '../store/StoredObject.ts';
 import { chrome } from './chrome.ts';
 import { afterLayout } from './Follower.ts';
-import { makeMovable, type Movable } from './gestures.ts';
 import { fit, measureNaturally } from './fit.ts';
-import { fitSize, firstPlace } from './placement.ts';
-import { Place, wholeRect, type StoredPlace } from './Place.ts';
-import { keepScrolled, restoreScrolled, storeScrolled, type Scrolled } from './scrolled.ts';
+import { type Movable, makeMovable } from './gestures.ts';
+import { Place, type StoredPlace, wholeRect } from './Place.ts';
+import { firstPlace, fitSize } from './placement.ts';
+import { keepScrolled, restoreScrolled, type Scrolled, storeScrolled } from './scrolled.ts';
 import { asSizing, followContents, type Sizable, type Sizing } from './sizing.ts';
 
 /** What a window asks of the desktop it stands on. */
@@ -43,16 +43,16 @@ export class WindowFrame implements Movable, Sizable {
     readonly body: HTMLFieldSetElement;
     readonly place: Place;
     object: StoredObject;
-    private readonly m_host: WindowHost;
-    private m_mode: Mode = 'normal';
+    readonly #host: WindowHost;
+    #mode: Mode = 'normal';
     /** What it was before it was minimized. */
-    private m_restored: Mode = 'normal';
-    private m_sizing: Sizing = 'contents';
-    private m_zoom = 1;
+    #restored: Mode = 'normal';
+    #sizing: Sizing = 'contents';
+    #zoom = 1;
 
     constructor(object: StoredObject, host: WindowHost) {
         this.object = object;
-        this.m_host = host;
+        this.#host = host;
         this.place = new Place(this.element, host);
         this.element.className = 'window';
         this.element.dataset['id'] = String(object.id);
@@ -64,11 +64,11 @@ export class WindowFrame implements Movable, Sizable {
     }
 
     get mode(): Mode {
-        return this.m_mode;
+        return this.#mode;
     }
 
     get fixed(): boolean {
-        return this.m_mode !== 'normal';
+        return this.#mode !== 'normal';
     }
 
     get modal(): boolean {
@@ -81,16 +81,16 @@ export class WindowFrame implements Movable, Sizable {
 
     /** The whole window, title bar and border included, as it is now. */
     get frame(): Rect {
-        const maximized = this.m_mode === 'maximized';
-        return maximized ? { x: 0, y: 0, ...this.m_host.viewport } : this.place.frame;
+        const maximized = this.#mode === 'maximized';
+        return maximized ? { x: 0, y: 0, ...this.#host.viewport } : this.place.frame;
     }
 
     get viewport(): Size {
-        return this.m_host.viewport;
+        return this.#host.viewport;
     }
 
     get zoom(): number {
-        return this.m_zoom;
+        return this.#zoom;
     }
 
     showChrome(): void {
@@ -98,26 +98,26 @@ export class WindowFrame implements Movable, Sizable {
         this.element.setAttribute('aria-label', title === '' ? 'Window' : title);
         const view = {
             title,
-            iconAddress: this.m_host.imageAddress(windowicon),
-            maximized: this.m_mode === 'maximized',
+            iconAddress: this.#host.imageAddress(windowicon),
+            maximized: this.#mode === 'maximized',
             canMinimize: !this.modal && !transient,
             minimize: () => this.setMode('minimized'),
             toggleMaximize: () => this.toggleMaximize(),
-            close: () => this.m_host.closeRequested(this),
+            close: () => this.#host.closeRequested(this),
         };
         render(chrome(view), this.element);
     }
 
     /** A person moves or sizes the window. */
     setFrame(frame: Rect, last: boolean): void {
-        this.decide(frame, 'stays');
-        this.m_host.placed(this, last);
+        this.#decide(frame, 'stays');
+        this.#host.placed(this, last);
     }
 
     /** The program does. */
     setFrameAsked(frame: Rect): void {
-        this.decide(frame, 'asked');
-        this.m_host.placed(this, true);
+        this.#decide(frame, 'asked');
+        this.#host.placed(this, true);
     }
 
     /** A frame such that the content area is `content`. */
@@ -138,56 +138,56 @@ export class WindowFrame implements Movable, Sizable {
     measure(index: number, content?: Size): void {
         const natural = this.naturalSize();
         const size = content ? this.frameFor({ x: 0, y: 0, ...content }) : natural;
-        this.m_sizing = content ? 'asked' : 'contents';
-        this.place.put({ ...size, ...firstPlace(size, this.m_host.viewport, index) });
+        this.#sizing = content ? 'asked' : 'contents';
+        this.place.put({ ...size, ...firstPlace(size, this.#host.viewport, index) });
     }
 
     /** The contents changed; `anew` when there are some that were not there before. */
     follow(anew: boolean): void {
         const before = this.frame;
         keepScrolled(this.body, () => {
-            if (this.measured && this.m_mode === 'normal') {
-                this.m_sizing = followContents(this, this.m_sizing, anew);
+            if (this.measured && this.#mode === 'normal') {
+                this.#sizing = followContents(this, this.#sizing, anew);
             }
             fit(this.body);
         });
         if (!isSame(this.frame, before)) {
-            this.m_host.followed(this);
+            this.#host.followed(this);
         }
     }
 
     adjustSize(): void {
         if (this.measured) {
             keepScrolled(this.body, () => this.place.resizeTo(this.naturalSize()));
-            this.m_sizing = 'contents';
-            this.m_host.placed(this, true);
+            this.#sizing = 'contents';
+            this.#host.placed(this, true);
         }
     }
 
     setMode(mode: Mode): void {
-        if (mode === this.m_mode) {
+        if (mode === this.#mode) {
             return;
         }
         if (mode === 'minimized') {
-            this.m_restored = this.m_mode;
+            this.#restored = this.#mode;
         }
-        this.m_mode = mode;
+        this.#mode = mode;
         this.element.classList.toggle('maximized', mode === 'maximized');
         this.showChrome();
-        this.m_host.modeChanged(this);
+        this.#host.modeChanged(this);
     }
 
     restore(): void {
-        this.setMode(this.m_restored);
+        this.setMode(this.#restored);
     }
 
     toggleMaximize(): void {
-        this.setMode(this.m_mode === 'maximized' ? 'normal' : 'maximized');
+        this.setMode(this.#mode === 'maximized' ? 'normal' : 'maximized');
     }
 
     setZoom(zoom: number): void {
-        this.m_zoom = Math.min(4, Math.max(0.5, zoom));
-        this.element.style.fontSize = `${this.m_zoom}rem`;
+        this.#zoom = Math.min(4, Math.max(0.5, zoom));
+        this.element.style.fontSize = `${this.#zoom}rem`;
     }
 
     /** The viewport changed. */
@@ -200,18 +200,18 @@ export class WindowFrame implements Movable, Sizable {
         return {
             geometry: wholeRect(this.body.getBoundingClientRect()),
             frameGeometry: wholeRect(this.element.getBoundingClientRect()),
-            maximized: this.m_mode === 'maximized',
-            minimized: this.m_mode === 'minimized',
+            maximized: this.#mode === 'maximized',
+            minimized: this.#mode === 'minimized',
         };
     }
 
     store(): StoredFrame {
         return {
             place: this.place.store(),
-            mode: this.m_mode,
-            restored: this.m_restored,
-            sizing: this.m_sizing,
-            zoom: this.m_zoom,
+            mode: this.#mode,
+            restored: this.#restored,
+            sizing: this.#sizing,
+            zoom: this.#zoom,
             scrolled: storeScrolled(this.body),
         };
     }
@@ -221,7 +221,7 @@ export class WindowFrame implements Movable, Sizable {
             return;
         }
         this.place.takeUp(stored['place']);
-        this.m_sizing = asSizing(stored['sizing']);
+        this.#sizing = asSizing(stored['sizing']);
         this.setZoom(asNumber(stored['zoom']) ?? 1);
         this.setMode(asMode(stored['restored']));
         this.setMode(asMode(stored['mode']));
@@ -229,10 +229,10 @@ export class WindowFrame implements Movable, Sizable {
     }
 
     /** A frame of the same size moves the window, and leaves open who decides its size. */
-    private decide(frame: Rect, sizing: Sizing): void {
+    #decide(frame: Rect, sizing: Sizing): void {
         const { width, height } = this.frame;
         if (frame.width !== width || frame.height !== height) {
-            this.m_sizing = sizing;
+            this.#sizing = sizing;
             this.place.put(frame);
         } else {
             this.place.moveTo(frame.x, frame.y);
@@ -246,10 +246,7 @@ export class WindowFrame implements Movable, Sizable {
         style.height = '';
         const { width, height } = measureNaturally(this.body, this.element);
         this.place.show();
-        return fitSize(
-            { width: Math.ceil(width), height: Math.ceil(height) },
-            this.m_host.viewport,
-        );
+        return fitSize({ width: Math.ceil(width), height: Math.ceil(height) }, this.#host.viewport);
     }
 }
 

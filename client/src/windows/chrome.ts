@@ -36,20 +36,24 @@ function showLoaded(event: Event): void {
 export function chrome(window: Chrome): TemplateResult {
     const hint = 'Arrow keys move the window, Shift and arrow keys resize it';
     return html`<header class="bar">
-            ${window.iconAddress === undefined
-                ? nothing
-                : html`<img
+            ${
+                window.iconAddress === undefined
+                    ? nothing
+                    : html`<img
                       class="window-icon"
                       alt=""
                       src=${window.iconAddress}
                       @error=${hideBroken}
                       @load=${showLoaded}
-                  />`}
+                  />`
+            }
             <button type="button" class="grip" aria-description=${hint}>${window.title}</button>
             ${window.canMinimize ? tool('Minimize', glyphs.minimize, window.minimize) : nothing}
-            ${window.maximized
-                ? tool('Restore', glyphs.restore, window.toggleMaximize)
-                : tool('Maximize', glyphs.maximize, window.toggleMaximize)}
+            ${
+                window.maximized
+                    ? tool('Restore', glyphs.restore, window.toggleMaximize)
+                    : tool('Maximize', glyphs.maximize, window.toggleMaximize)
+            }
             ${tool('Close', glyphs.close, window.close)}
         </header>
         <fieldset class="body" role="none"></fieldset>`;

@@ -54,14 +54,14 @@ function keepFocus(desktop: Desktop, event: MouseEvent): void {
 
 function pressed(desktop: Desktop, frame: WindowFrame, event: KeyboardEvent): void {
     if (event.key === 'Escape' && !event.isComposing) {
-        escape(desktop, frame, event);
+        escapePressed(desktop, frame, event);
     } else if (event.ctrlKey && !event.altKey && !event.metaKey) {
         zoom(desktop, frame, event);
     }
 }
 
 /** Escape puts away what was put in front of the work, not the work itself; a list comes first. */
-function escape(desktop: Desktop, frame: WindowFrame, event: KeyboardEvent): void {
+function escapePressed(desktop: Desktop, frame: WindowFrame, event: KeyboardEvent): void {
     event.preventDefault();
     if ((event.target as Element).getAttribute('aria-expanded') === 'true') {
         return;

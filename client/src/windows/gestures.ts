@@ -1,5 +1,5 @@
 import type { Point, Rect } from '../protocol/geometry.ts';
-import { anyEdge, edgeCursor, edgesAt, moved, resized, type Edges } from './placement.ts';
+import { anyEdge, type Edges, edgeCursor, edgesAt, moved, resized } from './placement.ts';
 
 /** What can be taken hold of: a window whose frame follows pointer and keys. */
 export interface Movable {

@@ -3,8 +3,8 @@ import { readFileSync } from 'node:fs';
 import { createRequire } from 'node:module';
 import { join } from 'node:path';
 import { ROOT_CHANNEL } from '../../src/protocol/names.ts';
+import { onStage, type Stage, widget } from '../support/Stage.ts';
 import { everyKind, tabPage } from '../support/scene.ts';
-import { onStage, widget, type Stage } from '../support/Stage.ts';
 
 /** What every page owes its visitors, whatever it shows. */
 
@@ -182,10 +182,13 @@ onStage(
     async (stage) => {
         await stage.open(1, {}, everyKind);
         const look = (at: string): Promise<string> =>
-            stage.page.locator(at).first().evaluate((e) => {
-                const { backgroundColor, borderStyle, borderWidth } = getComputedStyle(e);
-                return [backgroundColor, borderStyle, borderWidth].join();
-            });
+            stage.page
+                .locator(at)
+                .first()
+                .evaluate((e) => {
+                    const { backgroundColor, borderStyle, borderWidth } = getComputedStyle(e);
+                    return [backgroundColor, borderStyle, borderWidth].join();
+                });
         stage.write(1, 32, { checkable: true, checked: true });
         await stage.settled();
         const plain = await look('[data-id="13"]');
@@ -197,7 +200,10 @@ onStage(
 );
 
 onStage('the page has the name of the active window, a message its text', async (stage) => {
-    const title = async (): Promise<string> => (await stage.settled(), stage.page.title());
+    const title = async (): Promise<string> => {
+        await stage.settled();
+        return stage.page.title();
+    };
     assert.equal(await title(), 'Dialogs');
     await stage.open(1, {}, everyKind);
     await stage.open(200, { geometry: '[500,300,200,100]' }, [widget(202, 'Edit', { text: '' })]);

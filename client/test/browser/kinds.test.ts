@@ -1,7 +1,7 @@
 import assert from 'node:assert/strict';
 import { readFileSync } from 'node:fs';
-import { everyKind, tabPage } from '../support/scene.ts';
 import { onStage, widget } from '../support/Stage.ts';
+import { everyKind, tabPage } from '../support/scene.ts';
 
 /** Combo boxes and tabs in a person's hands, and what the model document says of them. */
 
@@ -59,7 +59,11 @@ function* orders(): Generator<readonly (readonly string[])[]> {
 type Arrival = readonly [channel: string, message: object];
 
 /** The window with such a combo box, and what the program then says of that. */
-function arrivals(isEditable: boolean, given: readonly string[], then: readonly string[]): Arrival[] {
+function arrivals(
+    isEditable: boolean,
+    given: readonly string[],
+    then: readonly string[],
+): Arrival[] {
     const values = (text: string): object => JSON.parse(`{${text}}`) as object;
     const start = { text: '', currentindex: -1, entries: ['a', 'b', 'c'], editable: isEditable };
     const box = widget(18, 'ComboBox', { ...start, ...values(given.join()) });
@@ -73,12 +77,17 @@ function arrivals(isEditable: boolean, given: readonly string[], then: readonly 
 let version = 1;
 const element = (values: object): object => {
     const patch = [{ op: 'add', path: '/box', value: { tag: '18', ...values } }];
-    return { version: (version += 1), patch };
+    version += 1;
+    return { version, patch };
 };
 
 onStage('combo boxes show what the guide says, in each order of what arrives', async (stage) => {
     const at = stage.page.locator('[data-id="18"]:is(select), [data-id="18"] > input');
-    const ways = [[false, true], [true, false], [true, true]] as const;
+    const ways = [
+        [false, true],
+        [true, false],
+        [true, true],
+    ] as const;
     stage.gateway.send(['/tdom', { version, snapshot: {} }]);
     for (const [given = [], then = [], fixed = [], editable = [], reports = []] of orders()) {
         for (const [isEditable, isTogether] of ways) {
@@ -148,7 +157,11 @@ onStage('the pointer turns and closes tabs, and the focus stays in sight', async
     const pages = [41, 31, 42, 35, 37].map((id) => tabPage(id, `Page ${id}`, {}));
     const container = { id: '30', type: 'TabContainer', msgType: 'refresh', currentindex: 0 };
     stage.gateway.send(['./1', { ...container, contents: pages }]);
-    for (const [id, number] of [[42, 3], [37, 5], [31, 1]] as const) {
+    for (const [id, number] of [
+        [42, 3],
+        [37, 5],
+        [31, 1],
+    ] as const) {
         await tab(`Page ${id}`).click();
         told.push(['tabchanged', number]);
     }

@@ -1,6 +1,6 @@
 import assert from 'node:assert/strict';
 import { readFileSync } from 'node:fs';
-import { onStage, widget, type Stage } from '../support/Stage.ts';
+import { onStage, type Stage, widget } from '../support/Stage.ts';
 import { ofObjects } from '../support/table.ts';
 
 /** Every property of every kind, as the table of the protocol has them, changes what is shown. */
@@ -49,7 +49,7 @@ async function look(): Promise<string> {
     const values = controls.map(({ value, checked }) => [value, checked]);
     const places = [...document.querySelectorAll('.window')].map((e) => e.getBoundingClientRect());
     const focus = document.activeElement?.closest<HTMLElement>('[data-id]')?.dataset['id'];
-    const html = document.body.innerHTML.replace(/<!--[^]*?-->/g, '');
+    const html = document.body.innerHTML.replace(/<!--[\s\S]*?-->/g, '');
     return JSON.stringify([focus, values, places, document.title, html]);
 }
 

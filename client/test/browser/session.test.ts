@@ -157,22 +157,27 @@ for (const [text, isLost] of shownAgain) {
 const narrow = { viewport: { width: 400, height: 500 } };
 const places = ['[8,40,380,440]', '[8,450,380,300]', '[100,430,250,200]'];
 
-onStage('what the page says covers no title bar, wherever windows stand', async (stage) => {
-    const { page, gateway } = stage;
-    for (const [index, geometry] of places.entries()) {
-        await stage.open(1 + index * 10, { geometry }, []);
-    }
-    gateway.token = 'another';
-    gateway.close(1011);
-    await page.getByRole('status').getByText('out of date').waitFor();
-    const covered = await page.evaluate(() => {
-        const banner = document.querySelector('.banner')?.getBoundingClientRect() ?? new DOMRect();
-        const all = [...document.querySelectorAll('.bar')];
-        const bars = all.map((bar) => bar.getBoundingClientRect());
-        const meets = (bar: DOMRect): boolean =>
-            Math.min(bar.right, banner.right) > Math.max(bar.left, banner.left) &&
-            Math.min(bar.bottom, banner.bottom) > Math.max(bar.top, banner.top);
-        return [banner.width > 100 && banner.top >= 0, bars.length, bars.filter(meets).length];
-    });
-    assert.deepEqual(covered, [true, places.length, 0]);
-}, narrow);
+onStage(
+    'what the page says covers no title bar, wherever windows stand',
+    async (stage) => {
+        const { page, gateway } = stage;
+        for (const [index, geometry] of places.entries()) {
+            await stage.open(1 + index * 10, { geometry }, []);
+        }
+        gateway.token = 'another';
+        gateway.close(1011);
+        await page.getByRole('status').getByText('out of date').waitFor();
+        const covered = await page.evaluate(() => {
+            const banner =
+                document.querySelector('.banner')?.getBoundingClientRect() ?? new DOMRect();
+            const all = [...document.querySelectorAll('.bar')];
+            const bars = all.map((bar) => bar.getBoundingClientRect());
+            const meets = (bar: DOMRect): boolean =>
+                Math.min(bar.right, banner.right) > Math.max(bar.left, banner.left) &&
+                Math.min(bar.bottom, banner.bottom) > Math.max(bar.top, banner.top);
+            return [banner.width > 100 && banner.top >= 0, bars.length, bars.filter(meets).length];
+        });
+        assert.deepEqual(covered, [true, places.length, 0]);
+    },
+    narrow,
+);

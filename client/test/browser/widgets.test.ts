@@ -39,7 +39,9 @@ onStage('a person types, toggles and clicks; Enter presses the default button', 
     const before = stage.said(1).length;
     for (const [label, id] of Object.entries({ Terms: 12, 'Last step': 14 })) {
         await page.getByText(label).click();
-        const focused = stage.at(id).locator('xpath=descendant-or-self::*[self::input or self::button]');
+        const focused = stage
+            .at(id)
+            .locator('xpath=descendant-or-self::*[self::input or self::button]');
         assert.ok(await focused.evaluate((e) => e === document.activeElement), label);
     }
     await stage.settled();
@@ -83,7 +85,13 @@ onStage('what the person did last outdates what the program said before', async 
 onStage('of an item and a text that come together the later one is the text', async (stage) => {
     const box = { entries: ['a', 'b'], currentindex: -1, editable: true, text: '' };
     await stage.open(1, {}, [widget(11, 'ComboBox', box)]);
-    stage.gateway.send(['./1', [{ id: '11', currentindex: 0 }, { id: '11', text: 'own' }]]);
+    stage.gateway.send([
+        './1',
+        [
+            { id: '11', currentindex: 0 },
+            { id: '11', text: 'own' },
+        ],
+    ]);
     await stage.settled();
     assert.equal(await stage.at(11).locator('input').inputValue(), 'own');
     assert.deepEqual(stage.events(11), [], 'the program knows its own text');

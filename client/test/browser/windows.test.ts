@@ -2,8 +2,8 @@ import assert from 'node:assert/strict';
 import { readFileSync } from 'node:fs';
 import type { Rect } from '../../src/protocol/geometry.ts';
 import { META_STANDARD_BUTTON_SET } from '../../src/protocol/names.ts';
+import { onStage, type Stage, widget } from '../support/Stage.ts';
 import { tabPage } from '../support/scene.ts';
-import { onStage, widget, type Stage } from '../support/Stage.ts';
 
 const content = [widget(12, 'Edit', { text: '' }), widget(13, 'Button', { label: 'OK' })];
 const place = { geometry: '[200,150,300,120]' };
@@ -116,8 +116,7 @@ onStage('a modal window shuts the others off until it is closed', async (stage) 
 
 onStage('Ctrl with + and - asks for another font size and scales the window', async (stage) => {
     await stage.open(1, {}, content);
-    const size = (): Promise<unknown> =>
-        stage.at(13).evaluate((e) => getComputedStyle(e).fontSize);
+    const size = (): Promise<unknown> => stage.at(13).evaluate((e) => getComputedStyle(e).fontSize);
     const before = await size();
     await stage.at(12).focus();
     await stage.page.keyboard.press('Control+=');

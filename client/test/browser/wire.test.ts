@@ -1,6 +1,6 @@
 import assert from 'node:assert/strict';
 import { onStage, type Stage } from '../support/Stage.ts';
-import { arrivalsIn, rows, shownWindows, type Ids, type Row } from '../support/wireRows.ts';
+import { arrivalsIn, type Ids, type Row, rows, shownWindows } from '../support/wireRows.ts';
 
 /** What the messages of `tests/wire` do to the document; the README there says what is asked. */
 

@@ -3,7 +3,7 @@ import { readFile } from 'node:fs/promises';
 import { createServer, type IncomingMessage, type ServerResponse } from 'node:http';
 import type { AddressInfo } from 'node:net';
 import { extname, join } from 'node:path';
-import { WebSocketServer, type WebSocket } from 'ws';
+import { type WebSocket, WebSocketServer } from 'ws';
 import type { FrameRecord } from '../../src/gateway/frame.ts';
 import { ICON_PATH, SOCKET_PATH, SUB_PROTOCOL } from '../../src/protocol/names.ts';
 import { Peer } from './Peer.ts';
@@ -34,29 +34,29 @@ export class FakeGateway {
     token = 'secret';
     /** With which code the page has closed its last connection. */
     closeCode = 0;
-    private readonly m_server = createServer((request, response) => this.serve(request, response));
-    private readonly m_sockets = new WebSocketServer({
-        server: this.m_server,
+    readonly #server = createServer((request, response) => this.#serve(request, response));
+    readonly #sockets = new WebSocketServer({
+        server: this.#server,
         path: SOCKET_PATH,
-        verifyClient: ({ req }: { req: IncomingMessage }) => this.holdsToken(req),
+        verifyClient: ({ req }: { req: IncomingMessage }) => this.#holdsToken(req),
         handleProtocols: (offered) => (offered.has(SUB_PROTOCOL) ? SUB_PROTOCOL : false),
     });
-    private readonly m_came = new EventEmitter();
-    private m_socket: WebSocket | undefined;
+    readonly #came = new EventEmitter();
+    #socket: WebSocket | undefined;
 
     /** Serves the page that was built; tests run in the package's folder. */
     async start(): Promise<string> {
-        this.m_sockets.on('connection', (socket, request) => this.accept(socket, request));
-        await new Promise<void>((done) => this.m_server.listen(0, '127.0.0.1', done));
-        const { port } = this.m_server.address() as AddressInfo;
+        this.#sockets.on('connection', (socket, request) => this.#accept(socket, request));
+        await new Promise<void>((done) => this.#server.listen(0, '127.0.0.1', done));
+        const { port } = this.#server.address() as AddressInfo;
         return `http://127.0.0.1:${port}/#${this.token}`;
     }
 
     async stop(): Promise<void> {
-        this.m_sockets.clients.forEach((client) => client.terminate());
-        this.m_sockets.close();
-        this.m_server.closeAllConnections();
-        await new Promise((done) => this.m_server.close(done));
+        this.#sockets.clients.forEach((client) => client.terminate());
+        this.#sockets.close();
+        this.#server.closeAllConnections();
+        await new Promise((done) => this.#server.close(done));
     }
 
     /** Sends texts to the page, all in one frame; kept for a page that is not there. */
@@ -65,12 +65,12 @@ export class FakeGateway {
             channel,
             text: typeof message === 'string' ? message : JSON.stringify(message),
         }));
-        this.m_socket?.send(this.peer.publish(texts));
+        this.#socket?.send(this.peer.publish(texts));
     }
 
     /** Closes the connection in order. */
     close(code: number): void {
-        this.m_socket?.close(code);
+        this.#socket?.close(code);
     }
 
     /** The messages that came up on a channel, parsed. */
@@ -83,16 +83,16 @@ export class FakeGateway {
     async until(condition: () => boolean, what: string): Promise<void> {
         const signal = AbortSignal.timeout(10_000);
         while (!condition()) {
-            await once(this.m_came, 'frame', { signal }).catch(() => {
+            await once(this.#came, 'frame', { signal }).catch(() => {
                 throw new Error(`never came: ${what}; got ${JSON.stringify(this.up.slice(-5))}`);
             });
         }
     }
 
-    private serve(request: IncomingMessage, response: ServerResponse): void {
+    #serve(request: IncomingMessage, response: ServerResponse): void {
         const { pathname: path } = new URL(request.url ?? '/', 'http://localhost');
         if (path.startsWith(ICON_PATH) || path === SOCKET_PATH) {
-            const status = !this.holdsToken(request) ? 401 : path === SOCKET_PATH ? 426 : 404;
+            const status = !this.#holdsToken(request) ? 401 : path === SOCKET_PATH ? 426 : 404;
             response.writeHead(status, securityHeaders).end('the reason');
             return;
         }
@@ -106,32 +106,32 @@ export class FakeGateway {
         );
     }
 
-    private holdsToken(request: IncomingMessage): boolean {
+    #holdsToken(request: IncomingMessage): boolean {
         return queryOf(request).get('token') === this.token;
     }
 
-    private accept(socket: WebSocket, request: IncomingMessage): void {
+    #accept(socket: WebSocket, request: IncomingMessage): void {
         const greeting = this.peer.greet(queryOf(request));
         greeting.forEach((text) => socket.send(text));
         if (greeting[0]?.includes('lost')) {
             socket.close(4000, 'lost');
             return;
         }
-        this.m_socket = socket;
-        socket.on('message', (data) => this.frameUp(String(data)));
+        this.#socket = socket;
+        socket.on('message', (data) => this.#frameUp(String(data)));
         socket.on('close', (code) => (this.closeCode = code));
     }
 
-    private frameUp(text: string): void {
+    #frameUp(text: string): void {
         const fresh = this.peer.take(text);
         if (fresh === undefined) {
             throw new Error(`the page sent no frame: ${text}`);
         }
         this.up.push(...fresh);
         if (fresh.length > 0 || this.peer.asked) {
-            this.m_socket?.send(this.peer.publish([]));
+            this.#socket?.send(this.peer.publish([]));
         }
-        this.m_came.emit('frame');
+        this.#came.emit('frame');
     }
 }
 

@@ -20,11 +20,14 @@ export class LinkedPage implements LinkListener {
     /** What nobody has confirmed of the sessions that are over. */
     readonly unconfirmed: string[][] = [];
     readonly link: Link;
-    private m_ids = 0;
-    private m_marked = 0;
+    #ids = 0;
+    #marked = 0;
 
     constructor(readonly gateway = new MemoryGateway()) {
-        const makeClientId = (): string => `page${(this.m_ids += 1)}`;
+        const makeClientId = (): string => {
+            this.#ids += 1;
+            return `page${this.#ids}`;
+        };
         const { connect, askWhy } = gateway;
         const { clock } = this;
         this.link = new Link({ connect, askWhy, clock, listener: this, makeClientId });
@@ -90,7 +93,7 @@ export class LinkedPage implements LinkListener {
     /** From here on texts and time count. */
     marks(): void {
         this.got.length = 0;
-        this.m_marked = this.clock.now();
+        this.#marked = this.clock.now();
     }
 
     /** Lets promises, then timers run until only the questions of an idle page are left. */
@@ -147,7 +150,7 @@ export class LinkedPage implements LinkListener {
             ...{ queries, query: queries.at(-1), connections: queries.length },
             ...{ handled, messages, unconfirmed: this.unconfirmed },
             unacknowledged: this.link.session.unacknowledged,
-            passed: this.clock.now() - this.m_marked,
+            passed: this.clock.now() - this.#marked,
             /** Between two attempts, on average. */
             pause: this.clock.now() / (queries.length - 1),
             /** No old attempt can be taken for the last one. */

@@ -3,34 +3,34 @@ import { Peer } from './Peer.ts';
 
 /** Time that passes when a test says so. */
 export class TestClock implements Clock {
-    private m_now = 0;
-    private m_timers: { at: number; call: () => void }[] = [];
+    #now = 0;
+    #timers: { at: number; call: () => void }[] = [];
 
     now(): number {
-        return this.m_now;
+        return this.#now;
     }
 
     after(milliseconds: number, call: () => void): () => void {
-        const timer = { at: this.m_now + milliseconds, call };
-        this.m_timers.push(timer);
-        return () => (this.m_timers = this.m_timers.filter((other) => other !== timer));
+        const timer = { at: this.#now + milliseconds, call };
+        this.#timers.push(timer);
+        return () => (this.#timers = this.#timers.filter((other) => other !== timer));
     }
 
     /** Runs the next timer, if there is one within so many milliseconds. */
     step(within = Infinity): boolean {
-        const next = this.m_timers.sort((a, b) => a.at - b.at)[0];
-        if (next === undefined || next.at > this.m_now + within) {
+        const next = this.#timers.sort((a, b) => a.at - b.at)[0];
+        if (next === undefined || next.at > this.#now + within) {
             return false;
         }
-        this.m_timers.shift();
-        this.m_now = Math.max(this.m_now, next.at);
+        this.#timers.shift();
+        this.#now = Math.max(this.#now, next.at);
         next.call();
         return true;
     }
 
     /** Time passes in which no timer runs: the machine sleeps. */
     sleep(milliseconds: number): void {
-        this.m_now += milliseconds;
+        this.#now += milliseconds;
     }
 }
 
@@ -55,14 +55,14 @@ export class MemoryGateway {
     /** An old gateway leaves questions unanswered. */
     isOld = false;
     messages = 0;
-    private m_listener: SocketListener | undefined;
+    #listener: SocketListener | undefined;
 
     readonly connect: Connect = (query, listener) => {
         this.attempts.push(Number(query.get('attempt')));
         query.delete('attempt');
         this.queries.push(query.toString());
-        this.m_listener = listener;
-        const isCurrent = (): boolean => this.m_listener === listener;
+        this.#listener = listener;
+        const isCurrent = (): boolean => this.#listener === listener;
         queueMicrotask(() => {
             if (isCurrent() && this.refuses) {
                 this.close(1006);
@@ -71,8 +71,10 @@ export class MemoryGateway {
             }
         });
         return {
-            send: (text) => isCurrent() && this.carry(() => this.frameUp(text)),
-            close: () => isCurrent() && (this.m_listener = undefined),
+            send: (text) => isCurrent() && this.#carry(() => this.#frameUp(text)),
+            close: () => {
+                this.#listener = isCurrent() ? undefined : this.#listener;
+            },
         };
     };
 
@@ -85,16 +87,16 @@ export class MemoryGateway {
 
     /** A frame, or what should be one, as it is. */
     raw(text: string): void {
-        this.carry(() => this.m_listener?.message(text));
+        this.#carry(() => this.#listener?.message(text));
     }
 
     close(code: number): void {
-        const listener = this.m_listener;
-        this.m_listener = undefined;
+        const listener = this.#listener;
+        this.#listener = undefined;
         listener?.closed(code, '');
     }
 
-    private frameUp(text: string): void {
+    #frameUp(text: string): void {
         const fresh = this.peer.take(text);
         if (fresh === undefined) {
             this.close(4003);
@@ -105,10 +107,10 @@ export class MemoryGateway {
         }
     }
 
-    private carry(deliver: () => void): void {
+    #carry(deliver: () => void): void {
         const cut = this.messages === this.cutAt;
         this.messages += 1;
-        if (this.m_listener !== undefined && !this.hangs && (!cut || this.cutAfter)) {
+        if (this.#listener !== undefined && !this.hangs && (!cut || this.cutAfter)) {
             deliver();
         }
         if (cut) {

@@ -4,10 +4,10 @@ import type { MessageBox } from '../../src/protocol/messagebox.ts';
 import { propertyNames } from '../../src/protocol/properties.ts';
 import { initialValues, type Name } from '../../src/protocol/values.ts';
 import { ObjectStore } from '../../src/store/ObjectStore.ts';
+import { type StoredObject, subtree } from '../../src/store/StoredObject.ts';
 import { describe } from '../../src/store/snapshot.ts';
-import { subtree, type StoredObject } from '../../src/store/StoredObject.ts';
 import { ofObjects } from './table.ts';
-import { rows, shownWindows, type Ids, type Row } from './wireRows.ts';
+import { type Ids, type Row, rows, shownWindows } from './wireRows.ts';
 
 /** How a value that the page keeps stands on the wire; written without the page's own guards. */
 type Form = (value: never) => unknown;
@@ -36,19 +36,19 @@ export class WirePage {
     /** What the store told, each as an event, the object's name and details. */
     readonly told: string[] = [];
     box: MessageBox | undefined;
-    private m_pings = 0;
-    private readonly m_names: ReadonlyMap<number, string>;
+    #pings = 0;
+    readonly #names: ReadonlyMap<number, string>;
     readonly store = new ObjectStore({
-        opened: (window) => this.note('opened', window),
-        reopened: (window) => this.note('reopened', window),
-        closed: (window) => this.note('closed', window),
-        inserted: (object, before) => this.note('inserted', object, before ? 'for old' : 'last'),
-        removed: (object) => this.note('removed', object),
-        changed: (object, names) => this.note('changed', object, [...names].join()),
-        triggered: (object, trigger) => this.note('triggered', object, trigger),
+        opened: (window) => this.#note('opened', window),
+        reopened: (window) => this.#note('reopened', window),
+        closed: (window) => this.#note('closed', window),
+        inserted: (object, before) => this.#note('inserted', object, before ? 'for old' : 'last'),
+        removed: (object) => this.#note('removed', object),
+        changed: (object, names) => this.#note('changed', object, [...names].join()),
+        triggered: (object, trigger) => this.#note('triggered', object, trigger),
     });
-    private readonly m_inbox = new Inbox(this.store, {
-        pinged: () => (this.m_pings += 1),
+    readonly #inbox = new Inbox(this.store, {
+        pinged: () => (this.#pings += 1),
         described: () => undefined,
         told: (_window, box) => (this.box = box),
         modelNeeded: () => undefined,
@@ -57,7 +57,7 @@ export class WirePage {
     /** The windows that the row's scene shows are there. */
     constructor(row: Row) {
         this.ids = rows.identifiersOf(row);
-        this.m_names = new Map([...this.ids].map(([name, id]) => [id, name]));
+        this.#names = new Map([...this.ids].map(([name, id]) => [id, name]));
         shownWindows(row, this.ids).forEach((window) => this.arrives('.', JSON.stringify(window)));
         this.told.length = 0;
     }
@@ -65,7 +65,7 @@ export class WirePage {
     arrives(address: string, text: string): void {
         const channel = parseChannel(address);
         if (channel !== undefined) {
-            this.m_inbox.received(channel, text);
+            this.#inbox.received(channel, text);
             this.store.flush();
         }
     }
@@ -78,7 +78,7 @@ export class WirePage {
     }
 
     nameOf(object: StoredObject): string {
-        return this.m_names.get(object.id) ?? String(object.id);
+        return this.#names.get(object.id) ?? String(object.id);
     }
 
     /** The value of a property as it would stand on the wire. */
@@ -91,7 +91,7 @@ export class WirePage {
     /** What every object has that it did not begin with, and how they stand in each other. */
     state(): State {
         const windows = [...this.store.windows.values()];
-        const state: Record<string, unknown> = { 'page.windows': this.namesOf(windows) };
+        const state: Record<string, unknown> = { 'page.windows': this.#namesOf(windows) };
         for (const object of windows.flatMap((window) => [...subtree(window)])) {
             const owner = this.nameOf(object);
             for (const name of propertyNames) {
@@ -101,17 +101,17 @@ export class WirePage {
                 }
             }
             if (object.children.length > 0) {
-                state[`${owner}.contents`] = this.namesOf(object.children);
+                state[`${owner}.contents`] = this.#namesOf(object.children);
             }
         }
-        return { ...state, 'page.pings': this.m_pings, 'page.box': this.box };
+        return { ...state, 'page.pings': this.#pings, 'page.box': this.box };
     }
 
-    private namesOf(objects: readonly StoredObject[]): string {
+    #namesOf(objects: readonly StoredObject[]): string {
         return objects.map((object) => this.nameOf(object)).join();
     }
 
-    private note(event: string, object: StoredObject, details = ''): void {
+    #note(event: string, object: StoredObject, details = ''): void {
         this.told.push(`${event} ${this.nameOf(object)} ${details}`.trim());
     }
 }

@@ -25,7 +25,10 @@ const upper = (text: string): string => text.toUpperCase();
 const digits = (text: string): string => text.replaceAll('-', '');
 const masked = (text: string): string => digits(text).replace(/(...)(?=.)/g, '$1-');
 const none: Handler = () => undefined;
-const answer = (change: (text: string) => string): Handler => (typed, set) => set(change(typed));
+const answer =
+    (change: (text: string) => string): Handler =>
+    (typed, set) =>
+        set(change(typed));
 
 const fields: Readonly<Record<string, Field>> = {
     'leaves the text alone': { handler: none, always: same, moves: true },
@@ -33,7 +36,11 @@ const fields: Readonly<Record<string, Field>> = {
     'sets it to what it is': { handler: answer(same), echoes: false, always: same },
     'puts it in capitals': { handler: answer(upper), always: upper, shown: upper, moves: true },
     'puts it in capitals, without an echo': {
-        handler: answer(upper), echoes: false, always: upper, shown: upper, moves: true,
+        handler: answer(upper),
+        echoes: false,
+        always: upper,
+        shown: upper,
+        moves: true,
     },
     'puts dashes in': { handler: answer(masked), always: digits, shown: digits },
     'takes no more than five letters': { handler: answer((text) => text.slice(0, 5)) },
@@ -59,26 +66,26 @@ class Scene {
     meantCaret = 0;
     field = '';
     caret = 0;
-    private m_sent = 0;
-    private m_known = 0;
-    private readonly m_up: string[] = [];
-    private readonly m_down: { readonly known: number; readonly text: string }[] = [];
-    private readonly m_observer: Partial<StoreObserver> = {
+    #sent = 0;
+    #known = 0;
+    readonly #up: string[] = [];
+    readonly #down: { readonly known: number; readonly text: string }[] = [];
+    readonly #observer: Partial<StoreObserver> = {
         opened: () => undefined,
-        changed: (object) => this.show(object.values.text ?? ''),
+        changed: (object) => this.#show(object.values.text ?? ''),
     };
-    private readonly m_store = new ObjectStore(this.m_observer as StoreObserver);
+    readonly #store = new ObjectStore(this.#observer as StoreObserver);
 
     constructor(
         private readonly m_field: Field,
         private readonly m_roll: (sides: number) => number,
     ) {
         const contents = [{ id: '2', type: 'Edit', text: '' }];
-        this.m_store.open({ id: 1, type: 'Dialog', values: {}, triggers: [], contents, raw: {} });
+        this.#store.open({ id: 1, type: 'Dialog', values: {}, triggers: [], contents, raw: {} });
     }
 
     get isQuiet(): boolean {
-        return this.m_up.length + this.m_down.length === 0;
+        return this.#up.length + this.#down.length === 0;
     }
 
     /** The person types at the caret, or moves it first. */
@@ -91,17 +98,18 @@ class Scene {
         this.meantCaret += 1;
         this.field = this.field.slice(0, this.caret) + letter + this.field.slice(this.caret);
         this.caret += 1;
-        this.m_up.push(this.field);
-        const values = this.m_store.get(2)?.values ?? {};
-        this.m_store.own.put(2, { text: this.field }, values, (this.m_sent += 1));
+        this.#up.push(this.field);
+        const values = this.#store.get(2)?.values ?? {};
+        this.#sent += 1;
+        this.#store.own.put(2, { text: this.field }, values, this.#sent);
         values.text = this.field;
     }
 
     /** The program hears of the next change. */
     hear(): void {
-        const typed = this.m_up.shift();
+        const typed = this.#up.shift();
         if (typed !== undefined) {
-            this.m_known += 1;
+            this.#known += 1;
             if (this.m_field.echoes !== false) {
                 this.set(typed);
             }
@@ -112,22 +120,22 @@ class Scene {
     set(text: string): void {
         if (text !== this.text) {
             this.text = text;
-            this.m_down.push({ known: this.m_known, text });
+            this.#down.push({ known: this.#known, text });
         }
     }
 
     /** A frame arrives: some or all of the texts that knew the same. */
     receive(): void {
-        const known = this.m_down[0]?.known ?? 0;
-        const last = this.m_down.findLastIndex((text) => text.known === known);
-        this.m_store.known = known;
-        for (const { text } of this.m_down.splice(0, 1 + this.m_roll(last + 1))) {
-            this.m_store.apply(1, { id: '2', text });
+        const known = this.#down[0]?.known ?? 0;
+        const last = this.#down.findLastIndex((text) => text.known === known);
+        this.#store.known = known;
+        for (const { text } of this.#down.splice(0, 1 + this.m_roll(last + 1))) {
+            this.#store.apply(1, { id: '2', text });
         }
-        this.m_store.flush();
+        this.#store.flush();
     }
 
-    private show(text: string): void {
+    #show(text: string): void {
         this.caret = caretIn(this.field, this.caret, text);
         this.field = text;
     }
@@ -188,5 +196,8 @@ test('the caret stays where it stood, by what is around it', () => {
         const caret = caretIn(before.replace('|', ''), before.indexOf('|'), text);
         return `${text.slice(0, caret)}|${text.slice(caret)}`;
     });
-    assert.deepEqual(moved, carets.map(([, now]) => now));
+    assert.deepEqual(
+        moved,
+        carets.map(([, now]) => now),
+    );
 });

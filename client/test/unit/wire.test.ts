@@ -3,21 +3,21 @@ import { test } from 'node:test';
 import { decodeGreeting } from '../../src/gateway/control.ts';
 import { Session, type StoredSession } from '../../src/gateway/Session.ts';
 import * as events from '../../src/protocol/events.ts';
-import { parseJson, type JsonObject } from '../../src/protocol/guards.ts';
+import type { Rect } from '../../src/protocol/geometry.ts';
+import { type JsonObject, parseJson } from '../../src/protocol/guards.ts';
 import { dialogDestroyed, dialogReady } from '../../src/protocol/lifecycle.ts';
 import { Event, Kind, Up } from '../../src/protocol/names.ts';
 import { propertyNames } from '../../src/protocol/properties.ts';
-import { triggers, type EventMembers, type EventName } from '../../src/protocol/values.ts';
-import type { Rect } from '../../src/protocol/geometry.ts';
+import { type EventMembers, type EventName, triggers } from '../../src/protocol/values.ts';
 import { assertApplied, objectsIn, structure } from '../support/applied.ts';
 import { changes, WirePage } from '../support/WirePage.ts';
 import {
     arrivalsIn,
-    rows,
-    shortChannel,
     type FrameRow,
     type Ids,
     type Row,
+    rows,
+    shortChannel,
 } from '../support/wireRows.ts';
 
 /** The same messages that the program's side replays, at this end of the wire. */
@@ -101,7 +101,8 @@ test('a description deeper than any dialog is cut off, not followed', () => {
 /** A session on a new connection that has no news of it yet. */
 function sessionOf(stored: StoredSession): Session {
     const session = Session.restore(stored);
-    assert.ok(session && session.resume(stored.firstPending - 1));
+    assert.ok(session !== undefined);
+    assert.ok(session.resume(stored.firstPending - 1));
     return session;
 }
 

@@ -28,7 +28,10 @@ export class CuttableProxy {
     }
 
     join(page, program) {
-        for (const [socket, other] of [[page, program], [program, page]]) {
+        for (const [socket, other] of [
+            [page, program],
+            [program, page],
+        ]) {
             socket.on('error', () => other.destroy());
             socket.on('close', () => other.destroy());
         }

@@ -90,7 +90,11 @@ class Locator extends Scope {
     async setChecked(isChecked) {
         if ((await this.isChecked()) !== isChecked) {
             await this.click();
-            await this.page.ask((page, ...args) => page.untilChecked(...args), this.m_steps, isChecked);
+            await this.page.ask(
+                (page, ...args) => page.untilChecked(...args),
+                this.m_steps,
+                isChecked,
+            );
         }
     }
 

@@ -186,7 +186,8 @@ export class Scene extends Visitor {
     fillAt = (group, index, text) => this.fields(group).nth(index).fill(text);
     chooseAt = (group, index, item) => this.fields(group).nth(index).selectOption(item);
     goneAt = (group, index) => this.fields(group).nth(index).waitFor({ state: 'detached' });
-    removesWhileTyping = (group, index) => this.named('group', group).evaluate(removeAndType, index);
+    removesWhileTyping = (group, index) =>
+        this.named('group', group).evaluate(removeAndType, index);
 
     async standsAt(group, index, value) {
         assert.equal(await this.fields(group).nth(index).inputValue(), value);

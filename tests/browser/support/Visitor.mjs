@@ -34,8 +34,7 @@ export class Visitor {
     shows = (role, name, state) => this.named(role, name, state).waitFor();
     hides = (role, name) => this.named(role, name).waitFor({ state: 'hidden' });
     holds = (role, name, css) => this.named(role, name).locator(css).waitFor();
-    says = (role, name, text) =>
-        this.named(role, name).getByText(new RegExp(text)).waitFor();
+    says = (role, name, text) => this.named(role, name).getByText(new RegExp(text)).waitFor();
     finds = (css, hasText) => this.page.locator(css).filter({ hasText }).waitFor();
     reads = (text, exact) => this.page.getByText(text, { exact }).waitFor();
     /** All items of a combo box. */

@@ -134,7 +134,12 @@ class Page extends Scope {
 
     constructor(context, browser, window) {
         super();
-        Object.assign(this, { page: this, m_context: context, m_browser: browser, m_window: window });
+        Object.assign(this, {
+            page: this,
+            m_context: context,
+            m_browser: browser,
+            m_window: window,
+        });
         this.mouse = new Mouse(this);
         this.keyboard = new Keyboard(this);
     }
@@ -188,7 +193,9 @@ class Page extends Scope {
                 .then((inPage) => (${run})(inPage, ...arguments[0]))
                 .then((value) => done({ value }), (error) => done({ error: error.message }));`;
         const { value, error } = await this.in(async (driver) => {
-            await driver.executeScript(`if (!window.inPage) { ${inPage}; window.inPage = inPage; }`);
+            await driver.executeScript(
+                `if (!window.inPage) { ${inPage}; window.inPage = inPage; }`,
+            );
             return driver.executeAsyncScript(script, args);
         });
         if (error !== undefined) {
@@ -206,7 +213,9 @@ class Page extends Scope {
 
     async m_reportFaults() {
         const faults = await this.ask((page) => page.takeFaults());
-        this.m_listeners.forEach((listener) => faults.forEach((fault) => listener(new Error(fault))));
+        this.m_listeners.forEach((listener) =>
+            faults.forEach((fault) => listener(new Error(fault))),
+        );
     }
 }
 

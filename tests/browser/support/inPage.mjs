@@ -2,7 +2,8 @@
 // runs in the page itself.
 import { computeAccessibleName, getRole, isInaccessible } from 'dom-accessibility-api';
 
-const isOff = (element) => element.matches(':disabled, [aria-disabled="true"], [aria-disabled="true"] *');
+const isOff = (element) =>
+    element.matches(':disabled, [aria-disabled="true"], [aria-disabled="true"] *');
 const states = {
     checked: (element) => element.checked ?? element.ariaChecked === 'true',
     disabled: isOff,
@@ -26,20 +27,29 @@ function fits(text, wanted, exact) {
 }
 
 const finders = {
-    role: ({ role, text, exact, state }) => (element) =>
-        getRole(element) === role &&
-        !isInaccessible(element) &&
-        element.checkVisibility() &&
-        Object.entries(state).every(([name, value]) => states[name](element) === value) &&
-        fits(computeAccessibleName(element), text, exact),
-    label: ({ text, exact }) => (element) =>
-        (element.labels?.length > 0 || element.matches('[aria-label], [aria-labelledby]')) &&
-        fits(computeAccessibleName(element), text, exact),
+    role:
+        ({ role, text, exact, state }) =>
+        (element) =>
+            getRole(element) === role &&
+            !isInaccessible(element) &&
+            element.checkVisibility() &&
+            Object.entries(state).every(([name, value]) => states[name](element) === value) &&
+            fits(computeAccessibleName(element), text, exact),
+    label:
+        ({ text, exact }) =>
+        (element) =>
+            (element.labels?.length > 0 || element.matches('[aria-label], [aria-labelledby]')) &&
+            fits(computeAccessibleName(element), text, exact),
     // The innermost ones.
-    text: ({ text, exact }) => (element) =>
-        fits(element.textContent, text, exact) &&
-        ![...element.children].some((child) => fits(child.textContent, text, exact)),
-    css: ({ css }) => (element) => element.matches(css),
+    text:
+        ({ text, exact }) =>
+        (element) =>
+            fits(element.textContent, text, exact) &&
+            ![...element.children].some((child) => fits(child.textContent, text, exact)),
+    css:
+        ({ css }) =>
+        (element) =>
+            element.matches(css),
 };
 
 /** What one step makes of the elements found so far. */

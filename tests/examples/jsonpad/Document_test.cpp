@@ -17,7 +17,7 @@ using jsonpad::JsonKind;
 using jsonpad::JsonOutline;
 
 /// Members 0 a, 1 a.n, 2 a.b, 3 a.b.s, 4 a.b.s, 5 a.l, 6 e, 7 m, 8 z.
-const std::string nested =
+const std::string s_nested =
     "{\"a\" : { \"n\":12345678901234567890,\r\n"
     "  \"b\":{\"s\":\"\\u0041\" , \"s\": \"2\"},\n"
     "\t\"l\":[ 1,\n 2 ] },\n"
@@ -41,7 +41,7 @@ void make(const QJsonValue& edit, Document& document) {
 
 class NestedDocument : public testing::TestWithParam<DOVA::test::JsonRow> {
 protected:
-    NestedDocument() : document(JsonFile::load(m_folder.write("a.json", nested))) {}
+    NestedDocument() : document(JsonFile::load(m_folder.write("a.json", s_nested))) {}
 
     void edit() {
         for (const QJsonValue each : GetParam()["edits"].toArray()) {
@@ -70,7 +70,7 @@ protected:
 };
 
 TEST_P(NestedDocument, SavesWhatWasEditedAndNoOtherByte) {
-    std::string expected = nested;
+    std::string expected = s_nested;
     for (const QJsonValue change : GetParam()["changes"].toArray()) {
         const std::string from = text(change[0]);
         expected.replace(expected.find(from), from.size(), text(change[1]));
@@ -123,7 +123,7 @@ std::string repeated(const std::string& text, std::size_t count) {
 }
 
 TEST(Outline, LeavesClosedWhatWouldBeTooMuch) {
-    EXPECT_EQ(kinds(nested), "{N{SSL[[B");
+    EXPECT_EQ(kinds(s_nested), "{N{SSL[[B");
     const std::size_t deep = JsonOutline::depthLimit + 2;
     EXPECT_EQ(kinds(repeated("{\"a\":", deep) + "1" + repeated("}", deep)),
               repeated("{", JsonOutline::depthLimit - 1) + "[");

@@ -23,7 +23,7 @@ using testing::ElementsAre;
 using testing::HasSubstr;
 
 /// Everything that is easily lost: a mark, CR LF, indentation, number forms, escapes, equal keys.
-const std::string sample =
+const std::string s_sample =
     "\xEF\xBB\xBF{\r\n"
     "\t\"name\" : \"caf\\u00e9\\/\",\r\n"
     "\t\"id\":12345678901234567890,\r\n"
@@ -47,7 +47,7 @@ protected:
 };
 
 TEST_F(File, ListsMembersInOrderWithDecodedTextsAndExactNumbers) {
-    const JsonFile file = load(sample);
+    const JsonFile file = load(s_sample);
     std::vector<std::u16string> lines;
     for (const auto& member : file.members()) {
         lines.push_back(member.key + u"=" + member.value);
@@ -57,7 +57,7 @@ TEST_F(File, ListsMembersInOrderWithDecodedTextsAndExactNumbers) {
                                    uR"(list=[1,"a b",{"x":[]}])"));
 }
 
-/// "from" is the piece of the sample that goes; there is none when the edit is refused.
+/// "from" is the piece of the s_sample that goes; there is none when the edit is refused.
 class FileEdit : public File, public testing::WithParamInterface<JsonRow> {
 protected:
     static bool edit(JsonFile& file) {
@@ -73,11 +73,11 @@ protected:
 TEST_P(FileEdit, ChangesItsValueAndNoOtherByte) {
     const std::string from = GetParam().text("from");
     const bool isAllowed = !from.empty();
-    std::string expected = sample;
+    std::string expected = s_sample;
     if (isAllowed) {
         expected.replace(expected.find(from), from.size(), GetParam().text("to"));
     }
-    JsonFile file = load(sample);
+    JsonFile file = load(s_sample);
     EXPECT_EQ(edit(file), isAllowed);
     EXPECT_EQ(file.isModified(), isAllowed);
     EXPECT_EQ(file.text(), expected);
@@ -89,18 +89,18 @@ TEST_P(FileEdit, ChangesItsValueAndNoOtherByte) {
 INSTANTIATE_TEST_SUITE_P(All, FileEdit, testing::ValuesIn(readRows(ROWS, "fileEdits")), RowName());
 
 TEST_F(File, EditsGoBackByHandOrToTheLastSave) {
-    JsonFile file = load(sample);
+    JsonFile file = load(s_sample);
     file.setBoolean(4, false);
     file.setString(0, u"x");
     file.setBoolean(4, true);
     EXPECT_TRUE(file.isModified());
     file.setString(0, u"caf\u00e9/");
     EXPECT_FALSE(file.isModified());
-    EXPECT_EQ(file.text(), sample);
+    EXPECT_EQ(file.text(), s_sample);
     file.setNumber(2, u"7");
     file.setString(0, u"a much longer text than before");
     file.save();
-    std::string saved = sample;
+    std::string saved = s_sample;
     saved.replace(saved.find("1.0e+5"), 6, "7");
     saved.replace(saved.find("caf\\u00e9\\/"), 11, "a much longer text than before");
     EXPECT_EQ(m_folder.read("a.json"), saved);
@@ -134,7 +134,7 @@ TEST_F(File, ChangeByAnotherProgramIsRefusedUntilToldToOverwrite) {
 class FaultySave : public File, public testing::WithParamInterface<JsonRow> {};
 
 TEST_P(FaultySave, GivesTheNewFileOrLeavesTheOldOneAndNothingElse) {
-    JsonFile file = load(sample);
+    JsonFile file = load(s_sample);
     file.setString(0, u"new");
     const std::string edited = file.text();
     m_door.fault = GetParam().name;
@@ -150,7 +150,7 @@ TEST_P(FaultySave, GivesTheNewFileOrLeavesTheOldOneAndNothingElse) {
     EXPECT_THAT(message, HasSubstr(expected));
     EXPECT_EQ(message.empty(), expected.empty());
     EXPECT_EQ(file.isModified(), !expected.empty());
-    EXPECT_EQ(m_folder.read("a.json"), expected.empty() ? edited : sample);
+    EXPECT_EQ(m_folder.read("a.json"), expected.empty() ? edited : s_sample);
     EXPECT_THAT(m_folder.names(), ElementsAre("a.json"));
     m_door.fault.clear();
     file.save();
@@ -167,9 +167,9 @@ struct LoadRow {
     const char* message;
 };
 
-const auto asItIs = [](const std::string&) {};
+const auto s_asItIs = [](const std::string&) {};
 
-const LoadRow loadRows[] = {
+const LoadRow s_loadRows[] = {
     {"missing", [](auto& path) { std::filesystem::remove(path); }, "", "there is no such file"},
     {"pipe",
      [](auto& path) {
@@ -182,8 +182,8 @@ const LoadRow loadRows[] = {
      "/a.json' is larger than 64 MiB"},
     {"notJson", [](auto& path) { std::filesystem::resize_file(path, 1); }, "",
      "/a.json': line 1, column 2: the text ends too early"},
-    {"cannotRead", asItIs, "read", "/a.json': Input/output error"},
-    {"readOnlyFile", asItIs, "mayWriteFile", "/a.json': Permission denied"},
+    {"cannotRead", s_asItIs, "read", "/a.json': Input/output error"},
+    {"readOnlyFile", s_asItIs, "mayWriteFile", "/a.json': Permission denied"},
     {"markedReadOnly", [](auto& path) { ::chmod(path.c_str(), 0444); }, "",
      "/a.json': Permission denied"},
     {"tooManyMembers",
@@ -213,6 +213,6 @@ TEST_P(FileLoad, SaysInOneLineWhatIsWrong) {
     }
 }
 
-INSTANTIATE_TEST_SUITE_P(All, FileLoad, testing::ValuesIn(loadRows), RowName());
+INSTANTIATE_TEST_SUITE_P(All, FileLoad, testing::ValuesIn(s_loadRows), RowName());
 
 }  // namespace

@@ -21,8 +21,8 @@ using jsonpad_test::FaultyDoor;
 using testing::ElementsAre;
 using testing::UnorderedElementsAre;
 
-constexpr const char* oldBytes = "old bytes of the file";
-constexpr const char* newBytes = "the new bytes, which are longer";
+constexpr const char* s_oldBytes = "old bytes of the file";
+constexpr const char* s_newBytes = "the new bytes, which are longer";
 
 struct stat statusOf(const std::string& path) {
     struct stat result {};
@@ -53,7 +53,7 @@ TEST(TextFile, KeepsWhatTheFileIsToOthers) {
     for (const auto& row : rows) {
         SCOPED_TRACE(row.name);
         const TemporaryFolder folder;
-        const std::string path = folder.write("a.json", oldBytes);
+        const std::string path = folder.write("a.json", s_oldBytes);
         ASSERT_EQ(::chmod(path.c_str(), row.mode), 0);
         const bool hasAttributes = ::setxattr(path.c_str(), "user.team", "blue", 4, 0) == 0;
         if (row.hasOtherName) {
@@ -64,9 +64,9 @@ TEST(TextFile, KeepsWhatTheFileIsToOthers) {
         door.fault = row.fault;
         TextFile file(path, door);
         file.read();
-        file.replaceWith(newBytes);
+        file.replaceWith(s_newBytes);
         const struct stat after = statusOf(path);
-        EXPECT_EQ(folder.read("a.json"), newBytes);
+        EXPECT_EQ(folder.read("a.json"), s_newBytes);
         EXPECT_EQ(after.st_mode & 07777U, row.modeAfter > 0 ? row.modeAfter : row.mode);
         EXPECT_EQ(after.st_gid, before.st_gid);
         EXPECT_EQ(after.st_ino == before.st_ino, row.isSameFile);
@@ -81,7 +81,7 @@ TEST(TextFile, KeepsWhatTheFileIsToOthers) {
 /// file's.
 TEST(TextFile, KeepsAccessLists) {
     const TemporaryFolder folder;
-    const std::string path = folder.write("a.json", oldBytes);
+    const std::string path = folder.write("a.json", s_oldBytes);
     // clang-format off
     const unsigned char list[] = {2, 0, 0, 0,  1, 0, 6, 0, 255, 255, 255, 255,
                                   2, 0, 6, 0, 7, 0, 0, 0,  4, 0, 4, 0, 255, 255, 255, 255,
@@ -93,7 +93,7 @@ TEST(TextFile, KeepsAccessLists) {
     const auto save = [&path] {
         TextFile file(path, jsonpad::FileDoor::system());
         file.read();
-        file.replaceWith(newBytes);
+        file.replaceWith(s_newBytes);
         std::string found(100, '\0');
         const ssize_t size =
             ::getxattr(path.c_str(), "system.posix_acl_access", found.data(), found.size());
@@ -109,26 +109,26 @@ TEST(TextFile, KeepsAccessLists) {
 /// What a crash leaves where files without a name do not exist goes with the next save.
 TEST(TextFile, RemovesWhatACrashLeft) {
     const TemporaryFolder folder;
-    const std::string path = folder.write("a.json", oldBytes);
+    const std::string path = folder.write("a.json", s_oldBytes);
     folder.write(".jsonpad-" + std::to_string(statusOf(path).st_ino), "half");
     FaultyDoor door;
     door.fault = "unnamed";
     TextFile file(path, door);
     file.read();
-    file.replaceWith(newBytes);
+    file.replaceWith(s_newBytes);
     EXPECT_THAT(folder.names(), ElementsAre("a.json"));
 }
 
 TEST(TextFile, FollowsLinksAndLeavesThem) {
     const TemporaryFolder folder;
     const TemporaryFolder elsewhere;
-    const std::string target = elsewhere.write("real.json", oldBytes);
+    const std::string target = elsewhere.write("real.json", s_oldBytes);
     fs::create_symlink(target, folder / "second");
     fs::create_symlink("second", folder / "first");
     TextFile file(folder / "first", jsonpad::FileDoor::system());
-    EXPECT_EQ(file.read(), oldBytes);
-    file.replaceWith(newBytes);
-    EXPECT_EQ(elsewhere.read("real.json"), newBytes);
+    EXPECT_EQ(file.read(), s_oldBytes);
+    file.replaceWith(s_newBytes);
+    EXPECT_EQ(elsewhere.read("real.json"), s_newBytes);
     EXPECT_EQ(fs::read_symlink(folder / "first"), "second");
     EXPECT_THAT(folder.names(), UnorderedElementsAre("first", "second"));
     EXPECT_THAT(elsewhere.names(), ElementsAre("real.json"));
@@ -147,8 +147,8 @@ TEST(TextFile, RelativeAndLongNamesAndLargeFilesWork) {
     TextFile file(name, jsonpad::FileDoor::system());
     EXPECT_TRUE(file.read() == bytes);
     fs::current_path(before);
-    file.replaceWith(newBytes);
-    EXPECT_EQ(folder.read(name), newBytes);
+    file.replaceWith(s_newBytes);
+    EXPECT_EQ(folder.read(name), s_newBytes);
 }
 
 }  // namespace

@@ -11,8 +11,9 @@ int main() {
     DOVA::runtime::Host host({});
     DOVA::DVDialog2 dialog;
     DOVA::DVButton2 button(&dialog, u"Push");
-    if (!DOVA::webObject<DOVA::WebButton2>(button))
+    if (!DOVA::webObject<DOVA::WebButton2>(button)) {
         return 1;
+    }
     host.onPage([&dialog] { dialog.show(); });
     std::cout << host.address() << std::endl;
     return host.run();

@@ -1,6 +1,6 @@
 import { Kind } from '../../protocol/names.ts';
-import { prototypeOf } from '../base.ts';
 import type { StoredObject } from '../../store/StoredObject.ts';
+import { prototypeOf } from '../base.ts';
 import type { Appliers, WidgetKind } from '../WidgetKind.ts';
 
 /** A layout that is switched off leaves its children as they stand: new spacing waits. */

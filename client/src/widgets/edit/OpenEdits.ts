@@ -2,42 +2,42 @@ import { asId } from '../../protocol/guards.ts';
 
 /** The fields that were typed in since the last end of an edit, and those of an input method. */
 export class OpenEdits {
-    private readonly m_open = new Set<number>();
+    readonly #open = new Set<number>();
     /** What the field held when the text began that is still being composed. */
-    private readonly m_composing = new Map<number, string>();
+    readonly #composing = new Map<number, string>();
 
     isOpen(id: number): boolean {
-        return this.m_open.has(id);
+        return this.#open.has(id);
     }
 
     isComposing(id: number): boolean {
-        return this.m_composing.has(id);
+        return this.#composing.has(id);
     }
 
     open(id: number): void {
-        this.m_open.add(id);
+        this.#open.add(id);
     }
 
     /** The edit came to its end, or there is no such field any more. */
     close(id: number): void {
-        this.m_open.delete(id);
-        this.m_composing.delete(id);
+        this.#open.delete(id);
+        this.#composing.delete(id);
     }
 
     beginComposition(id: number, text: string): void {
-        this.m_composing.set(id, text);
+        this.#composing.set(id, text);
         this.open(id);
     }
 
     /** Answers what the field held before. */
     endComposition(id: number): string | undefined {
-        const before = this.m_composing.get(id);
-        this.m_composing.delete(id);
+        const before = this.#composing.get(id);
+        this.#composing.delete(id);
         return before;
     }
 
     store(): readonly number[] {
-        return [...this.m_open];
+        return [...this.#open];
     }
 
     restore(stored: unknown): void {

@@ -7,24 +7,24 @@ const MOST_ELEMENTS = 2000;
  * from then on.
  */
 export class PageSizes {
-    private m_unknown = new Set<HTMLElement>();
+    #unknown = new Set<HTMLElement>();
 
     /** The page went behind, or something in it has changed. */
     forget(page: HTMLElement): void {
-        this.m_unknown.add(page);
+        this.#unknown.add(page);
     }
 
     /** Finds out the sizes of those below `root`, inner pages before those that hold them. */
     measure(root: Element): void {
-        let left = [...this.m_unknown].filter((page) => root.contains(page) && isBehind(page));
-        left.forEach((page) => this.m_unknown.delete(page));
+        let left = [...this.#unknown].filter((page) => root.contains(page) && isBehind(page));
+        left.forEach((page) => this.#unknown.delete(page));
         left = left.filter(isSmall);
         while (left.length > 0) {
             const inner = left.filter((page) => !left.some((other) => isWithin(other, page)));
             measureAll(inner);
             left = left.filter((page) => !inner.includes(page));
         }
-        this.m_unknown.forEach((page) => page.isConnected || this.m_unknown.delete(page));
+        this.#unknown.forEach((page) => page.isConnected || this.#unknown.delete(page));
     }
 }
 

@@ -8,11 +8,11 @@ import type { StoredObject } from '../../store/StoredObject.ts';
  * description gives it, and those behind it count one more, as they do in the program.
  */
 export class TabPositions {
-    private readonly m_pages = new Map<number, number[]>();
+    readonly #pages = new Map<number, number[]>();
 
     /** The container's pages by number; undefined where one has gone. */
     pagesOf(container: StoredObject): readonly (StoredObject | undefined)[] {
-        const ids = this.m_pages.get(container.id) ?? [];
+        const ids = this.#pages.get(container.id) ?? [];
         const pages = container.children.filter((child) => child.type === Kind.tab);
         let place = ids.length;
         for (const page of pages.slice().reverse()) {
@@ -22,23 +22,23 @@ export class TabPositions {
                 ids.splice(place, 0, page.id);
             }
         }
-        this.m_pages.set(container.id, ids);
+        this.#pages.set(container.id, ids);
         return ids.map((id) => pages.find((page) => page.id === id));
     }
 
     forget(container: number): void {
-        this.m_pages.delete(container);
+        this.#pages.delete(container);
     }
 
     store(): Record<string, readonly number[]> {
-        return Object.fromEntries(this.m_pages);
+        return Object.fromEntries(this.#pages);
     }
 
     restore(stored: unknown): void {
         for (const [id, pages] of Object.entries(isObject(stored) ? stored : {})) {
             const ids = Array.isArray(pages) ? pages.map(asId) : [undefined];
             if (ids.every((page) => page !== undefined)) {
-                this.m_pages.set(Number(id), ids);
+                this.#pages.set(Number(id), ids);
             }
         }
     }

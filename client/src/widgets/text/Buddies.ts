@@ -3,17 +3,17 @@
  * the two may come in either order.
  */
 export class Buddies {
-    private readonly m_named = new Set<number>();
-    private readonly m_control: (id: number) => HTMLElement | undefined;
+    readonly #named = new Set<number>();
+    readonly #control: (id: number) => HTMLElement | undefined;
 
     constructor(control: (id: number) => HTMLElement | undefined) {
-        this.m_control = control;
+        this.#control = control;
     }
 
     /** A text names this object; the answer is what its label points at. */
     name(id: number): string {
-        this.m_named.add(id);
-        const control = this.m_control(id);
+        this.#named.add(id);
+        const control = this.#control(id);
         if (control !== undefined) {
             this.connect(id, control);
         }
@@ -21,11 +21,11 @@ export class Buddies {
     }
 
     focus(id: number): void {
-        this.m_control(id)?.focus();
+        this.#control(id)?.focus();
     }
 
     isNamed(id: number): boolean {
-        return this.m_named.has(id);
+        return this.#named.has(id);
     }
 
     /** The control of an object that is named has come into being. */
