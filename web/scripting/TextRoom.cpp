@@ -77,11 +77,7 @@ std::size_t bytesOf(const char16_t* text, std::size_t size) {
 }
 
 std::size_t bytesOf(const ribo::factory::kaArrayProxy& value) {
-    if (!kaIsChar(value.get())) {
-        return 0;
-    }
-    const std::u16string text = kaGetString(value.get());
-    return bytesOf(text);
+    return kaIsChar(value.get()) ? bytesOf(kaViewString(value.get())) : 0;
 }
 
 std::size_t bytesOf(const QJsonValue& value) {
