@@ -52,7 +52,7 @@ private:
         Started() { start(); }
     };
 
-    Started m_started;  // first: front objects ask for their backend when they are made
+    Started m_started;  // first: front objects ask for their web objects when they are made
     DOVA::DVDialog2 m_dialog;
     DOVA::DVBoxLayout2 m_outer;
     DOVA::DVPanel2 m_panel;

@@ -15,7 +15,7 @@
 #include <string_view>
 
 #include "jsonpad/Document.h"
-#include "jsonpad/JsonString.h"
+#include "jsonpad/json/JsonString.h"
 
 namespace {
 

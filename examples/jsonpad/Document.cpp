@@ -3,7 +3,7 @@
 #include <algorithm>
 #include <utility>
 
-#include "JsonString.h"
+#include "json/JsonString.h"
 
 namespace jsonpad {
 

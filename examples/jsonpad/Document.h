@@ -7,12 +7,12 @@
 #include <string>
 #include <vector>
 
-#include "JsonFile.h"
-#include "JsonList.h"
+#include "json/JsonFile.h"
+#include "json/JsonList.h"
 
 namespace jsonpad {
 
-/// The file as a person edits it: what stands in each field, also where that is no value (yet).
+/// The file as a user edits it: what stands in each field, also where that is no value (yet).
 class Document {
 public:
     /// A value that has a field of its own: a member, or an element of a member that is a list. An

@@ -6,7 +6,7 @@
 
 namespace jsonpad {
 
-/// A widget through which a person edits something of a document.
+/// A widget through which a user edits something of a document.
 class Field {
 public:
     using Handler = std::function<void()>;

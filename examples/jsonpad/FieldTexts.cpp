@@ -1,5 +1,6 @@
 #include "FieldTexts.h"
 
+#include <boost/locale/utf.hpp>
 #include <cstddef>
 
 namespace jsonpad {
@@ -9,12 +10,7 @@ namespace {
 constexpr std::size_t s_longestField = 50'000;
 constexpr std::size_t s_longestText = 2'000;
 
-bool isLeading(char16_t unit) {
-    return unit >= 0xD800 && unit < 0xDC00;
-}
-bool isTrailing(char16_t unit) {
-    return unit >= 0xDC00 && unit < 0xE000;
-}
+using Utf16 = boost::locale::utf::utf_traits<char16_t>;
 
 }  // namespace
 
@@ -22,10 +18,9 @@ bool fitsField(std::u16string_view text) {
     if (text.size() > s_longestField || text.find_first_of(u"\r\n") != text.npos) {
         return false;
     }
-    for (std::size_t at = 0; at < text.size(); ++at) {
-        if (isLeading(text[at]) && at + 1 < text.size() && isTrailing(text[at + 1])) {
-            ++at;
-        } else if (isLeading(text[at]) || isTrailing(text[at])) {
+    const char16_t* const end = text.data() + text.size();
+    for (const char16_t* next = text.data(); next != end;) {
+        if (!boost::locale::utf::is_valid_codepoint(Utf16::decode(next, end))) {
             return false;
         }
     }
@@ -36,8 +31,8 @@ std::u16string shortened(const std::u16string& text) {
     if (text.size() <= s_longestText) {
         return text;
     }
-    const std::size_t end = isLeading(text[s_longestText - 1]) ? s_longestText - 1 : s_longestText;
-    return text.substr(0, end) + u" …";
+    const bool cutsPair = Utf16::is_first_surrogate(text[s_longestText - 1]);
+    return text.substr(0, s_longestText - (cutsPair ? 1 : 0)) + u" …";
 }
 
 }  // namespace jsonpad

@@ -7,7 +7,7 @@
 
 #include "Document.h"
 #include "Field.h"
-#include "JsonSchema.h"
+#include "json/JsonSchema.h"
 #include "toolkit/DVBoxLayout2.h"
 #include "toolkit/DVContainer2.h"
 #include "toolkit/DVGridLayout2.h"

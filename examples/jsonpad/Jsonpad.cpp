@@ -2,7 +2,7 @@
 
 #include <filesystem>
 
-#include "JsonString.h"
+#include "json/JsonString.h"
 
 namespace jsonpad {
 

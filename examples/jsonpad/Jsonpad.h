@@ -4,9 +4,9 @@
 #include <string>
 
 #include "Document.h"
-#include "JsonSchema.h"
 #include "PadDialog.h"
 #include "QuestionDialog.h"
+#include "json/JsonSchema.h"
 
 namespace jsonpad {
 

@@ -2,7 +2,7 @@
 
 #include <utility>
 
-#include "JsonString.h"
+#include "json/JsonString.h"
 
 namespace jsonpad {
 

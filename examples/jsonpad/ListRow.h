@@ -15,7 +15,7 @@
 
 namespace jsonpad {
 
-/// The row of one element, as long as there is that element: what a person still does in a row that
+/// The row of one element, as long as there is that element: what a user still does in a row that
 /// is gone reaches nobody. So it needs no care that the page, on a slow line, is behind.
 class ListRow {
 public:

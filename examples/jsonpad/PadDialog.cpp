@@ -4,7 +4,7 @@
 #include <string>
 #include <utility>
 
-#include "JsonString.h"
+#include "json/JsonString.h"
 
 namespace jsonpad {
 

@@ -7,7 +7,7 @@
 #include "Document.h"
 #include "Field.h"
 #include "Form.h"
-#include "JsonSchema.h"
+#include "json/JsonSchema.h"
 #include "toolkit/DVBoxLayout2.h"
 #include "toolkit/DVButton2.h"
 #include "toolkit/DVDialog2.h"

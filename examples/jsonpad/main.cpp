@@ -4,9 +4,9 @@
 #include <string>
 
 #include "Document.h"
-#include "JsonFile.h"
-#include "JsonSchema.h"
 #include "Jsonpad.h"
+#include "json/JsonFile.h"
+#include "json/JsonSchema.h"
 #include "runtime/Host.h"
 #include "runtime/HostCommandLine.h"
 

@@ -31,7 +31,7 @@ std::FILE* open(cookie_write_function_t* write, int buffering) {
     return file;
 }
 
-// One for the process, like standard output, and never closed. A person at a terminal sees each
+// One for the process, like standard output, and never closed. A user at a terminal sees each
 // text at once.
 std::FILE* consoleFile() {
     static std::FILE* const s_file = open(print, ::isatty(STDOUT_FILENO) != 0 ? _IONBF : _IOFBF);

@@ -18,7 +18,7 @@ Interrupt::Interrupt(lua_State* state)
     s_answered = 0;
     s_isEnding = false;
     struct sigaction action {};
-    action.sa_handler = onSignal;  // without SA_RESTART: a read that waits for a person ends, too
+    action.sa_handler = onSignal;  // without SA_RESTART: a read that waits for a user ends, too
     sigaction(SIGINT, &action, &m_outerAction);
 }
 

@@ -34,7 +34,7 @@ std::string textAt(lua_State* state, int index) {
     return result;
 }
 
-/// What an error value says to a person.
+/// What an error value says to a user.
 std::string messageAt(lua_State* state, int index) {
     if (lua_isstring(state, index) || luaL_getmetafield(state, index, "__tostring") != LUA_TNIL) {
         return textAt(state, index);

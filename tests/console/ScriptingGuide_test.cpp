@@ -16,7 +16,7 @@ std::size_t typedAt(const std::string& line) {
 
 }  // namespace
 
-/// The guide shows what a person sees; here its blocks are typed, one after the other, as one
+/// The guide shows what a user sees; here its blocks are typed, one after the other, as one
 /// session, and everything is to come out as shown.
 TEST(ScriptingGuideTest, ShowsWhatReallyComes) {
     std::ifstream guide(TREE "/docs/scripting.md");

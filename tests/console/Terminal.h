@@ -5,7 +5,7 @@
 
 namespace DOVA::test {
 
-/// A program on a terminal of its own, and the person before it.
+/// A program on a terminal of its own, and the user before it.
 class Terminal {
 public:
     /// Starts it; `environment` has "NAME=value" beside what this process has.

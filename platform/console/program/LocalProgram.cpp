@@ -15,7 +15,7 @@ namespace DOVA::console {
 
 namespace {
 
-/// Waits for the person at the prompt: a key, or SIGINT, which ends nothing while this lives.
+/// Waits for the user at the prompt: a key, or SIGINT, which ends nothing while this lives.
 class KeyOrSignal {
 public:
     KeyOrSignal() {
@@ -69,7 +69,7 @@ int LocalProgram::run() {
     return 0;
 }
 
-/// For a prompt that no person sits at: entries are lines, or several that belong together.
+/// For a prompt that no user sits at: entries are lines, or several that belong together.
 void LocalProgram::readLines() {
     std::string entry;
     for (std::string line; std::getline(std::cin, line);) {

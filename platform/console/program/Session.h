@@ -13,7 +13,7 @@ namespace DOVA::console {
 /// dialog.
 class Session {
 public:
-    /// Where the errors of what a person entered are shown: a text with line breaks.
+    /// Where the errors of what a user entered are shown: a text with line breaks.
     using Show = std::function<void(const std::string& text)>;
 
     explicit Session(Show showError) : m_showError(std::move(showError)) {}
@@ -24,7 +24,7 @@ public:
     /// error, at the first that fails. `input` is what standard input held, where it is the script.
     bool run(const Options& options, const std::string& input);
 
-    /// Runs what a person entered. Throws ScriptExit.
+    /// Runs what a user entered. Throws ScriptExit.
     void enter(const std::string& text);
 
 private:

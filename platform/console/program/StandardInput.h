@@ -9,7 +9,7 @@ namespace DOVA::console {
 /// What standard input is to the program.
 class StandardInput {
 public:
-    /// Whether a person types there, and sees the output.
+    /// Whether a user types there, and sees the output.
     static bool isTerminal();
     /// Whether the script comes from there.
     static bool isScript(const Options& options);

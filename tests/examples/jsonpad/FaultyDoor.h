@@ -4,7 +4,7 @@
 #include <cerrno>
 #include <string>
 
-#include "jsonpad/FileDoor.h"
+#include "jsonpad/file/FileDoor.h"
 
 namespace jsonpad_test {
 

@@ -1,4 +1,4 @@
-#include "jsonpad/JsonFile.h"
+#include "jsonpad/json/JsonFile.h"
 
 #include <gmock/gmock.h>
 

@@ -1,4 +1,4 @@
-#include "jsonpad/JsonList.h"
+#include "jsonpad/json/JsonList.h"
 
 #include <gtest/gtest.h>
 

@@ -9,9 +9,9 @@
 #include <optional>
 
 #include "AllTexts.h"
-#include "jsonpad/JsonError.h"
-#include "jsonpad/JsonScanner.h"
-#include "jsonpad/JsonString.h"
+#include "jsonpad/json/JsonError.h"
+#include "jsonpad/json/JsonScanner.h"
+#include "jsonpad/json/JsonString.h"
 
 namespace {
 

@@ -1,11 +1,11 @@
-#include "jsonpad/JsonScanner.h"
+#include "jsonpad/json/JsonScanner.h"
 
 #include <gmock/gmock.h>
 
 #include <string>
 
 #include "AllTexts.h"
-#include "jsonpad/JsonError.h"
+#include "jsonpad/json/JsonError.h"
 #include "support/JsonRows.h"
 
 namespace {

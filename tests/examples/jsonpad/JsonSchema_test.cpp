@@ -1,8 +1,8 @@
-#include "jsonpad/JsonSchema.h"
+#include "jsonpad/json/JsonSchema.h"
 
 #include <gmock/gmock.h>
 
-#include "jsonpad/FileError.h"
+#include "jsonpad/file/FileError.h"
 #include "support/JsonRows.h"
 #include "support/TemporaryFolder.h"
 

@@ -1,11 +1,11 @@
-#include "jsonpad/JsonString.h"
+#include "jsonpad/json/JsonString.h"
 
 #include <gtest/gtest.h>
 
 #include <QJsonArray>
 #include <QJsonDocument>
 
-#include "jsonpad/JsonScanner.h"
+#include "jsonpad/json/JsonScanner.h"
 
 namespace {
 

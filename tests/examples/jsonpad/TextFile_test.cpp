@@ -1,4 +1,4 @@
-#include "jsonpad/TextFile.h"
+#include "jsonpad/file/TextFile.h"
 
 #include <gmock/gmock.h>
 

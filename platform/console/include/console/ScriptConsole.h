@@ -49,7 +49,7 @@ public:
     /// Runs a file likewise. A file that cannot be read is a
     /// ScriptError of one line.
     void runFile(const std::filesystem::path& path);
-    /// Runs what a person entered, which errors call "stdin". The values of an expression are
+    /// Runs what a user entered, which errors call "stdin". The values of an expression are
     /// printed.
     void enter(std::string_view text);
 

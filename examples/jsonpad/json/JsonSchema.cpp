@@ -8,10 +8,10 @@
 #include <optional>
 #include <utility>
 
-#include "FileError.h"
+#include "../file/FileError.h"
+#include "../file/TextFile.h"
 #include "JsonError.h"
 #include "JsonScanner.h"
-#include "TextFile.h"
 
 namespace jsonpad {
 

@@ -5,10 +5,10 @@
 #include <string_view>
 #include <vector>
 
-#include "FileError.h"
+#include "../file/FileError.h"
+#include "../file/TextFile.h"
 #include "JsonList.h"
 #include "JsonOutline.h"
-#include "TextFile.h"
 
 namespace jsonpad {
 

@@ -5,7 +5,7 @@
 #include <utility>
 #include <vector>
 
-#include "FileDoor.h"
+#include "../file/FileDoor.h"
 
 namespace jsonpad {
 

@@ -8,6 +8,8 @@ namespace jsonpad {
 
 namespace {
 
+namespace utf = boost::locale::utf;
+
 constexpr std::string_view s_escapeLetters = "\"\\/bfnrt";
 constexpr std::string_view s_escapedBytes = "\"\\/\b\f\n\r\t";
 
@@ -24,20 +26,13 @@ std::size_t decodeEscape(std::string_view escape, std::u16string& result) {
     return 5;
 }
 
-bool isHighSurrogate(char16_t unit) {
-    return unit >= 0xD800 && unit <= 0xDBFF;
-}
-bool isLowSurrogate(char16_t unit) {
-    return unit >= 0xDC00 && unit <= 0xDFFF;
-}
-
 /// How many units the character at the front of `text` has; 0 when it must be escaped.
 std::size_t plainUnits(std::u16string_view text) {
-    const char16_t unit = text.front();
-    if (isHighSurrogate(unit)) {
-        return text.size() > 1 && isLowSurrogate(text[1]) ? 2 : 0;
-    }
-    return unit < 0x20 || unit == u'"' || unit == u'\\' || isLowSurrogate(unit) ? 0 : 1;
+    const char16_t* next = text.data();
+    const auto code = utf::utf_traits<char16_t>::decode(next, text.data() + text.size());
+    const bool isPlain =
+        utf::is_valid_codepoint(code) && code >= 0x20 && code != '"' && code != '\\';
+    return isPlain ? static_cast<std::size_t>(next - text.data()) : 0;
 }
 
 std::string encodeEscape(char16_t unit) {
