@@ -2,6 +2,7 @@
 
 #include <algorithm>
 #include <boost/asio/ip/address.hpp>
+#include <fstream>
 #include <string>
 #include <system_error>
 
@@ -21,6 +22,7 @@ void OptionRules::check(const GatewayOptions& options) {
     checkAddress(options);
     checkNames(options);
     checkFolders(options);
+    checkTheme(options);
     checkLimits(options);
     if (!options.token.empty() && !AccessRules::isUsableToken(options.token)) {
         refuse(std::errc::invalid_argument,
@@ -67,6 +69,22 @@ void OptionRules::checkFolders(const GatewayOptions& options) {
         !std::filesystem::is_directory(options.applicationRoot, error)) {
         refuse(std::errc::not_a_directory,
                "the application root \"" + options.applicationRoot.string() + "\" is no folder");
+    }
+}
+
+void OptionRules::checkTheme(const GatewayOptions& options) {
+    if (options.theme.empty()) {
+        return;
+    }
+    std::error_code error;
+    const std::uintmax_t size = std::filesystem::file_size(options.theme, error);
+    if (!error && size > options.limits.fileBytes) {
+        error = std::make_error_code(std::errc::file_too_large);
+    } else if (!error && !std::ifstream(options.theme)) {
+        error = std::make_error_code(std::errc::permission_denied);
+    }
+    if (error) {
+        throw std::system_error(error, "cannot serve the theme \"" + options.theme.string() + "\"");
     }
 }
 

@@ -14,6 +14,7 @@ private:
     static void checkAddress(const GatewayOptions& options);
     static void checkNames(const GatewayOptions& options);
     static void checkFolders(const GatewayOptions& options);
+    static void checkTheme(const GatewayOptions& options);
     static void checkLimits(const GatewayOptions& options);
 };
 

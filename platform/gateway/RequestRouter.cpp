@@ -16,6 +16,9 @@ namespace http = boost::beast::http;
 
 namespace {
 
+constexpr const char* s_document = "index.html";
+constexpr const char* s_theme = "theme.css";
+
 std::string_view view(boost::beast::string_view text) {
     return {text.data(), text.size()};
 }
@@ -60,6 +63,8 @@ std::string_view originOf(const RequestRouter::Request& request, const RequestTa
 RequestRouter::RequestRouter(const GatewayOptions& options, AccessRules rules)
     : m_rules(std::move(rules)),
       m_page(options.pageFolder, StaticFiles::Kinds::Page, options.limits.fileBytes),
+      m_theme(options.theme),
+      m_maxFileBytes(options.limits.fileBytes),
       m_icons(options.applicationRoot, StaticFiles::Kinds::Images, options.limits.fileBytes),
       m_pageIcons(options.pageFolder / "images", StaticFiles::Kinds::Images,
                   options.limits.fileBytes),
@@ -102,8 +107,29 @@ RequestRouter::Answer RequestRouter::route(const Request& request,
     if (target->path.rfind(names::iconPath, 0) == 0) {
         return icon(*target);
     }
-    return file(m_page.find(target->path == "/" ? "index.html" : target->path.substr(1),
-                            acceptsGzip(request)));
+    return pageFile(target->path == "/" ? s_document : target->path.substr(1),
+                    acceptsGzip(request));
+}
+
+RequestRouter::Answer RequestRouter::pageFile(const std::string& path, bool acceptsGzip) const {
+    if (!m_theme.empty() && path == s_document) {
+        return file(themedDocument());
+    }
+    if (!m_theme.empty() && path == s_theme) {
+        return file(
+            StaticFiles::read(m_theme, "text/css; charset=utf-8", m_maxFileBytes, acceptsGzip));
+    }
+    return file(m_page.find(path, acceptsGzip));
+}
+
+/// Never packed, since it is not the file that was.
+std::optional<StaticFile> RequestRouter::themedDocument() const {
+    auto document = m_page.find(s_document, false);
+    const std::size_t end = document ? document->body.find("</head>") : std::string::npos;
+    if (end != std::string::npos) {
+        document->body.insert(end, "<link rel=\"stylesheet\" href=\"theme.css\">");
+    }
+    return document;
 }
 
 RequestRouter::Answer RequestRouter::icon(const RequestTarget& target) const {

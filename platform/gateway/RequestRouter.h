@@ -49,6 +49,8 @@ public:
 private:
     Answer route(const Request& request, const std::optional<RequestTarget>& target,
                  std::string_view host) const;
+    Answer pageFile(const std::string& path, bool acceptsGzip) const;
+    std::optional<StaticFile> themedDocument() const;
     Answer icon(const RequestTarget& target) const;
     std::string belowIconRoot(const std::string& path) const;
     Answer admit(const Request& request, const RequestTarget& target, std::string_view host) const;
@@ -56,6 +58,8 @@ private:
 
     const AccessRules m_rules;
     const StaticFiles m_page;
+    const std::filesystem::path m_theme;
+    const std::size_t m_maxFileBytes;
     const StaticFiles m_icons;
     const StaticFiles m_pageIcons;  // where the program brings none
     const std::string m_iconRoot;   // as it begins a path without its leading slash

@@ -50,6 +50,36 @@ bool isBelow(const std::filesystem::path& root, const std::filesystem::path& pat
     return std::mismatch(root.begin(), root.end(), path.begin(), path.end()).first == root.end();
 }
 
+std::optional<std::string> content(const std::filesystem::path& file, std::size_t maxBytes) {
+    std::error_code error;
+    const std::uintmax_t size =
+        std::filesystem::file_size(file, error);  // of no other kind of file
+    if (error || size > maxBytes) {
+        return {};
+    }
+    std::ifstream stream(file, std::ios::binary);
+    std::string body(static_cast<std::size_t>(size), '\0');
+    stream.read(body.data(), static_cast<std::streamsize>(size));
+    if (stream.gcount() != static_cast<std::streamsize>(size)) {
+        return {};
+    }
+    return body;
+}
+
+template <class Read>
+std::optional<StaticFile> packedOrPlain(const std::string& path, const char* contentType,
+                                        bool acceptsGzip, const Read& read) {
+    if (acceptsGzip) {
+        if (auto body = read(path + ".gz")) {
+            return StaticFile{std::move(*body), contentType, true};
+        }
+    }
+    if (auto body = read(path)) {
+        return StaticFile{std::move(*body), contentType, false};
+    }
+    return {};
+}
+
 }  // namespace
 
 StaticFiles::StaticFiles(const std::filesystem::path& root, Kinds kinds, std::size_t maxBytes)
@@ -65,15 +95,15 @@ std::optional<StaticFile> StaticFiles::find(std::string_view path, bool acceptsG
     if (type == nullptr || m_root.empty() || !hasPlainParts(path)) {
         return {};
     }
-    if (acceptsGzip) {
-        if (auto body = read(std::string(path) + ".gz")) {
-            return StaticFile{std::move(*body), type, true};
-        }
-    }
-    if (auto body = read(std::string(path))) {
-        return StaticFile{std::move(*body), type, false};
-    }
-    return {};
+    return packedOrPlain(std::string(path), type, acceptsGzip,
+                         [this](const std::string& name) { return readBelowRoot(name); });
+}
+
+std::optional<StaticFile> StaticFiles::read(const std::filesystem::path& file,
+                                            const char* contentType, std::size_t maxBytes,
+                                            bool acceptsGzip) {
+    return packedOrPlain(file.string(), contentType, acceptsGzip,
+                         [maxBytes](const std::string& name) { return content(name, maxBytes); });
 }
 
 const char* StaticFiles::contentType(std::string_view path) const {
@@ -86,23 +116,10 @@ const char* StaticFiles::contentType(std::string_view path) const {
     return nullptr;
 }
 
-std::optional<std::string> StaticFiles::read(const std::string& path) const {
+std::optional<std::string> StaticFiles::readBelowRoot(const std::string& path) const {
     std::error_code error;
     const std::filesystem::path real = std::filesystem::canonical(m_root / path, error);
-    if (error || !isBelow(m_root, real) || !std::filesystem::is_regular_file(real, error)) {
-        return {};
-    }
-    const std::uintmax_t size = std::filesystem::file_size(real, error);
-    if (error || size > m_maxBytes) {
-        return {};
-    }
-    std::ifstream file(real, std::ios::binary);
-    std::string body(static_cast<std::size_t>(size), '\0');
-    file.read(body.data(), static_cast<std::streamsize>(size));
-    if (file.gcount() != static_cast<std::streamsize>(size)) {
-        return {};
-    }
-    return body;
+    return !error && isBelow(m_root, real) ? content(real, m_maxBytes) : std::nullopt;
 }
 
 }  // namespace DOVA::gateway

@@ -29,9 +29,14 @@ public:
     /// for "x".
     std::optional<StaticFile> find(std::string_view path, bool acceptsGzip) const;
 
+    /// One regular file, whatever its name and wherever it is, and a "x.gz" beside it as above.
+    static std::optional<StaticFile> read(const std::filesystem::path& file,
+                                          const char* contentType, std::size_t maxBytes,
+                                          bool acceptsGzip);
+
 private:
     const char* contentType(std::string_view path) const;
-    std::optional<std::string> read(const std::string& path) const;
+    std::optional<std::string> readBelowRoot(const std::string& path) const;
 
     /// Without symbolic links; empty when there is no such folder.
     std::filesystem::path m_root;

@@ -39,6 +39,7 @@ gateway::GatewayOptions gatewayOptions(const HostOptions& options) {
     result.extraHosts = options.hosts;
     result.extraOrigins = options.origins;
     result.pageFolder = options.pageFolder.empty() ? InstalledFiles::page() : options.pageFolder;
+    result.theme = options.theme;
     result.applicationRoot = options.applicationRoot;
     result.graceTime = options.graceTime;
     return result;

@@ -33,6 +33,9 @@ HostCommandLine::HostCommandLine(CLI::App& app) : m_app(app) {
     app.add_option("--token-file", m_options.tokenFile,
                    "Keep the secret part of the address in this file, for the next start")
         ->type_name("FILE");
+    app.add_option("--theme", m_options.theme, "A style sheet that the page loads after its own")
+        ->type_name("FILE")
+        ->check(CLI::ExistingFile);
     if (app.get_version_ptr() == nullptr) {
         app.set_version_flag("--version", app.get_name() + " (dova2_web) " DOVA_VERSION,
                              "Print the version and exit");

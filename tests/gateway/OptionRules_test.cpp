@@ -23,6 +23,12 @@ const OptionRow s_rows[] = {
     {"", [](auto& o) { o.bindAddress = "0.0.0.0", o.allowNonLoopback = true; }},
     {"the page folder \"/nonexistent\" holds no index.html",
      [](auto& o) { o.pageFolder = "/nonexistent"; }},
+    {"", [](auto& o) { o.theme = o.pageFolder / "index.html"; }},
+    {"cannot serve the theme \"/nonexistent\": No such file",
+     [](auto& o) { o.theme = "/nonexistent"; }},
+    {"cannot serve the theme", [](auto& o) { o.theme = o.pageFolder; }},
+    {"File too large",
+     [](auto& o) { o.theme = o.pageFolder / "index.html", o.limits.fileBytes = 3; }},
     {"is no folder", [](auto& o) { o.applicationRoot = o.pageFolder / "index.html"; }},
     {"",
      [](auto& o) {
@@ -46,7 +52,7 @@ const OptionRow s_rows[] = {
 
 TEST(OptionRulesTest, areAcceptedOrRefusedWithAClearText) {
     const test::TemporaryFolder folder;
-    folder.write("index.html", "");
+    folder.write("index.html", "page");
     for (const OptionRow& row : s_rows) {
         GatewayOptions options;
         options.pageFolder = folder / "";

@@ -75,7 +75,8 @@ protected:
 
     RequestRouter::Answer ask(const Row& row) const {
         GatewayOptions options;
-        options.pageFolder = m_folder / "page";
+        options.pageFolder = m_folder / row.get("page", "page");
+        options.theme = row.get("theme", "").empty() ? "" : m_folder / row.get("theme", "");
         options.applicationRoot = m_folder / "icons";
         options.limits.fileBytes = 7;
         options.extraHosts = {"pad.example:8443", "named.example"};

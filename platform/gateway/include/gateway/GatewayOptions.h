@@ -60,6 +60,10 @@ struct GatewayOptions {
     /// Folder of the built page, served at "/"; must hold "index.html". A file "x.gz" beside "x"
     /// is sent in its place to browsers that accept it.
     std::filesystem::path pageFolder;
+    /// A style sheet of the site: served as "/theme.css", and loaded by the page's document after
+    /// its own, by a link before its first "</head>". Read anew for each request; "x.gz" as above.
+    /// Browsers load nothing for it from elsewhere. Empty: none.
+    std::filesystem::path theme;
     /// Folder whose image files are served below "/icon/" to bearers of the token. Empty: none. An
     /// image that is not there comes from "images" in the page folder.
     std::filesystem::path applicationRoot;

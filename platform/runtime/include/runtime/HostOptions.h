@@ -33,6 +33,9 @@ struct HostOptions {
     /// The browser's side as built, a folder with "index.html". Empty: the one installed with this
     /// library, else the one of the source tree that this library was built from.
     std::filesystem::path pageFolder;
+    /// A style sheet that the page loads after its own: the looks of a site. Read whenever a page
+    /// is opened, so that a change needs no new start. Empty: none.
+    std::filesystem::path theme;
     /// False: the program loads the module by itself (see Module.h), after it has made the host.
     bool loadModule = true;
     /// The module that serves the toolkit's front classes. Empty: the value of the environment
