@@ -15,3 +15,5 @@ if(NOT DOVA_SANITIZE)
   # A missing symbol of a shared library is an error of its own link, not of its user's start.
   add_link_options(-Wl,--no-undefined)
 endif()
+# Qt's words "emit", "signals", "slots" and "foreach" are names like others in this tree.
+add_compile_definitions(QT_NO_KEYWORDS QT_NO_FOREACH)

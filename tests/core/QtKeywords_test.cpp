@@ -1,3 +1,4 @@
+#undef QT_NO_KEYWORDS  // as in a program that uses them
 #include <QObject>
 // The headers come second here.
 #include "PublicHeaders.h"
