@@ -1,18 +1,13 @@
 #include "model/Base.h"
 
 #include "ElementName.h"
-#include "model/PropertyName.h"
 
 namespace tdom {
 
 const Base::Impl::Type Base::Impl::s_type{ElementName::base, nullptr};
 
-void Base::Impl::setTag(std::u16string_view tag) {
-    write(m_tag, tag, PropertyName::tag);
-}
-
 std::u16string Base::Impl::getId() const {
-    return m_tag.empty() ? getUuid().toU16String() : m_tag;
+    return getTag().empty() ? getUuid().toU16String() : getTag();
 }
 
 bool Base::Impl::isA(const Type& type) const noexcept {
@@ -24,7 +19,7 @@ bool Base::Impl::isA(const Type& type) const noexcept {
 }
 
 void Base::Impl::visitProperties(const PropertyVisitor& visitor) const {
-    visitor(PropertyName::tag, toValue(m_tag));
+    visitEach(visitor, m_tag);
 }
 
 }  // namespace tdom

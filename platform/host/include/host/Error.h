@@ -3,13 +3,13 @@
 #include <stdexcept>
 #include <string>
 
-#include "wiro/Export.h"
+#include "host/Export.h"
 
 namespace host {
 
 /// An error of the host: a sentence for the user and an identifier for programs. Scripts see it as
 /// an error of their own language.
-class DOVA_PLATFORM_EXPORT Error : public std::runtime_error {
+class DOVA_HOST_EXPORT Error : public std::runtime_error {
 public:
     /// `identifier` has colons between its parts: "ribo:NoMatchingSignature".
     Error(std::string identifier, const std::string& text);

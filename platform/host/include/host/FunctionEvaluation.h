@@ -5,7 +5,7 @@
 #include <vector>
 
 #include "host/Array.h"
-#include "wiro/Export.h"
+#include "host/Export.h"
 
 /// Why an evaluation failed; ended with `vnsvDiscardDiagnostic`.
 struct vnsvDiagnostic;
@@ -18,16 +18,15 @@ struct vnsvDiagnostic;
 /// unknown, it threw, it returned fewer values than asked for, or a count is negative. Values
 /// beyond those asked for are dropped. Never throws but for want of memory. Any thread; the
 /// function runs on the caller's.
-DOVA_PLATFORM_EXPORT vnsvDiagnostic* vnsvFEVAL_NoThrow(const char* name, int outputCount,
-                                                       kaArray* outputs[], int inputCount,
-                                                       const kaArray* const inputs[]);
+DOVA_HOST_EXPORT vnsvDiagnostic* vnsvFEVAL_NoThrow(const char* name, int outputCount,
+                                                   kaArray* outputs[], int inputCount,
+                                                   const kaArray* const inputs[]);
 
 /// One sentence for the user; lives as long as the diagnostic. Null gives an empty text.
-DOVA_PLATFORM_EXPORT const char* vnsvGetDiagnosticMessage(
-    const vnsvDiagnostic* diagnostic) noexcept;
+DOVA_HOST_EXPORT const char* vnsvGetDiagnosticMessage(const vnsvDiagnostic* diagnostic) noexcept;
 
 /// Ends a diagnostic; null is allowed.
-DOVA_PLATFORM_EXPORT void vnsvDiscardDiagnostic(vnsvDiagnostic* diagnostic) noexcept;
+DOVA_HOST_EXPORT void vnsvDiscardDiagnostic(vnsvDiagnostic* diagnostic) noexcept;
 
 namespace host {
 
@@ -39,6 +38,6 @@ using Function = std::function<std::vector<ArrayPointer>(const std::vector<const
 
 /// Makes `function` callable as `name`, in place of any earlier one of that name; an empty function
 /// takes the name away. A call that runs already ends with the function it began with. Any thread.
-DOVA_PLATFORM_EXPORT void registerFunction(const std::string& name, Function function);
+DOVA_HOST_EXPORT void registerFunction(const std::string& name, Function function);
 
 }  // namespace host

@@ -3,11 +3,12 @@
 #include <string>
 #include <string_view>
 
+#include "model/Export.h"
 #include "model/Model.h"
 #include "model/ModelElement.h"
+#include "model/PropertyName.h"
 #include "model/Ref.h"
 #include "model/Uuid.h"
-#include "wiro/Export.h"
 
 namespace tdom {
 
@@ -17,7 +18,7 @@ namespace tdom {
 ///
 /// Every kind of element is a pair: the handle (`Button`) and what it points to (`Button::Impl`),
 /// in parallel hierarchies. A handle converts to the handles of its bases; `as` goes the other way.
-class DOVA_PLATFORM_EXPORT Base {
+class DOVA_MODEL_EXPORT Base {
 public:
     class Impl;
 
@@ -36,9 +37,6 @@ public:
     }
 
 protected:
-    explicit Base(Impl* impl) noexcept;
-    Impl* impl() const noexcept { return m_impl.get(); }
-
     /// A new element in `model`; an empty handle when the model is empty or the UUID is taken.
     template <class Handle>
     static Handle createIn(const pf::zero::Ref<pf::zero::Model>& model, const pf::zero::Uuid& uuid);
@@ -48,13 +46,41 @@ private:
     friend Handle as(const Base& handle) noexcept;
 
     template <class Handle>
-    Handle castTo() const noexcept;
+    static Handle holding(Impl* impl) noexcept;
 
     pf::zero::Ref<Impl> m_impl;
 };
 
+/// What every other handle is made of: `Self` is the handle, `Parent` the one it extends.
+template <class Self, class Parent>
+class HandleOf : public Parent {
+public:
+    /// REQUIRES: not empty.
+    auto* operator->() const noexcept {
+        return static_cast<typename Self::Impl*>(static_cast<const Base&>(*this).operator->());
+    }
+};
+
+/// A handle to a kind of which there are elements, not only kinds that extend it.
+template <class Self, class Parent>
+class KindOf : public HandleOf<Self, Parent> {
+public:
+    /// A new element in `model`. Empty when `model` is empty or `uuid` is taken there.
+    static Self create(const pf::zero::Ref<pf::zero::Model>& model,
+                       const pf::zero::Uuid& uuid = pf::zero::Uuid::generate()) {
+        return Base::createIn<Self>(model, uuid);
+    }
+};
+
+/// A property of an element: its value, and the name that change records give it.
+template <class Stored, const std::string_view& Name>
+struct Property {
+    static constexpr std::string_view name = Name;
+    Stored value{};
+};
+
 /// The element behind every handle. Setters record a change only when the value differs.
-class DOVA_PLATFORM_EXPORT Base::Impl : public pf::zero::ModelElement {
+class DOVA_MODEL_EXPORT Base::Impl : public pf::zero::ModelElement {
 public:
     /// The dynamic type of an element: its name, and the type that it extends (null for `Base`).
     struct Type {
@@ -64,8 +90,8 @@ public:
     static const Type s_type;
 
     /// A text that the program gives the element, by which others may address it; empty at first.
-    void setTag(std::u16string_view tag);
-    const std::u16string& getTag() const noexcept { return m_tag; }
+    void setTag(std::u16string_view tag) { write(m_tag, tag); }
+    const std::u16string& getTag() const noexcept { return m_tag.value; }
 
     /// The tag when there is one, else the UUID's text. The client addresses elements by it.
     std::u16string getId() const;
@@ -83,32 +109,42 @@ protected:
     Impl(const Type& type, const pf::zero::Uuid& uuid) noexcept
         : ModelElement(uuid), m_type(type) {}
 
+    using ModelElement::write;
+    template <class Stored, const std::string_view& Name, class Given>
+    void write(Property<Stored, Name>& property, const Given& given) {
+        write(property.value, given, Name);
+    }
+    template <class... Properties>
+    static void visitEach(const PropertyVisitor& visitor, const Properties&... properties) {
+        (visitor(Properties::name, toValue(properties.value)), ...);
+    }
+
 private:
     const Type& m_type;
-    std::u16string m_tag;
+    Property<std::u16string, PropertyName::tag> m_tag;
 };
-
-inline Base::Base(Impl* impl) noexcept : m_impl(impl) {}
 
 template <class Handle>
 Handle Base::createIn(const pf::zero::Ref<pf::zero::Model>& model, const pf::zero::Uuid& uuid) {
     if (!model) {
         return {};
     }
-    const Handle handle(new typename Handle::Impl(uuid));
+    const Handle handle = holding<Handle>(new typename Handle::Impl(uuid));
     return model->insert(*handle.operator->()) ? handle : Handle();
 }
 
 template <class Handle>
-Handle Base::castTo() const noexcept {
-    const bool fits = m_impl && m_impl->isA(Handle::Impl::s_type);
-    return fits ? Handle(static_cast<typename Handle::Impl*>(m_impl.get())) : Handle();
+Handle Base::holding(Impl* impl) noexcept {
+    Handle handle;
+    handle.m_impl = pf::zero::Ref<Impl>(impl);
+    return handle;
 }
 
 /// The same element as a `Handle`; empty when `handle` is empty or its element is of another type.
 template <class Handle>
 Handle as(const Base& handle) noexcept {
-    return handle.castTo<Handle>();
+    const bool fits = handle && handle->isA(Handle::Impl::s_type);
+    return Base::holding<Handle>(fits ? handle.m_impl.get() : nullptr);
 }
 
 }  // namespace tdom

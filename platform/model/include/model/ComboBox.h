@@ -5,35 +5,22 @@
 #include <string_view>
 
 #include "model/Element.h"
+#include "model/Export.h"
 #include "model/PrimitiveSequence.h"
 #include "model/PropertyDefault.h"
 #include "model/PropertyName.h"
-#include "wiro/Export.h"
 
 namespace tdom {
 
 /// A handle to a list of items of which one may be current.
-class DOVA_PLATFORM_EXPORT ComboBox : public Element {
+class DOVA_MODEL_EXPORT ComboBox : public KindOf<ComboBox, Element> {
 public:
     class Impl;
-
-    ComboBox() noexcept = default;
-
-    /// A new element in `model`. Empty when `model` is empty or `uuid` is taken there.
-    static ComboBox create(const pf::zero::Ref<pf::zero::Model>& model,
-                           const pf::zero::Uuid& uuid = pf::zero::Uuid::generate());
-
-    /// REQUIRES: not empty.
-    Impl* operator->() const noexcept;
-
-private:
-    friend class Base;
-    explicit ComboBox(Impl* impl) noexcept;
 };
 
 /// Items, which of them is current, and a field that may be edited. Each is on its own: no setter
 /// changes another property, and an index is not compared with the number of items.
-class DOVA_PLATFORM_EXPORT ComboBox::Impl : public Element::Impl {
+class DOVA_MODEL_EXPORT ComboBox::Impl : public Element::Impl {
 public:
     using Items = pf::zero::PrimitiveSequence<std::u16string>;
 
@@ -45,20 +32,20 @@ public:
     Items& getItemsMutable() noexcept { return m_items; }
 
     /// The position of the current item, from 0; -1, which is the value at first, for none.
-    void setCurrentindex(std::int32_t index);
-    std::int32_t getCurrentindex() const noexcept { return m_currentindex; }
+    void setCurrentindex(std::int32_t index) { write(m_currentindex, index); }
+    std::int32_t getCurrentindex() const noexcept { return m_currentindex.value; }
 
     /// The text in the field.
-    void setText(std::u16string_view text);
-    const std::u16string& getText() const noexcept { return m_text; }
+    void setText(std::u16string_view text) { write(m_text, text); }
+    const std::u16string& getText() const noexcept { return m_text.value; }
 
     /// The text shown while the field is empty.
-    void setPlaceholder(std::u16string_view placeholder);
-    const std::u16string& getPlaceholder() const noexcept { return m_placeholder; }
+    void setPlaceholder(std::u16string_view placeholder) { write(m_placeholder, placeholder); }
+    const std::u16string& getPlaceholder() const noexcept { return m_placeholder.value; }
 
     /// Whether the user may type in the field; false at first.
-    void setEditable(bool editable);
-    bool isEditable() const noexcept { return m_editable; }
+    void setEditable(bool editable) { write(m_editable, editable); }
+    bool isEditable() const noexcept { return m_editable.value; }
 
     void visitProperties(const PropertyVisitor& visitor) const override;
 
@@ -66,17 +53,12 @@ private:
     friend class Base;
     explicit Impl(const pf::zero::Uuid& uuid) noexcept : Element::Impl(s_type, uuid) {}
 
-    std::u16string m_text;
-    std::u16string m_placeholder;
-    bool m_editable = false;
-    std::int32_t m_currentindex = PropertyDefault::currentindex;
+    Property<std::u16string, PropertyName::text> m_text;
+    Property<std::u16string, PropertyName::placeholder> m_placeholder;
+    Property<bool, PropertyName::editable> m_editable;
+    Property<std::int32_t, PropertyName::currentindex> m_currentindex{
+        PropertyDefault::currentindex};
     Items m_items{*this, PropertyName::entries};
 };
-
-inline ComboBox::ComboBox(Impl* impl) noexcept : Element(impl) {}
-
-inline ComboBox::Impl* ComboBox::operator->() const noexcept {
-    return static_cast<Impl*>(impl());
-}
 
 }  // namespace tdom

@@ -3,7 +3,7 @@
 #include <functional>
 #include <memory>
 
-#include "wiro/Export.h"
+#include "model/Export.h"
 
 namespace tdom {
 
@@ -25,7 +25,7 @@ namespace tdom {
 ///
 /// One mirror in a process. It belongs to the message bus's delivery thread, and the models have to
 /// be used on that thread too.
-class DOVA_PLATFORM_EXPORT DocumentMirror {
+class DOVA_MODEL_EXPORT DocumentMirror {
 public:
     /// Has the main loop make `call` soon, when the present turn is over, on the same thread. A
     /// call may be made or dropped after the mirror has gone.

@@ -8,10 +8,10 @@
 
 #include "model/Change.h"
 #include "model/ChangeListener.h"
+#include "model/Export.h"
 #include "model/ModelConstellation.h"
 #include "model/ModelElement.h"
 #include "model/Ref.h"
-#include "wiro/Export.h"
 
 namespace pf::zero {
 
@@ -20,12 +20,12 @@ namespace pf::zero {
 /// The model registers its elements by UUID and does not own them; an element that loses its last
 /// reference leaves. Elements may outlive the model: they keep their values and record nothing.
 /// A model and everything in it belong to one thread; nothing here locks.
-class DOVA_PLATFORM_EXPORT Model {
+class DOVA_MODEL_EXPORT Model {
 public:
     /// While one lives, changes collect; when the outermost one of the model ends they are
     /// committed as one batch, in the order they were made. An empty `model` makes a group that
     /// does nothing.
-    class DOVA_PLATFORM_EXPORT ChangeGroup {
+    class DOVA_MODEL_EXPORT ChangeGroup {
     public:
         explicit ChangeGroup(Ref<Model> model) noexcept;
         ~ChangeGroup();

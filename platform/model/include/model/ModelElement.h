@@ -10,8 +10,8 @@
 #include <utility>
 
 #include "model/Change.h"
+#include "model/Export.h"
 #include "model/Ref.h"
-#include "wiro/Export.h"
 
 namespace pf::zero {
 
@@ -19,7 +19,7 @@ class Model;
 
 /// What a model knows of its elements: a name, a type, properties. The model registers elements
 /// and does not own them; references do. Used on the model's thread only.
-class DOVA_PLATFORM_EXPORT ModelElement {
+class DOVA_MODEL_EXPORT ModelElement {
 public:
     /// Called with each property's name and present value.
     using PropertyVisitor = std::function<void(std::string_view name, const Value& value)>;

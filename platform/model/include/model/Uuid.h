@@ -5,13 +5,13 @@
 #include <cstdint>
 #include <string>
 
-#include "wiro/Export.h"
+#include "model/Export.h"
 
 namespace pf::zero {
 
 /// The name of a model element: 16 bytes, compared byte by byte. A default-constructed one is the
 /// nil UUID (all zero).
-class DOVA_PLATFORM_EXPORT Uuid {
+class DOVA_MODEL_EXPORT Uuid {
 public:
     using Bytes = std::array<std::uint8_t, 16>;
 

@@ -3,7 +3,7 @@
 #include <type_traits>
 #include <utility>
 
-#include "wiro/Export.h"
+#include "toolkit/Export.h"
 
 namespace DOVA {
 
@@ -13,7 +13,7 @@ namespace DOVA {
 ///
 /// Each front object judges an event once, before anybody else hears it, so that what the first
 /// handler does to the widget takes the event from none of the others. Main thread.
-class DOVA_PLATFORM_EXPORT Admission {
+class DOVA_TOOLKIT_EXPORT Admission {
 public:
     /// A program's handler, with or without the event for its argument; not called for what was
     /// refused.

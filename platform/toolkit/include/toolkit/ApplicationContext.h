@@ -4,12 +4,12 @@
 #include <optional>
 #include <string>
 
-#include "wiro/Export.h"
+#include "toolkit/Export.h"
 
 namespace DVServices {
 
 /// What the application tells the toolkit of itself.
-class DOVA_PLATFORM_EXPORT ApplicationContext {
+class DOVA_TOOLKIT_EXPORT ApplicationContext {
 public:
     virtual ~ApplicationContext();
     /// The folder below which the application's resources are, UTF-8; nothing if it has none.
@@ -17,7 +17,7 @@ public:
 };
 
 /// An application context with a fixed root folder.
-class DOVA_PLATFORM_EXPORT RootedApplicationContext : public ApplicationContext {
+class DOVA_TOOLKIT_EXPORT RootedApplicationContext : public ApplicationContext {
 public:
     explicit RootedApplicationContext(std::string root);
     std::optional<std::string> getRoot() const override;
@@ -27,7 +27,7 @@ private:
 };
 
 /// Where the process keeps its services. Main thread.
-class DOVA_PLATFORM_EXPORT ServiceHolder {
+class DOVA_TOOLKIT_EXPORT ServiceHolder {
 public:
     static ServiceHolder& instance();
 

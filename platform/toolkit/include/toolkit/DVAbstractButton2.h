@@ -11,7 +11,7 @@ namespace DOVA {
 
 /// What push buttons and check boxes share. Icon and checkable flag are set on the backend's own
 /// object.
-class DOVA_PLATFORM_EXPORT DVAbstractButton2 : public DVWidget2 {
+class DOVA_TOOLKIT_EXPORT DVAbstractButton2 : public DVWidget2 {
 public:
     ~DVAbstractButton2() override;
 

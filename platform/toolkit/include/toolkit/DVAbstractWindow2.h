@@ -16,7 +16,7 @@ namespace DOVA {
 /// that moment it appears with the next one, unless it is hidden, closed or destroyed by then. A
 /// window that the present page does not have, because it was opened on an earlier one, is brought
 /// to it by the same calls.
-class DOVA_PLATFORM_EXPORT DVAbstractWindow2 : public DVContainer2 {
+class DOVA_TOOLKIT_EXPORT DVAbstractWindow2 : public DVContainer2 {
 public:
     ~DVAbstractWindow2() override;
 

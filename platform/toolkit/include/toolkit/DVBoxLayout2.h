@@ -7,7 +7,7 @@ namespace DOVA {
 
 /// One widget after the other. A box layout is nowhere until a container takes it with setLayout()
 /// or another layout with addWidget().
-class DOVA_PLATFORM_EXPORT DVBoxLayout2 : public DVLayout2 {
+class DOVA_TOOLKIT_EXPORT DVBoxLayout2 : public DVLayout2 {
 public:
     /// `direction`: the web backend leaves that to the client, which makes a column of it.
     explicit DVBoxLayout2(DVObject* parent = nullptr, Direction direction = Direction::TopToBottom);

@@ -1,12 +1,12 @@
 #pragma once
 
+#include "toolkit/Export.h"
 #include "toolkit/StringID.h"
-#include "wiro/Export.h"
 
 namespace DOVA {
 
 /// A desktop module's hold on its native event system.
-class DOVA_PLATFORM_EXPORT DVBridge {
+class DOVA_TOOLKIT_EXPORT DVBridge {
 public:
     virtual ~DVBridge();
     /// Lets the native side go; called once, before the desktop module is terminated.

@@ -6,7 +6,7 @@
 namespace DOVA {
 
 /// A push button. One that is not checkable has no toggles.
-class DOVA_PLATFORM_EXPORT DVButton2 : public DVAbstractButton2 {
+class DOVA_TOOLKIT_EXPORT DVButton2 : public DVAbstractButton2 {
 public:
     explicit DVButton2(DVObject* parent = nullptr, const std::u16string& label = {});
     ~DVButton2() override;

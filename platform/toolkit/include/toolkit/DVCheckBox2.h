@@ -6,7 +6,7 @@
 namespace DOVA {
 
 /// A box with a label that is checked or not.
-class DOVA_PLATFORM_EXPORT DVCheckBox2 : public DVAbstractButton2 {
+class DOVA_TOOLKIT_EXPORT DVCheckBox2 : public DVAbstractButton2 {
 public:
     explicit DVCheckBox2(DVObject* parent = nullptr, const std::u16string& label = {});
     ~DVCheckBox2() override;

@@ -18,7 +18,7 @@ namespace DOVA {
 ///     DVComboBox2 size(&dialog, {u"small", u"large"});
 ///     size.setSelection(0);
 ///     size.onSelect([&] { order.setSize(size.selectedItem()); });
-class DOVA_PLATFORM_EXPORT DVComboBox2 : public DVWidget2 {
+class DOVA_TOOLKIT_EXPORT DVComboBox2 : public DVWidget2 {
 public:
     explicit DVComboBox2(DVObject* parent = nullptr, const std::vector<std::u16string>& items = {});
     ~DVComboBox2() override;

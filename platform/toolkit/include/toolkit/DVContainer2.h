@@ -8,7 +8,7 @@ namespace DOVA {
 class DVLayout2;
 
 /// A widget that holds other widgets, arranged by one layout.
-class DOVA_PLATFORM_EXPORT DVContainer2 : public DVWidget2 {
+class DOVA_TOOLKIT_EXPORT DVContainer2 : public DVWidget2 {
 public:
     ~DVContainer2() override;
 

@@ -11,7 +11,7 @@ namespace DOVA {
 /// A dialog. With a parent it belongs to that: it is a window of its own all the same, none of the
 /// parent's children(), and goes from the display for good when the parent does, closed, destroyed
 /// or with what it is in.
-class DOVA_PLATFORM_EXPORT DVDialog2 : public DVAbstractWindow2 {
+class DOVA_TOOLKIT_EXPORT DVDialog2 : public DVAbstractWindow2 {
 public:
     using DVDialogAccel = DOVA::DVDialogAccel;
 

@@ -9,7 +9,7 @@
 namespace DOVA {
 
 /// A field for one line of text.
-class DOVA_PLATFORM_EXPORT DVEdit2 : public DVWidget2 {
+class DOVA_TOOLKIT_EXPORT DVEdit2 : public DVWidget2 {
 public:
     explicit DVEdit2(DVObject* parent = nullptr, const std::u16string& text = {});
     ~DVEdit2() override;

@@ -4,9 +4,9 @@
 
 #include "toolkit/DVObject.h"
 #include "toolkit/Enumerations.h"
+#include "toolkit/Export.h"
 #include "toolkit/StringID.h"
 #include "wiro/Emitter.h"
-#include "wiro/Export.h"
 
 namespace DOVA {
 
@@ -39,7 +39,7 @@ struct DVText2Emitters;
 /// Asks a backend for the implementations of front objects: the backend binds the emitters of one
 /// factory and registers it under its key. May be destroyed before the front objects that it
 /// served. Main thread.
-class DOVA_PLATFORM_EXPORT DVFactory2 {
+class DOVA_TOOLKIT_EXPORT DVFactory2 {
 public:
     /// `bridge`: the backend's native event system, null if it has none; not owned.
     explicit DVFactory2(DVBridge* bridge);

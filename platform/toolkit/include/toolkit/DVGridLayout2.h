@@ -6,7 +6,7 @@
 namespace DOVA {
 
 /// Widgets in rows and columns. The web backend fills the cells in the order of addition.
-class DOVA_PLATFORM_EXPORT DVGridLayout2 : public DVLayout2 {
+class DOVA_TOOLKIT_EXPORT DVGridLayout2 : public DVLayout2 {
 public:
     explicit DVGridLayout2(DVObject* parent = nullptr);
     ~DVGridLayout2() override;

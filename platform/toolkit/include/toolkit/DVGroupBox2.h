@@ -8,7 +8,7 @@
 namespace DOVA {
 
 /// A frame with a title around other widgets.
-class DOVA_PLATFORM_EXPORT DVGroupBox2 : public DVContainer2 {
+class DOVA_TOOLKIT_EXPORT DVGroupBox2 : public DVContainer2 {
 public:
     explicit DVGroupBox2(DVObject* parent = nullptr, const std::u16string& title = {});
     ~DVGroupBox2() override;

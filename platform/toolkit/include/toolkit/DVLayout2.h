@@ -6,7 +6,7 @@
 namespace DOVA {
 
 /// Arranges widgets in a container. Widgets appear in the order in which they were added.
-class DOVA_PLATFORM_EXPORT DVLayout2 : public DVObject2 {
+class DOVA_TOOLKIT_EXPORT DVLayout2 : public DVObject2 {
 public:
     ~DVLayout2() override;
 

@@ -2,14 +2,14 @@
 
 #include <cstdint>
 
+#include "toolkit/Export.h"
 #include "toolkit/Mutex.h"
-#include "wiro/Export.h"
 
 namespace DOVA {
 
 /// The root of every front object: something with an identifier that the toolkit can tell alive
 /// from dead.
-class DOVA_PLATFORM_EXPORT DVObject {
+class DOVA_TOOLKIT_EXPORT DVObject {
 public:
     using Identifier = std::uint32_t;
 

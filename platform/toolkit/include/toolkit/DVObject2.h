@@ -20,7 +20,7 @@ class DVFactory2;
 /// appears. When a parent is destroyed, its children lose their implementations with it, but stay
 /// valid objects for their owners to destroy, before or after it. Children made with make() belong
 /// to their parent and are deleted with it. Main thread.
-class DOVA_PLATFORM_EXPORT DVObject2 : public DVObject {
+class DOVA_TOOLKIT_EXPORT DVObject2 : public DVObject {
 public:
     ~DVObject2() override;
 

@@ -6,7 +6,7 @@
 namespace DOVA {
 
 /// A plain container.
-class DOVA_PLATFORM_EXPORT DVPanel2 : public DVContainer2 {
+class DOVA_TOOLKIT_EXPORT DVPanel2 : public DVContainer2 {
 public:
     /// `framed`: the web client draws no frames around panels.
     explicit DVPanel2(DVObject* parent = nullptr, bool framed = false);

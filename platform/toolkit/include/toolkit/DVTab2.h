@@ -8,7 +8,7 @@
 namespace DOVA {
 
 /// A page of a tab container.
-class DOVA_PLATFORM_EXPORT DVTab2 : public DVContainer2 {
+class DOVA_TOOLKIT_EXPORT DVTab2 : public DVContainer2 {
 public:
     /// With a tab container for parent the page is its last one at once. With another parent, or
     /// none, it waits for addTab() or insertTab().

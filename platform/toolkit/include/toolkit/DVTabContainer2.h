@@ -20,7 +20,7 @@ namespace DOVA {
 /// What is told here of new pages, tooltips and style flags takes effect with the next full
 /// description of the container, which show() sends; the current page and the position take effect
 /// at once, and a page that is destroyed is gone at once.
-class DOVA_PLATFORM_EXPORT DVTabContainer2 : public DVWidget2 {
+class DOVA_TOOLKIT_EXPORT DVTabContainer2 : public DVWidget2 {
 public:
     explicit DVTabContainer2(DVObject* parent = nullptr);
     ~DVTabContainer2() override;

@@ -6,7 +6,7 @@
 namespace DOVA {
 
 /// A text that the user reads.
-class DOVA_PLATFORM_EXPORT DVText2 : public DVWidget2 {
+class DOVA_TOOLKIT_EXPORT DVText2 : public DVWidget2 {
 public:
     explicit DVText2(DVObject* parent = nullptr, const std::u16string& text = {});
     ~DVText2() override;

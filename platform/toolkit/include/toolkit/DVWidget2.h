@@ -15,7 +15,7 @@ namespace DOVA {
 /// what a person can have done: an event of a widget that is out of reach does not come to them,
 /// and the display is told again how the widget is. The emitters beside them carry every event, as
 /// the backend reports it.
-class DOVA_PLATFORM_EXPORT DVWidget2 : public DVObject2 {
+class DOVA_TOOLKIT_EXPORT DVWidget2 : public DVObject2 {
 public:
     ~DVWidget2() override;
 

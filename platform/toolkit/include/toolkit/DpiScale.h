@@ -1,12 +1,12 @@
 #pragma once
 
-#include "wiro/Export.h"
+#include "toolkit/Export.h"
 
 namespace DOVA {
 
 /// Display pixels for each toolkit pixel; 1.0 unless set.
-DOVA_PLATFORM_EXPORT double dpiScale();
+DOVA_TOOLKIT_EXPORT double dpiScale();
 /// Sets what dpiScale() answers. A value that is not positive or not finite is ignored.
-DOVA_PLATFORM_EXPORT void setDpiScale(double scale);
+DOVA_TOOLKIT_EXPORT void setDpiScale(double scale);
 
 }  // namespace DOVA

@@ -4,12 +4,12 @@
 #include <functional>
 #include <string>
 
-#include "wiro/Export.h"
+#include "toolkit/Export.h"
 
 namespace DOVA {
 
 /// An interned text: as cheap to copy and compare as a pointer. Any thread.
-class DOVA_PLATFORM_EXPORT StringID {
+class DOVA_TOOLKIT_EXPORT StringID {
 public:
     /// The identifier of the empty text.
     StringID();

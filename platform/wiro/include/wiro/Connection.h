@@ -19,7 +19,7 @@ struct Retired;
 /// One link from an emitter to a receiver. Made with `new` under the global connection lock; from
 /// then on it belongs to the signal library, which deletes it after it was disconnected from either
 /// end, and never while its handler runs on any thread.
-class DOVA_PLATFORM_EXPORT Connection {
+class DOVA_WIRO_EXPORT Connection {
 public:
     /// Links `emitter` (not null) with `listener`; with a null listener the link lives as long as
     /// the emitter. Nothing is delivered before open(). REQUIRES: the global connection lock, for

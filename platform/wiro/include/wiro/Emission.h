@@ -44,14 +44,14 @@ using ListSource = std::atomic<const ConnectionList*>;
 
 // Plain __thread with a fixed offset: the wrapper call that `thread_local` brings along would cost
 // as much as the whole emission. Null in a thread that must use pinFenced().
-extern DOVA_PLATFORM_EXPORT __thread ThreadPins* t_pins __attribute__((tls_model("initial-exec")));
-extern DOVA_PLATFORM_EXPORT std::atomic<bool> g_garbage;
+extern DOVA_WIRO_EXPORT __thread ThreadPins* t_pins __attribute__((tls_model("initial-exec")));
+extern DOVA_WIRO_EXPORT std::atomic<bool> g_garbage;
 
 /// Pins for the first emission of a thread, and for every one where the system has no process-wide
 /// barrier.
-DOVA_PLATFORM_EXPORT Pinned pinFenced(const ListSource& source);
-DOVA_PLATFORM_EXPORT Pin& deepPin(ThreadPins& thread, unsigned depth);
-DOVA_PLATFORM_EXPORT void collectGarbage();
+DOVA_WIRO_EXPORT Pinned pinFenced(const ListSource& source);
+DOVA_WIRO_EXPORT Pin& deepPin(ThreadPins& thread, unsigned depth);
+DOVA_WIRO_EXPORT void collectGarbage();
 
 /// One walk over an emitter's connections. The walk pins the list that it reads with plain stores
 /// (a hazard pointer); whoever wants to delete pays for the ordering with a process-wide memory

@@ -18,7 +18,7 @@ struct Retired;
 /// The sending end of connections, whatever they carry. An emitter may be destroyed at any time, by
 /// its own handlers too: the emission under way then reaches nobody else. Emissions on different
 /// threads do not disturb each other.
-class DOVA_PLATFORM_EXPORT EmitterBase {
+class DOVA_WIRO_EXPORT EmitterBase {
 public:
     EmitterBase() = default;
     EmitterBase(const EmitterBase&) = delete;

@@ -8,7 +8,7 @@ class Connection;
 
 /// The receiving end of connections: whoever derives from it is reached by no emitter any more once
 /// it is destroyed.
-class DOVA_PLATFORM_EXPORT Listener {
+class DOVA_WIRO_EXPORT Listener {
 public:
     Listener() = default;
     Listener(const Listener&) = delete;

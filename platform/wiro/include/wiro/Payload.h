@@ -7,7 +7,7 @@ namespace WIRO {
 class Connection;
 
 /// What a packet carries: something that can deliver itself through a connection.
-class DOVA_PLATFORM_EXPORT Payload {
+class DOVA_WIRO_EXPORT Payload {
 public:
     virtual ~Payload();
     /// Calls the receiver behind `connection`, which is open and of the emitter's own type.

@@ -12,7 +12,7 @@ namespace DOVA {
 /// likes, so that code that runs under the lock can call operations that take it themselves, and
 /// gives them back in any order. A reader must not lock again, for reading or writing: a writer
 /// that waits in between would never come to an end. Any thread.
-class DOVA_PLATFORM_EXPORT ReadWriteLock {
+class DOVA_WIRO_EXPORT ReadWriteLock {
 public:
     ReadWriteLock() = default;
     ReadWriteLock(const ReadWriteLock&) = delete;

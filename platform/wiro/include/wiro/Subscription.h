@@ -13,7 +13,7 @@ struct Link;
 
 /// Watches one connection and can cut it. A copy watches the same connection; letting the last one
 /// go leaves the connection in place. Outlives both ends safely.
-class DOVA_PLATFORM_EXPORT Subscription {
+class DOVA_WIRO_EXPORT Subscription {
 public:
     /// Watches nothing.
     Subscription() = default;

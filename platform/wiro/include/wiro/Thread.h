@@ -7,7 +7,7 @@
 namespace WIRO {
 
 /// Names a thread of the process; a small value to copy and compare.
-class DOVA_PLATFORM_EXPORT Thread {
+class DOVA_WIRO_EXPORT Thread {
 public:
     /// No thread.
     Thread() = default;

@@ -2,12 +2,12 @@
 
 #include <new>
 
-#include "wiro/Export.h"
+#include "host/Export.h"
 
 namespace foundation {
 
 /// The host's own "out of memory".
-class DOVA_PLATFORM_EXPORT bad_alloc : public std::bad_alloc {
+class DOVA_HOST_EXPORT bad_alloc : public std::bad_alloc {
 public:
     ~bad_alloc() override;
     const char* what() const noexcept override;
@@ -15,6 +15,6 @@ public:
 
 /// Throws it so that it can be cloned and carried to another thread (`boost::exception_detail::
 /// clone_base`).
-[[noreturn]] DOVA_PLATFORM_EXPORT void throwBadAlloc();
+[[noreturn]] DOVA_HOST_EXPORT void throwBadAlloc();
 
 }  // namespace foundation

@@ -7,7 +7,7 @@
 namespace parutil {
 
 /// A text that names no value of an enumeration.
-class DOVA_PLATFORM_EXPORT Error_InvalidEnumValue : public host::Error {
+class DOVA_HOST_EXPORT Error_InvalidEnumValue : public host::Error {
 public:
     /// `validNames` are those that would do, with blanks between them; the text lists them.
     explicit Error_InvalidEnumValue(const std::string& validNames);

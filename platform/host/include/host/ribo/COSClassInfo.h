@@ -16,7 +16,7 @@ namespace ribo {
 /// stand at the start of storage that came from `std::malloc` or `std::calloc`.
 ///
 /// Main thread.
-class DOVA_PLATFORM_EXPORT COSClassInfo {
+class DOVA_HOST_EXPORT COSClassInfo {
 public:
     COSClassInfo(const COSClassInfo&) = delete;
     COSClassInfo& operator=(const COSClassInfo&) = delete;

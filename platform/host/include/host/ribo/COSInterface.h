@@ -1,20 +1,20 @@
 #pragma once
 
-#include "wiro/Export.h"
+#include "host/Export.h"
 
 /// Who asks the class-object system for something.
 class COSClient;
 
 /// The client that stands for everybody: scripts, modules, the host itself. Lives as long as the
 /// process.
-DOVA_PLATFORM_EXPORT COSClient* COSGetPublicClient();
+DOVA_HOST_EXPORT COSClient* COSGetPublicClient();
 
 namespace ribo {
 
 class COSNamespace;
 
 /// What the class-object system hands out where several kinds of thing could be meant.
-class DOVA_PLATFORM_EXPORT COSInterface {
+class DOVA_HOST_EXPORT COSInterface {
 public:
     /// Takes the thing out of the system and frees what the system owns of it, if its description
     /// allows that; the interface is gone then. Without a client nothing happens.
@@ -26,6 +26,6 @@ protected:
 };
 
 /// The namespace behind an interface; null for null and for what is no namespace.
-DOVA_PLATFORM_EXPORT COSNamespace* cosiToNamespace(COSInterface* interface);
+DOVA_HOST_EXPORT COSNamespace* cosiToNamespace(COSInterface* interface);
 
 }  // namespace ribo

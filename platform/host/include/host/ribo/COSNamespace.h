@@ -20,7 +20,7 @@ class COSNamespaceInfo;
 /// Pointers to namespaces and to what they list hold until generation() changes. What a description
 /// throws while members are listed passes through, whoever asked; then none are listed, and the
 /// next who asks has them listed anew. Main thread.
-class DOVA_PLATFORM_EXPORT COSNamespace final : public COSInterface {
+class DOVA_HOST_EXPORT COSNamespace final : public COSInterface {
 public:
     /// Adds a namespace at the top, or inside `outer`, and takes the description over. A name that
     /// is there already keeps the namespace that it has, which is given back; the new description

@@ -14,7 +14,7 @@ class COSMethodSelector;
 /// `std::malloc` or `std::calloc`.
 ///
 /// Main thread.
-class DOVA_PLATFORM_EXPORT COSNamespaceInfo {
+class DOVA_HOST_EXPORT COSNamespaceInfo {
 public:
     COSNamespaceInfo() = default;
     COSNamespaceInfo(const COSNamespaceInfo&) = delete;

@@ -10,7 +10,7 @@
 namespace ribo {
 
 /// The members of a class, in the order in which they were described and by name.
-class DOVA_PLATFORM_EXPORT ClassMembers {
+class DOVA_HOST_EXPORT ClassMembers {
 public:
     ClassMembers() = default;
     ClassMembers(const ClassMembers&) = delete;

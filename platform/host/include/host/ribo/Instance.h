@@ -9,7 +9,7 @@
 namespace ribo {
 
 /// A value of a class: what the class allocated, and a share in the class.
-class DOVA_PLATFORM_EXPORT Instance final : public kaObject {
+class DOVA_HOST_EXPORT Instance final : public kaObject {
 public:
     /// A new value of the class, as its allocate operation makes it.
     explicit Instance(ClassPointer instanceClass);
@@ -47,6 +47,6 @@ private:
 /// and the values of its visible properties, among which another instance is only named; texts,
 /// scalar numbers and logicals as they are; the rest by size and kind; null as an empty text. In
 /// UTF-8; no line break is added. What a property's getter throws passes through.
-DOVA_PLATFORM_EXPORT std::string display(const kaArray* value);
+DOVA_HOST_EXPORT std::string display(const kaArray* value);
 
 }  // namespace ribo

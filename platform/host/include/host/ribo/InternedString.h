@@ -4,13 +4,13 @@
 #include <functional>
 #include <string>
 
-#include "wiro/Export.h"
+#include "host/Export.h"
 
 namespace ribo {
 
 /// A name of the class-object system. Equal names are one text in memory, which lives as long as
 /// the process, so comparing and hashing look at an address alone. Any thread.
-class DOVA_PLATFORM_EXPORT InternedString {
+class DOVA_HOST_EXPORT InternedString {
 public:
     /// The empty name.
     InternedString();
@@ -36,7 +36,7 @@ private:
 namespace internal {
 
 /// The one name with this text, made on first use.
-DOVA_PLATFORM_EXPORT InternedString makeInterned(std::string&& text);
+DOVA_HOST_EXPORT InternedString makeInterned(std::string&& text);
 
 }  // namespace internal
 }  // namespace ribo

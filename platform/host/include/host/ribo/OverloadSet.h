@@ -8,14 +8,14 @@
 namespace ribo {
 
 /// No overload takes the arguments that were given.
-class DOVA_PLATFORM_EXPORT Error_NoMatchingSignature : public host::Error {
+class DOVA_HOST_EXPORT Error_NoMatchingSignature : public host::Error {
 public:
     explicit Error_NoMatchingSignature(const std::string& text);
     ~Error_NoMatchingSignature() override;
 };
 
 /// The methods of one name, among which the arguments of a call choose.
-class DOVA_PLATFORM_EXPORT OverloadSet {
+class DOVA_HOST_EXPORT OverloadSet {
 public:
     void add(factory::RiboMethod method);
 

@@ -9,7 +9,7 @@ namespace ribo::factory {
 enum class Fit { None, Anything, Converted, Exact };
 
 /// A type of a signature, known by its name. Lives as long as the process. Main thread.
-class DOVA_PLATFORM_EXPORT DataType {
+class DOVA_HOST_EXPORT DataType {
 public:
     /// Says how well a value, perhaps null, fits.
     using Rule = Fit (*)(const kaArray* value);
@@ -36,7 +36,7 @@ namespace detail {
 
 /// Makes sure of the types of host strings, "RiboFactoryString scalar" and "RiboFactoryString
 /// vector". They are there from the start here, so a signature may name them without this call.
-DOVA_PLATFORM_EXPORT void initStringDataTypes();
+DOVA_HOST_EXPORT void initStringDataTypes();
 
 }  // namespace detail
 }  // namespace ribo::factory

@@ -9,7 +9,7 @@
 namespace ribo::factory {
 
 /// A class description whose members are made of C++ functions, one line a member.
-class DOVA_PLATFORM_EXPORT RiboFactoryClassInfo : public virtual COSClassInfo {
+class DOVA_HOST_EXPORT RiboFactoryClassInfo : public virtual COSClassInfo {
 public:
     ~RiboFactoryClassInfo() override;
 

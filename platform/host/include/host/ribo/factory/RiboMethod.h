@@ -34,7 +34,7 @@ struct Signature {
 };
 
 /// A method, function or constructor: its name, its types and what it does.
-class DOVA_PLATFORM_EXPORT RiboMethod {
+class DOVA_HOST_EXPORT RiboMethod {
 public:
     /// Gets arguments that fit the signature; gives its result, null when it has none. What it
     /// throws reaches the caller.

@@ -13,7 +13,7 @@ struct PropertyAttributes {
 };
 
 /// A property of a class.
-class DOVA_PLATFORM_EXPORT RiboProperty {
+class DOVA_HOST_EXPORT RiboProperty {
 public:
     /// The getter takes the instance, if the property is not constant, and gives the value. The
     /// setter takes the instance and the new value; an empty one makes the property read-only.

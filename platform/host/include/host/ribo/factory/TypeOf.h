@@ -77,7 +77,7 @@ struct TypeOf<std::u16string> {
 };
 
 template <>
-struct DOVA_PLATFORM_EXPORT TypeOf<std::vector<std::u16string>> {
+struct DOVA_HOST_EXPORT TypeOf<std::vector<std::u16string>> {
     DOVA_RIBO_TYPE_NAME("RiboFactoryString vector")
     static std::vector<std::u16string> fromHost(const kaArray* value);
     /// A row of texts.
@@ -93,7 +93,7 @@ struct TypeOf<kaArrayProxy> {
 
 /// A new instance of the class of that full name. Throws host::Error when there is no such class
 /// (any more).
-DOVA_PLATFORM_EXPORT std::shared_ptr<Instance> makeInstance(InternedString fullName);
+DOVA_HOST_EXPORT std::shared_ptr<Instance> makeInstance(InternedString fullName);
 
 /// Base for the TypeOf of a class whose instances hold a T each; the derived one has the name.
 template <class T>
