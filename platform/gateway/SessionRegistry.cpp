@@ -89,7 +89,15 @@ SessionRegistry::Opening SessionRegistry::begin(const std::string& clientId, Pag
         [this, session, own](const std::string& channel, const std::string& text) {
             push(*session, PageChannels::shorten(own, channel), text);
         });
-    m_sessions.emplace(clientId, Entry{session, subscription, {}});
+    // What only this page wants of the model document.
+    const auto modelSubscription =
+        m_bus->subscribe(m_connector, std::string(names::modelChannel) + "/" + clientId,
+                         [this, session](const std::string&, const std::string& text) {
+                             if (session->isReady()) {
+                                 push(*session, names::modelChannel, text);
+                             }
+                         });
+    m_sessions.emplace(clientId, Entry{session, subscription, modelSubscription, {}});
     return {session, greeting(json::fresh, json::received, "0")};
 }
 
@@ -230,6 +238,7 @@ void SessionRegistry::dropAndAnnounce(Sessions::iterator entry, const CloseReaso
 void SessionRegistry::drop(Sessions::iterator entry, const CloseReason& reason) {
     const std::shared_ptr<Session> session = entry->second.session;
     m_bus->unsubscribe(entry->second.subscription);
+    m_bus->unsubscribe(entry->second.modelSubscription);
     m_sessions.erase(entry);
     session->setEnded();
     PageLink* const link = session->link();

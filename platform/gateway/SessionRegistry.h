@@ -74,6 +74,7 @@ private:
     struct Entry {
         std::shared_ptr<Session> session;
         tdom::messaging::MessageBus::Handle subscription = 0;
+        tdom::messaging::MessageBus::Handle modelSubscription = 0;
         std::optional<Clock::time_point> expiresAt;
     };
     using Sessions = std::map<std::string, Entry>;

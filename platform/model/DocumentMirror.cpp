@@ -35,15 +35,24 @@ QLatin1String latin1(std::string_view name) {
 const QLatin1String s_snapshot = latin1(DocumentName::snapshot);
 const QLatin1String s_properties = latin1(DocumentName::properties);
 
+// More ask only where somebody makes pages up.
+constexpr std::size_t s_mostPages = 16;
+
+struct Request {
+    std::string client;
+    DocumentFilter wanted;
+};
+
 /// What a page asks for; nothing if the text is no request.
-std::optional<DocumentFilter> parseRequest(const std::string& text) {
+std::optional<Request> parseRequest(const std::string& text) {
     const QByteArray json = QByteArray::fromRawData(text.data(), static_cast<int>(text.size()));
     const QJsonObject message = QJsonDocument::fromJson(json).object();
     if (!message.value(s_snapshot).isString()) {
         return std::nullopt;
     }
+    const std::string client = message.value(s_snapshot).toString().toStdString();
     if (message.size() == 1) {
-        return DocumentFilter();
+        return Request{client, DocumentFilter()};
     }
     if (message.size() > 2 || !message.value(s_properties).isArray()) {
         return std::nullopt;
@@ -53,7 +62,28 @@ std::optional<DocumentFilter> parseRequest(const std::string& text) {
     for (const QJsonValue name : wanted) {
         names.push_back(name.toString().toStdString());
     }
-    return DocumentFilter(std::move(names));
+    return Request{client, DocumentFilter(std::move(names))};
+}
+
+/// A page that mirrors the document.
+struct Page {
+    std::string client;
+    DocumentFilter wanted;
+    std::optional<DocumentFilter> asked;  // answered at the turn's end
+};
+
+using Pages = std::vector<const Page*>;
+
+/// The pages, those together that want the same.
+std::vector<Pages> alike(const Pages& pages) {
+    std::vector<Pages> groups;
+    for (const Page* page : pages) {
+        const auto found = std::find_if(groups.begin(), groups.end(), [page](const Pages& group) {
+            return group.front()->wanted == page->wanted;
+        });
+        (found == groups.end() ? groups.emplace_back() : *found).push_back(page);
+    }
+    return groups;
 }
 
 }  // namespace
@@ -64,20 +94,21 @@ public:
     explicit Implementation(Later later);
     ~Implementation() override;
 
-    bool hears(std::string_view property) const noexcept override {
-        return m_wanted.holds(property);
-    }
+    bool hears(std::string_view property) const noexcept override;
     void onChanges(const std::vector<Change>& batch) noexcept override;
+    void forgetOthers(const std::string& client);
 
 private:
     void hear(const std::string& text);
+    Page& pageOf(const std::string& client);
     void follow(const Ref<Model>& model);
     void flushLater();
     void flush();
-    void sendPatch();
-    void sendSnapshot();
+    Pages pages() const;
+    void sendPatches();
+    void sendSnapshots();
     JsonText begin(std::string_view content) const;
-    void send(JsonText message);
+    void send(JsonText message, const Pages& pages);
     Ref<ModelElement> find(const Uuid& uuid) const;
 
     const Later m_later;
@@ -85,8 +116,7 @@ private:
     TurnChanges m_changes;
     std::uint64_t m_version = 0;
     bool m_isFollowing = false;
-    DocumentFilter m_wanted;
-    std::optional<DocumentFilter> m_asked;  // answered at the turn's end
+    std::vector<Page> m_pages;  // in the order in which they came
     bool m_willFlush = false;
     messaging::ConnectorMessageService m_messages{tdom_message_service};
 };
@@ -105,16 +135,41 @@ DocumentMirror::Implementation::~Implementation() {
     }
 }
 
+bool DocumentMirror::Implementation::hears(std::string_view property) const noexcept {
+    return std::any_of(m_pages.begin(), m_pages.end(),
+                       [=](const Page& page) { return page.wanted.holds(property); });
+}
+
 void DocumentMirror::Implementation::hear(const std::string& text) {
-    std::optional<DocumentFilter> asked = parseRequest(text);
-    if (!asked) {
+    std::optional<Request> request = parseRequest(text);
+    if (!request) {
         return;
     }
     if (!std::exchange(m_isFollowing, true)) {
         LivingModels::observe([this](const Ref<Model>& model) { follow(model); });
     }
-    m_asked = std::move(asked);
+    pageOf(request->client).asked = std::move(request->wanted);
     flushLater();
+}
+
+// Until its answer comes, a new page is told what the others are.
+Page& DocumentMirror::Implementation::pageOf(const std::string& client) {
+    const auto known = std::find_if(m_pages.begin(), m_pages.end(),
+                                    [&](const Page& page) { return page.client == client; });
+    if (known != m_pages.end()) {
+        return *known;
+    }
+    if (m_pages.size() == s_mostPages) {
+        m_pages.erase(m_pages.begin());
+    }
+    DocumentFilter wanted = m_pages.empty() ? DocumentFilter() : m_pages.front().wanted;
+    return m_pages.emplace_back(Page{client, std::move(wanted), {}});
+}
+
+void DocumentMirror::Implementation::forgetOthers(const std::string& client) {
+    m_pages.erase(std::remove_if(m_pages.begin(), m_pages.end(),
+                                 [&](const Page& page) { return page.client != client; }),
+                  m_pages.end());
 }
 
 void DocumentMirror::Implementation::follow(const Ref<Model>& model) {
@@ -145,29 +200,52 @@ void DocumentMirror::Implementation::flush() {
     if (isAhead) {
         return;
     }
-    sendPatch();
-    if (m_asked) {
-        m_wanted = *std::exchange(m_asked, std::nullopt);
-        sendSnapshot();
-    }
+    sendPatches();
+    sendSnapshots();
 }
 
-void DocumentMirror::Implementation::sendPatch() {
-    PatchText patch([this](const Uuid& uuid) { return find(uuid); }, m_wanted);
-    patch.write(m_changes);
+Pages DocumentMirror::Implementation::pages() const {
+    Pages all;
+    for (const Page& page : m_pages) {
+        all.push_back(&page);
+    }
+    return all;
+}
+
+// The version is one for all, so that pages which come to want the same can share a text: who is
+// not concerned is told of no operations.
+void DocumentMirror::Implementation::sendPatches() {
+    const std::vector<Pages> groups = alike(pages());
+    std::vector<std::string> patches;
+    bool isChanged = false;
+    for (const Pages& group : groups) {
+        PatchText patch([this](const Uuid& uuid) { return find(uuid); }, group.front()->wanted);
+        patch.write(m_changes);
+        isChanged = isChanged || !patch.empty();
+        patches.push_back(patch.take());
+    }
     m_changes.clear();
-    if (!patch.empty()) {
-        ++m_version;
+    m_version += isChanged ? 1 : 0;
+    for (std::size_t i = 0; isChanged && i < groups.size(); ++i) {
         JsonText message = begin(DocumentName::patch);
-        message.raw(patch.take());
-        send(std::move(message));
+        message.raw(patches[i]);
+        send(std::move(message), groups[i]);
     }
 }
 
-void DocumentMirror::Implementation::sendSnapshot() {
-    JsonText message = begin(DocumentName::snapshot);
-    DocumentText::write(message, m_models, m_wanted);
-    send(std::move(message));
+void DocumentMirror::Implementation::sendSnapshots() {
+    Pages asking;
+    for (Page& page : m_pages) {
+        if (page.asked) {
+            page.wanted = *std::exchange(page.asked, std::nullopt);
+            asking.push_back(&page);
+        }
+    }
+    for (const Pages& group : alike(asking)) {
+        JsonText message = begin(DocumentName::snapshot);
+        DocumentText::write(message, m_models, group.front()->wanted);
+        send(std::move(message), group);
+    }
 }
 
 JsonText DocumentMirror::Implementation::begin(std::string_view content) const {
@@ -182,9 +260,17 @@ JsonText DocumentMirror::Implementation::begin(std::string_view content) const {
     return message;
 }
 
-void DocumentMirror::Implementation::send(JsonText message) {
+// What all pages want is said once to all.
+void DocumentMirror::Implementation::send(JsonText message, const Pages& pages) {
     message.raw('}');
-    m_messages.publish(tdom_channel, message.take());
+    const std::string text = message.take();
+    if (alike(this->pages()).size() == 1) {
+        m_messages.publish(tdom_channel, text);
+        return;
+    }
+    for (const Page* page : pages) {
+        m_messages.publish(std::string(tdom_channel) + "/" + page->client, text);
+    }
 }
 
 Ref<ModelElement> DocumentMirror::Implementation::find(const Uuid& uuid) const {
@@ -200,5 +286,9 @@ DocumentMirror::DocumentMirror(Later later)
     : m_implementation(std::make_shared<Implementation>(std::move(later))) {}
 
 DocumentMirror::~DocumentMirror() = default;
+
+void DocumentMirror::forgetOthers(const std::string& client) {
+    m_implementation->forgetOthers(client);
+}
 
 }  // namespace tdom

@@ -87,7 +87,7 @@ void PatchText::write(const TurnChanges::Element& element) {
 }
 
 void PatchText::write(const std::string& parent, const TurnChanges::Scalar& scalar) {
-    if (scalar.now != scalar.before) {
+    if (m_wanted.holds(scalar.name) && scalar.now != scalar.before) {
         const bool existed = !PropertyDefault::is(scalar.name, scalar.before);
         writeProperty(existed, parent + pointerStep(scalar.name), scalar.name, scalar.now);
     }
@@ -107,6 +107,9 @@ void PatchText::writeProperty(bool existed, const std::string& path, std::string
 
 void PatchText::write(const std::string& parent, const TurnChanges::Sequence& sequence,
                       const Uuid& uuid) {
+    if (!m_wanted.holds(sequence.name)) {
+        return;
+    }
     const std::string path = parent + pointerStep(sequence.name);
     if (sequence.wasEmpty) {
         if (sequence.sizeBefore > 0 || sequence.size > 0) {

@@ -18,8 +18,8 @@ class PatchText {
 public:
     using Find = std::function<pf::zero::Ref<pf::zero::ModelElement>(const pf::zero::Uuid& uuid)>;
 
-    /// `find` gives the elements that there are, as they are at the end of the turn. Of new ones
-    /// only what is `wanted` is written.
+    /// `find` gives the elements that there are, as they are at the end of the turn. Only what is
+    /// `wanted` is written.
     PatchText(Find find, const DocumentFilter& wanted)
         : m_find(std::move(find)), m_wanted(wanted) {}
 

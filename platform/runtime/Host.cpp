@@ -134,6 +134,7 @@ Host::Implementation::~Implementation() {
 // anew for the page has taken the place of what waited for it by the time that is opened.
 void Host::Implementation::pageIsThere(bool isNew) {
     if (isNew) {
+        m_mirror.forgetOthers(m_pages.page());
         m_loop.post([this] {
             if (m_onPage) {
                 m_onPage();

@@ -20,13 +20,16 @@ public:
     /// library reads, and the library's own descriptions, which may be large.
     PageListener(std::function<void(bool isNew)> onPage, std::function<void()> onWindowMessage);
 
+    /// The present page's identifier, empty without one.
+    const std::string& page() const { return m_page; }
+
 private:
     void hear(const std::string& text);
     void listenTo(const QString& page);
 
     std::function<void(bool)> m_onPage;
     std::function<void()> m_onWindowMessage;
-    std::string m_page;               ///< the present page's identifier, empty without one
+    std::string m_page;
     std::uint32_t m_pageChannel = 0;  ///< the subscription of its channel, 0 without one
     tdom::messaging::ConnectorMessageService m_messages;
 };

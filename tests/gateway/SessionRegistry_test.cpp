@@ -66,11 +66,14 @@ TEST_F(SessionRegistryTest, aPageHearsItsOwnChannelsAndPingsThatCanTravel) {
     EXPECT_EQ(link.asked, 3);
 }
 
-TEST_F(SessionRegistryTest, aReadySessionHearsTheDocumentAndNothingBelowItsChannel) {
+TEST_F(SessionRegistryTest, aReadySessionHearsTheDocumentOfAllAndItsOwn) {
     const auto ready = openReady("me", link), unready = openFresh("you", other);
     say("/tdom", "document");
-    say("/tdom/me", "nobody's");
-    EXPECT_EQ(waiting(*ready), std::string("\x1e/tdom\x1f") + "document");
+    say("/tdom/me", "its own");
+    for (const char* const foreign : {"/tdom/you", "/tdom/me/x"}) {
+        say(foreign, "x");
+    }
+    EXPECT_EQ(waiting(*ready), std::string("\x1e/tdom\x1f") + "document\x1e/tdom\x1fits own");
     EXPECT_EQ(waiting(*unready), "");
 }
 

@@ -14,6 +14,7 @@ namespace {
 
 using pf::zero::Model;
 using pf::zero::Ref;
+using testing::ElementsAre;
 using testing::IsEmpty;
 
 class DocumentMirrorTest : public model_test::MirrorFixture {
@@ -53,12 +54,12 @@ TEST_F(DocumentMirrorTest, FollowsEveryModelOfTheProcess) {
     EXPECT_EQ(snapshot().size(), 2);
 }
 
-TEST_F(DocumentMirrorTest, TellsOnlyOfWhatTheLastRequestWants) {
+TEST_F(DocumentMirrorTest, TellsOnlyOfWhatThePageWants) {
     const auto box = tdom::ComboBox::create(m_model);
     box->setTag(u"7");
     box->setText(u"before");
     box->getItemsMutable().push_back(u"a");
-    publish(R"({"snapshot":"p","properties":["entries"]})");
+    publish(R"({"snapshot":"page","properties":["entries"]})");
     const QJsonObject document = endTurn().last()["snapshot"].toObject();
     EXPECT_EQ(document.begin()->toObject().keys(), QStringList({"entries", "tag", "type"}));
     box->setText(u"unheard");
@@ -72,6 +73,33 @@ TEST_F(DocumentMirrorTest, TellsOnlyOfWhatTheLastRequestWants) {
     ask();
     endTurn();
     later->setText(u"heard");
+    EXPECT_EQ(endTurn().size(), 1);
+}
+
+// The request of a second page took from the first what that had asked for.
+TEST_F(DocumentMirrorTest, TellsEachPageWhatItWantsItself) {
+    const auto box = tdom::ComboBox::create(m_model);
+    std::vector<std::string> heard;
+    for (const std::string client : {"a", "b"}) {
+        m_bus->subscribe(m_page, tdom::tdom_channel + ("/" + client),
+                         [&heard, client](auto&, auto& text) { heard.push_back(client + text); });
+    }
+    publish(R"({"snapshot":"a","properties":["text"]})");
+    EXPECT_EQ(endTurn().size(), 1) << "one page is told on the channel of all";
+    publish(R"({"snapshot":"b","properties":["entries"]})");
+    EXPECT_EQ(endTurn().size(), 0);
+    ASSERT_EQ(heard.size(), 1U);
+    heard.clear();
+    box->setText(u"x");
+    endTurn();
+    const std::string path = "/" + box->getUuid().toString();
+    EXPECT_THAT(heard, ElementsAre(R"(a{"version":1,"patch":[{"op":"add","path":")" + path +
+                                       R"(/text","value":"x"}]})",
+                                   R"(b{"version":1,"patch":[]})"));
+    m_mirror->forgetOthers("b");
+    box->setText(u"unheard");
+    EXPECT_THAT(m_later, IsEmpty());
+    box->getItemsMutable().push_back(u"y");
     EXPECT_EQ(endTurn().size(), 1);
 }
 
