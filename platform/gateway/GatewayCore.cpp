@@ -6,9 +6,9 @@
 #include <utility>
 
 #include "AccessRules.h"
-#include "GatewayLog.h"
 #include "HttpConnection.h"
 #include "OptionRules.h"
+#include "log/Log.h"
 #include "messaging/MessageBus.h"
 
 namespace DOVA::gateway {
@@ -92,7 +92,7 @@ void GatewayCore::onAccepted(boost::system::error_code error, Socket socket) {
 
 /// Out of descriptors, most likely: trying again at once would only burn time.
 void GatewayCore::acceptAgainLater() {
-    logAcceptError("the system has no room for another connection");
+    log::write(log::Level::Warning, "gateway", "the system has no room for another connection");
     m_acceptTimer.expires_after(s_acceptRetryTime);
     m_acceptTimer.async_wait([self = shared_from_this()](boost::system::error_code error) {
         if (!error && self->m_acceptor.is_open()) {
@@ -136,6 +136,7 @@ void GatewayCore::pageLeft(Session& session, const PageLink& link,
     if (!m_sessions) {
         return;
     }
+    log::write(log::Level::Debug, "gateway", "page " + session.id() + ": its connection is gone");
     m_sessions->disconnected(session, link, leaving, Clock::now());
     waitForExpiry();
 }

@@ -3,7 +3,7 @@
 #include <algorithm>
 #include <string_view>
 
-#include "GatewayLog.h"
+#include "log/Log.h"
 
 namespace DOVA::gateway {
 
@@ -41,13 +41,12 @@ void RefusalLog::note(const RequestRouter::Response& response,
         reason = std::string(response.reason());
     }
     const auto [told, isNew] = m_toldAt.try_emplace(reason, now);
-    if (!isNew && now - told->second < s_pause) {
-        return;
-    }
-    told->second = now;
-    logRefusal(response.result_int(), reason,
-               "Host " + shown(request, http::field::host) + ", Origin " +
-                   shown(request, http::field::origin));
+    const bool isRepeated = !isNew && now - told->second < s_pause;
+    told->second = isRepeated ? told->second : now;
+    log::write(isRepeated ? log::Level::Debug : log::Level::Warning, "gateway",
+               "refused a page with " + std::to_string(response.result_int()) + ": " + reason +
+                   " (Host " + shown(request, http::field::host) + ", Origin " +
+                   shown(request, http::field::origin) + ")");
 }
 
 }  // namespace DOVA::gateway

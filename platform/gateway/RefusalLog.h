@@ -9,7 +9,8 @@
 namespace DOVA::gateway {
 
 /// Tells the program's log who was refused and why, so that a wrong address, proxy or token is
-/// found there too. A page that goes on trying is told of once a minute for each reason.
+/// found there too. A page that goes on trying is told of once a minute for each reason, else only
+/// to who debugs.
 class RefusalLog {
 public:
     using Clock = std::chrono::steady_clock;

@@ -61,6 +61,7 @@ SessionRegistry::Opening SessionRegistry::open(const std::string& clientId,
     if (opening.session) {
         opening.session->setAttempt(attempt);
     }
+    log::write(log::Level::Info, "gateway", "page " + clientId + ": " + opening.control);
     return opening;
 }
 
@@ -184,7 +185,7 @@ const CloseReason* SessionRegistry::handle(const std::shared_ptr<Session>& sessi
             break;
         case PageChannels::Kind::ClientDestroyed:
             session->setReady();  // even one that never came is to be heard going
-            end(*session, close_reason::s_sessionEnded);
+            dropAndAnnounce(m_sessions.find(session->id()), close_reason::s_sessionEnded);
             break;
         case PageChannels::Kind::Snapshot:
             passOn(*session, names::modelChannel, std::string(record.text));
@@ -221,13 +222,14 @@ void SessionRegistry::endOthers(const Session& owner) {
 void SessionRegistry::end(Session& session, const CloseReason& reason) {
     const auto found = m_sessions.find(session.id());
     if (found != m_sessions.end() && found->second.session.get() == &session) {
-        dropAndAnnounce(found, reason);
+        dropAndAnnounce(found, reason, log::Level::Warning);
     }
 }
 
-void SessionRegistry::dropAndAnnounce(Sessions::iterator entry, const CloseReason& reason) {
+void SessionRegistry::dropAndAnnounce(Sessions::iterator entry, const CloseReason& reason,
+                                      log::Level level) {
     const std::shared_ptr<Session> session = entry->second.session;
-    drop(entry, reason);
+    drop(entry, reason, level);
     if (session->isReady()) {
         m_bus->publish(m_connector, names::rootChannel,
                        PageChannels::clientDestroyed(session->id()));
@@ -235,8 +237,11 @@ void SessionRegistry::dropAndAnnounce(Sessions::iterator entry, const CloseReaso
 }
 
 /// A link must not find the session again while it is told that it has lost it.
-void SessionRegistry::drop(Sessions::iterator entry, const CloseReason& reason) {
+void SessionRegistry::drop(Sessions::iterator entry, const CloseReason& reason, log::Level level) {
     const std::shared_ptr<Session> session = entry->second.session;
+    log::write(
+        level, "gateway",
+        "page " + session->id() + ": " + reason.text + " (" + std::to_string(reason.code) + ")");
     m_bus->unsubscribe(entry->second.subscription);
     m_bus->unsubscribe(entry->second.modelSubscription);
     m_sessions.erase(entry);

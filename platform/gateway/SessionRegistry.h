@@ -10,6 +10,7 @@
 #include "CloseReasons.h"
 #include "Session.h"
 #include "gateway/GatewayOptions.h"
+#include "log/Log.h"
 #include "messaging/MessageBus.h"
 
 namespace DOVA::gateway {
@@ -90,8 +91,10 @@ private:
     void passOn(Session& session, const std::string& channel, std::string text);
     void endOthers(const Session& owner);
     void publishClientReady(Session& session);
-    void drop(Sessions::iterator entry, const CloseReason& reason);
-    void dropAndAnnounce(Sessions::iterator entry, const CloseReason& reason);
+    void drop(Sessions::iterator entry, const CloseReason& reason,
+              log::Level level = log::Level::Info);
+    void dropAndAnnounce(Sessions::iterator entry, const CloseReason& reason,
+                         log::Level level = log::Level::Info);
 
     const std::shared_ptr<tdom::messaging::MessageBus> m_bus;
     const GatewayLimits m_limits;

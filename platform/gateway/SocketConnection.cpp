@@ -10,7 +10,6 @@
 #include <utility>
 
 #include "GatewayCore.h"
-#include "GatewayLog.h"
 #include "ProtocolNames.h"
 
 namespace DOVA::gateway {
@@ -230,7 +229,6 @@ void SocketConnection::pause(std::size_t events) {
 }
 
 void SocketConnection::fail(const CloseReason& reason) {
-    logFault(m_admission.clientId, reason);
     const std::shared_ptr<Session> session = m_session;
     core().sessions()->end(*session, reason);
 }

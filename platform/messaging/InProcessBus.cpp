@@ -4,7 +4,7 @@
 #include <utility>
 
 #include "SubscriptionTable.h"
-#include "log/StandardError.h"
+#include "log/Log.h"
 
 namespace tdom::messaging {
 
@@ -14,7 +14,8 @@ void report(Subscription& subscription, const std::string& channel, const char* 
     if (std::exchange(subscription.reported, true)) {
         return;
     }
-    DOVA::log::writeLine("messaging: a callback of channel \"" + channel + "\" threw: " + what);
+    DOVA::log::write(DOVA::log::Level::Error, "messaging",
+                     "a callback of channel \"" + channel + "\" threw: " + what);
 }
 
 }  // namespace

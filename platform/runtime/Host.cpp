@@ -113,6 +113,7 @@ private:
 Host::Implementation::Implementation(const HostOptions& options)
     : m_pages([this](bool isNew) { pageIsThere(isNew); }, [this] { lookAfterWindows(); }),
       m_mirror([this](std::function<void()> call) { m_loop.post(std::move(call)); }) {
+    log::setLevel(options.logLevel);
     if (options.loadModule) {
         m_module.emplace(options.module);
     }

@@ -12,6 +12,8 @@ namespace {
 
 constexpr int s_badCommandLine = 2;
 
+const std::vector<std::string> s_levelNames(std::begin(log::levelNames), std::end(log::levelNames));
+
 }  // namespace
 
 HostCommandLine::HostCommandLine(CLI::App& app) : m_app(app) {
@@ -36,6 +38,16 @@ HostCommandLine::HostCommandLine(CLI::App& app) : m_app(app) {
     app.add_option("--theme", m_options.theme, "A style sheet that the page loads after its own")
         ->type_name("FILE")
         ->check(CLI::ExistingFile);
+    app.add_option_function<std::string>(
+           "--log-level",
+           [this](const std::string& name) {
+               const auto found = std::find(s_levelNames.begin(), s_levelNames.end(), name);
+               m_options.logLevel = static_cast<log::Level>(found - s_levelNames.begin());
+           },
+           "The least grave lines to write to standard error: error, warning, info or debug")
+        ->type_name("LEVEL")
+        ->check(CLI::IsMember(s_levelNames))
+        ->default_str("warning");
     if (app.get_version_ptr() == nullptr) {
         app.set_version_flag("--version", app.get_name() + " (dova2_web) " DOVA_VERSION,
                              "Print the version and exit");

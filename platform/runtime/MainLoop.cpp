@@ -9,7 +9,7 @@
 #include <utility>
 
 #include "TimerCall.h"
-#include "log/StandardError.h"
+#include "log/Log.h"
 
 namespace DOVA::runtime {
 
@@ -18,7 +18,7 @@ namespace asio = boost::asio;
 namespace {
 
 void report(const char* what) noexcept {
-    log::writeLine("runtime: a call of the program threw: " + std::string(what));
+    log::write(log::Level::Error, "runtime", std::string("a call of the program threw: ") + what);
 }
 
 // A program that is to outlive its terminal is started so.

@@ -62,8 +62,8 @@ std::optional<int> Options::parse(int argc, const char* const* argv, Options& op
     auto* serve = app.add_flag("--serve", options.isServed,
                                "Run beside a dialog in a browser, whose address is printed");
     runtime::HostCommandLine commandLine(app);
-    for (const char* name :
-         {"--port", "--bind", "--allow-remote", "--host", "--origin", "--token-file", "--theme"}) {
+    for (const char* name : {"--port", "--bind", "--allow-remote", "--host", "--origin",
+                             "--token-file", "--theme", "--log-level"}) {
         app.get_option(name)->needs(serve);
     }
     if (const auto exitCode = commandLine.parse(argc, argv)) {

@@ -13,8 +13,9 @@ namespace DOVA::runtime {
 
 /// The options that every served program takes, added to the program's own command line:
 /// `--port N`, `--bind ADDRESS`, `--allow-remote`, `--host NAME`, `--origin URL`,
-/// `--token-file FILE`, `--theme FILE`, and `--version`, which tells the version of this library
-/// unless `app` has a version flag; beside the `--help` that CLI::App brings along.
+/// `--token-file FILE`, `--theme FILE`, `--log-level LEVEL`, and `--version`, which tells the
+/// version of this library unless `app` has a version flag; beside the `--help` that CLI::App
+/// brings along.
 class DOVA_RUNTIME_EXPORT HostCommandLine {
 public:
     /// Adds the options; `app` and this object must stay where they are until parse() is done. The

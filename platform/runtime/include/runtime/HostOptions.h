@@ -6,6 +6,8 @@
 #include <string>
 #include <vector>
 
+#include "log/Log.h"
+
 namespace DOVA::runtime {
 
 /// How a program is served. The defaults suit a program on the user's own machine. Checked by the
@@ -36,6 +38,9 @@ struct HostOptions {
     /// A style sheet that the page loads after its own: the looks of a site. Read whenever a page
     /// is opened, so that a change needs no new start. Empty: none.
     std::filesystem::path theme;
+    /// The least grave lines of the log on standard error, in the whole process. The token stands
+    /// in none of any level.
+    log::Level logLevel = log::Level::Warning;
     /// False: the program loads the module by itself (see Module.h), after it has made the host.
     bool loadModule = true;
     /// The module that serves the toolkit's front classes. Empty: the value of the environment

@@ -1,4 +1,4 @@
-#include "log/StandardError.h"
+#include "log/Log.h"
 
 #include <fcntl.h>
 #include <gmock/gmock.h>
@@ -69,31 +69,45 @@ private:
     int m_before = -1;
 };
 
+// First, since the others leave no room for more lines.
+TEST(LogTest, LeavesOutWhatIsLessGraveThanItsLevel) {
+    for (const auto& [level, count] : {std::pair(Level::Error, 1), std::pair(Level::Debug, 4),
+                                       std::pair(Level::Info, 3), std::pair(Level::Warning, 2)}) {
+        setLevel(level);
+        testing::internal::CaptureStderr();
+        for (const Level written : {Level::Error, Level::Warning, Level::Info, Level::Debug}) {
+            write(written, "test", "");
+        }
+        const std::string lines = testing::internal::GetCapturedStderr();
+        EXPECT_EQ(std::count(lines.begin(), lines.end(), '\n'), count);
+    }
+}
+
 /// A program stood still as soon as it had written more than the pipe held.
-TEST(StandardErrorTest, NeverWaitsAndTellsWhatWasLeftOut) {
+TEST(LogTest, NeverWaitsAndTellsWhatWasLeftOut) {
     const std::function<int(int*)> kinds[] = {
         [](int* ends) { return ::pipe(ends); },
         [](int* ends) { return ::socketpair(AF_UNIX, SOCK_STREAM, 0, ends); },
     };
     for (const auto& open : kinds) {
         FullStandardError standardError(open);
-        writeLine("one");
-        writeLine("two");
+        write(Level::Error, "test", "one");
+        write(Level::Error, "test", "two");
         EXPECT_THAT(standardError.readAll(), Not(HasSubstr("one")));
-        writeLine("a line\nin two " + std::string(5000, 'x'));
-        EXPECT_THAT(
-            standardError.readAll(),
-            testing::MatchesRegex("log: [23] lines were left out\na line in two x+ \\.\\.\\.\n"));
+        write(Level::Error, "test", "a line\nin two " + std::string(5000, 'x'));
+        EXPECT_THAT(standardError.readAll(),
+                    testing::MatchesRegex("[-+:0-9T]+ warning log: [23] lines were left out\n"
+                                          "[-+:0-9T]+ error test: a line in two x+ \\.\\.\\.\n"));
         standardError.loseReader();
-        writeLine("to nobody");
+        write(Level::Error, "test", "to nobody");
     }
 }
 
-TEST(StandardErrorTest, WritesOnlySoManyLinesASecond) {
+TEST(LogTest, WritesOnlySoManyLinesASecond) {
     FullStandardError standardError([](int* ends) { return ::pipe(ends); });
     standardError.readAll();
     for (int line = 0; line < 10000; ++line) {
-        writeLine("line");
+        write(Level::Error, "test", "line");
     }
     const std::string written = standardError.readAll();
     const auto count = std::count(written.begin(), written.end(), '\n');
