@@ -24,7 +24,7 @@ await build({
     logLevel: 'warning',
 });
 await build({
-    entryPoints: { app: join(root, 'static/app.css') },
+    entryPoints: { app: join(root, 'styles/app.css') },
     outdir: dist,
     bundle: true,
     minify: true,

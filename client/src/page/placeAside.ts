@@ -1,5 +1,5 @@
-const EDGE = 8;
-const TASKBAR = 40;
+import { lengthOf } from '../windows/tokens.ts';
+
 /** By these a window is moved and closed, by the last ones it comes back. */
 const HANDLES = '.window .bar, .messagebox-title, .taskbar';
 const BODIES = '.window, .messagebox';
@@ -38,11 +38,13 @@ export function placeAside(element: HTMLElement): void {
     if (now.width === 0 || now.height === 0) {
         return;
     }
-    const right = Math.max(EDGE, innerWidth - now.width - EDGE);
-    const bottom = Math.max(EDGE, innerHeight - now.height - EDGE);
-    const rows = [bottom, EDGE, Math.max(EDGE, bottom - TASKBAR), Math.round(bottom / 2)];
+    const edge = lengthOf('--notice-edge');
+    const taskbar = document.querySelector<HTMLElement>('.taskbar')?.offsetHeight ?? 0;
+    const right = Math.max(edge, innerWidth - now.width - edge);
+    const bottom = Math.max(edge, innerHeight - now.height - edge);
+    const rows = [bottom, edge, Math.max(edge, bottom - taskbar), Math.round(bottom / 2)];
     const places = rows.flatMap((y) =>
-        [EDGE, right, Math.round(right / 2)].map((x) => new DOMRect(x, y, now.width, now.height)),
+        [edge, right, Math.round(right / 2)].map((x) => new DOMRect(x, y, now.width, now.height)),
     );
     const isOnPage = now.top >= 0 && now.bottom <= innerHeight && now.right <= innerWidth;
     let best = isOnPage ? now : (places[0] ?? now);

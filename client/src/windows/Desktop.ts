@@ -1,4 +1,4 @@
-import { render } from 'lit';
+import { render } from 'lit/html.js';
 import type { Clock } from '../gateway/transport.ts';
 import type { Size } from '../protocol/geometry.ts';
 import { isObject } from '../protocol/guards.ts';
@@ -13,6 +13,7 @@ import type { Press } from './Press.ts';
 import { Stack } from './Stack.ts';
 import { keepScrolled } from './scrolled.ts';
 import { taskbar } from './taskbar.ts';
+import { lengthOf } from './tokens.ts';
 import { WindowFrame, type WindowHost } from './WindowFrame.ts';
 import { applyToWindow, triggerWindow, type WindowActions } from './windowProperties.ts';
 
@@ -46,6 +47,7 @@ export class Desktop implements WindowHost, WindowActions {
     readonly #listener: DesktopListener;
     readonly #reporter: PlaceReporter;
     readonly #follower: Follower;
+    readonly titleHeight = lengthOf('--title-height');
     readonly #pageTitle = document.title;
 
     constructor(

@@ -8,19 +8,25 @@ export interface StoredPlace {
     readonly viewport: Size;
 }
 
+/** What a window stands on, in pixels. */
+export interface Surface {
+    readonly viewport: Size;
+    readonly titleHeight: number;
+}
+
 /**
  * Where a window is while it is neither maximized nor minimized: the place and size that were asked
  * for, also while the viewport has no room for them, and what the viewport makes of it.
  */
 export class Place {
     readonly #element: HTMLElement;
-    readonly #host: { readonly viewport: Size };
+    readonly #host: Surface;
     /** Unset until the window was measured. */
     #asked: Rect | undefined;
     /** How large the viewport was then. */
     #viewport: Size = { width: 0, height: 0 };
 
-    constructor(element: HTMLElement, host: { readonly viewport: Size }) {
+    constructor(element: HTMLElement, host: Surface) {
         this.#element = element;
         this.#host = host;
     }
@@ -32,13 +38,13 @@ export class Place {
     get frame(): Rect {
         return this.#asked === undefined
             ? { x: 0, y: 0, width: 0, height: 0 }
-            : keepInside(this.#asked, this.#viewport, this.#host.viewport);
+            : keepInside(this.#asked, this.#viewport, this.#host.viewport, this.#host.titleHeight);
     }
 
     put(frame: Rect): void {
-        const { viewport } = this.#host;
+        const { viewport, titleHeight } = this.#host;
         const whole = wholeRect(frame);
-        const { x, y } = keepReachable(whole, viewport);
+        const { x, y } = keepReachable(whole, viewport, titleHeight);
         this.#asked = { ...whole, x, y };
         this.#viewport = viewport;
         this.show();

@@ -1,4 +1,4 @@
-import { render } from 'lit';
+import { render } from 'lit/html.js';
 import type { WindowPlace } from '../protocol/events.ts';
 import type { Rect, Size } from '../protocol/geometry.ts';
 import { asNumber, isObject } from '../protocol/guards.ts';
@@ -7,14 +7,13 @@ import { chrome } from './chrome.ts';
 import { afterLayout } from './Follower.ts';
 import { fit, measureNaturally } from './fit.ts';
 import { type Movable, makeMovable } from './gestures.ts';
-import { Place, type StoredPlace, wholeRect } from './Place.ts';
+import { Place, type StoredPlace, type Surface, wholeRect } from './Place.ts';
 import { firstPlace, fitSize } from './placement.ts';
 import { keepScrolled, restoreScrolled, type Scrolled, storeScrolled } from './scrolled.ts';
 import { asSizing, followContents, type Sizable, type Sizing } from './sizing.ts';
 
 /** What a window asks of the desktop it stands on. */
-export interface WindowHost {
-    readonly viewport: Size;
+export interface WindowHost extends Surface {
     /** The user asked for the window to be closed. */
     closeRequested(window: WindowFrame): void;
     /** Place, size or mode changed; while a gesture goes on, `last` is false. */
@@ -108,7 +107,7 @@ export class WindowFrame implements Movable, Sizable {
         render(chrome(view), this.element);
     }
 
-    /** A person moves or sizes the window. */
+    /** A user moves or sizes the window. */
     setFrame(frame: Rect, last: boolean): void {
         this.#decide(frame, 'stays');
         this.#host.placed(this, last);

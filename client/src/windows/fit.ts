@@ -10,7 +10,7 @@ const LEAST_SCROLLED = 8;
 /** A box of more children gives up sharing its height: to look at each would take too long. */
 const MOST_CHILDREN = 1000;
 /** A text makes no window wider than a line that reads well; of very many, each counts as it is. */
-const LONGEST_LINE = '40em';
+const LONGEST_LINE = 'var(--line-length)';
 const MOST_TEXTS = 200;
 const SCROLLS = '.grid, .panel:not(.button-set), .container';
 const FOOT = '.text, .button-set';

@@ -4,7 +4,6 @@ import type { Point, Rect, Size } from '../protocol/geometry.ts';
 
 /** So much of a title bar always stays within reach of the pointer. */
 const REACHABLE = 96;
-const TITLE_HEIGHT = 34;
 const SMALLEST: Size = { width: 140, height: 72 };
 /** What a new window leaves of the page. */
 export const PAGE_MARGIN = 16;
@@ -26,7 +25,7 @@ function between(value: number, low: number, high: number): number {
  * The same window, brought back so far that its title bar can be seen and taken hold of. One that
  * is larger than the viewport gets all of it.
  */
-export function keepReachable(frame: Rect, viewport: Size): Rect {
+export function keepReachable(frame: Rect, viewport: Size, titleHeight: number): Rect {
     const width = Math.max(Math.min(frame.width, viewport.width), SMALLEST.width);
     const height = Math.max(Math.min(frame.height, viewport.height), SMALLEST.height);
     const reach = Math.min(REACHABLE, width);
@@ -38,7 +37,7 @@ export function keepReachable(frame: Rect, viewport: Size): Rect {
         y:
             frame.height > viewport.height
                 ? 0
-                : between(frame.y, 0, Math.max(0, viewport.height - TITLE_HEIGHT)),
+                : between(frame.y, 0, Math.max(0, viewport.height - titleHeight)),
         width,
         height,
     };
@@ -54,7 +53,7 @@ export function keepEndsInView(frame: Rect, viewport: Size): Rect {
 }
 
 /** The viewport was another: what was inside it then comes back inside, no more of it. */
-export function keepInside(frame: Rect, before: Size, viewport: Size): Rect {
+export function keepInside(frame: Rect, before: Size, viewport: Size, titleHeight: number): Rect {
     const outside = {
         x: Math.max(0, frame.x + frame.width - before.width),
         y: Math.max(0, frame.y + frame.height - before.height),
@@ -63,7 +62,7 @@ export function keepInside(frame: Rect, before: Size, viewport: Size): Rect {
         width: viewport.width + outside.x,
         height: viewport.height + outside.y,
     });
-    return keepReachable(inside, viewport);
+    return keepReachable(inside, viewport, titleHeight);
 }
 
 /** A size that leaves the whole window in the viewport. */
