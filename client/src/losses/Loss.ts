@@ -3,7 +3,7 @@ import { Kind } from '../protocol/names.ts';
 import type { Action } from './action.ts';
 import { asField, caption, type Field } from './field.ts';
 
-/** Something that a person did in a session that is over, and that is perhaps nowhere else. */
+/** Something that a user did in a session that is over, and that is perhaps nowhere else. */
 export interface Loss {
     readonly field: Field;
     readonly what: Action['what'];
@@ -11,7 +11,7 @@ export interface Loss {
     readonly times: number;
     /** The program had it; it is lost all the same if the program does not show it any more. */
     readonly confirmed: boolean;
-    /** The person has put it back. */
+    /** The user has put it back. */
     readonly isBack: boolean;
 }
 
@@ -44,7 +44,7 @@ export function asLosses(stored: unknown): Loss[] {
     });
 }
 
-/** Whether the person gave a text that can be copied. */
+/** Whether the user gave a text that can be copied. */
 export function holdsText(loss: Loss): boolean {
     return loss.what === 'typed' || loss.what === 'chosen';
 }

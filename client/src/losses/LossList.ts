@@ -7,13 +7,13 @@ const NAME = 'losses';
 
 /** What was lost in this tab and not put away yet, over reloads and over any number of losses. */
 export class LossList {
-    readonly #storage: TabStorage | undefined;
+    readonly #storage: TabStorage;
     #losses: readonly Loss[];
     #isKept = true;
 
-    constructor(storage: TabStorage | undefined) {
+    constructor(storage: TabStorage) {
         this.#storage = storage;
-        this.#losses = asLosses(this.#read());
+        this.#losses = asLosses(parseJson(storage.read(NAME)));
     }
 
     get losses(): readonly Loss[] {
@@ -50,27 +50,9 @@ export class LossList {
 
     #set(losses: readonly Loss[]): void {
         this.#losses = losses;
-        this.#isKept = this.#write();
-    }
-
-    #read(): unknown {
-        try {
-            return parseJson(this.#storage?.getItem(NAME) ?? '');
-        } catch {
-            return undefined;
-        }
-    }
-
-    #write(): boolean {
-        try {
-            if (this.#losses.length === 0) {
-                this.#storage?.removeItem(NAME);
-            } else {
-                this.#storage?.setItem(NAME, JSON.stringify(this.#losses));
-            }
-            return this.#storage !== undefined || this.#losses.length === 0;
-        } catch {
-            return false;
+        this.#isKept = losses.length === 0 || this.#storage.write(NAME, JSON.stringify(losses));
+        if (losses.length === 0) {
+            this.#storage.remove(NAME);
         }
     }
 }

@@ -1,9 +1,9 @@
-import { nothing, render } from 'lit';
+import { nothing, render } from 'lit/html.js';
 import { asPlainText, type Loss } from './Loss.ts';
 import type { Losses } from './Losses.ts';
 import { lossView } from './lossView.ts';
 
-/** Shows what was lost until the person has put it away. */
+/** Shows what was lost until the user has put it away. */
 export class LossPanel {
     readonly element = document.createElement('section');
     readonly #losses: Losses;

@@ -14,20 +14,20 @@ import { isUsable, putInto, shows } from './putBack.ts';
 /** In this time a program has opened its windows; what they do not show then is lost. */
 const WINDOWS_OPEN_WITHIN = 2_000;
 
-/** Whose values a person gives. */
+/** Whose values a user gives. */
 const giving: ReadonlySet<string> = new Set([Kind.edit, Kind.comboBox, Kind.checkBox, Kind.button]);
 
 export interface LossesSetup {
     readonly store: ObjectStore;
     readonly control: (id: number) => HTMLElement | undefined;
     readonly clock: Clock;
-    readonly storage: TabStorage | undefined;
+    readonly storage: TabStorage;
     /** The list is another one now, or the fields of its entries are. */
     readonly changed: () => void;
 }
 
 /**
- * Knows what the person did in a session that broke off and what of it the next one does not have:
+ * Knows what the user did in a session that broke off and what of it the next one does not have:
  * records that nobody confirmed, and values that the program had and does not show any more.
  */
 export class Losses {
@@ -47,7 +47,7 @@ export class Losses {
         return this.#list;
     }
 
-    /** The person has done something to the object, and this tells the program. */
+    /** The user has done something to the object, and this tells the program. */
     sent(object: StoredObject, text: string): void {
         const action = giving.has(object.type) ? readAction(text) : undefined;
         if (action !== undefined && isGiven(action)) {
@@ -57,7 +57,7 @@ export class Losses {
 
     /**
      * A session is over; the store still holds what it showed. True when something may be lost. Of
-     * one that the person has left the program lives on: it may show what it likes.
+     * one that the user has left the program lives on: it may show what it likes.
      */
     over(records: readonly FrameRecord[], brokeOff: boolean): boolean {
         const isTold = new Set(this.unconfirmed(records).map((action) => action.id));
@@ -74,7 +74,7 @@ export class Losses {
         return isTold.size > 0 || this.#doubtful.length > 0;
     }
 
-    /** Puts on the list what a person did, of records that nobody has confirmed. */
+    /** Puts on the list what a user did, of records that nobody has confirmed. */
     unconfirmed(records: readonly FrameRecord[]): readonly Action[] {
         const composed = this.#composed();
         const sent = actionsIn(records).filter(({ id }) => !composed.some((of) => of.id === id));
@@ -98,7 +98,7 @@ export class Losses {
         return bestMatch(loss.field, this.#candidates(loss.field));
     }
 
-    /** Does with the field what the person did. False when it cannot be used at the moment. */
+    /** Does with the field what the user did. False when it cannot be used at the moment. */
     putBack(loss: Loss): boolean {
         const object = this.target(loss);
         const control = object && this.#setup.control(object.id);

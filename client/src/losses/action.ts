@@ -3,7 +3,7 @@ import type { FrameRecord } from '../gateway/frame.ts';
 import { asId, asText, isObject, parseJson } from '../protocol/guards.ts';
 import { Event, LifeCycle, Up } from '../protocol/names.ts';
 
-/** What a person did to an object; texts, ticks and choices give it a value. */
+/** What a user did to an object; texts, ticks and choices give it a value. */
 export interface Action {
     readonly id: number;
     readonly what: 'typed' | 'toggled' | 'chosen' | 'pressed' | 'turned' | 'closedTab' | 'closed';
@@ -28,7 +28,7 @@ const whats: ReadonlyMap<unknown, Action['what']> = new Map([
     [Event.close, 'closedTab'],
 ]);
 
-/** Reads what this page has sent on a window's channel; undefined for what no person did. */
+/** Reads what this page has sent on a window's channel; undefined for what no user did. */
 export function readAction(text: string): Action | undefined {
     const message = parseJson(text);
     const id = isObject(message) ? asId(message[Up.id]) : undefined;
@@ -46,7 +46,7 @@ function closedWindow(text: string): Action | undefined {
     return id === undefined ? undefined : { id, what: 'closed', value: '', times: 1 };
 }
 
-/** What a person did, of the records that a page has sent: of each value only the last. */
+/** What a user did, of the records that a page has sent: of each value only the last. */
 export function actionsIn(records: readonly FrameRecord[]): readonly Action[] {
     const actions = new Map<string, Action>();
     for (const { channel, text } of records) {

@@ -2,7 +2,7 @@ import { asText, isObject } from '../protocol/guards.ts';
 import { Kind } from '../protocol/names.ts';
 import type { StoredObject } from '../store/StoredObject.ts';
 
-/** An object as a person would find it again, in this session or in the next one. */
+/** An object as a user would find it again, in this session or in the next one. */
 export interface Field {
     readonly window: string;
     readonly kind: string;

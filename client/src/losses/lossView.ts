@@ -1,4 +1,4 @@
-import { html, nothing, type TemplateResult } from 'lit';
+import { html, nothing, type TemplateResult } from 'lit/html.js';
 import { caption } from './field.ts';
 import { canBePutBack, deed, holdsText, type Loss } from './Loss.ts';
 

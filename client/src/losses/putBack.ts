@@ -4,7 +4,7 @@ import type { Action } from './action.ts';
 
 type Value = Pick<Action, 'what' | 'value'>;
 
-/** Whether the page shows the object with the value that the person gave it. */
+/** Whether the page shows the object with the value that the user gave it. */
 export function shows(object: StoredObject, { what, value }: Value): boolean {
     const { text = '', checked = false, entries = [], currentindex = -1 } = object.values;
     switch (what) {
@@ -17,7 +17,7 @@ export function shows(object: StoredObject, { what, value }: Value): boolean {
     }
 }
 
-/** Whether the person could do something with it here and now. */
+/** Whether the user could do something with it here and now. */
 export function isUsable(control: HTMLElement): boolean {
     const modal = [...document.querySelectorAll(':modal')].at(-1);
     return (
@@ -28,7 +28,7 @@ export function isUsable(control: HTMLElement): boolean {
     );
 }
 
-/** Does what the person did, so that the program hears of it as it does from the person. */
+/** Does what the user did, so that the program hears of it as it does from the user. */
 export function putInto(control: HTMLElement, { what, value }: Value): void {
     control.focus();
     if (control instanceof HTMLSelectElement) {

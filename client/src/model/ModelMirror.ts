@@ -42,8 +42,8 @@ export class ModelMirror {
         if (message?.kind === 'snapshot') {
             return this.#takeSnapshot(message.version, message.document);
         }
-        const stale = this.#version === undefined || (message?.version ?? 0) <= this.#version;
-        if (message === undefined || stale) {
+        const isCovered = this.#version === undefined || (message?.version ?? 0) <= this.#version;
+        if (message === undefined || isCovered) {
             return [];
         }
         const touched = message.version === (this.#version ?? 0) + 1 && this.#patch(message.patch);

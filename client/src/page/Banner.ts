@@ -1,4 +1,4 @@
-import { html, nothing, render } from 'lit';
+import { html, nothing, render } from 'lit/html.js';
 import type { LinkStatus } from '../gateway/LinkListener.ts';
 
 interface Notice {

@@ -7,7 +7,7 @@ type Arrival = readonly [channel: Channel, text: string, known: number];
 
 /**
  * Holds back what replaces elements while the text of an input method is still open: it would
- * destroy the field and with it what is being composed. And holds back everything while a person
+ * destroy the field and with it what is being composed. And holds back everything while a user
  * presses something: that must neither move away nor be replaced before it is a click. What comes
  * after it waits behind it.
  */
@@ -44,7 +44,7 @@ export class Gate {
         return isHeld;
     }
 
-    /** Whatever the person is doing. */
+    /** Whatever the user is doing. */
     open(): void {
         const held = this.#held;
         this.#held = [];

@@ -5,9 +5,9 @@ import { asIntegers, type JsonObject, parseJson } from '../protocol/guards.ts';
 import { isPing } from '../protocol/lifecycle.ts';
 import type { MessageBox } from '../protocol/messagebox.ts';
 import { decodeWindowMessage } from '../protocol/windowMessage.ts';
+import { describe } from '../store/describe.ts';
 import type { ObjectStore } from '../store/ObjectStore.ts';
 import type { StoredObject } from '../store/StoredObject.ts';
-import { describe } from '../store/snapshot.ts';
 
 export interface InboxListener {
     /** The program asks who is there. */
@@ -52,7 +52,7 @@ export class Inbox {
         }
     }
 
-    /** What it has brought into the store, and what of that is the person's own. */
+    /** What it has brought into the store, and what of that is the user's own. */
     store(): JsonObject {
         return {
             windows: [...this.#store.windows.values()].map(describe),

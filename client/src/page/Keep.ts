@@ -9,40 +9,29 @@ const VERSION = 1;
  * a tab that is duplicated meanwhile must not find it and take the same session up.
  */
 export class Keep {
-    readonly #storage: TabStorage | undefined;
+    readonly #storage: TabStorage;
 
-    constructor(storage: TabStorage | undefined) {
+    constructor(storage: TabStorage) {
         this.#storage = storage;
     }
 
     /** False when it could not be kept, because it is too large or nothing may be kept here. */
     put(state: JsonObject): boolean {
-        try {
-            this.#storage?.setItem(NAME, JSON.stringify({ ...state, version: VERSION }));
-            return this.#storage !== undefined;
-        } catch {
+        const isKept = this.#storage.write(NAME, JSON.stringify({ ...state, version: VERSION }));
+        if (!isKept) {
             this.clear();
-            return false;
         }
+        return isKept;
     }
 
     /** What was kept, once; undefined when there is nothing of use. */
     take(): JsonObject | undefined {
-        let state: unknown;
-        try {
-            state = parseJson(this.#storage?.getItem(NAME) ?? '');
-        } catch {
-            state = undefined;
-        }
+        const state = parseJson(this.#storage.read(NAME));
         this.clear();
         return isObject(state) && state['version'] === VERSION ? state : undefined;
     }
 
     clear(): void {
-        try {
-            this.#storage?.removeItem(NAME);
-        } catch {
-            return;
-        }
+        this.#storage.remove(NAME);
     }
 }

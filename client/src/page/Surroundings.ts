@@ -6,5 +6,5 @@ export interface Surroundings {
     readonly connect: Connect;
     readonly askWhy: AskWhy;
     readonly clock: Clock;
-    readonly storage: TabStorage | undefined;
+    readonly storage: TabStorage;
 }

@@ -1,33 +1,33 @@
 import { askByRequest, browserClock, webSocketConnect } from '../gateway/webSocket.ts';
+import { TabStorage } from '../store/TabStorage.ts';
 import { Application } from './Application.ts';
 import { showMissingToken } from './emptyNote.ts';
 import { tokenOf } from './identity.ts';
 import { Keep } from './Keep.ts';
 
-function tabStorage(): Storage | undefined {
-    try {
-        return sessionStorage;
-    } catch {
-        return undefined;
-    }
-}
+const storage = new TabStorage(() => sessionStorage);
 
 function start(root: HTMLElement, token: string): void {
-    const storage = tabStorage();
-    const keep = new Keep(storage);
     const application = new Application(root, token, {
         connect: webSocketConnect(location, token),
         askWhy: askByRequest(location, token),
         clock: browserClock,
         storage,
     });
+    const keep = new Keep(storage);
+    listen(application, keep);
+    application.start(keep.take());
+}
+
+/** What the browser tells of the page and of the network. */
+function listen(application: Application, keep: Keep): void {
     const put = (): boolean => {
         const state = application.state();
         return state === undefined || keep.put(state);
     };
     addEventListener('pagehide', (event) => {
         if (!put() && !event.persisted) {
-            // Nothing can go on with the session; of what was not sent at least the person hears.
+            // Nothing can go on with the session; of what was not sent at least the user hears.
             application.losses.unconfirmed(application.link.session.pending);
         }
     });
@@ -52,7 +52,6 @@ function start(root: HTMLElement, token: string): void {
             retry();
         }
     });
-    application.start(keep.take());
 }
 
 const TOKEN = 'dova.token';
@@ -63,16 +62,10 @@ const TOKEN = 'dova.token';
  */
 function takeToken(): string {
     const given = tokenOf(location.hash);
-    try {
-        if (given === '') {
-            return sessionStorage.getItem(TOKEN) ?? '';
-        }
-        sessionStorage.setItem(TOKEN, given);
+    if (given !== '' && storage.write(TOKEN, given)) {
         history.replaceState(history.state, '', location.pathname + location.search);
-    } catch {
-        // The browser keeps nothing for this page.
     }
-    return given;
+    return given || storage.read(TOKEN);
 }
 
 const root = document.getElementById('desktop');

@@ -3,7 +3,7 @@ import { Kind } from '../protocol/names.ts';
 import { initialValues, type Name, type PartialValues } from '../protocol/values.ts';
 import type { StoredObject } from './StoredObject.ts';
 
-/** A value that the person gave, or the page, which no program has answered yet. */
+/** A value that the user gave, or the page, which no program has answered yet. */
 interface OwnValue {
     readonly value: unknown;
     /** The number of the record that tells the program. */
@@ -17,7 +17,7 @@ interface OwnValue {
 type OwnOfObject = Map<string, OwnValue>;
 
 /**
- * What the person typed, chose or switched, until the program says something about it. The program
+ * What the user typed, chose or switched, until the program says something about it. The program
  * takes such a value over when it hears of it; whatever it wrote before that is outdated, and so is
  * every answer to something older. Which of the page's records it knew when it wrote, the gateway
  * tells with every frame, so nothing has to be guessed from the values.
@@ -25,7 +25,7 @@ type OwnOfObject = Map<string, OwnValue>;
 export class OwnValues {
     readonly #objects = new Map<number, OwnOfObject>();
 
-    /** The person gave an object these values in place of what it had; this record tells it. */
+    /** The user gave an object these values in place of what it had; this record tells it. */
     put(
         id: number,
         values: PartialValues,

@@ -8,9 +8,9 @@ export type News = <N extends Name>(object: StoredObject, name: N, value: Partia
 
 /**
  * Compares a window with a new description of it. False when it holds other objects now, or in
- * another order; else tells what has another value, so that everything else stays as the person has
+ * another order; else tells what has another value, so that everything else stays as the user has
  * it: focus, caret, what is scrolled, place and size. `isElsewhere`: windows stand in no other one.
- * `settle` puts what the person gave in place of what is outdated.
+ * `settle` puts what the user gave in place of what is outdated.
  */
 export function tellNews(
     window: StoredObject,

@@ -1,4 +1,4 @@
-import { html, render } from 'lit';
+import { html, render } from 'lit/html.js';
 import { asFlag, asId, asText, isObject } from '../protocol/guards.ts';
 import { decodeMessageBox, type Level, type MessageBox } from '../protocol/messagebox.ts';
 
@@ -17,7 +17,7 @@ interface OpenBox {
     readonly before: Element | null;
 }
 
-/** What the program has to tell, each in a small dialog of its own until the person has read it. */
+/** What the program has to tell, each in a small dialog of its own until the user has read it. */
 export class MessageBoxes {
     #open: OpenBox[] = [];
     #count = 0;

@@ -1,4 +1,4 @@
-import { html, nothing, svg, type TemplateResult } from 'lit';
+import { html, nothing, svg, type TemplateResult } from 'lit/html.js';
 
 /** What the frame around a window shows and what its buttons do. */
 export interface Chrome {

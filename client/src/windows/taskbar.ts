@@ -1,4 +1,4 @@
-import { html, nothing, type TemplateResult } from 'lit';
+import { html, nothing, type TemplateResult } from 'lit/html.js';
 import type { WindowFrame } from './WindowFrame.ts';
 
 /** The minimized windows, each a button that brings it back. */

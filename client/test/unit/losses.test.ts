@@ -6,8 +6,9 @@ import { asPlainText, deed, type Loss } from '../../src/losses/Loss.ts';
 import { LossList } from '../../src/losses/LossList.ts';
 import { happened } from '../../src/protocol/events.ts';
 import { dialogDestroyed, dialogReady } from '../../src/protocol/lifecycle.ts';
+import { refuse, storageOf } from '../support/storage.ts';
 
-test('of what was sent a person did only some, and of a value the last one counts', () => {
+test('of what was sent a user did only some, and of a value the last one counts', () => {
     const sent = [
         dialogReady(5),
         happened(8, 'onEdit', { value: 'a' }),
@@ -67,11 +68,7 @@ function loss(value: string, more: Partial<Loss> = {}): Loss {
 
 test('the list is there after a reload and a second loss, until it is put away', () => {
     const items = new Map<string, string>();
-    const storage = {
-        getItem: (name: string) => items.get(name) ?? null,
-        setItem: (name: string, text: string) => void items.set(name, text),
-        removeItem: (name: string) => void items.delete(name),
-    };
+    const storage = storageOf(items);
     new LossList(storage).add([loss('first')]);
     const again = new LossList(storage);
     again.add([loss('second', { confirmed: true }), loss('first')]);
@@ -88,10 +85,7 @@ test('the list is there after a reload and a second loss, until it is put away',
     assert.deepEqual([new LossList(storage).losses, items.size], [[], 0]);
     items.set('losses', '[7,{"field":{}},{"field":null,"what":"typed"}]');
     assert.deepEqual(new LossList(storage).losses, [], 'what is damaged is no loss');
-    const refuse = (): never => {
-        throw new Error('QuotaExceededError');
-    };
-    const full = new LossList({ ...storage, setItem: refuse });
+    const full = new LossList(storageOf(items, refuse));
     full.add([loss('too long')]);
     assert.deepEqual([full.isKept, full.losses.map(deed)], [false, ['typed']]);
 });

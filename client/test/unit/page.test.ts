@@ -3,20 +3,8 @@ import { randomFillSync } from 'node:crypto';
 import { test } from 'node:test';
 import { imageAddress, isClientId, makeClientId, tokenOf } from '../../src/page/identity.ts';
 import { Keep } from '../../src/page/Keep.ts';
-import type { TabStorage } from '../../src/store/TabStorage.ts';
-
-/** A tab's storage with what is in it; `set` may refuse. */
-function storageOf(items: Map<string, string>, set = items.set.bind(items)): TabStorage {
-    return {
-        getItem: (name) => items.get(name) ?? null,
-        setItem: (name, text) => void set(name, text),
-        removeItem: (name) => void items.delete(name),
-    };
-}
-
-function refuse(): never {
-    throw new Error('QuotaExceededError');
-}
+import { TabStorage } from '../../src/store/TabStorage.ts';
+import { refuse, storageOf } from '../support/storage.ts';
 
 test('what is kept is found once, so that a duplicated tab does not find it', () => {
     const items = new Map<string, string>();
@@ -35,8 +23,9 @@ test('nothing of use is found where nothing was kept', () => {
         assert.equal(new Keep(storageOf(items)).take(), undefined, text);
         assert.equal(items.size, 0, text);
     }
-    assert.equal(new Keep(undefined).put({}), false, 'a tab that may not keep anything');
-    assert.equal(new Keep(undefined).take(), undefined);
+    const none = new Keep(new TabStorage(refuse));
+    assert.equal(none.put({}), false, 'a tab that may not keep anything');
+    assert.equal(none.take(), undefined);
 });
 
 test('page names differ and are what the gateway takes', () => {

@@ -1,4 +1,4 @@
-import { html, nothing, render, type TemplateResult } from 'lit';
+import { html, nothing, render, type TemplateResult } from 'lit/html.js';
 import { happened } from '../../protocol/events.ts';
 import { Event, TABPOSITION_EAST, TABPOSITION_WEST } from '../../protocol/names.ts';
 import type { StoredObject } from '../../store/StoredObject.ts';
@@ -42,7 +42,7 @@ export function showTabs(element: HTMLElement, object: StoredObject, host: Widge
     }
 }
 
-/** The person turned to a page. */
+/** The user turned to a page. */
 export function turnTo(object: StoredObject, index: number, host: WidgetHost): void {
     if (index !== object.values.currentindex) {
         const message = happened(object.id, Event.tabchanged, { newIndex: index });
