@@ -2,10 +2,10 @@ import assert from 'node:assert/strict';
 import { openTab } from '../../client/test/support/chromium.mjs';
 import { chromiumOnly, inEach } from './support/engines.mjs';
 import { Program } from './support/Program.mjs';
-import { Visitor } from './support/Visitor.mjs';
+import { User } from './support/User.mjs';
 
-/** Somebody in front of the dialog of a started console. */
-class Visit extends Visitor {
+/** A user in front of the dialog of a started console. */
+class Visit extends User {
     static async to(browser, program, faults) {
         const page = await openTab(await browser.newContext(), faults);
         await page.goto(program.address);

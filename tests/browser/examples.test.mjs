@@ -4,7 +4,7 @@ import { play } from '../../client/test/support/steps.mjs';
 import { chromiumOnly, everyEngine, inEach } from './support/engines.mjs';
 import { Program } from './support/Program.mjs';
 import { Scene } from './support/Scene.mjs';
-import { Visitor } from './support/Visitor.mjs';
+import { User } from './support/User.mjs';
 
 /** A test with jsonpad, in every engine unless the story says otherwise. */
 function onScene(story, act) {
@@ -59,7 +59,7 @@ function visits(engines, name, example, steps) {
         const page = await browser.newPage();
         t.after(() => page.close());
         await page.goto(program.address);
-        await play(new Visitor(page), steps);
+        await play(new User(page), steps);
         assert.equal(await program.end(), 0);
     });
 }

@@ -5,7 +5,7 @@ import { openTab } from '../../client/test/support/chromium.mjs';
 import { play } from '../../client/test/support/steps.mjs';
 import { everyEngine, inEach } from './support/engines.mjs';
 import { Program } from './support/Program.mjs';
-import { Visitor } from './support/Visitor.mjs';
+import { User } from './support/User.mjs';
 
 let program;
 before(async () => {
@@ -16,8 +16,8 @@ after(async () => {
     assert.equal(program.errors, '');
 });
 
-/** The gallery in front of somebody who has turned to one of its pages. */
-class Visit extends Visitor {
+/** The gallery in front of a user who has turned to one of its pages. */
+class Visit extends User {
     static async to(browser, name, faults) {
         const context = await browser.newContext({ viewport: { width: 900, height: 760 } });
         const page = await openTab(context, faults);
@@ -67,7 +67,7 @@ class Visit extends Visitor {
     }
 }
 
-/** A visitor to one page of the gallery. */
+/** A user at one page of the gallery. */
 function visits(name, story, play) {
     inEach(everyEngine, `${name}: ${story}`, async (browser) => {
         const faults = [];

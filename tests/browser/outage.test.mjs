@@ -10,7 +10,7 @@ const OUTAGE = 60_000;
 /** So long after the network's return the page is back at the latest. */
 const SOON = 5_000;
 
-/** The gallery in front of somebody who looks at its texts, behind a line that can be cut. */
+/** The gallery in front of a user who looks at its texts, behind a line that can be cut. */
 async function openTexts(browser, t, faults) {
     const program = await Program.start('gallery');
     t.after(() => program.end());

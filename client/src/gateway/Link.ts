@@ -36,7 +36,7 @@ export class Link {
     #socket: Socket | undefined;
     #greeted = false;
     #gaveUp = false;
-    /** The person wants another session. */
+    /** The user wants another session. */
     #isLeft = false;
     #losses = 0;
     #flushQueued = false;

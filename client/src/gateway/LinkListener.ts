@@ -6,7 +6,7 @@ import type { AskWhy, Clock, Connect, Refusal } from './transport.ts';
  * connecting: first connection not there yet; open: all is well; slow: what was done is not
  * answered yet; silent: nobody answers, trying again; lost: the connection is gone, trying again;
  * a refusal: trying again slowly; ended: the program ended, trying again slowly; duplicated,
- * takenOver, refused: given up until the person asks.
+ * takenOver, refused: given up until the user asks.
  */
 export type LinkStatus =
     | Refusal
@@ -23,7 +23,7 @@ export type LinkStatus =
 export interface LinkListener {
     /**
      * A session is over before it came to its end; these records nobody has confirmed. It broke
-     * off, or the person has left it.
+     * off, or the user has left it.
      */
     over(records: readonly FrameRecord[], brokeOff: boolean): void;
     /** A session begins from nothing: whatever is shown belongs to one that is gone. */

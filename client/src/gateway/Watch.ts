@@ -1,8 +1,8 @@
 import type { Clock } from './transport.ts';
 
-/** So long after an action the person hears that there is no answer yet. */
+/** So long after an action the user hears that there is no answer yet. */
 const SLOW = 2_000;
-/** So long after an action the connection is given up; the person knows within five seconds. */
+/** So long after an action the connection is given up; the user knows within five seconds. */
 const PATIENCE = 4_500;
 /** Long texts take their time on a slow line: for each 20 characters a millisecond. */
 const CHARACTERS_PER_MILLISECOND = 20;

@@ -17,7 +17,7 @@ export function dialogReady(windowId: number): string {
     return JSON.stringify({ [LifeCycle.dialogReady]: String(windowId) });
 }
 
-/** Up, page's channel: the person closed the window; the program decides whether it goes. */
+/** Up, page's channel: the user closed the window; the program decides whether it goes. */
 export function dialogDestroyed(windowId: number): string {
     return JSON.stringify({ [LifeCycle.dialogDestroyed]: String(windowId) });
 }

@@ -3,7 +3,7 @@ import { Key, LEVELS } from './names.ts';
 
 export type Level = (typeof LEVELS)[number];
 
-/** Down, window channel: something to tell the person. */
+/** Down, window channel: something to tell the user. */
 export interface MessageBox {
     readonly level: Level;
     readonly title: string;

@@ -10,7 +10,7 @@ interface Selection {
     readonly direction: Direction;
 }
 
-/** Where the person is: the object that has the focus, and the selection if it is an edit. */
+/** Where the user is: the object that has the focus, and the selection if it is an edit. */
 export interface Focus extends Partial<Selection> {
     readonly id: number;
 }

@@ -14,7 +14,7 @@ export interface WidgetHost {
     /** Tells the program, on the window's channel. */
     send(object: StoredObject, message: string): void;
     /**
-     * Tells it what the person gave the object, which the program takes over; `isMade` when the
+     * Tells it what the user gave the object, which the program takes over; `isMade` when the
      * page made it of what the program has said.
      */
     tell(object: StoredObject, message: string, values: PartialValues, isMade?: boolean): void;

@@ -6,7 +6,7 @@ import type { WindowFrame } from './WindowFrame.ts';
 
 /**
  * Has windows follow what they hold, once before the next frame however much has changed, but not
- * while a person presses something that might move.
+ * while a user presses something that might move.
  */
 export class Follower {
     readonly #changed = new Map<WindowFrame, boolean>();

@@ -8,7 +8,7 @@ const CLICK_COMES_WITHIN = 60;
 /** Whoever holds on for so long drags or selects, and wants to see what goes on meanwhile. */
 const LONGEST = 3000;
 
-/** Whether a person presses something at this moment that is to be there until it is a click. */
+/** Whether a user presses something at this moment that is to be there until it is a click. */
 export class Press {
     readonly #clock: Clock;
     #waiting: (() => void)[] = [];

@@ -120,7 +120,7 @@ export class Stack {
         }
     }
 
-    /** The person went into the window, by pointer or keyboard. */
+    /** The user went into the window, by pointer or keyboard. */
     entered(frame: WindowFrame, id: number | undefined): void {
         if (this.#isReopening) {
             return;

@@ -4,7 +4,7 @@ import type { WindowFrame } from './WindowFrame.ts';
 
 const TAKES_FOCUS = 'input, select, label, legend, .body button, .tool, .choices';
 
-/** What the person does to windows, as opposed to what is in them. */
+/** What the user does to windows, as opposed to what is in them. */
 export function listenOnDesktop(desktop: Desktop, root: HTMLElement): void {
     root.addEventListener('focusin', (event) => {
         const frame = desktop.frameOf(event.target);

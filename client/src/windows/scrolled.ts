@@ -47,7 +47,7 @@ export function restoreScrolled(body: HTMLElement, stored: unknown): void {
 }
 
 /**
- * Makes a change and puts back what the person had scrolled: while a window is measured nothing in
+ * Makes a change and puts back what the user had scrolled: while a window is measured nothing in
  * it scrolls, and an element that replaces another begins at its top.
  */
 export function keepScrolled(body: HTMLElement, change: () => void): void {

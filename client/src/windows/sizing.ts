@@ -6,7 +6,7 @@ import { fitSize } from './placement.ts';
 /**
  * What decides a window's size. While the contents do, it follows them. A size of the program
  * ("asked" until it was seen) grows with contents that fit into it, for it was meant to show them
- * all. A person's size stays, and so does one of the program into which the contents do not fit:
+ * all. A user's size stays, and so does one of the program into which the contents do not fit:
  * there they scroll.
  */
 export type Sizing = 'contents' | 'asked' | 'grows' | 'stays';

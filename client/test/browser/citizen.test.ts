@@ -242,7 +242,7 @@ const long = Array.from({ length: 40 }, (_, index) =>
 
 const again = (row: object, index: number): object => ({ ...row, id: String(300 + index) });
 
-/** What a small screen cuts off, or makes a person scroll for sideways. */
+/** What a small screen cuts off, or makes a user scroll for sideways. */
 function cutOff(): readonly unknown[] {
     const body = document.querySelector('.body') as HTMLElement;
     const outside = [...body.querySelectorAll('[data-id]')].filter((element) => {

@@ -3,7 +3,7 @@ import { readFileSync } from 'node:fs';
 import { onStage, widget } from '../support/Stage.ts';
 import { everyKind, tabPage } from '../support/scene.ts';
 
-/** Combo boxes and tabs in a person's hands, and what the model document says of them. */
+/** Combo boxes and tabs in a user's hands, and what the model document says of them. */
 
 interface Scenario {
     readonly name: string;

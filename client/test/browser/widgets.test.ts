@@ -11,7 +11,7 @@ const form = [
     widget(16, 'Text', { text: 'Last step', buddy: '14' }),
 ];
 
-onStage('a person types, toggles and clicks; Enter presses the default button', async (stage) => {
+onStage('a user types, toggles and clicks; Enter presses the default button', async (stage) => {
     await stage.open(1, {}, form);
     const { page } = stage;
     await page.getByLabel('Name').pressSequentially('ab');
@@ -48,7 +48,7 @@ onStage('a person types, toggles and clicks; Enter presses the default button', 
     assert.equal(stage.said(1).length, before, 'a text presses and switches nothing');
 });
 
-onStage('what the person did last outdates what the program said before', async (stage) => {
+onStage('what the user did last outdates what the program said before', async (stage) => {
     const { page, gateway } = stage;
     const tabs = { contents: ['A', 'B'].map((name, at) => widget(31 + at, 'Tab', { name })) };
     const choice = widget(20, 'ComboBox', { entries: ['a', 'b', 'c'], currentindex: 0 });
@@ -97,7 +97,7 @@ onStage('of an item and a text that come together the later one is the text', as
     assert.deepEqual(stage.events(11), [], 'the program knows its own text');
 });
 
-onStage('a window announced once more stays as the person has it', async (stage) => {
+onStage('a window announced once more stays as the user has it', async (stage) => {
     await stage.open(1, {}, [...form, widget(21, 'Text', { text: 'line\n'.repeat(60) })]);
     const { page } = stage;
     const name = page.getByLabel('Name');

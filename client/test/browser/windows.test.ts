@@ -86,7 +86,7 @@ onStage('windows lie above each other as they are used and raised', async (stage
     await stage.settled();
     assert.equal(await topAt(300, 200), '30');
     const focused = await stage.page.evaluate('document.activeElement.dataset.id');
-    assert.equal(focused, '12', 'raising leaves the focus where the person works');
+    assert.equal(focused, '12', 'raising leaves the focus where the user works');
 });
 
 onStage('a modal window shuts the others off until it is closed', async (stage) => {
@@ -193,7 +193,7 @@ interface LongContent {
 interface Growth {
     readonly name: string;
     readonly window?: object;
-    /** What a person presses on the title bar before. */
+    /** What a user presses on the title bar before. */
     readonly key?: string;
     readonly change: keyof typeof changes;
     /** Which sides grow; none when what is new has to be scrolled to. */
@@ -264,7 +264,7 @@ const changes = {
     panel: (s: Stage) => s.refresh(widget(50, 'Panel', { contents: rows(51, 4) })),
 };
 
-onStage('a window follows what it holds, unless somebody gave it another size', async (stage) => {
+onStage('a window follows what it holds, unless the user gave it another size', async (stage) => {
     await stage.page.setViewportSize({ width: 900, height: 900 });
     for (const { name, window, key, change, grows } of growths) {
         await stage.open(1, { ...window }, [...form, buttons]);
@@ -326,7 +326,7 @@ onStage('a window that grows moves up, so that its end stays in sight', async (s
     assert.ok(await inSight(stage, 6));
 });
 
-onStage('what a person has scrolled to stays, however its window is shown anew', async (stage) => {
+onStage('what a user has scrolled to stays, however its window is shown anew', async (stage) => {
     const { page, gateway } = stage;
     const panel = holder(10, 'Panel', rows(20, 60));
     const layout = { id: '2', type: 'BoxLayout', contents: [panel, buttons] };
@@ -356,7 +356,7 @@ onStage('what a person has scrolled to stays, however its window is shown anew',
     }
 });
 
-onStage('what a person presses neither moves nor gives way before it is a click', async (stage) => {
+onStage('what a user presses neither moves nor gives way before it is a click', async (stage) => {
     const { page, gateway } = stage;
     await stage.open(1, {}, [widget(8, 'Text', { text: 'short' }), buttons]);
     const ok = stage.at(6);

@@ -3,9 +3,9 @@ import { Inbox } from '../../src/page/Inbox.ts';
 import type { MessageBox } from '../../src/protocol/messagebox.ts';
 import { propertyNames } from '../../src/protocol/properties.ts';
 import { initialValues, type Name } from '../../src/protocol/values.ts';
+import { describe } from '../../src/store/describe.ts';
 import { ObjectStore } from '../../src/store/ObjectStore.ts';
 import { type StoredObject, subtree } from '../../src/store/StoredObject.ts';
-import { describe } from '../../src/store/snapshot.ts';
 import { ofObjects } from './table.ts';
 import { type Ids, type Row, rows, shownWindows } from './wireRows.ts';
 

@@ -8,5 +8,5 @@ export function tabPage(id: number, name: string, content: object): object {
 
 const file = 'test/support/everyKind.json';
 
-/** A window of every kind of widget: what a person may meet in a program. */
+/** A window of every kind of widget: what a user may meet in a program. */
 export const everyKind = JSON.parse(readFileSync(file, 'utf8')) as readonly object[];

@@ -61,7 +61,7 @@ for (const [code, status, during] of closings) {
         assert.equal(page.statuses.at(-1), status);
         assert.equal(page.gateway.queries.length, status === 'open' ? 2 : 1);
         assert.equal(page.link.resumable, status === 'open');
-        // The person takes it back, or wants another one.
+        // The user takes it back, or wants another one.
         page.link.startAfresh();
         await page.settles();
         assert.equal(page.statuses.at(-1), 'open');

@@ -16,7 +16,7 @@ interface Field {
     /** What the field shows at any time, of what was typed so far. */
     readonly always?: (typed: string) => string;
     readonly shown?: (text: string) => string;
-    /** The person types in the middle, too. */
+    /** The user types in the middle, too. */
     readonly moves?: boolean;
 }
 
@@ -61,7 +61,7 @@ function dice(seed: number): (sides: number) => number {
 
 class Scene {
     text = '';
-    /** What the person has in mind, whatever the program makes of it, and where the caret is. */
+    /** What the user has in mind, whatever the program makes of it, and where the caret is. */
     meant = '';
     meantCaret = 0;
     field = '';
@@ -88,7 +88,7 @@ class Scene {
         return this.#up.length + this.#down.length === 0;
     }
 
-    /** The person types at the caret, or moves it first. */
+    /** The user types at the caret, or moves it first. */
     type(letter: string): void {
         if (this.m_field.moves && this.m_roll(8) === 0) {
             this.caret = this.meantCaret = this.m_roll(this.field.length + 1);

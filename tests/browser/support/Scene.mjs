@@ -7,7 +7,7 @@ import { fileURLToPath } from 'node:url';
 import { openTab } from '../../../client/test/support/chromium.mjs';
 import { CuttableProxy } from './CuttableProxy.mjs';
 import { Program } from './Program.mjs';
-import { Visitor } from './Visitor.mjs';
+import { User } from './User.mjs';
 
 export function pathInTree(path) {
     return fileURLToPath(new URL(`../../../${path}`, import.meta.url));
@@ -34,8 +34,8 @@ function removeAndType(group, index) {
     field.dispatchEvent(new Event('change', { bubbles: true }));
 }
 
-/** Somebody with jsonpad on a file, at one of their pages. */
-export class Scene extends Visitor {
+/** A user with jsonpad on a file, at one of their pages. */
+export class Scene extends User {
     m_faults = [];
     m_pages = [];
 

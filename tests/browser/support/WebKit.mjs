@@ -106,7 +106,7 @@ export class WebKit {
     }
 }
 
-/** What one person has open. */
+/** What one user has open. */
 class Context {
     m_pages = [];
 

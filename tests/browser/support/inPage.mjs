@@ -127,7 +127,7 @@ export function untilChecked(steps, isChecked) {
     return once(() => states.checked(only(steps)) === isChecked, steps);
 }
 
-/** Where a person would click it: in the middle, once it stands still and nothing covers it. */
+/** Where a user would click it: in the middle, once it stands still and nothing covers it. */
 export function pointOf(steps, timeout) {
     const middle = async () => {
         const element = only(steps);

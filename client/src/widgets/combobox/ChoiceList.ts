@@ -123,7 +123,7 @@ export class ChoiceList {
         }
     }
 
-    /** A list that no longer stands at its field, or that somebody turned away from, goes. */
+    /** A list that no longer stands at its field, or that the user turned away from, goes. */
     #listen(): void {
         const { signal } = this.#end;
         const elsewhere = (event: Event): void => {

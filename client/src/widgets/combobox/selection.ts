@@ -8,7 +8,7 @@ export function currentItem(object: StoredObject): string {
     return object.values.entries?.[object.values.currentindex ?? -1] ?? '';
 }
 
-/** The person chose an item. */
+/** The user chose an item. */
 export function tellSelected(object: StoredObject, index: number, host: WidgetHost): void {
     const text = object.values.entries?.[index] ?? '';
     const message = happened(object.id, Event.onSelectionChange, { index, value: text });
@@ -16,7 +16,7 @@ export function tellSelected(object: StoredObject, index: number, host: WidgetHo
 }
 
 /**
- * The program wants the item of this text chosen, as a person would: it does not say which one
+ * The program wants the item of this text chosen, as a user would: it does not say which one
  * that is, so it is told. It is done once, on an element that is there: showing the object again does not repeat it.
  */
 export function selectByText(

@@ -1,7 +1,7 @@
 import assert from 'node:assert/strict';
 
-/** Somebody in front of a page; what they do and see are the words of stories. */
-export class Visitor {
+/** A user in front of a page; what they do and see are the words of stories. */
+export class User {
     constructor(page) {
         this.page = page;
     }
