@@ -19,6 +19,7 @@ test: setup-test client checks
 	node --test tests/wire/
 	cmake --preset ci && cmake --build --preset ci -j $(JOBS)
 	node tools/check-exports.mjs build/ci/lib/libdova2_web.so
+	tools/platform-names.py
 	ctest --preset ci
 	export JSONPAD=build/ci/bin/jsonpad; \
 	node --test $(MINUTE_LONG) & minute=$$!; \

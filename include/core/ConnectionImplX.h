@@ -5,9 +5,9 @@
 #include <typeinfo>
 #include <utility>
 
+#include "seam/Platform.h"
 #include "wiro/ConnectionX.h"
 #include "wiro/Emitter.h"
-#include "wiro/GlobalConnectionLock.h"
 #include "wiro/Listener.h"
 #include "wiro/Thread.h"
 
@@ -37,7 +37,7 @@ public:
           m_target(target),
           m_operation(operation),
           m_thread(thread) {
-        this->open();
+        DOVA::seam::open(*this);
     }
 
     /// The mangled name of the target's dynamic type. A missing target raises std::bad_typeid.
@@ -66,7 +66,7 @@ template <class Target, class R, class... Args, class Operation>
 void bindOperation(Emitter<R(Args...)>& emitter, Listener* listener, Target* target,
                    Operation operation) {
     const Thread thread = Thread::getCurrentThread();
-    DOVA::ReadWriteLock::WriteGuard guard(GetGlobalConnectionLock());
+    const DOVA::seam::ConnectionLock lock;
     new ConnectionImplX<Target, R, Args...>(listener, &emitter, target, operation, thread);
 }
 

@@ -3,6 +3,7 @@
 #include <utility>
 
 #include "core/HandlerErrors.h"
+#include "seam/Platform.h"
 #include "wiro/ConnectionX.h"
 #include "wiro/Emitter.h"
 #include "wiro/Packet.h"
@@ -29,9 +30,9 @@ private:
 /// Sends an event to every connection of the emitter, on this thread.
 template <class Event>
 void sendEvent(Emitter<void(const Event&)>& emitter, Event event,
-               SendMode mode = SendMode::Ordinary) {
-    PayloadX<void, PacketDropMode::Never, Event> payload(std::move(event));
-    emitter.sendPacket(Packet(payload), mode, false);
+               DOVA::seam::SendMode mode = DOVA::seam::s_ordinary) {
+    PayloadX<void, PacketDropMode{}, Event> payload(std::move(event));
+    static_cast<EmitterBase&>(emitter).sendPacket(Packet(payload), mode, false);
 }
 
 }  // namespace WIRO

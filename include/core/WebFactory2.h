@@ -4,8 +4,7 @@
 #include <string>
 
 #include "core/WebExport.h"
-#include "model/Model.h"
-#include "model/Ref.h"
+#include "seam/Platform.h"
 #include "toolkit/DVFactory2.h"
 #include "toolkit/Enumerations.h"
 #include "wiro/Listener.h"
@@ -21,7 +20,7 @@ public:
     /// Binds the web factory to the toolkit's factory; a second call does nothing.
     static void createFactory(DVFactory2* factory);
     /// The model document that the widgets' elements live in, made on the first call.
-    static pf::zero::Ref<pf::zero::Model> getModel();
+    static seam::ModelReference getModel();
 
     /// Each of these makes the web object behind a front object. It registers itself, and is
     /// deleted through destroyObject.

@@ -14,6 +14,7 @@
 #include "core/PayloadX.h"
 #include "core/WebExport.h"
 #include "model/Base.h"
+#include "seam/Platform.h"
 #include "toolkit/DVObject2.h"
 #include "wiro/Listener.h"
 
@@ -133,6 +134,9 @@ protected:
         WIRO::bind(emitter, static_cast<Self*>(this), operation);
     }
 
+    /// Cuts every binding. The first thing in the destructor of a class that binds operations.
+    void endBindings() { seam::disconnect(*this); }
+
     /// Stores and sends a property whose every write must reach the client, changed or not: it
     /// forgets the stored value first, so that setProperty sees a change.
     template <class Value>
@@ -145,7 +149,7 @@ protected:
     /// alive and somebody listens. The event is made from the front object and `args`. Nothing of
     /// this object may be used afterwards, since a handler may have deleted it.
     template <class Event, class Front, class... Args>
-    void emitToFront(WIRO::Emitter<void(const Event&)>& (Front::*emitter)(), WIRO::SendMode mode,
+    void emitToFront(WIRO::Emitter<void(const Event&)>& (Front::*emitter)(), seam::SendMode mode,
                      Args&&... args) {
         std::lock_guard guard(DVObject::m_lock);
         if (isDVObjectValid()) {
@@ -156,7 +160,7 @@ protected:
     /// The same without lock and life check, for the kinds whose events are emitted so; a front
     /// object of another type receives nothing.
     template <class Event, class Front, class... Args>
-    void emitUnlocked(WIRO::Emitter<void(const Event&)>& (Front::*emitter)(), WIRO::SendMode mode,
+    void emitUnlocked(WIRO::Emitter<void(const Event&)>& (Front::*emitter)(), seam::SendMode mode,
                       Args&&... args) {
         if (auto* front = dynamic_cast<Front*>(getHandle())) {
             emitTo(front, emitter, mode, std::forward<Args>(args)...);
@@ -179,10 +183,10 @@ private:
 
     template <class Event, class Front, class... Args>
     static void emitTo(Front* front, WIRO::Emitter<void(const Event&)>& (Front::*emitter)(),
-                       WIRO::SendMode mode, Args&&... args) {
-        if ((front->*emitter)().numberOfConnections() > 0) {
-            WIRO::sendEvent<Event>((front->*emitter)(), Event(front, std::forward<Args>(args)...),
-                                   mode);
+                       seam::SendMode mode, Args&&... args) {
+        WIRO::Emitter<void(const Event&)>& listeners = (front->*emitter)();
+        if (static_cast<WIRO::EmitterBase&>(listeners).numberOfConnections() > 0) {
+            WIRO::sendEvent<Event>(listeners, Event(front, std::forward<Args>(args)...), mode);
         }
     }
 

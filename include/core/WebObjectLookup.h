@@ -13,7 +13,7 @@ namespace DOVA {
 template <class Web>
 Web* webObject(const DVObject& front) {
     WebObjectService2* service = WebObjectService2::instance();
-    return service ? dynamic_cast<Web*>(service->getObject(front.identifier())) : nullptr;
+    return service ? dynamic_cast<Web*>(service->getObject(seam::identifierOf(front))) : nullptr;
 }
 
 }  // namespace DOVA

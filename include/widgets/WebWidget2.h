@@ -5,11 +5,11 @@
 #include <vector>
 
 #include "core/WebObject2.h"
+#include "seam/Platform.h"
 #include "toolkit/Color.h"
 #include "toolkit/Cursor.h"
 #include "toolkit/DVWidget2.h"
 #include "toolkit/Enumerations.h"
-#include "toolkit/Font.h"
 #include "toolkit/Geometry.h"
 
 namespace DOVA {
@@ -40,7 +40,7 @@ public:
     virtual void doSetEnabled(bool enabled);
     virtual void doSetEventConsumed(bool consumed);  // no effect
     virtual void doSetToolTipU(const std::u16string& text);
-    virtual void doSetFont(const Font& font);  // no effect
+    virtual void doSetFont(const seam::Font& font);  // no effect
     /// Background and foreground become "rgb(r,g,b)" attributes of the style, alpha dropped; the
     /// other roles have no attribute and send nothing.
     virtual void doSetColor(ColorRole role, Color color);
@@ -53,15 +53,16 @@ public:
     virtual void doSetMaximumSize(diagram::TSize<int> size);
     /// Sent times dpiScale(), stored as given.
     virtual void doSetPreferredSize(diagram::TSize<int> size);
-    virtual void doSetFixedSize(diagram::TSize<int> size);                     // no effect
-    virtual void doSetSizeConstraint(SizeConstraint constraint);               // no effect
-    virtual void doSetSizePolicy(SizePolicy horizontal, SizePolicy vertical);  // no effect
+    virtual void doSetFixedSize(diagram::TSize<int> size);              // no effect
+    virtual void doSetSizeConstraint(seam::SizeConstraint constraint);  // no effect
+    virtual void doSetSizePolicy(seam::SizePolicy horizontal,
+                                 seam::SizePolicy vertical);  // no effect
     virtual void doResize(diagram::TSize<int> size);
     virtual void doSetFocus();
-    virtual void doSetFocusPolicy(FocusPolicy policy);  // no effect
-    virtual void doSetFocusProxy(DVObject* proxy);      // no effect
-    virtual void doSetCursor(const Cursor& cursor);     // no effect
-    virtual void doUnsetCursor();                       // no effect
+    virtual void doSetFocusPolicy(seam::FocusPolicy policy);  // no effect
+    virtual void doSetFocusProxy(DVObject* proxy);            // no effect
+    virtual void doSetCursor(const Cursor& cursor);           // no effect
+    virtual void doUnsetCursor();                             // no effect
     /// UTF-8.
     virtual void doSetObjectName(const std::string& name);
     virtual void doSetUpdatesEnabled(bool enabled);
@@ -73,7 +74,7 @@ public:
     virtual bool doIsEnabled() const;
     virtual bool doIsEventConsumed() const;
     virtual std::u16string doGetToolTipU() const;
-    virtual Font doGetFont() const;
+    virtual seam::Font doGetFont() const;
     /// Opaque white for the background, whatever was set, and the zero colour for other roles: the
     /// client's real colours are not known here.
     virtual Color doGetColor(ColorRole role) const;
@@ -90,7 +91,7 @@ public:
     virtual diagram::TSize<int> doGetPreferredSize() const;
     /// Always true: the client's focus is not known here, and callers ask before they write.
     virtual bool doHasFocus() const;
-    virtual FocusPolicy doGetFocusPolicy() const;
+    virtual seam::FocusPolicy doGetFocusPolicy() const;
     virtual DVObject* doGetFocusProxy() const;
     virtual std::string doGetObjectName() const;
     virtual Cursor doGetCursor() const;
@@ -108,7 +109,7 @@ public:
     virtual bool doIsWidgetHighlighted() const;
     /// Opens a message box at the client: the entries "level", "title" and "body", empty if absent,
     /// and "modal" if present. "type" is the box's own.
-    virtual void doSendTextMessage(const TextMessage& message);
+    virtual void doSendTextMessage(const seam::TextMessage& message);
     /// Sends an object of any form on the channels that serve this widget.
     virtual void sendTextMessage(const QJsonObject& message);
 

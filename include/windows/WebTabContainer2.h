@@ -84,7 +84,7 @@ private:
     std::vector<Identifier> m_tabIds;
     bool m_movable = false;
     bool m_visible = false;
-    Position m_position = Position::North;
+    Position m_position{1};  // north
 };
 
 }  // namespace DOVA

@@ -1,8 +1,7 @@
 #include "core/KorvidOnlineFlag.h"
 
+#include "../seam/Host.h"
 #include "BaseConnection.h"
-#include "host/Array.h"
-#include "host/FunctionEvaluation.h"
 #include "host/OnlineQuery.h"
 
 namespace DOVA::web {
@@ -12,20 +11,7 @@ bool KorvidOnlineFlag::m_isKorvidOnline = false;
 
 namespace {
 
-/// What the host's own function says: true, false, or no answer.
-enum class HostAnswer { No, Yes, None };
-
-HostAnswer askHost() {
-    kaArray* result = nullptr;
-    vnsvDiagnostic* diagnostic = vnsvFEVAL_NoThrow(
-        "korvid.internal.environment.context.isKORVIDOnline", 1, &result, 0, nullptr);
-    const HostAnswer answer = diagnostic                      ? HostAnswer::None
-                              : kaIsLogicalScalarTrue(result) ? HostAnswer::Yes
-                                                              : HostAnswer::No;
-    kaDestroyArray(result);
-    vnsvDiscardDiagnostic(diagnostic);
-    return answer;
-}
+constexpr const char* s_question = "korvid.internal.environment.context.isKORVIDOnline";
 
 void subscribeOnce() {
     static bool subscribed = false;
@@ -46,9 +32,8 @@ bool KorvidOnlineFlag::get() {
         setFlagValue(false);  // that environment has a display of its own
         return m_isKorvidOnline;
     }
-    const HostAnswer answer = askHost();
-    if (answer != HostAnswer::None) {
-        setFlagValue(answer == HostAnswer::Yes);
+    if (const auto answer = seam::askHost(s_question)) {
+        setFlagValue(*answer);
     }
     return m_isKorvidOnline;
 }

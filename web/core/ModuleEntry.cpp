@@ -4,13 +4,13 @@
 #include <utility>
 
 #include "../scripting/ScriptNamespaces.h"
+#include "../seam/Host.h"
 #include "BaseConnection.h"
 #include "ModuleEnd.h"
 #include "core/WebFactory2.h"
 #include "core/WebObject2.h"
 #include "core/WebObjectService2.h"
 #include "host/Display.h"
-#include "toolkit/DVBridge.h"
 #include "toolkit/DVFactory2.h"
 #include "toolkit/DesktopModule.h"
 #include "toolkit/StringID.h"
@@ -36,9 +36,7 @@ void stopDesktopModule() {
     if (!s_hasDisplay) {
         return;
     }
-    if (DVBridge* bridge = DVBridge::getBridge(StringID::setStringID("qt"))) {
-        bridge->shutDown();
-    }
+    seam::shutDownBridge("qt");
     terminate_dova2_qt();
 }
 

@@ -24,6 +24,9 @@ constexpr AlignmentTexts s_alignments[] = {
     {"AlignHCenterAndBottom", "AlignHCenterAndBottom"},
     {"AlignRightAndBottom", "AlignRightAndBottom"},
 };
+constexpr ComboInsertPolicy s_noInsert{0};
+constexpr ComboInsertPolicy s_insertAtTop{1};
+constexpr ComboInsertPolicy s_insertAtBottom{2};
 constexpr unsigned s_alignmentCount = sizeof(s_alignments) / sizeof(s_alignments[0]);
 
 }  // namespace
@@ -39,24 +42,19 @@ Alignment Web2DV(const std::string& text) {
             return static_cast<Alignment>(number);
         }
     }
-    return Alignment::None;
+    return {};
 }
 
 std::string DV2Web(ComboInsertPolicy policy) {
-    switch (policy) {
-        case ComboInsertPolicy::NoInsert:
-            return "NoInsert";
-        case ComboInsertPolicy::InsertAtTop:
-            return "InsertAtTop";
-        default:
-            return "InsertAtBottom";
-    }
+    return policy == s_noInsert      ? "NoInsert"
+           : policy == s_insertAtTop ? "InsertAtTop"
+                                     : "InsertAtBottom";
 }
 
 ComboInsertPolicy Qt2DV(const std::string& text) {
-    return text == "NoInsert"      ? ComboInsertPolicy::NoInsert
-           : text == "InsertAtTop" ? ComboInsertPolicy::InsertAtTop
-                                   : ComboInsertPolicy::InsertAtBottom;
+    return text == "NoInsert"      ? s_noInsert
+           : text == "InsertAtTop" ? s_insertAtTop
+                                   : s_insertAtBottom;
 }
 
 }  // namespace DOVA

@@ -64,10 +64,9 @@ void WebFactory2::createFactory(DVFactory2* factory) {
     }
 }
 
-pf::zero::Ref<pf::zero::Model> WebFactory2::getModel() {
+seam::ModelReference WebFactory2::getModel() {
     static const struct {
-        pf::zero::Ref<pf::zero::Model> model =
-            pf::zero::Model::create(pf::zero::ModelConstellation());
+        seam::ModelReference model = pf::zero::Model::create(pf::zero::ModelConstellation());
         EndsModule end;
     } shared;
     return shared.model;

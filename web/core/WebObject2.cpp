@@ -7,6 +7,7 @@
 #include <typeinfo>
 #include <utility>
 
+#include "../seam/ElementIdentity.h"
 #include "MessageService.h"
 #include "ModuleEnd.h"
 #include "PropertyNames.h"
@@ -48,7 +49,7 @@ void destroyWebObjects() noexcept {
 
 WebObject2::WebObject2(DVObject2* front, DVObject2Emitters* emitters)
     : m_front(front),
-      m_identifier(front->identifier()),
+      m_identifier(seam::identifierOf(*front)),
       m_service(WebObjectService2::instance()),
       m_identifierText(QString::number(m_identifier)) {
     bind(emitters->setParent, &WebObject2::doSetParent);
@@ -88,7 +89,7 @@ void WebObject2::joinService() {
 
 WebObject2::~WebObject2() {
     leaveLiving();
-    disconnectAll();
+    endBindings();
     if (m_service) {
         destroyChildren();
     }
@@ -286,8 +287,8 @@ void WebObject2::doSetParent(DVObject* parent) {
     }
     if (!parent) {
         m_service->setParent(m_identifier, 0);
-    } else if (DVObject::isObjectValid(parent, parent->identifier())) {
-        m_service->setParent(m_identifier, parent->identifier());
+    } else if (DVObject::isObjectValid(parent, seam::identifierOf(*parent))) {
+        m_service->setParent(m_identifier, seam::identifierOf(*parent));
     }
 }
 
@@ -340,8 +341,8 @@ QJsonObject WebObject2::getJSonObject() const {
 void WebObject2::onDestroyRequested() {}
 
 std::string WebObject2::getTypeName() const {
-    if (m_element) {
-        return m_element->getTypeName();
+    if (seam::exists(m_element)) {
+        return seam::typeNameOf(m_element);
     }
     const std::string name = boost::core::demangle(typeid(*this).name());
     const std::size_t scope = name.rfind(':');
@@ -350,8 +351,8 @@ std::string WebObject2::getTypeName() const {
 
 void WebObject2::setElement(tdom::Base element) {
     m_element = std::move(element);
-    if (m_element) {
-        m_element->setTag(toU16(m_identifierText));
+    if (seam::exists(m_element)) {
+        seam::setTag(m_element, toU16(m_identifierText));
     }
 }
 

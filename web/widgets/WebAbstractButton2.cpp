@@ -2,7 +2,7 @@
 
 #include "../core/PropertyNames.h"
 #include "../core/TextConversions.h"
-#include "model/BaseButton.h"
+#include "../seam/Elements.h"
 
 namespace DOVA {
 
@@ -16,61 +16,50 @@ WebAbstractButton2::WebAbstractButton2(DVAbstractButton2* front,
 }
 
 void WebAbstractButton2::doSetLabelU(const std::u16string& label) {
-    if (const auto button = tdom::as<tdom::BaseButton>(element())) {
-        if (button->getLabel() == label) {
-            return;
-        }
-        button->setLabel(label);
+    if (seam::Label::holds(element(), label)) {
+        return;
     }
+    seam::Label::write(element(), label);
     updateProperty(keys::label, toQString(label));
 }
 
 void WebAbstractButton2::doSetIcon(Icon icon) {
     const std::string file = icon.getFile(0);
-    if (const auto button = tdom::as<tdom::BaseButton>(element())) {
-        button->setIcon(utf8ToU16(file));
-    }
+    seam::IconFile::write(element(), utf8ToU16(file));
     updateProperty(keys::icon, QString::fromStdString(file));
 }
 
 void WebAbstractButton2::doSetCheckable(bool checkable) {
-    if (const auto button = tdom::as<tdom::BaseButton>(element())) {
-        button->setCheckable(checkable);
-    }
+    seam::Checkable::write(element(), checkable);
     updateProperty(keys::checkable, checkable);
 }
 
 void WebAbstractButton2::doSetChecked(bool checked) {
-    if (const auto button = tdom::as<tdom::BaseButton>(element())) {
-        button->setChecked(checked);
-    }
+    seam::Checked::write(element(), checked);
     updateProperty(keys::checked, checked);
 }
 
 void WebAbstractButton2::doSetExclusive(bool) {}
 
 std::u16string WebAbstractButton2::doGetLabelU() const {
-    const auto button = tdom::as<tdom::BaseButton>(element());
-    return button ? button->getLabel() : std::u16string();
+    return seam::Label::read(element());
 }
 
 Icon WebAbstractButton2::doGetIcon() const {
     Icon icon;
-    const auto button = tdom::as<tdom::BaseButton>(element());
-    if (button && !button->getIcon().empty()) {
-        icon.insertImage(u16ToUtf8(button->getIcon()));
+    const std::u16string file = seam::IconFile::read(element());
+    if (!file.empty()) {
+        icon.insertImage(u16ToUtf8(file));
     }
     return icon;
 }
 
 bool WebAbstractButton2::doIsCheckable() const {
-    const auto button = tdom::as<tdom::BaseButton>(element());
-    return button && button->isCheckable();
+    return seam::Checkable::read(element());
 }
 
 bool WebAbstractButton2::doIsChecked() const {
-    const auto button = tdom::as<tdom::BaseButton>(element());
-    return button && button->isChecked();
+    return seam::Checked::read(element());
 }
 
 bool WebAbstractButton2::doIsExclusive() const {

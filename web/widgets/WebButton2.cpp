@@ -3,8 +3,8 @@
 #include "../core/PropertyNames.h"
 #include "../core/TakenOver.h"
 #include "../core/TextConversions.h"
+#include "../seam/Elements.h"
 #include "CreateElement.h"
-#include "model/Button.h"
 
 namespace DOVA {
 
@@ -18,42 +18,37 @@ WebButton2::WebButton2(DVButton2* front, DVButton2Emitters* emitters, DVObject*)
 }
 
 WebButton2::~WebButton2() {
-    disconnectAll();
+    endBindings();
     disableEventBroadcasting();
 }
 
 void WebButton2::doSetDefault(bool isDefault) {
-    if (const auto button = tdom::as<tdom::Button>(element())) {
-        button->setDefaultbutton(isDefault);
-    }
+    seam::DefaultButton::write(element(), isDefault);
     updateProperty(keys::defaultbutton, isDefault);
 }
 
 bool WebButton2::doIsDefault() const {
-    const auto button = tdom::as<tdom::Button>(element());
-    return button && button->isDefaultbutton();
+    return seam::DefaultButton::read(element());
 }
 
 void WebButton2::handleJSONMessage(const QJsonObject& message) {
     const QString event = message.value(received::event).toString();
     if (event == events::onClick) {
-        emitToFront<DVButtonClickEvent2>(&DVAbstractButton2::clickEmitter,
-                                         WIRO::SendMode::Ordinary);
+        emitToFront<DVButtonClickEvent2>(&DVAbstractButton2::clickEmitter, seam::s_ordinary);
     } else if (event == events::onToggle) {
         // Nothing was taken over, but the client has switched what it shows.
         const TakenOver shown(identifier(), [this] { doSetChecked(doIsChecked()); });
-        emitToFront<DVButtonToggleEvent2>(&DVAbstractButton2::toggleEmitter,
-                                          WIRO::SendMode::Ordinary,
+        emitToFront<DVButtonToggleEvent2>(&DVAbstractButton2::toggleEmitter, seam::s_ordinary,
                                           message.value(received::value).toBool(false));
     }
 }
 
 QJsonObject WebButton2::getJSonObject() const {
     QJsonObject description = WebWidget2::getJSonObject();
-    if (const auto button = tdom::as<tdom::Button>(element())) {
-        description.insert(keys::label, toQString(button->getLabel()));
-        description.insert(keys::icon, toQString(button->getIcon()));
-        description.insert(keys::defaultbutton, button->isDefaultbutton());
+    if (seam::exists(element())) {
+        description.insert(keys::label, toQString(seam::Label::read(element())));
+        description.insert(keys::icon, toQString(seam::IconFile::read(element())));
+        description.insert(keys::defaultbutton, seam::DefaultButton::read(element()));
     }
     return description;
 }

@@ -3,8 +3,8 @@
 #include "../core/PropertyNames.h"
 #include "../core/TakenOver.h"
 #include "../core/TextConversions.h"
+#include "../seam/Elements.h"
 #include "CreateElement.h"
-#include "model/CheckBox.h"
 
 namespace DOVA {
 
@@ -15,7 +15,7 @@ WebCheckBox2::WebCheckBox2(DVCheckBox2* front, DVCheckBox2Emitters* emitters, DV
 }
 
 WebCheckBox2::~WebCheckBox2() {
-    disconnectAll();
+    endBindings();
     disableEventBroadcasting();
 }
 
@@ -25,18 +25,15 @@ void WebCheckBox2::handleJSONMessage(const QJsonObject& message) {
     }
     const TakenOver taken(identifier(), [this, before = doIsChecked()] { doSetChecked(before); });
     const bool checked = message.value(received::value).toBool(false);
-    if (const auto box = tdom::as<tdom::CheckBox>(element())) {
-        box->setChecked(checked);
-    }
-    emitToFront<DVButtonToggleEvent2>(&DVAbstractButton2::toggleEmitter, WIRO::SendMode::Ordinary,
-                                      checked);
+    seam::Checked::write(element(), checked);
+    emitToFront<DVButtonToggleEvent2>(&DVAbstractButton2::toggleEmitter, seam::s_ordinary, checked);
 }
 
 QJsonObject WebCheckBox2::getJSonObject() const {
     QJsonObject description = WebWidget2::getJSonObject();
-    if (const auto box = tdom::as<tdom::CheckBox>(element())) {
-        description.insert(keys::label, toQString(box->getLabel()));
-        description.insert(keys::checked, box->isChecked());
+    if (seam::exists(element())) {
+        description.insert(keys::label, toQString(seam::Label::read(element())));
+        description.insert(keys::checked, seam::Checked::read(element()));
     }
     return description;
 }

@@ -5,8 +5,8 @@
 #include "../core/PropertyNames.h"
 #include "../core/TakenOver.h"
 #include "../core/TextConversions.h"
+#include "../seam/Elements.h"
 #include "CreateElement.h"
-#include "model/ComboBox.h"
 
 namespace DOVA {
 
@@ -23,7 +23,7 @@ WebComboBox2::WebComboBox2(DVComboBox2* front, DVComboBox2Emitters* emitters, DV
 }
 
 WebComboBox2::~WebComboBox2() {
-    disconnectAll();
+    endBindings();
     disableEventBroadcasting();
 }
 
@@ -31,93 +31,73 @@ void WebComboBox2::doSetTextU(const std::u16string& text) {
     if (doGetTextU() == text) {
         return;
     }
-    if (const auto combo = tdom::as<tdom::ComboBox>(element())) {
-        combo->setText(text);
-    }
+    seam::FieldText::write(element(), text);
     updateProperty(keys::text, toQString(text));
 }
 
 std::u16string WebComboBox2::doGetTextU() const {
-    const auto combo = tdom::as<tdom::ComboBox>(element());
-    return combo ? combo->getText() : std::u16string();
+    return seam::FieldText::read(element());
 }
 
 void WebComboBox2::doAddItemsU(const std::vector<std::u16string>& items, const std::string&) {
-    if (const auto combo = tdom::as<tdom::ComboBox>(element())) {
-        for (const std::u16string& item : items) {
-            combo->getItemsMutable().push_back(item);
-        }
-    }
+    seam::items::append(element(), items);
 }
 
 void WebComboBox2::doInsertItemsU(int index, const std::vector<std::u16string>& items,
                                   const std::string& unused) {
     if (index < 0 || index >= doGetCount()) {
         doAddItemsU(items, unused);
-    } else if (const auto combo = tdom::as<tdom::ComboBox>(element())) {
-        combo->getItemsMutable().insert(static_cast<std::size_t>(index), items);
+    } else {
+        seam::items::insert(element(), static_cast<std::size_t>(index), items);
     }
 }
 
 void WebComboBox2::doRemoveItems(int index) {
-    const auto combo = tdom::as<tdom::ComboBox>(element());
-    if (combo && index == -1) {
-        combo->getItemsMutable().clear();
-    } else if (combo && index >= 0) {
-        combo->getItemsMutable().erase(static_cast<std::size_t>(index));
+    if (index == -1) {
+        seam::items::clear(element());
+    } else if (index >= 0) {
+        seam::items::erase(element(), static_cast<std::size_t>(index));
     }
 }
 
 void WebComboBox2::doSetEditable(bool editable) {
-    if (const auto combo = tdom::as<tdom::ComboBox>(element())) {
-        combo->setEditable(editable);
-    }
+    seam::Editable::write(element(), editable);
     updateProperty(keys::editable, editable);
 }
 
 void WebComboBox2::doSetSelection(int index) {
-    if (const auto combo = tdom::as<tdom::ComboBox>(element())) {
-        combo->setCurrentindex(index);
-    }
+    seam::CurrentIndex::write(element(), index);
     updateProperty(keys::currentindex, index);
 }
 
 void WebComboBox2::doSetPlaceholderText(const std::u16string& text) {
-    if (const auto combo = tdom::as<tdom::ComboBox>(element())) {
-        combo->setPlaceholder(text);
-    }
+    seam::FieldPlaceholder::write(element(), text);
     updateProperty(keys::placeholder, toQString(text));
 }
 
 std::vector<std::u16string> WebComboBox2::doGetItemsU() const {
-    const auto combo = tdom::as<tdom::ComboBox>(element());
-    return combo ? combo->getItems().items() : std::vector<std::u16string>();
+    return seam::items::all(element());
 }
 
 std::u16string WebComboBox2::doGetItemAtU(int index) const {
-    const auto combo = tdom::as<tdom::ComboBox>(element());
-    return index > 0 && index < doGetCount() ? combo->getItems()[static_cast<std::size_t>(index)]
-                                             : std::u16string();
+    const bool isTold = index > 0 && index < doGetCount();
+    return isTold ? seam::items::all(element())[static_cast<std::size_t>(index)] : std::u16string();
 }
 
 bool WebComboBox2::doIsEditable() const {
-    const auto combo = tdom::as<tdom::ComboBox>(element());
-    return combo && combo->isEditable();
+    return seam::Editable::read(element());
 }
 
 int WebComboBox2::doGetCount() const {
-    const auto combo = tdom::as<tdom::ComboBox>(element());
-    return combo ? static_cast<int>(combo->getItems().size()) : 0;
+    return static_cast<int>(seam::items::all(element()).size());
 }
 
 int WebComboBox2::doGetSelection() const {
-    const auto combo = tdom::as<tdom::ComboBox>(element());
-    return combo ? combo->getCurrentindex() : -1;
+    return seam::CurrentIndex::read(element(), -1);
 }
 
 std::u16string WebComboBox2::doGetPlaceholderText() const {
-    const auto combo = tdom::as<tdom::ComboBox>(element());
-    return combo ? combo->getPlaceholder() : std::u16string();
+    return seam::FieldPlaceholder::read(element());
 }
 
 void WebComboBox2::doimEdit(const std::string& text) {
@@ -138,46 +118,39 @@ void WebComboBox2::handleJSONMessage(const QJsonObject& message) {
     }
     const QString event = message.value(received::event).toString();
     const std::u16string text = toU16(message.value(received::value).toString());
-    const auto combo = tdom::as<tdom::ComboBox>(element());
     const TakenOver taken(identifier(), [this, index = doGetSelection(), text = doGetTextU()] {
         putBack(index, text);
     });
-    if (combo) {
-        combo->setText(text);
-    }
+    seam::FieldText::write(element(), text);
     if (event == events::onSelectionChange) {
         const int index = message.value(received::index).toInt(0);
-        if (combo) {
-            combo->setCurrentindex(index);
-        }
-        emitUnlocked<DVComboBoxSelectEvent2>(&DVComboBox2::selectionEmitter,
-                                             WIRO::SendMode::Ordinary, index, text, 0);
+        seam::CurrentIndex::write(element(), index);
+        emitUnlocked<DVComboBoxSelectEvent2>(&DVComboBox2::selectionEmitter, seam::s_ordinary,
+                                             index, text, 0);
     } else if (event == events::onEdit || event == events::onEditFinish) {
         emitUnlocked<DVComboBoxEditEvent2>(
             event == events::onEdit ? &DVComboBox2::editEmitter : &DVComboBox2::editFinishedEmitter,
-            WIRO::SendMode::Ordinary, text, 0);
+            seam::s_ordinary, text, 0);
     }
 }
 
 // The text last: for a client the item that is chosen is the text of the field.
 void WebComboBox2::putBack(int index, const std::u16string& text) {
     doSetSelection(index);
-    if (const auto combo = tdom::as<tdom::ComboBox>(element())) {
-        combo->setText(text);
-    }
+    seam::FieldText::write(element(), text);
     updateProperty(keys::text, toQString(text));
 }
 
 QJsonObject WebComboBox2::getJSonObject() const {
     QJsonObject description = WebWidget2::getJSonObject();
-    if (const auto combo = tdom::as<tdom::ComboBox>(element())) {
+    if (seam::exists(element())) {
         QJsonArray entries;
-        for (const std::u16string& item : combo->getItems()) {
+        for (const std::u16string& item : seam::items::all(element())) {
             entries.append(toQString(item));
         }
-        description.insert(keys::editable, combo->isEditable());
-        description.insert(keys::text, toQString(combo->getText()));
-        description.insert(keys::currentindex, combo->getCurrentindex());
+        description.insert(keys::editable, seam::Editable::read(element()));
+        description.insert(keys::text, toQString(seam::FieldText::read(element())));
+        description.insert(keys::currentindex, seam::CurrentIndex::read(element()));
         description.insert(keys::entries, entries);
     }
     return description;

@@ -3,8 +3,8 @@
 #include "../core/PropertyNames.h"
 #include "../core/TakenOver.h"
 #include "../core/TextConversions.h"
+#include "../seam/Elements.h"
 #include "CreateElement.h"
-#include "model/Edit.h"
 
 namespace DOVA {
 
@@ -18,7 +18,7 @@ WebEdit2::WebEdit2(DVEdit2* front, DVEdit2Emitters* emitters, DVObject*)
 }
 
 WebEdit2::~WebEdit2() {
-    disconnectAll();
+    endBindings();
     disableEventBroadcasting();
 }
 
@@ -26,27 +26,21 @@ void WebEdit2::doSetTextU(const std::u16string& text) {
     if (doGetTextU(false) == text) {
         return;
     }
-    if (const auto edit = tdom::as<tdom::Edit>(element())) {
-        edit->setText(text);
-    }
+    seam::EditText::write(element(), text);
     updateProperty(keys::text, toQString(text));
 }
 
 std::u16string WebEdit2::doGetTextU(bool) const {
-    const auto edit = tdom::as<tdom::Edit>(element());
-    return edit ? edit->getText() : std::u16string();
+    return seam::EditText::read(element());
 }
 
 void WebEdit2::doSetPlaceHolderText(const std::u16string& text) {
-    if (const auto edit = tdom::as<tdom::Edit>(element())) {
-        edit->setPlaceholder(text);
-    }
+    seam::EditPlaceholder::write(element(), text);
     updateProperty(keys::placeholder, toQString(text));
 }
 
 std::u16string WebEdit2::doGetPlaceHolderText() const {
-    const auto edit = tdom::as<tdom::Edit>(element());
-    return edit ? edit->getPlaceholder() : std::u16string();
+    return seam::EditPlaceholder::read(element());
 }
 
 void WebEdit2::handleJSONMessage(const QJsonObject& message) {
@@ -58,15 +52,15 @@ void WebEdit2::handleJSONMessage(const QJsonObject& message) {
         // Nothing was taken over, but the client shows what was typed.
         const TakenOver shown(identifier(),
                               [this] { updateProperty(keys::text, toQString(doGetTextU(false))); });
-        emitUnlocked<DVEditEvent2>(emitter, WIRO::SendMode::Ordinary,
+        emitUnlocked<DVEditEvent2>(emitter, seam::s_ordinary,
                                    toU16(message.value(received::value).toString()), 0, 0);
     }
 }
 
 QJsonObject WebEdit2::getJSonObject() const {
     QJsonObject description = WebWidget2::getJSonObject();
-    if (const auto edit = tdom::as<tdom::Edit>(element())) {
-        description.insert(keys::text, toQString(edit->getText()));
+    if (seam::exists(element())) {
+        description.insert(keys::text, toQString(seam::EditText::read(element())));
     }
     return description;
 }

@@ -2,9 +2,9 @@
 
 #include "../core/PropertyNames.h"
 #include "../core/TextConversions.h"
+#include "../seam/Elements.h"
 #include "CreateElement.h"
 #include "core/WebObjectService2.h"
-#include "model/Text.h"
 
 namespace DOVA {
 
@@ -19,7 +19,7 @@ WebText2::WebText2(DVText2* front, DVText2Emitters* emitters, DVObject*)
 }
 
 WebText2::~WebText2() {
-    disconnectAll();
+    endBindings();
     disableEventBroadcasting();
 }
 
@@ -27,22 +27,19 @@ void WebText2::doSetTextU(const std::u16string& text) {
     if (doGetTextU(false) == text) {
         return;
     }
-    if (const auto own = tdom::as<tdom::Text>(element())) {
-        own->setText(text);
-    }
+    seam::StaticText::write(element(), text);
     updateProperty(keys::text, toQString(text));
 }
 
 std::u16string WebText2::doGetTextU(bool) const {
-    const auto own = tdom::as<tdom::Text>(element());
-    return own ? own->getText() : std::u16string();
+    return seam::StaticText::read(element());
 }
 
 void WebText2::doSetBuddy(DVObject* buddy) {
     if (!buddy) {
         return;
     }
-    m_buddy = buddy->identifier();
+    m_buddy = seam::identifierOf(*buddy);
     updateProperty(keys::buddy, QString::number(m_buddy));
 }
 

@@ -5,16 +5,21 @@
 #include "../core/DeepDescription.h"
 #include "../core/PropertyNames.h"
 #include "../core/TextConversions.h"
+#include "../seam/ElementIdentity.h"
+#include "../seam/Elements.h"
+#include "../seam/Host.h"
 #include "GeometryTexts.h"
 #include "core/WebObjectService2.h"
-#include "model/Element.h"
 #include "toolkit/DpiScale.h"
 
 namespace DOVA {
 
 namespace {
 
-std::u16string entry(const TextMessage& message, const QString& key) {
+constexpr ColorRole s_background{0};
+constexpr ColorRole s_foreground{1};
+
+std::u16string entry(const seam::TextMessage& message, const QString& key) {
     const auto found = message.find(key.toStdString());
     return found == message.end() ? std::u16string() : found->second;
 }
@@ -64,16 +69,15 @@ void WebWidget2::bindGetters(DVWidget2Emitters* emitters) {
 }
 
 QJsonObject WebWidget2::getJSonObject() const {
-    const auto own = tdom::as<tdom::Element>(element());
-    if (!own) {
+    if (!seam::exists(element())) {
         return WebObject2::getJSonObject();
     }
     QJsonObject description;
-    description.insert(keys::id, toQString(own->getId()));
-    description.insert(keys::type, QString::fromStdString(own->getTypeName()));
-    description.insert(keys::tooltip, toQString(own->getTooltip()));
-    description.insert(keys::enable, own->isEnabled());
-    description.insert(keys::visible, own->isVisible());
+    description.insert(keys::id, toQString(seam::idOf(element())));
+    description.insert(keys::type, QString::fromStdString(seam::typeNameOf(element())));
+    description.insert(keys::tooltip, toQString(seam::Tooltip::read(element())));
+    description.insert(keys::enable, seam::Enabled::read(element()));
+    description.insert(keys::visible, seam::Visible::read(element()));
     const QJsonValue style = state().value(keys::style);
     if (!style.isUndefined()) {
         description.insert(keys::style, style);
@@ -85,8 +89,8 @@ QJsonObject WebWidget2::getJSonObject() const {
 
 void WebWidget2::doSetVisible(bool visible) {
     m_visible = visible;
-    if (const auto own = tdom::as<tdom::Element>(element())) {
-        own->setVisible(visible);
+    if (seam::exists(element())) {
+        seam::Visible::write(element(), visible);
         updateProperty(keys::visible, visible);
     } else {
         sendProperty(names::visible, visible);
@@ -95,8 +99,8 @@ void WebWidget2::doSetVisible(bool visible) {
 
 void WebWidget2::doSetEnabled(bool enabled) {
     m_enabled = enabled;
-    if (const auto own = tdom::as<tdom::Element>(element())) {
-        own->setEnabled(enabled);
+    if (seam::exists(element())) {
+        seam::Enabled::write(element(), enabled);
         updateProperty(keys::enable, enabled);
     } else {
         sendProperty(names::enable, enabled);
@@ -105,8 +109,8 @@ void WebWidget2::doSetEnabled(bool enabled) {
 
 void WebWidget2::doSetToolTipU(const std::u16string& text) {
     m_tooltip = text;
-    if (const auto own = tdom::as<tdom::Element>(element())) {
-        own->setTooltip(text);
+    if (seam::exists(element())) {
+        seam::Tooltip::write(element(), text);
         updateProperty(keys::tooltip, toQString(text));
     } else {
         sendProperty(names::tooltip, text);
@@ -170,12 +174,12 @@ void WebWidget2::doSetObjectName(const std::string& name) {
 }
 
 void WebWidget2::doSetColor(ColorRole role, Color color) {
-    const std::u16string css = u"rgb(" + decimal(static_cast<int>(color.red())) + u"," +
-                               decimal(static_cast<int>(color.green())) + u"," +
-                               decimal(static_cast<int>(color.blue())) + u")";
-    if (role == ColorRole::Background) {
+    const auto [red, green, blue] = seam::channelsOf(color);
+    const std::u16string css =
+        u"rgb(" + decimal(red) + u"," + decimal(green) + u"," + decimal(blue) + u")";
+    if (role == s_background) {
         addAttributeToProperty(names::style, names::backgroundColor, css, true);
-    } else if (role == ColorRole::Foreground) {
+    } else if (role == s_foreground) {
         addAttributeToProperty(names::style, names::color, css, true);
     }
 }
@@ -234,7 +238,7 @@ void WebWidget2::sendTextMessage(const QJsonObject& message) {
     }
 }
 
-void WebWidget2::doSendTextMessage(const TextMessage& message) {
+void WebWidget2::doSendTextMessage(const seam::TextMessage& message) {
     QJsonObject box;
     box.insert(keys::type, toQString(words::messageBox));
     for (const QString& key : {keys::level, keys::title, keys::body}) {
@@ -259,7 +263,7 @@ std::u16string WebWidget2::doGetToolTipU() const {
 }
 
 Color WebWidget2::doGetColor(ColorRole role) const {
-    return role == ColorRole::Background ? Color::fromFractions(1.0, 1.0, 1.0, 1.0) : Color();
+    return role == s_background ? seam::opaqueWhite() : Color();
 }
 
 diagram::RectTemplate<int> WebWidget2::doGetPosition() const {

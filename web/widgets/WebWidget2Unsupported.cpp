@@ -8,13 +8,13 @@ namespace DOVA {
 void WebWidget2::doLower() {}
 void WebWidget2::doSetActiveWindow() {}
 void WebWidget2::doSetEventConsumed(bool) {}
-void WebWidget2::doSetFont(const Font&) {}
+void WebWidget2::doSetFont(const seam::Font&) {}
 void WebWidget2::doSetAcceptDrops(bool) {}
 void WebWidget2::doSetContentsMargins(diagram::RectTemplate<int>) {}
 void WebWidget2::doSetFixedSize(diagram::TSize<int>) {}
-void WebWidget2::doSetSizeConstraint(SizeConstraint) {}
-void WebWidget2::doSetSizePolicy(SizePolicy, SizePolicy) {}
-void WebWidget2::doSetFocusPolicy(FocusPolicy) {}
+void WebWidget2::doSetSizeConstraint(seam::SizeConstraint) {}
+void WebWidget2::doSetSizePolicy(seam::SizePolicy, seam::SizePolicy) {}
+void WebWidget2::doSetFocusPolicy(seam::FocusPolicy) {}
 void WebWidget2::doSetFocusProxy(DVObject*) {}
 void WebWidget2::doSetCursor(const Cursor&) {}
 void WebWidget2::doUnsetCursor() {}
@@ -30,7 +30,7 @@ bool WebWidget2::doIsActiveWindow() const {
 bool WebWidget2::doIsEventConsumed() const {
     return false;
 }
-Font WebWidget2::doGetFont() const {
+seam::Font WebWidget2::doGetFont() const {
     return {};
 }
 diagram::PointTemplate<int> WebWidget2::doGetGlobalPosition() const {
@@ -54,8 +54,8 @@ diagram::RectTemplate<int> WebWidget2::doGetContentsMargins() const {
 bool WebWidget2::doHasFocus() const {
     return true;
 }
-FocusPolicy WebWidget2::doGetFocusPolicy() const {
-    return FocusPolicy::None;
+seam::FocusPolicy WebWidget2::doGetFocusPolicy() const {
+    return {};
 }
 DVObject* WebWidget2::doGetFocusProxy() const {
     return nullptr;

@@ -4,7 +4,6 @@
 #include <algorithm>
 #include <cmath>
 #include <limits>
-#include <optional>
 
 #include "../core/BaseConnection.h"
 #include "../core/DeepDescription.h"
@@ -12,19 +11,13 @@
 #include "../core/PropertyNames.h"
 #include "../core/TextConversions.h"
 #include "../core/WindowConnection.h"
+#include "../seam/Host.h"
 #include "../widgets/GeometryTexts.h"
 #include "core/WebObjectService2.h"
-#include "toolkit/ApplicationContext.h"
 
 namespace DOVA {
 
 namespace {
-
-std::optional<std::u16string> applicationRoot() {
-    const auto context = DVServices::ServiceHolder::instance().applicationContext();
-    const auto root = context ? context->getRoot() : std::nullopt;
-    return root ? std::optional(utf8ToU16(*root)) : std::nullopt;
-}
 
 std::u16string withSlashes(std::u16string path) {
     std::replace(path.begin(), path.end(), u'\\', u'/');
@@ -119,7 +112,7 @@ void WebAbstractWindow2::bindGeometry(DVAbstractWindow2Emitters* emitters) {
 }
 
 WebAbstractWindow2::~WebAbstractWindow2() {
-    disconnectAll();
+    endBindings();
     sendWindowDestroyMessage();
     leaveClient();
 }
@@ -151,8 +144,8 @@ std::string WebAbstractWindow2::getTypeName() const {
 }
 
 void WebAbstractWindow2::onDestroyRequested() {
-    emitToFront<DVWidgetEvent2>(&DVAbstractWindow2::destroyRequestEmitter,
-                                WIRO::SendMode::Synchronous, false);
+    emitToFront<DVWidgetEvent2>(&DVAbstractWindow2::destroyRequestEmitter, seam::s_synchronous,
+                                false);
 }
 
 void WebAbstractWindow2::showFirstTime() {
@@ -265,11 +258,11 @@ diagram::RectTemplate<int> WebAbstractWindow2::doGetFrameOffset() const {
 }
 
 void WebAbstractWindow2::doSetIconWithPath(const std::u16string& path) {
-    const auto root = applicationRoot();
+    const auto root = seam::applicationRoot();
     if (!root) {
         return;
     }
-    const std::u16string folder = withSlashes(*root);
+    const std::u16string folder = withSlashes(utf8ToU16(*root));
     m_iconPath = withSlashes(path);
     if (m_iconPath.find(folder) == std::u16string::npos) {
         m_iconPath = folder + u"/" + m_iconPath;

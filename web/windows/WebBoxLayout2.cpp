@@ -15,7 +15,7 @@ WebBoxLayout2::WebBoxLayout2(DVBoxLayout2* front, DVBoxLayout2Emitters* emitters
 }
 
 WebBoxLayout2::~WebBoxLayout2() {
-    disconnectAll();
+    endBindings();
 }
 
 void WebBoxLayout2::doBoxAddWidget(DVObject* widget, int, Alignment alignment) {

@@ -14,12 +14,12 @@ WebContainer2::WebContainer2(DVContainer2* front, DVContainer2Emitters* emitters
 }
 
 WebContainer2::~WebContainer2() {
-    disconnectAll();
+    endBindings();
 }
 
 void WebContainer2::doSetLayout(DVLayout2* layout) {
     m_layout = layout;
-    m_layoutIdentifier = layout ? layout->identifier() : 0;
+    m_layoutIdentifier = layout ? seam::identifierOf(*layout) : 0;
     WebObjectService2* service = getService();
     if (WebObject2* web = service ? service->getObject(m_layoutIdentifier) : nullptr) {
         web->doSetParent(getHandle());

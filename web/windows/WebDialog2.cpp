@@ -8,6 +8,20 @@ namespace DOVA {
 
 namespace {
 
+constexpr DVDialogAccel s_zoomIn{0};
+constexpr DVDialogAccel s_zoomOut{3};
+constexpr DVDialogAccel s_close{5};
+
+/// The key press that an accelerator stands for, in the toolkit's codes.
+struct Shortcut {
+    DVDialogAccel accelerator;
+    int key;
+    unsigned modifiers;
+};
+constexpr unsigned s_control = 0x04000000;
+constexpr Shortcut s_shortcuts[] = {
+    {s_zoomIn, '=', s_control}, {s_zoomOut, '-', s_control}, {s_close, 0x01000000 /* Escape */, 0}};
+
 const std::u16string s_defaultIcon = u"/toolbox/shared/parlen/resources/VantrolModelIcon.png";
 
 }  // namespace
@@ -31,7 +45,7 @@ WebDialog2::WebDialog2(DVDialog2* front, DVDialog2Emitters* emitters, DVObject*)
 }
 
 WebDialog2::~WebDialog2() {
-    disconnectAll();
+    endBindings();
     disableEventBroadcasting();
 }
 
@@ -71,25 +85,20 @@ bool WebDialog2::doIsModal() const {
 }
 
 void WebDialog2::doSendAccKey(DVDialog2::DVDialogAccel accelerator) {
-    switch (accelerator) {
-        case DVDialogAccel::ZoomIn:
-            return emitKey(DVKeyEvent2::KeyEqual, DVKeyEvent2::ControlModifier);
-        case DVDialogAccel::ZoomOut:
-            return emitKey(DVKeyEvent2::KeyMinus, DVKeyEvent2::ControlModifier);
-        case DVDialogAccel::Close:
-            return emitKey(DVKeyEvent2::KeyEscape, DVKeyEvent2::NoModifier);
-        default:
-            return;
+    for (const Shortcut& shortcut : s_shortcuts) {
+        if (shortcut.accelerator == accelerator) {
+            return emitKey(shortcut.key, shortcut.modifiers);
+        }
     }
 }
 
 void WebDialog2::closeDialog() {
-    doSendAccKey(DVDialogAccel::Close);
+    doSendAccKey(s_close);
 }
 
 void WebDialog2::emitKey(int key, unsigned modifiers) {
-    emitToFront<DVKeyEvent2>(&DVDialog2::keyEmitter, WIRO::SendMode::Synchronous, key, modifiers,
-                             std::u16string(), false, DVKeyEvent2::NoMouseButton, 0, false);
+    emitToFront<DVKeyEvent2>(&DVDialog2::keyEmitter, seam::s_synchronous, key, modifiers,
+                             std::u16string(), false, 0u, 0, false);
 }
 
 void WebDialog2::handleJSONMessage(const QJsonObject& message) {
@@ -103,11 +112,11 @@ void WebDialog2::handleJSONMessage(const QJsonObject& message) {
             return;
         }
         if (event == received::increaseFontSize) {
-            doSendAccKey(DVDialogAccel::ZoomIn);
+            doSendAccKey(s_zoomIn);
         } else if (event == received::decreaseFontSize) {
-            doSendAccKey(DVDialogAccel::ZoomOut);
+            doSendAccKey(s_zoomOut);
         } else if (event == received::resize) {
-            emitToFront<DVResizeEvent2>(&DVDialog2::resizeEmitter, WIRO::SendMode::Ordinary,
+            emitToFront<DVResizeEvent2>(&DVDialog2::resizeEmitter, seam::s_ordinary,
                                         diagram::TSize<int>(), diagram::TSize<int>());
         }
     }

@@ -20,7 +20,7 @@ WebGridLayout2::WebGridLayout2(DVGridLayout2* front, DVGridLayout2Emitters* emit
 }
 
 WebGridLayout2::~WebGridLayout2() {
-    disconnectAll();
+    endBindings();
 }
 
 void WebGridLayout2::doGridAddWidget(DVObject* widget, diagram::RectTemplate<int>,

@@ -18,7 +18,7 @@ WebGroupBox2::WebGroupBox2(DVGroupBox2* front, DVGroupBox2Emitters* emitters, DV
 }
 
 WebGroupBox2::~WebGroupBox2() {
-    disconnectAll();
+    endBindings();
     disableEventBroadcasting();
 }
 

@@ -21,11 +21,11 @@ WebLayout2::WebLayout2(DVLayout2* front, DVLayout2Emitters* emitters, DVObject*)
 }
 
 WebLayout2::~WebLayout2() {
-    disconnectAll();
+    endBindings();
 }
 
 WebObject2* WebLayout2::webObjectOf(const DVObject* widget) const {
-    return widget && getService() ? getService()->getObject(widget->identifier()) : nullptr;
+    return widget && getService() ? getService()->getObject(seam::identifierOf(*widget)) : nullptr;
 }
 
 void WebLayout2::doSetParent(DVObject* parent) {

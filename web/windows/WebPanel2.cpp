@@ -14,7 +14,7 @@ WebPanel2::WebPanel2(DVPanel2* front, DVPanel2Emitters* emitters, DVObject*)
 }
 
 WebPanel2::~WebPanel2() {
-    disconnectAll();
+    endBindings();
     disableEventBroadcasting();
 }
 

@@ -21,7 +21,7 @@ WebTab2::WebTab2(DVTab2* front, DVTab2Emitters* emitters, DVObject*)
 }
 
 WebTab2::~WebTab2() {
-    disconnectAll();
+    endBindings();
     disableEventBroadcasting();
 }
 

@@ -9,6 +9,15 @@
 
 namespace DOVA {
 
+namespace {
+
+constexpr Position s_north{1};
+constexpr Position s_south{2};
+constexpr Position s_west{4};
+constexpr Position s_east{8};
+
+}  // namespace
+
 WebTabContainer2::WebTabContainer2(DVTabContainer2* front, DVTabContainer2Emitters* emitters,
                                    DVObject*)
     : WebWidget2(front, emitters) {
@@ -48,19 +57,20 @@ void WebTabContainer2::bindLooks(DVTabContainer2Emitters* emitters) {
 }
 
 WebTabContainer2::~WebTabContainer2() {
-    disconnectAll();
+    endBindings();
     disableEventBroadcasting();
 }
 
 /// Makes the page a child of this container; false if there is no such page.
 bool WebTabContainer2::adopt(DVTab2* tab) {
     WebObjectService2* service = getService();
-    if (!service || !tab || !DVObject::isObjectValid(tab, tab->identifier())) {
+    if (!service || !tab || !DVObject::isObjectValid(tab, seam::identifierOf(*tab))) {
         return false;
     }
-    WebObject2* page = service->getObject(tab->identifier());
+    WebObject2* page = service->getObject(seam::identifierOf(*tab));
     if (!page) {
-        stopOnBrokenInvariant(tab->identifier(), "this page of a tab container has no web object");
+        stopOnBrokenInvariant(seam::identifierOf(*tab),
+                              "this page of a tab container has no web object");
     }
     page->doSetParent(getHandle());
     return true;
@@ -76,7 +86,7 @@ int WebTabContainer2::doAddTab(DVTab2* tab) {
     if (!adopt(tab)) {
         return NoTab;
     }
-    m_tabIds.push_back(tab->identifier());
+    m_tabIds.push_back(seam::identifierOf(*tab));
     setTabCount(m_tabCount + 1);
     if (m_currentIndex == NoTab) {
         m_currentIndex = 0;
@@ -90,7 +100,7 @@ int WebTabContainer2::doInsertTab(int index, DVTab2* tab) {
         return NoTab;
     }
     const bool inside = index >= 0 && index < static_cast<int>(m_tabIds.size());
-    m_tabIds.insert(inside ? m_tabIds.begin() + index : m_tabIds.end(), tab->identifier());
+    m_tabIds.insert(inside ? m_tabIds.begin() + index : m_tabIds.end(), seam::identifierOf(*tab));
     setTabCount(m_tabCount + 1);
     return inside ? index : static_cast<int>(m_tabIds.size());
 }
@@ -216,11 +226,11 @@ void WebTabContainer2::handleJSONMessage(const QJsonObject& message) {
     if (event == events::tabchanged && index != m_currentIndex) {
         m_currentIndex = index;
         setProperty(names::currentindex, index, false);
-        emitToFront<DVTabContainerEvent2>(&DVTabContainer2::tabChangedEmitter,
-                                          WIRO::SendMode::Ordinary, index);
+        emitToFront<DVTabContainerEvent2>(&DVTabContainer2::tabChangedEmitter, seam::s_ordinary,
+                                          index);
     } else if (event == events::close) {
-        emitToFront<DVTabContainerEvent2>(&DVTabContainer2::closeRequestEmitter,
-                                          WIRO::SendMode::Ordinary, index);
+        emitToFront<DVTabContainerEvent2>(&DVTabContainer2::closeRequestEmitter, seam::s_ordinary,
+                                          index);
     }
 }
 
@@ -229,25 +239,20 @@ std::string WebTabContainer2::getTypeName() const {
 }
 
 std::string WebTabContainer2::getWebTabPosition(Position position) {
-    switch (position) {
-        case Position::South:
-            return u16ToUtf8(words::south);
-        case Position::West:
-            return u16ToUtf8(words::west);
-        case Position::East:
-            return u16ToUtf8(words::east);
-        default:
-            return u16ToUtf8(words::north);
-    }
+    const std::u16string& name = position == s_south  ? words::south
+                                 : position == s_west ? words::west
+                                 : position == s_east ? words::east
+                                                      : words::north;
+    return u16ToUtf8(name);
 }
 
 Position WebTabContainer2::getDVTabPosition(const std::string& name) {
-    for (const Position position : {Position::South, Position::West, Position::East}) {
+    for (const Position position : {s_south, s_west, s_east}) {
         if (name == getWebTabPosition(position)) {
             return position;
         }
     }
-    return Position::North;
+    return s_north;
 }
 
 }  // namespace DOVA

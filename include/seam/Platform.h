@@ -1,0 +1,60 @@
+#pragma once
+
+#include <cstdint>
+
+#include "model/Model.h"
+#include "model/Ref.h"
+#include "toolkit/DVObject.h"
+#include "toolkit/DVWidget2Emitters.h"
+#include "toolkit/Enumerations.h"
+#include "toolkit/Font.h"
+#include "wiro/Connection.h"
+#include "wiro/GlobalConnectionLock.h"
+#include "wiro/Listener.h"
+#include "wiro/Packet.h"
+
+/// What only the embedded platform calls by these names. A site with other libraries changes this
+/// folder and web/seam; web/platform-names.txt lists every name of the platform that the library
+/// uses.
+namespace DOVA::seam {
+
+using Font = DOVA::Font;
+using FocusPolicy = DOVA::FocusPolicy;
+using SizeConstraint = DOVA::SizeConstraint;
+using SizePolicy = DOVA::SizePolicy;
+using TextMessage = DOVA::TextMessage;
+using ModelReference = pf::zero::Ref<pf::zero::Model>;
+
+/// How an event is sent: 0 for what the user did, 1 for what has to be through at once.
+using SendMode = WIRO::SendMode;
+inline constexpr SendMode s_ordinary{0};
+inline constexpr SendMode s_synchronous{1};
+
+/// The identifier of a front object, by which messages name it.
+inline std::uint32_t identifierOf(const DVObject& object) {
+    return object.identifier();
+}
+
+/// Holds the global connection lock for writing while it lives.
+class ConnectionLock {
+public:
+    ConnectionLock() : m_guard(WIRO::GetGlobalConnectionLock()) {}
+
+private:
+    ReadWriteLock::WriteGuard m_guard;
+};
+
+/// Lets deliveries through a connection. The last thing that its constructor does.
+inline void open(WIRO::Connection& connection) {
+    struct Opener : WIRO::Connection {
+        static void apply(WIRO::Connection& made) { (made.*(&Opener::open))(); }
+    };
+    Opener::apply(connection);
+}
+
+/// Cuts every connection to a listener: no emitter reaches it any more.
+inline void disconnect(WIRO::Listener& listener) {
+    listener.disconnectAll();
+}
+
+}  // namespace DOVA::seam
