@@ -186,8 +186,7 @@ def read_marks():
     if not os.path.exists(LIST):
         return {}
     with open(LIST, encoding="utf-8") as file:
-        lines = [line.split() for line in file if line.strip() and not line.startswith("#")]
-    return {name: "".join(mark) for name, *mark in lines}
+        return dict(re.findall(r"^([^#\n].*?)(?: (emitter|local|script))?$", file.read(), re.M))
 
 
 def main():
