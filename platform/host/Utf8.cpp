@@ -1,84 +1,26 @@
 #include "host/Utf8.h"
 
-#include <cstddef>
-#include <cstdint>
+#include <boost/locale/utf.hpp>
+#include <iterator>
 
 namespace host {
 
 namespace {
 
-constexpr char32_t s_replacement = 0xFFFD;
-constexpr char32_t s_firstBeyondPlane = 0x10000;
-constexpr char32_t s_last = 0x10FFFF;
+namespace utf = boost::locale::utf;
+using Bytes = utf::utf_traits<char>;
+using Units = utf::utf_traits<char16_t>;
 
-bool isHigh(char16_t unit) {
-    return unit >= 0xD800 && unit < 0xDC00;
+constexpr utf::code_point s_replacement = 0xFFFD;
+
+bool isCode(utf::code_point code) {
+    return code != utf::illegal && code != utf::incomplete;
 }
 
-bool isLow(char16_t unit) {
-    return unit >= 0xDC00 && unit < 0xE000;
-}
-
-char tail(char32_t code, int shift) {
-    return static_cast<char>(0x80 | ((code >> shift) & 0x3F));
-}
-
-void append(std::string& bytes, char32_t code) {
-    if (code < 0x80) {
-        bytes += static_cast<char>(code);
-    } else if (code < 0x800) {
-        bytes += {static_cast<char>(0xC0 | (code >> 6)), tail(code, 0)};
-    } else if (code < s_firstBeyondPlane) {
-        bytes += {static_cast<char>(0xE0 | (code >> 12)), tail(code, 6), tail(code, 0)};
-    } else {
-        bytes +=
-            {static_cast<char>(0xF0 | (code >> 18)), tail(code, 12), tail(code, 6), tail(code, 0)};
-    }
-}
-
-void append(std::u16string& text, char32_t code) {
-    if (code < s_firstBeyondPlane) {
-        text += static_cast<char16_t>(code);
-        return;
-    }
-    const char32_t rest = code - s_firstBeyondPlane;
-    text += static_cast<char16_t>(0xD800 | (rest >> 10));
-    text += static_cast<char16_t>(0xDC00 | (rest & 0x3FF));
-}
-
-/// One character of a text in UTF-8 and the bytes that it took.
-struct Read {
-    char32_t code;
-    std::size_t length;
-};
-
-/// How a sequence of a length begins, and the smallest code that needs it.
-struct Form {
-    unsigned mask;
-    unsigned mark;
-    char32_t smallest;
-};
-
-Read read(std::string_view bytes) {
-    static constexpr Form forms[] = {
-        {0x80, 0x00, 0}, {0xE0, 0xC0, 0x80}, {0xF0, 0xE0, 0x800}, {0xF8, 0xF0, s_firstBeyondPlane}};
-    const auto first = static_cast<unsigned char>(bytes[0]);
-    for (std::size_t length = 1; length <= 4; ++length) {
-        const Form& form = forms[length - 1];
-        if ((first & form.mask) != form.mark || bytes.size() < length) {
-            continue;
-        }
-        char32_t code = first & ~form.mask;
-        bool isWhole = true;
-        for (std::size_t index = 1; index < length; ++index) {
-            const auto byte = static_cast<unsigned char>(bytes[index]);
-            isWhole = isWhole && (byte & 0xC0) == 0x80;
-            code = (code << 6) | (byte & 0x3F);
-        }
-        const bool isValid = isWhole && code >= form.smallest && code <= s_last;
-        return isValid ? Read{code, length} : Read{s_replacement, 1};
-    }
-    return {s_replacement, 1};
+/// Whether the bytes of a lone surrogate come first, as toUtf8() writes them.
+bool beginsWithSurrogate(std::string_view bytes) {
+    return bytes.size() >= 3 && bytes[0] == '\xED' && (bytes[1] & '\xE0') == '\xA0' &&
+           Bytes::is_trail(bytes[2]);
 }
 
 }  // namespace
@@ -86,13 +28,11 @@ Read read(std::string_view bytes) {
 std::string toUtf8(std::u16string_view text) {
     std::string bytes;
     bytes.reserve(text.size());
-    for (std::size_t index = 0; index < text.size(); ++index) {
-        const char16_t unit = text[index];
-        const bool isPair = isHigh(unit) && index + 1 < text.size() && isLow(text[index + 1]);
-        append(bytes, isPair ? s_firstBeyondPlane + ((static_cast<char32_t>(unit) & 0x3FF) << 10) +
-                                   (text[index + 1] & 0x3FF)
-                             : unit);
-        index += isPair ? 1 : 0;
+    for (auto at = text.begin(); at != text.end();) {
+        const auto unit = at;
+        const utf::code_point code = Units::decode(at, text.end());
+        at = isCode(code) ? at : unit + 1;
+        Bytes::encode(isCode(code) ? code : *unit, std::back_inserter(bytes));
     }
     return bytes;
 }
@@ -101,9 +41,14 @@ std::u16string fromUtf8(std::string_view bytes) {
     std::u16string text;
     text.reserve(bytes.size());
     while (!bytes.empty()) {
-        const Read next = read(bytes);
-        append(text, next.code);
-        bytes.remove_prefix(next.length);
+        auto end = bytes.begin();
+        utf::code_point code = Bytes::decode(end, bytes.end());
+        if (!isCode(code)) {
+            end = bytes.begin();
+            code = beginsWithSurrogate(bytes) ? Bytes::decode_valid(end) : (++end, s_replacement);
+        }
+        Units::encode(code, std::back_inserter(text));
+        bytes.remove_prefix(static_cast<std::size_t>(end - bytes.begin()));
     }
     return text;
 }

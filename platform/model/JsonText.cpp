@@ -1,25 +1,17 @@
 #include "JsonText.h"
 
+#include <boost/locale/utf.hpp>
 #include <charconv>
+#include <iterator>
 
 namespace tdom {
 
 namespace {
 
+namespace utf = boost::locale::utf;
+
 bool isPlain(std::uint32_t unit) {
     return unit >= 0x20 && unit < 0x80 && unit != '"' && unit != '\\';
-}
-
-bool isHighSurrogate(std::uint32_t unit) {
-    return (unit & 0xFC00) == 0xD800;
-}
-
-bool isLowSurrogate(std::uint32_t unit) {
-    return (unit & 0xFC00) == 0xDC00;
-}
-
-char byteOf(std::uint32_t bits) {
-    return static_cast<char>(static_cast<unsigned char>(bits));
 }
 
 template <class Number>
@@ -52,31 +44,22 @@ void JsonText::escape(std::uint32_t unit) {
     }
 }
 
-void JsonText::encode(std::uint32_t character) {
-    const auto tail = [character](int shift) { return byteOf(0x80 | ((character >> shift) & 63)); };
-    if (character < 0x800) {
-        m_text += {byteOf(0xC0 | (character >> 6)), tail(0)};
-    } else if (character < 0x10000) {
-        m_text += {byteOf(0xE0 | (character >> 12)), tail(6), tail(0)};
-    } else {
-        m_text += {byteOf(0xF0 | (character >> 18)), tail(12), tail(6), tail(0)};
-    }
-}
-
 void JsonText::string(std::u16string_view text) {
     m_text += '"';
     for (std::size_t i = 0; i < text.size(); ++i) {
         const std::uint32_t unit = text[i];
         if (isPlain(unit)) {
             m_text += static_cast<char>(unit);
-        } else if (unit < 0x20 || unit == '"' || unit == '\\') {
-            escape(unit);
-        } else if (isHighSurrogate(unit) && i + 1 < text.size() && isLowSurrogate(text[i + 1])) {
-            encode(0x10000 + ((unit & 0x3FF) << 10) + (text[++i] & 0x3FFU));
-        } else if (isHighSurrogate(unit) || isLowSurrogate(unit)) {
+            continue;
+        }
+        auto next = text.begin() + static_cast<std::ptrdiff_t>(i);
+        const utf::code_point code = utf::utf_traits<char16_t>::decode(next, text.end());
+        const bool isCode = code != utf::illegal && code != utf::incomplete;
+        if (unit < 0x80 || !isCode) {
             escape(unit);
         } else {
-            encode(unit);
+            utf::utf_traits<char>::encode(code, std::back_inserter(m_text));
+            i = static_cast<std::size_t>(next - text.begin()) - 1;
         }
     }
     m_text += '"';

@@ -29,7 +29,6 @@ public:
 
 private:
     void escape(std::uint32_t unit);
-    void encode(std::uint32_t character);
 
     std::string m_text;
 };

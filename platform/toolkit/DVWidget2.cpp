@@ -9,7 +9,7 @@ namespace DOVA {
 
 namespace {
 
-/// The living widgets that may keep a person away. While there are none, no event need be looked
+/// The living widgets that may keep a user away. While there are none, no event need be looked
 /// at.
 unsigned s_keepingAway = 0;
 

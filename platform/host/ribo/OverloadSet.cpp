@@ -38,7 +38,7 @@ std::string kindOf(const kaArray* value) {
                                          std::to_string(kaGetNumberOfColumns(value)) + " " + name;
 }
 
-/// A type's name for people, who know texts as strings.
+/// A type's name for users, who know texts as strings.
 std::string spokenName(const DataType* type) {
     const std::string& name = type->getName().text();
     return name == "char vector" || name == "RiboFactoryString scalar" ? "string"

@@ -12,7 +12,7 @@ namespace DOVA {
 /// when it is, and goes on to hold when it, or what it is in, is shown again.
 ///
 /// Handlers that the program connects with the on...() operations of the widget classes hear only
-/// what a person can have done: an event of a widget that is out of reach does not come to them,
+/// what a user can have done: an event of a widget that is out of reach does not come to them,
 /// and the display is told again how the widget is. The emitters beside them carry every event, as
 /// the backend reports it.
 class DOVA_TOOLKIT_EXPORT DVWidget2 : public DVObject2 {
@@ -39,7 +39,7 @@ public:
     bool isVisible() const;
     void setEnabled(bool enabled);
     bool isEnabled() const;
-    /// Whether a person can use the widget: it and everything above it is visible and enabled, it
+    /// Whether a user can use the widget: it and everything above it is visible and enabled, it
     /// is on no tab page behind another, and no modal dialog shuts its window off. Says nothing
     /// about whether a page is there. Of an object without implementation nothing is known, which
     /// counts as true.
@@ -91,7 +91,7 @@ protected:
     void described();
     /// Has tellLeftOut() called after each description from now on.
     void leftOutOfDescriptions();
-    /// Whether the widget keeps a person from itself and everything below it; `child` is the widget
+    /// Whether the widget keeps a user from itself and everything below it; `child` is the widget
     /// one step below on the way, null where the way begins.
     virtual bool keepsAway(const DVWidget2* child) const;
     /// To be called before keepsAway() may answer true for the first time.
