@@ -5,6 +5,7 @@ import { openTab } from '../../client/test/support/chromium.mjs';
 import { play } from '../../client/test/support/steps.mjs';
 import { everyEngine, inEach } from './support/engines.mjs';
 import { Program } from './support/Program.mjs';
+import { pathInTree } from './support/Scene.mjs';
 import { User } from './support/User.mjs';
 
 let program;
@@ -18,11 +19,11 @@ after(async () => {
 
 /** The gallery in front of a user who has turned to one of its pages. */
 class Visit extends User {
-    static async to(browser, name, faults) {
+    static async to(browser, name, faults, { address } = program) {
         const context = await browser.newContext({ viewport: { width: 900, height: 760 } });
         const page = await openTab(context, faults);
         page.on('console', (message) => message.type() === 'error' && faults.push(message.text()));
-        await page.goto(program.address);
+        await page.goto(address);
         const visit = new Visit(page);
         await visit.click('tab', name);
         return visit;
@@ -112,6 +113,25 @@ visits('Windows', 'moved and sized by pointer and by keys', async (visit, page) 
     await second.locator('.grip').press('Shift+ArrowRight');
     await stands([66, 31, 56, 20]);
     await visit.push('Close it');
+});
+
+inEach(everyEngine, "a site's theme holds against the page's own looks", async (browser) => {
+    const theme = pathInTree('examples/gallery/theme.css');
+    const themed = await Program.start('gallery', '--theme', theme);
+    const faults = [];
+    const visit = await Visit.to(browser, 'Buttons', faults, themed);
+    const looks = await visit.page.evaluate(() =>
+        ['.bar', '.button', '.tab'].map((css) => {
+            const { height, borderRadius, borderWidth } = getComputedStyle(
+                document.querySelector(css),
+            );
+            return [css === '.bar' ? height : '', borderRadius, borderWidth].join();
+        }),
+    );
+    await visit.page.context().close();
+    await themed.end();
+    assert.deepEqual(looks, ['38px,0px,0px 0px 2px', ',0px,2px', ',0px,2px']);
+    assert.deepEqual(faults, []);
 });
 
 /** What stands beyond the edges of the window, left or right. */
