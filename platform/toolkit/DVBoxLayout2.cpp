@@ -1,14 +1,12 @@
 #include "toolkit/DVBoxLayout2.h"
 
-#include "toolkit/DVFactory2.h"
+#include "Implementation.h"
 
 namespace DOVA {
 
 DVBoxLayout2::DVBoxLayout2(DVObject* parent, Direction direction)
     : DVLayout2(std::make_unique<DVBoxLayout2Emitters>()) {
-    if (factory()) {
-        factory()->createBoxLayout2.emit(this, emitters(), parent, direction);
-    }
+    implement(factory(), &DVFactory2::createBoxLayout2, this, parent, direction);
 }
 
 DVBoxLayout2::~DVBoxLayout2() = default;

@@ -1,17 +1,12 @@
 #include "toolkit/DVButton2.h"
 
-#include "toolkit/DVFactory2.h"
+#include "Implementation.h"
 
 namespace DOVA {
 
 DVButton2::DVButton2(DVObject* parent, const std::u16string& label)
     : DVAbstractButton2(std::make_unique<DVButton2Emitters>()) {
-    if (factory()) {
-        factory()->createButton2.emit(this, emitters(), parent);
-    }
-    if (parent) {
-        setParent(parent);
-    }
+    implementBelow(parent, factory(), &DVFactory2::createButton2, this);
     if (!label.empty()) {
         setLabel(label);
     }

@@ -1,17 +1,12 @@
 #include "toolkit/DVCheckBox2.h"
 
-#include "toolkit/DVFactory2.h"
+#include "Implementation.h"
 
 namespace DOVA {
 
 DVCheckBox2::DVCheckBox2(DVObject* parent, const std::u16string& label)
     : DVAbstractButton2(std::make_unique<DVCheckBox2Emitters>()) {
-    if (factory()) {
-        factory()->createCheckBox2.emit(this, emitters(), parent);
-    }
-    if (parent) {
-        setParent(parent);
-    }
+    implementBelow(parent, factory(), &DVFactory2::createCheckBox2, this);
     if (!label.empty()) {
         setLabel(label);
     }

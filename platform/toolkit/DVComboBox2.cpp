@@ -1,6 +1,6 @@
 #include "toolkit/DVComboBox2.h"
 
-#include "toolkit/DVFactory2.h"
+#include "Implementation.h"
 
 namespace DOVA {
 
@@ -14,12 +14,7 @@ constexpr int s_none = -1;
 
 DVComboBox2::DVComboBox2(DVObject* parent, const std::vector<std::u16string>& items)
     : DVWidget2(std::make_unique<DVComboBox2Emitters>()) {
-    if (factory()) {
-        factory()->createComboBox2.emit(this, emitters(), parent);
-    }
-    if (parent) {
-        setParent(parent);
-    }
+    implementBelow(parent, factory(), &DVFactory2::createComboBox2, this);
     if (!items.empty()) {
         addItems(items);
     }

@@ -4,7 +4,7 @@
 #include <utility>
 #include <vector>
 
-#include "toolkit/DVFactory2.h"
+#include "Implementation.h"
 
 namespace DOVA {
 
@@ -32,9 +32,7 @@ void forgetModal(const DVDialog2* dialog) {
 
 DVDialog2::DVDialog2(DVObject* parent, DVFlags<DialogFlag> flags)
     : DVAbstractWindow2(std::make_unique<DVDialog2Emitters>()) {
-    if (factory()) {
-        factory()->createDialog2.emit(this, emitters(), parent, flags.value());
-    }
+    implement(factory(), &DVFactory2::createDialog2, this, parent, flags.value());
     goWith(parent);
     WIRO::connect(m_key, [this](const DVKeyEvent2& event) {
         Admission::judge(&event, s_programPresses || isInReach());

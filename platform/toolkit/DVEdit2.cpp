@@ -1,17 +1,12 @@
 #include "toolkit/DVEdit2.h"
 
-#include "toolkit/DVFactory2.h"
+#include "Implementation.h"
 
 namespace DOVA {
 
 DVEdit2::DVEdit2(DVObject* parent, const std::u16string& text)
     : DVWidget2(std::make_unique<DVEdit2Emitters>()) {
-    if (factory()) {
-        factory()->createEdit2.emit(this, emitters(), parent);
-    }
-    if (parent) {
-        setParent(parent);
-    }
+    implementBelow(parent, factory(), &DVFactory2::createEdit2, this);
     if (!text.empty()) {
         setText(text);
     }

@@ -1,14 +1,12 @@
 #include "toolkit/DVGridLayout2.h"
 
-#include "toolkit/DVFactory2.h"
+#include "Implementation.h"
 
 namespace DOVA {
 
 DVGridLayout2::DVGridLayout2(DVObject* parent)
     : DVLayout2(std::make_unique<DVGridLayout2Emitters>()) {
-    if (factory()) {
-        factory()->createGridLayout2.emit(this, emitters(), parent);
-    }
+    implement(factory(), &DVFactory2::createGridLayout2, this, parent);
 }
 
 DVGridLayout2::~DVGridLayout2() = default;

@@ -1,17 +1,12 @@
 #include "toolkit/DVGroupBox2.h"
 
-#include "toolkit/DVFactory2.h"
+#include "Implementation.h"
 
 namespace DOVA {
 
 DVGroupBox2::DVGroupBox2(DVObject* parent, const std::u16string& title)
     : DVContainer2(std::make_unique<DVGroupBox2Emitters>()) {
-    if (factory()) {
-        factory()->createGroupBox2.emit(this, emitters(), parent);
-    }
-    if (parent) {
-        setParent(parent);
-    }
+    implementBelow(parent, factory(), &DVFactory2::createGroupBox2, this);
     if (!title.empty()) {
         setTitle(title);
     }

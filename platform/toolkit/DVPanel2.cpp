@@ -1,17 +1,12 @@
 #include "toolkit/DVPanel2.h"
 
-#include "toolkit/DVFactory2.h"
+#include "Implementation.h"
 
 namespace DOVA {
 
 DVPanel2::DVPanel2(DVObject* parent, bool framed)
     : DVContainer2(std::make_unique<DVPanel2Emitters>()) {
-    if (factory()) {
-        factory()->createPanel2.emit(this, emitters(), parent, framed);
-    }
-    if (parent) {
-        setParent(parent);
-    }
+    implementBelow(parent, factory(), &DVFactory2::createPanel2, this, framed);
 }
 
 DVPanel2::~DVPanel2() = default;

@@ -1,15 +1,13 @@
 #include "toolkit/DVTab2.h"
 
-#include "toolkit/DVFactory2.h"
+#include "Implementation.h"
 #include "toolkit/DVTabContainer2.h"
 
 namespace DOVA {
 
 DVTab2::DVTab2(DVObject* parent, const std::u16string& name)
     : DVContainer2(std::make_unique<DVTab2Emitters>()) {
-    if (factory()) {
-        factory()->createTab2.emit(this, emitters(), parent);
-    }
+    implement(factory(), &DVFactory2::createTab2, this, parent);
     if (!name.empty()) {
         setName(name);
     }

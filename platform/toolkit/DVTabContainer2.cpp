@@ -2,7 +2,7 @@
 
 #include <algorithm>
 
-#include "toolkit/DVFactory2.h"
+#include "Implementation.h"
 #include "toolkit/DVTab2.h"
 
 namespace DOVA {
@@ -15,12 +15,7 @@ constexpr int s_none = -1;
 
 DVTabContainer2::DVTabContainer2(DVObject* parent)
     : DVWidget2(std::make_unique<DVTabContainer2Emitters>()) {
-    if (factory()) {
-        factory()->createTabContainer2.emit(this, emitters(), parent);
-    }
-    if (parent) {
-        setParent(parent);
-    }
+    implementBelow(parent, factory(), &DVFactory2::createTabContainer2, this);
     mayKeepAway();
     WIRO::connect(m_tabChanged, [this](const DVTabContainerEvent2& event) { judgeTurn(event); });
     WIRO::connect(m_closeRequest, [this](const DVTabContainerEvent2& event) { judgeClose(event); });

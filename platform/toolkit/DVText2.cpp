@@ -1,17 +1,12 @@
 #include "toolkit/DVText2.h"
 
-#include "toolkit/DVFactory2.h"
+#include "Implementation.h"
 
 namespace DOVA {
 
 DVText2::DVText2(DVObject* parent, const std::u16string& text)
     : DVWidget2(std::make_unique<DVText2Emitters>()) {
-    if (factory()) {
-        factory()->createText2.emit(this, emitters(), parent);
-    }
-    if (parent) {
-        setParent(parent);
-    }
+    implementBelow(parent, factory(), &DVFactory2::createText2, this);
     if (!text.empty()) {
         setText(text);
     }
