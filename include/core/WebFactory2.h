@@ -44,15 +44,15 @@ public:
     /// Deletes the web object with this identifier; an unknown one is ignored.
     void destroyObject(unsigned int id);
 
-    /// What a button says of itself; false for anything else.
+    /// Whether this button can be switched on and off; false for anything else.
     bool isCheckable(unsigned int id);
-    /// The like for combo boxes; empty text for anything else, which takes none either.
+    /// The same for combo boxes. Anything else answers false or an empty text, and takes no text.
     bool isEditable(unsigned int id);
     std::u16string fieldText(unsigned int id);
     void setFieldText(unsigned int id, const std::u16string& text);
     void tellFieldText(unsigned int id);
-    /// The front object does not let the event through that its web object is emitting: the state
-    /// from before comes back and is sent. Nothing for an object that handles no message.
+    /// The front object refuses the event that its web object is emitting. The web object restores
+    /// the state from before the event and sends it. Without a message under way nothing is done.
     void putBack(unsigned int id);
 
 private:

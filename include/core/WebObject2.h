@@ -90,7 +90,7 @@ public:
 
     /// The object's own description, without its children.
     virtual QJsonObject getJSonObject() const;
-    /// The user wants the object gone. Nothing to do but for windows.
+    /// The user wants the object gone. Only windows act on it.
     virtual void onDestroyRequested();
     /// One message of the client for this object. Whatever does not fit is ignored. Its handlers
     /// may destroy anything, this object too.

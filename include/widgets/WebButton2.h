@@ -6,7 +6,7 @@
 namespace DOVA {
 
 /// The push button of the web. Client events: "onClick" becomes a click event; "onToggle" with the
-/// bool "value" a toggle event, the state itself being left to the front button.
+/// bool "value" a toggle event; the front button changes the state.
 class DOVA_WEB_EXPORT WebButton2 : public WebAbstractButton2 {
 public:
     WebButton2(DVButton2* front, DVButton2Emitters* emitters, DVObject* parent);

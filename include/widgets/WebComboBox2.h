@@ -48,11 +48,11 @@ public:
     virtual int doGetSelection() const;
     virtual std::u16string doGetPlaceholderText() const;
 
-    /// For tests of programs: each has the client show the text or the item. The element is left
-    /// to the client's answer: for an item that is named by its text, the event of a user's choice;
-    /// of the other two the client cannot tell that they are no ordinary writes, and answers at
-    /// most what the field of an editable box shows then, without an event. Written as a property,
-    /// so that a repeated value is not sent. UTF-8.
+    /// For tests of programs: each asks the client to show a text or an item. The element changes
+    /// only when the client answers. An item that is named by its text is answered with the event
+    /// of a user's choice. The other two are ordinary writes for the client: it answers at most
+    /// what the field of an editable box shows then, without an event. A repeated value is not
+    /// sent. UTF-8.
     virtual void doimEdit(const std::string& text);
     virtual void doimSelect(int index);
     virtual void doimSelectByString(const std::string& text);

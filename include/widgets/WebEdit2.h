@@ -9,7 +9,7 @@ namespace DOVA {
 
 /// The edit of the web. Text and placeholder live in the model element. Client events: "onEdit" and
 /// "onEditFinish" with the text "value", empty if it is absent or no text, become edit events on
-/// the front edit's two emitters, without the object lock; the element is left to the front edit.
+/// the front edit's two emitters, without the object lock; the front edit changes the element.
 class DOVA_WEB_EXPORT WebEdit2 : public WebWidget2 {
 public:
     WebEdit2(DVEdit2* front, DVEdit2Emitters* emitters, DVObject* parent);

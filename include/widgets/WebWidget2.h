@@ -19,8 +19,8 @@ namespace DOVA {
 /// property, which is sent each time, changed or not. Names and forms of the values stand in the
 /// protocol's widget table.
 ///
-/// The client lays out, draws and keeps the focus by itself. What it needs no word about is an
-/// operation without effect here, or answers an empty value: those are marked *no effect*.
+/// The client lays out, draws and keeps the focus by itself. An operation that it does not need
+/// does nothing here, or answers an empty value; it is marked *no effect*.
 class DOVA_WEB_EXPORT WebWidget2 : public WebObject2 {
 public:
     QJsonObject getJSonObject() const override;

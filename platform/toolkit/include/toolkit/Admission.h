@@ -7,7 +7,7 @@
 
 namespace DOVA {
 
-/// Keeps events that no user can have caused from the program: those of a widget that is out of
+/// Holds back from the program what no user can have caused: events of a widget that is out of
 /// reach (DVWidget2::isInReach), or that name what is not there. Such an event comes from a page
 /// that did not know yet what the program did meanwhile, or from one that lies.
 ///
