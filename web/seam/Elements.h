@@ -11,7 +11,7 @@
 #include "model/Edit.h"
 #include "model/Text.h"
 
-/// The elements of the model document as the widgets use them: a line a property.
+/// The elements of the model document as the widgets use them: one table of their properties.
 namespace DOVA::seam {
 
 /// A property that every element of a kind has. Of an object without such an element the value is
