@@ -1,0 +1,41 @@
+# Headers of other libraries parsed once for many sources: parsing them takes longer than most sources themselves.
+# What a source uses it includes all the same; clang-tidy and the builds for users read no precompiled headers.
+option(DOVA_PRECOMPILED "Precompile the headers of other libraries" OFF)
+
+set(s_standard <algorithm> <functional> <map> <memory> <mutex> <optional> <stdexcept> <string> <variant> <vector>)
+set(s_json <QJsonArray> <QJsonDocument> <QJsonObject> <boost/container/flat_set.hpp>
+  <boost/multi_index/hashed_index.hpp> <boost/multi_index/member.hpp> <boost/multi_index/ordered_index.hpp>
+  <boost/multi_index_container.hpp>)
+set(s_net <boost/asio.hpp> <boost/beast/core.hpp> <boost/beast/http.hpp> <boost/beast/websocket.hpp>)
+
+# dova_precompiled_set(name headers ... LINK libraries)
+function(dova_precompiled_set name)
+  cmake_parse_arguments(ARG "" "" "LINK" ${ARGN})
+  file(CONFIGURE OUTPUT ${CMAKE_BINARY_DIR}/nothing.cpp CONTENT "")
+  add_library(${name} OBJECT EXCLUDE_FROM_ALL ${CMAKE_BINARY_DIR}/nothing.cpp)
+  target_link_libraries(${name} PRIVATE ${ARG_LINK})
+  target_precompile_headers(${name} PRIVATE ${ARG_UNPARSED_ARGUMENTS})
+endfunction()
+
+if(DOVA_PRECOMPILED)
+  find_package(Qt5 5.15 REQUIRED COMPONENTS Core)
+  dova_precompiled_set(standard_headers ${s_standard})
+  dova_precompiled_set(json_headers ${s_standard} ${s_json} LINK Qt5::Core Boost::headers)
+  dova_precompiled_set(net_headers ${s_standard} ${s_net} LINK Boost::headers)
+  if(DOVA_TESTS)
+    find_package(GTest REQUIRED)
+    dova_precompiled_set(test_headers ${s_standard} <gmock/gmock.h> LINK GTest::gmock)
+    dova_precompiled_set(json_test_headers ${s_standard} ${s_json} <gmock/gmock.h>
+      LINK Qt5::Core Boost::headers GTest::gmock)
+    dova_precompiled_set(net_test_headers ${s_standard} ${s_net} <gmock/gmock.h> LINK Boost::headers GTest::gmock)
+  endif()
+endif()
+
+# dova_use_precompiled(target set). A set with Qt's headers is for targets that link Qt. Programs are compiled like
+# libraries then, because one set serves both.
+function(dova_use_precompiled target set)
+  if(DOVA_PRECOMPILED)
+    target_precompile_headers(${target} REUSE_FROM ${set})
+    target_compile_options(${target} PRIVATE -fPIC)
+  endif()
+endfunction()
