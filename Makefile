@@ -6,7 +6,7 @@ export CTEST_PARALLEL_LEVEL ?= $(JOBS)
 # Waits for a minute and needs hardly any processor time, so it runs beside the others.
 MINUTE_LONG := tests/browser/outage.test.mjs
 
-.PHONY: demo test bench fuzz setup setup-test client checks format clean
+.PHONY: demo test bench fuzz setup setup-test client checks tidy format clean
 
 demo: setup client
 	@echo "Building; the first time this takes some minutes." >&2
@@ -15,6 +15,7 @@ demo: setup client
 	@exec build/release/bin/jsonpad $(FILE)
 
 test: setup-test client checks
+	tools/tidy.sh changed $(JOBS)
 	cd client && npm run typecheck && npm test && node scripts/test.mjs test/browser && npm run size
 	node --test tests/wire/
 	cmake --preset ci && cmake --build --preset ci -j $(JOBS)
@@ -53,6 +54,10 @@ checks: client/node_modules/.package-lock.json
 	$(BIOME) check --colors=off --max-diagnostics=40 .
 	shellcheck $(SHELL_FILES)
 	shfmt -d $(SHELL_FILES)
+
+# What clang-tidy finds in every source: half an hour. `make test` looks at changed ones.
+tidy: setup-test
+	tools/tidy.sh all $(JOBS)
 
 # Gives every file the form that `make checks` asks for.
 format: client/node_modules/.package-lock.json
