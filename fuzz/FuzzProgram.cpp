@@ -54,6 +54,12 @@ QJsonObject describe(const std::string& identifier) {
     return WebObjectService2::instance()->getObject(std::stoul(identifier))->getJSonObject();
 }
 
+/// The place behind the first '$' from a place on; the text's size or npos if nothing stands there.
+std::size_t behindMark(std::string_view text, std::size_t from) {
+    const std::size_t mark = text.find('$', from);
+    return mark == text.npos ? mark : mark + 1;
+}
+
 /// Says in the end how much of what was tried came to anything.
 struct Reached {
     unsigned inputs = 0;
@@ -77,15 +83,15 @@ Input::Input(const std::uint8_t* data, std::size_t size) {
         return;
     }
     manners = data[0];
-    lines.emplace_back();
-    for (const std::uint8_t* byte = data + 1; byte != data + size; ++byte) {
-        if (*byte == '\n') {
-            lines.emplace_back();
-        } else {
-            lines.back().push_back(static_cast<char>(*byte));
-        }
-        m_named.set(*byte, m_named[*byte] || byte[-1] == '$');
+    std::string_view rest(reinterpret_cast<const char*>(data) + 1, size - 1);
+    for (std::size_t at = behindMark(rest, 0); at < rest.size(); at = behindMark(rest, at)) {
+        m_named.set(static_cast<unsigned char>(rest[at]));
     }
+    for (auto end = rest.find('\n'); end != rest.npos; end = rest.find('\n')) {
+        lines.emplace_back(rest.substr(0, end));
+        rest.remove_prefix(end + 1);
+    }
+    lines.emplace_back(rest);
 }
 
 bool Input::names(std::string_view placeholders) const {
@@ -266,7 +272,8 @@ void FuzzProgram::react() {
             break;
         case 1:
             if (!window.contents.empty()) {
-                window.contents.erase(window.contents.begin() + m_events % window.contents.size());
+                const std::size_t at = m_events % window.contents.size();
+                window.contents.erase(window.contents.begin() + static_cast<std::ptrdiff_t>(at));
             }
             break;
         case 2:
@@ -338,22 +345,19 @@ const std::string* FuzzProgram::named(char placeholder) const {
     return found == m_identifiers.end() ? nullptr : &found->second;
 }
 
-std::string FuzzProgram::fillIn(const std::string& text) const {
+std::string FuzzProgram::fillIn(std::string_view text) const {
     std::string filled;
-    for (std::size_t i = 0; i < text.size(); ++i) {
-        const std::string* const identifier =
-            text[i] == '$' && i + 1 < text.size() ? named(text[i + 1]) : nullptr;
-        if (identifier) {
-            filled += *identifier;
-            ++i;
-        } else {
-            filled += text[i];
+    std::size_t copied = 0;
+    for (std::size_t at = behindMark(text, 0); at < text.size(); at = behindMark(text, at)) {
+        if (const std::string* const identifier = named(text[at])) {
+            filled.append(text, copied, at - 1 - copied).append(*identifier);
+            copied = at + 1;
         }
     }
-    return filled;
+    return filled.append(text, copied);
 }
 
-void FuzzProgram::say(const std::string& channel, const std::string& text) {
+void FuzzProgram::say(std::string_view channel, std::string_view text) {
     publish(fillIn(channel), fillIn(text));
 }
 

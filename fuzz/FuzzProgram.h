@@ -60,7 +60,7 @@ public:
     ~FuzzProgram();
 
     /// A page says a text on a channel; placeholders in both are filled in.
-    void say(const std::string& channel, const std::string& text);
+    void say(std::string_view channel, std::string_view text);
     /// Opens one more window, if there are not many; a program without manners brings its second
     /// one back to the page.
     void open();
@@ -84,7 +84,7 @@ private:
     void react(const DVObject2& own, const std::function<void()>& change);
     void remove(const DVObject2& object, std::size_t before);
     const std::string* named(char placeholder) const;
-    std::string fillIn(const std::string& text) const;
+    std::string fillIn(std::string_view text) const;
     static bool isNew(const Window& window);
     bool isUntouchedBy(const Input& input) const;
     bool putBack(const Input& input);

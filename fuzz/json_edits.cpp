@@ -40,7 +40,7 @@ struct Model {
     std::u16string object() const {
         std::u16string text;
         for (const auto& [key, element] : members) {
-            text += (text.empty() ? u"\"" : u",\"") + key + u"\":" + element;
+            text.append(text.empty() ? u"\"" : u",\"").append(key).append(u"\":").append(element);
         }
         return u"{" + text + u"}";
     }

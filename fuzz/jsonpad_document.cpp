@@ -76,7 +76,7 @@ private:
 };
 
 std::string line(std::string_view& rest) {
-    const std::string result(rest.substr(0, rest.find('\n')));
+    std::string result(rest.substr(0, rest.find('\n')));
     rest.remove_prefix(std::min(result.size() + 1, rest.size()));
     return result;
 }
