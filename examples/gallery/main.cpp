@@ -25,16 +25,14 @@ int serve(DOVA::runtime::HostOptions options) {
 
 }  // namespace
 
-int main(int argc, char** argv) {
+int main(int argc, char** argv) try {
     CLI::App app("Shows every kind of widget in a browser.", "gallery");
     DOVA::runtime::HostCommandLine commandLine(app);
     if (const auto exitCode = commandLine.parse(argc, argv)) {
         return *exitCode;
     }
-    try {
-        return serve(commandLine.options());
-    } catch (const std::exception& error) {
-        std::cerr << "gallery: " << error.what() << "\n";
-        return 1;
-    }
+    return serve(commandLine.options());
+} catch (const std::exception& error) {
+    std::cerr << "gallery: " << error.what() << "\n";
+    return 1;
 }

@@ -19,7 +19,7 @@ public:
     /// element is named by its identity, for its position changes with every one that goes before
     /// it: what was typed into a field is never another element's.
     struct Place {
-        std::size_t member;
+        std::size_t member = 0;
         std::optional<JsonList::Id> element{};
     };
 
@@ -59,7 +59,7 @@ public:
     /// The keys of the objects around a member, from the root's down, and its own.
     std::vector<std::u16string> path(std::size_t member) const;
     /// The paths of some members, the first few at least, as a sentence lists them; UTF-8.
-    std::string names(const std::vector<std::size_t>& members) const;
+    std::string names(const std::vector<std::size_t>& listed) const;
 
     /// Writes what can be written; texts that are not numbers stay behind, modified. Throws as
     /// `JsonFile::save` does.

@@ -32,7 +32,7 @@ int edit(const std::string& path, const jsonpad::JsonSchema& schema,
 
 }  // namespace
 
-int main(int argc, char** argv) {
+int main(int argc, char** argv) try {
     CLI::App app("Edits a JSON file, which holds an object, in a browser.", "jsonpad");
     DOVA::runtime::HostCommandLine commandLine(app);
     std::string path;
@@ -43,12 +43,10 @@ int main(int argc, char** argv) {
     if (const auto exitCode = commandLine.parse(argc, argv)) {
         return *exitCode;
     }
-    try {
-        const bool hasSchema = app.count("--schema") > 0;
-        return edit(path, hasSchema ? jsonpad::JsonSchema::load(schema) : jsonpad::JsonSchema(),
-                    commandLine.options());
-    } catch (const std::exception& error) {
-        std::cerr << "jsonpad: " << error.what() << "\n";
-        return 1;
-    }
+    const bool hasSchema = app.count("--schema") > 0;
+    return edit(path, hasSchema ? jsonpad::JsonSchema::load(schema) : jsonpad::JsonSchema(),
+                commandLine.options());
+} catch (const std::exception& error) {
+    std::cerr << "jsonpad: " << error.what() << "\n";
+    return 1;
 }

@@ -79,6 +79,7 @@ void ClassBinding::push(lua_State* state, const ribo::ClassPointer& described, S
 }
 
 void ClassBinding::build(lua_State* state, const ribo::ClassPointer& described) {
+    // NOLINTNEXTLINE(bugprone-sizeof-expression): the storage of Lua's holds one pointer.
     auto** place = static_cast<ClassBinding**>(lua_newuserdatauv(state, sizeof(ClassBinding*), 2));
     *place = nullptr;
     if (luaL_newmetatable(state, "dova console class binding")) {

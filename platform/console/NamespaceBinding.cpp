@@ -1,5 +1,6 @@
 #include "NamespaceBinding.h"
 
+#include <algorithm>
 #include <stdexcept>
 #include <utility>
 
@@ -27,12 +28,9 @@ InternedString interned(std::string text) {
 }
 
 bool isVisible(const ribo::OverloadSet& function) {
-    for (const auto& method : function.getMethods()) {
-        if (!method.getAttributes().isHidden) {
-            return true;
-        }
-    }
-    return false;
+    const auto& methods = function.getMethods();
+    return std::any_of(methods.begin(), methods.end(),
+                       [](const auto& method) { return !method.getAttributes().isHidden; });
 }
 
 lua_Integer current() {

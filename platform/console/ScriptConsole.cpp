@@ -219,8 +219,8 @@ void ScriptConsole::Implementation::callOnTop(int argumentCount, int resultCount
     lua_pushlightuserdata(state(), &failure);
     lua_pushcclosure(state(), noteFailure, 1);
     lua_insert(state(), function);
-    int status;
-    bool isInterrupted;
+    int status = LUA_OK;
+    bool isInterrupted = false;
     {
         const Interrupt interrupt(state());
         status = lua_pcall(state(), argumentCount, resultCount, function);

@@ -31,8 +31,8 @@ QByteArray bytesOf(const std::u16string& text) {
 }
 
 QJsonDocument parseBytes(const QByteArray& bytes) {
-    QJsonParseError error;
-    const QJsonDocument document = parseLastMembers(bytes, error);
+    QJsonParseError error{};
+    QJsonDocument document = parseLastMembers(bytes, error);
     if (error.error != QJsonParseError::NoError) {
         print(error);
     }
@@ -48,7 +48,7 @@ QJsonValue rootOf(const QJsonDocument& document) {
 }  // namespace
 
 void printError(QJsonParseError::ParseError error) {
-    QJsonParseError described;
+    QJsonParseError described{};
     described.error = error;
     print(described);
 }
@@ -76,7 +76,7 @@ std::optional<QJsonValue> elementFromText(const std::u16string& text) {
     }
     QByteArray bytes = bytesOf(text);
     const int begin = bytes.startsWith("\xef\xbb\xbf") ? 3 : 0;  // a mark that stays in front
-    QJsonParseError error;
+    QJsonParseError error{};
     const QJsonArray inside = parseLastMembers(bytes.insert(begin, '[').append(']'), error).array();
     if (inside.size() == 1 && (inside.at(0).isArray() || inside.at(0).isObject())) {
         return inside.at(0);

@@ -60,7 +60,7 @@ std::vector<std::u16string> JsonSchema::choices(const std::vector<std::u16string
     }
     std::vector<std::u16string> result;
     for (const QJsonObject& schema : schemas) {
-        for (const QJsonValue& value : schema.value("enum").toArray()) {
+        for (const QJsonValue value : schema.value("enum").toArray()) {
             if (value.isString()) {
                 result.push_back(value.toString().toStdU16String());
             }

@@ -12,20 +12,15 @@ namespace {
 
 using namespace DOVA::console;
 
-int run(const Options& options) {
-    try {
-        return options.isServed ? ServedProgram(options).run() : LocalProgram(options).run();
-    } catch (const ScriptExit& exit) {
-        return exit.exitCode;
-    } catch (const std::exception& error) {
-        std::cerr << "dova-host: " << error.what() << "\n";
-        return 1;
-    }
+int run(const Options& options) try {
+    return options.isServed ? ServedProgram(options).run() : LocalProgram(options).run();
+} catch (const ScriptExit& exit) {
+    return exit.exitCode;
 }
 
 }  // namespace
 
-int main(int argc, char** argv) {
+int main(int argc, char** argv) try {
     // Texts are the user's; numbers stay those of the language.
     std::setlocale(LC_CTYPE, "");
     Options options;
@@ -38,4 +33,7 @@ int main(int argc, char** argv) {
         return 1;
     }
     return exitCode;
+} catch (const std::exception& error) {
+    std::cerr << "dova-host: " << error.what() << "\n";
+    return 1;
 }
