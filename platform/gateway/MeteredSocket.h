@@ -1,12 +1,9 @@
 #pragma once
 
 #include <algorithm>
-#include <boost/asio/associated_allocator.hpp>
-#include <boost/asio/associated_executor.hpp>
 #include <boost/beast/websocket/teardown.hpp>
 #include <cstddef>
 #include <functional>
-#include <type_traits>
 #include <utility>
 
 #include "Tcp.h"
@@ -38,9 +35,13 @@ public:
         if (m_unused > 0) {
             m_onWaste(std::exchange(m_unused, 0));
         }
+        // The handler keeps this socket, and runs on the loop's executor like every other.
         m_socket.async_read_some(buffers,
-                                 Counted<std::decay_t<Handler>>{std::forward<Handler>(handler),
-                                                                m_socket.get_executor(), m_unused});
+                                 [this, handler = std::forward<Handler>(handler)](
+                                     boost::system::error_code error, std::size_t bytes) mutable {
+                                     m_unused += bytes;
+                                     handler(error, bytes);
+                                 });
     }
     template <class Buffers, class Handler>
     void async_write_some(const Buffers& buffers, Handler&& handler) {
@@ -55,28 +56,6 @@ public:
     }
 
 private:
-    /// A handler that runs where the one inside of it would.
-    template <class Handler>
-    struct Counted {
-        using executor_type = boost::asio::associated_executor_t<Handler, Executor>;
-        using allocator_type = boost::asio::associated_allocator_t<Handler>;
-
-        executor_type get_executor() const noexcept {
-            return boost::asio::get_associated_executor(handler, fallback);
-        }
-        allocator_type get_allocator() const noexcept {
-            return boost::asio::get_associated_allocator(handler);
-        }
-        void operator()(boost::system::error_code error, std::size_t bytes) {
-            unused += bytes;
-            handler(error, bytes);
-        }
-
-        Handler handler;
-        Executor fallback;
-        std::size_t& unused;  // the handler keeps the socket
-    };
-
     Socket m_socket;
     std::function<void(std::size_t)> m_onWaste;
     std::size_t m_unused = 0;
