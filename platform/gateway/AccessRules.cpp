@@ -4,6 +4,7 @@
 
 #include <algorithm>
 #include <array>
+#include <boost/algorithm/hex.hpp>
 #include <boost/asio/ip/address.hpp>
 #include <boost/beast/core/string.hpp>
 #include <cerrno>
@@ -166,10 +167,7 @@ std::string AccessRules::randomToken() {
         throw std::system_error(errno, std::generic_category(), "no random token to be had");
     }
     std::string token;
-    for (const unsigned char byte : bytes) {
-        token.push_back("0123456789abcdef"[byte >> 4]);
-        token.push_back("0123456789abcdef"[byte & 15]);
-    }
+    boost::algorithm::hex_lower(bytes.begin(), bytes.end(), std::back_inserter(token));
     return token;
 }
 

@@ -30,7 +30,7 @@ GatewayCore::GatewayCore(asio::io_context& loop, GatewayOptions options)
       m_stopTimer(loop.get_executor()) {}
 
 void GatewayCore::start() {
-    OptionRules::check(m_options);
+    checkOptions(m_options);
     if (m_options.token.empty()) {
         m_options.token = AccessRules::randomToken();
     }

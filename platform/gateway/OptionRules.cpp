@@ -16,21 +16,7 @@ namespace {
     throw std::system_error(std::make_error_code(code), text);
 }
 
-}  // namespace
-
-void OptionRules::check(const GatewayOptions& options) {
-    checkAddress(options);
-    checkNames(options);
-    checkFolders(options);
-    checkTheme(options);
-    checkLimits(options);
-    if (!options.token.empty() && !AccessRules::isUsableToken(options.token)) {
-        refuse(std::errc::invalid_argument,
-               "a token must be 16 to 256 of the characters A-Z a-z 0-9 - _ . ~");
-    }
-}
-
-void OptionRules::checkAddress(const GatewayOptions& options) {
+void checkAddress(const GatewayOptions& options) {
     boost::system::error_code error;
     const auto address = boost::asio::ip::make_address(options.bindAddress, error);
     if (error) {
@@ -44,7 +30,7 @@ void OptionRules::checkAddress(const GatewayOptions& options) {
     }
 }
 
-void OptionRules::checkNames(const GatewayOptions& options) {
+void checkNames(const GatewayOptions& options) {
     for (const std::string& host : options.extraHosts) {
         if (!AccessRules::isUsableHost(host)) {
             refuse(std::errc::invalid_argument,
@@ -59,7 +45,7 @@ void OptionRules::checkNames(const GatewayOptions& options) {
     }
 }
 
-void OptionRules::checkFolders(const GatewayOptions& options) {
+void checkFolders(const GatewayOptions& options) {
     std::error_code error;
     if (!std::filesystem::is_regular_file(options.pageFolder / "index.html", error)) {
         refuse(std::errc::no_such_file_or_directory,
@@ -72,7 +58,7 @@ void OptionRules::checkFolders(const GatewayOptions& options) {
     }
 }
 
-void OptionRules::checkTheme(const GatewayOptions& options) {
+void checkTheme(const GatewayOptions& options) {
     if (options.theme.empty()) {
         return;
     }
@@ -88,7 +74,7 @@ void OptionRules::checkTheme(const GatewayOptions& options) {
     }
 }
 
-void OptionRules::checkLimits(const GatewayOptions& options) {
+void checkLimits(const GatewayOptions& options) {
     const GatewayLimits& limits = options.limits;
     const std::size_t counts[] = {limits.upwardFrameBytes,   limits.upwardRecordsPerSecond,
                                   limits.upwardBurstRecords, limits.downwardBytes,
@@ -105,6 +91,20 @@ void OptionRules::checkLimits(const GatewayOptions& options) {
     }
     if (options.graceTime.count() < 0 || options.reloadTime.count() < 0) {
         refuse(std::errc::invalid_argument, "a grace time of the gateway is negative");
+    }
+}
+
+}  // namespace
+
+void checkOptions(const GatewayOptions& options) {
+    checkAddress(options);
+    checkNames(options);
+    checkFolders(options);
+    checkTheme(options);
+    checkLimits(options);
+    if (!options.token.empty() && !AccessRules::isUsableToken(options.token)) {
+        refuse(std::errc::invalid_argument,
+               "a token must be 16 to 256 of the characters A-Z a-z 0-9 - _ . ~");
     }
 }
 

@@ -33,8 +33,6 @@ public:
 
     RequestRouter(const GatewayOptions& options, AccessRules rules);
 
-    const AccessRules& rules() const { return m_rules; }
-
     /// The answer to a request. To HEAD it has the headers of GET and no body.
     Answer answer(const Request& request) const;
 

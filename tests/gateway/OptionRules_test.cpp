@@ -59,7 +59,7 @@ TEST(OptionRulesTest, areAcceptedOrRefusedWithAClearText) {
         row.change(options);
         std::string complaint;
         try {
-            OptionRules::check(options);
+            checkOptions(options);
         } catch (const std::system_error& error) {
             complaint = error.what();
         }
