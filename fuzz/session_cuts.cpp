@@ -12,9 +12,9 @@
 #include <vector>
 
 #include "FrameReceiver.h"
+#include "ModelPage.h"
 #include "PageLink.h"
 #include "SessionRegistry.h"
-#include "gateway/ModelPage.h"
 #include "messaging/InProcessBus.h"
 
 namespace {
