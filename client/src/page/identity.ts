@@ -1,23 +1,12 @@
 import { ICON_PATH, Query } from '../protocol/names.ts';
 
-const LETTERS = 'ABCDEFGHIJKLMNOPQRSTUVWXYZabcdefghijklmnopqrstuvwxyz0123456789';
-const LENGTH = 12;
-
 /** Fills the bytes from a source that nobody can foretell. */
 export type RandomFill = (bytes: Uint8Array) => Uint8Array;
 
-/** A new name for this page, evenly drawn: bytes beyond the last whole round are not used. */
+/** A new name for this page, of 72 random bits: `crypto.randomUUID` is missing without encryption. */
 export function makeClientId(fill: RandomFill): string {
-    const rounds = Math.floor(256 / LETTERS.length) * LETTERS.length;
-    let id = '';
-    while (id.length < LENGTH) {
-        for (const byte of fill(new Uint8Array(LENGTH * 2))) {
-            if (byte < rounds && id.length < LENGTH) {
-                id += LETTERS[byte % LETTERS.length];
-            }
-        }
-    }
-    return id;
+    const text = btoa(String.fromCharCode(...fill(new Uint8Array(9))));
+    return text.replaceAll('+', '-').replaceAll('/', '_');
 }
 
 export function isClientId(id: string): boolean {
