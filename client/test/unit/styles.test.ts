@@ -10,12 +10,15 @@ function found(text: string, pattern: RegExp): ReadonlySet<string> {
     return new Set(Array.from(text.matchAll(pattern), ([all, part]) => part ?? all));
 }
 
-const tokensFile = 'styles/tokens.css';
+const declarations = ['styles/tokens.css', 'styles/lengths.css'];
 const files = readdirSync('styles', { recursive: true })
     .map((name) => `styles/${name as string}`)
-    .filter((name) => name.endsWith('.css') && name !== tokensFile);
+    .filter((name) => name.endsWith('.css') && !declarations.includes(name));
 const declared = /(--[\w-]+):/g;
-const tokens = found(css(tokensFile), declared);
+const [tokens, lengths] = declarations.map((file) => found(css(file), declared)) as [
+    ReadonlySet<string>,
+    ReadonlySet<string>,
+];
 const guide = readFileSync('README.md', 'utf8');
 const forThemes = found(guide.match(/^\| Token \|.*?\n\n/ms)?.[0] ?? '', /`(--[\w-]+)`/g);
 
@@ -24,20 +27,27 @@ function without(names: ReadonlySet<string>, known: ReadonlySet<string>): readon
 }
 
 for (const file of files) {
-    test(`${file}: every colour and every length is a token, and there is such a token`, () => {
+    test(`${file}: colours and lengths have names, and the names stand for something`, () => {
         const text = css(file).replace(/@(media|supports)[^{]*/g, '');
         assert.deepEqual(
             [...found(text, /#[\da-f]{3,8}\b|rgb\(|\b[\d.]*[1-9][\d.]*(?:px|r?em)\b/g)],
             [],
         );
-        const own = new Set([...tokens, ...found(text, declared), '--grid-columns', '--below']);
+        const own = new Set([
+            ...tokens,
+            ...lengths,
+            ...found(text, declared),
+            '--grid-columns',
+            '--below',
+        ]);
         assert.deepEqual(without(found(text, /var\((--[\w-]+)/g), own), []);
     });
 }
 
-test('a theme may set tokens that there are, and the second theme sets no others', () => {
-    assert.ok(forThemes.size > 0);
-    assert.deepEqual(without(forThemes, tokens), []);
+test('a theme may set all tokens and nothing else, and each name is used', () => {
+    assert.deepEqual([...forThemes].sort(), [...tokens].sort());
     const theme = found(css('../examples/gallery/theme.css'), declared);
-    assert.deepEqual(without(theme, forThemes), []);
+    assert.deepEqual(without(theme, tokens), []);
+    const used = found([...declarations, ...files].map(css).join(), /var\((--[\w-]+)/g);
+    assert.deepEqual(without(new Set([...tokens, ...lengths]), used), []);
 });
