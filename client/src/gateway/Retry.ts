@@ -9,7 +9,7 @@ const LASTING: ReadonlySet<string> = new Set<Refusal>(['outdated', 'barred']);
 /** With fewer of them it may be chance that the program answers and the socket does not. */
 const FAILURES_BEFORE_DOUBT = 3;
 
-export interface RetrySetup {
+interface RetrySetup {
     readonly clock: Clock;
     readonly askWhy: AskWhy;
     readonly query: () => URLSearchParams;

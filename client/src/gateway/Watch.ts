@@ -18,7 +18,7 @@ const ASLEEP = 2_000;
 const WAKING = 1_000;
 
 /** A connection, as its watch sees it. */
-export interface Watched {
+interface Watched {
     /** A number that changes with every answer; undefined when no answer is owed. */
     awaited(): number | undefined;
     /** How many characters may still be on their way up. */

@@ -2,7 +2,7 @@ import { asCount, isObject, parseJson } from '../protocol/guards.ts';
 import { Greeted, GreetingKey } from '../protocol/names.ts';
 
 /** The first frame of every connection: what became of the session that the page asked for. */
-export type Greeting =
+type Greeting =
     | { readonly session: typeof Greeted.fresh }
     | { readonly session: typeof Greeted.resumed; readonly received: number }
     | { readonly session: typeof Greeted.lost };

@@ -2,7 +2,7 @@
  * The frames of the socket: "SEQ,ACK" and then any number of records, each U+001E, channel,
  * U+001F, text. JSON text never holds those two characters raw, so nothing is encoded again.
  */
-export interface Frame {
+interface Frame {
     /** The number of the first record; without records, the number that the next one will have. */
     readonly sequence: number;
     /**

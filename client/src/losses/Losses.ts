@@ -17,7 +17,7 @@ const WINDOWS_OPEN_WITHIN = 2_000;
 /** Whose values a user gives. */
 const giving: ReadonlySet<string> = new Set([Kind.edit, Kind.comboBox, Kind.checkBox, Kind.button]);
 
-export interface LossesSetup {
+interface LossesSetup {
     readonly store: ObjectStore;
     readonly control: (id: number) => HTMLElement | undefined;
     readonly clock: Clock;

@@ -67,7 +67,7 @@ export function fieldOf(object: StoredObject, control: HTMLElement | undefined):
  * window shows ("sample.json", "sample.json (modified)"), so that one may hold the other if the
  * place is the same, too.
  */
-export function likeness(a: Field, b: Field): number {
+function likeness(a: Field, b: Field): number {
     const samePath = a.path === b.path;
     const sameName =
         (a.name !== '' && a.name === b.name) ||

@@ -5,7 +5,7 @@ import { canBePutBack, deed, holdsText, type Loss } from './Loss.ts';
 /** So much of a long text is shown; it is copied and put back whole. */
 const SHOWN_CHARACTERS = 2_000;
 
-export interface LossActions {
+interface LossActions {
     readonly copy: (losses: readonly Loss[]) => void;
     readonly putBack: (loss: Loss) => void;
     readonly hasTarget: (loss: Loss) => boolean;

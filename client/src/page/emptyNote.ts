@@ -1,6 +1,6 @@
 import { html, nothing, render } from 'lit/html.js';
 
-export type Emptiness = 'windows' | 'waiting' | 'closed';
+type Emptiness = 'windows' | 'waiting' | 'closed';
 
 /** What stands on a desktop without windows. */
 export function showEmptyNote(into: HTMLElement, emptiness: Emptiness, again: () => void): void {

@@ -1,7 +1,7 @@
 import { ICON_PATH, Query } from '../protocol/names.ts';
 
 /** Fills the bytes from a source that nobody can foretell. */
-export type RandomFill = (bytes: Uint8Array) => Uint8Array;
+type RandomFill = (bytes: Uint8Array) => Uint8Array;
 
 /** A new name for this page, of 72 random bits: `crypto.randomUUID` is missing without encryption. */
 export function makeClientId(fill: RandomFill): string {

@@ -3,7 +3,7 @@ import { ModelKey } from './names.ts';
 import { elementDefaults } from './values.ts';
 
 /** Down, model channel: the whole document, or what changed in it since the version before. */
-export type ModelMessage =
+type ModelMessage =
     | { readonly kind: 'snapshot'; readonly version: number; readonly document: JsonObject }
     | { readonly kind: 'patch'; readonly version: number; readonly patch: readonly unknown[] };
 

@@ -14,7 +14,7 @@ export interface Refresh {
  * Writes to objects, each as it was parsed: a burst of ten thousand is taken over without a copy
  * of each. What is no write among them is for the reader to drop.
  */
-export type WindowMessage =
+type WindowMessage =
     | { readonly kind: 'writes'; readonly writes: readonly unknown[] }
     | { readonly kind: 'refresh'; readonly refresh: Refresh }
     | { readonly kind: 'messageBox'; readonly box: MessageBox };

@@ -4,7 +4,7 @@ import { initialValues, type Name, type PartialValues } from '../protocol/values
 import type { StoredObject } from './StoredObject.ts';
 
 /** A value of an object that is another one than the page has. */
-export type News = <N extends Name>(object: StoredObject, name: N, value: PartialValues[N]) => void;
+type News = <N extends Name>(object: StoredObject, name: N, value: PartialValues[N]) => void;
 
 /**
  * Compares a window with a new description of it. False when it holds other objects now, or in

@@ -11,7 +11,7 @@ interface Selection {
 }
 
 /** Where the user is: the object that has the focus, and the selection if it is an edit. */
-export interface Focus extends Partial<Selection> {
+interface Focus extends Partial<Selection> {
     readonly id: number;
 }
 

@@ -38,6 +38,15 @@ export function setCaption(element: HTMLElement, caption: string): void {
     }
 }
 
+/** Without a value the element has no such attribute. */
+export function setAttribute(element: Element, name: string, value: string | undefined): void {
+    if (value) {
+        element.setAttribute(name, value);
+    } else {
+        element.removeAttribute(name);
+    }
+}
+
 function setSize(element: HTMLElement, size: Size): void {
     element.style.width = `${size.width}px`;
     element.style.height = `${size.height}px`;
@@ -68,7 +77,7 @@ function gridSpan(span: readonly number[]): string {
     return first >= 1 && last >= first && last <= 1000 ? `${first} / ${last + 1}` : '';
 }
 
-function maximum(length: number): string {
+export function maximum(length: number): string {
     return length >= UNBOUNDED ? '' : `${length}px`;
 }
 

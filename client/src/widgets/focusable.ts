@@ -1,7 +1,7 @@
 const CONTROLS = 'input, select, button';
 
 /** Whether the keyboard can go there: neither switched off nor hidden, not on a page behind. */
-export function canTakeFocus(control: HTMLElement): boolean {
+function canTakeFocus(control: HTMLElement): boolean {
     return (
         control.tabIndex >= 0 &&
         !control.matches(':disabled') &&

@@ -1,5 +1,25 @@
 import { Kind } from '../protocol/names.ts';
 import type { StoredObject } from '../store/StoredObject.ts';
+import { baseAppliers } from './base.ts';
+import type { Appliers } from './WidgetKind.ts';
+
+/** What names a control natively takes the place of the name that it had for want of one. */
+export function namingAppliers(
+    controlOf: (element: HTMLElement) => HTMLElement = (element) => element,
+): Appliers {
+    return {
+        ...baseAppliers,
+        tooltip: (element, tooltip, object, host) => {
+            baseAppliers.tooltip?.(element, tooltip, object, host);
+            baseAppliers.tooltip?.(controlOf(element), tooltip, object, host);
+            controlOf(element).removeAttribute('aria-label');
+        },
+        placeholder: (element, placeholder) => {
+            (controlOf(element) as HTMLInputElement).placeholder = placeholder;
+            controlOf(element).removeAttribute('aria-label');
+        },
+    };
+}
 
 /**
  * A control that neither a label, a tooltip nor a placeholder names is named by the text that

@@ -24,10 +24,10 @@ export interface WindowHost extends Surface {
     imageAddress(path: string): string | undefined;
 }
 
-export type Mode = 'normal' | 'maximized' | 'minimized';
+type Mode = 'normal' | 'maximized' | 'minimized';
 
 /** What is kept of a window over a reload of the page. */
-export interface StoredFrame {
+interface StoredFrame {
     readonly place: StoredPlace;
     readonly mode: Mode;
     readonly restored: Mode;

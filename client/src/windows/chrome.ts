@@ -1,7 +1,7 @@
 import { html, nothing, svg, type TemplateResult } from 'lit/html.js';
 
 /** What the frame around a window shows and what its buttons do. */
-export interface Chrome {
+interface Chrome {
     readonly title: string;
     readonly iconAddress: string | undefined;
     readonly maximized: boolean;

@@ -1,5 +1,5 @@
 import type { Name, Trigger, Values } from '../protocol/values.ts';
-import { enableContents } from '../widgets/base.ts';
+import { enableContents, maximum } from '../widgets/base.ts';
 import { panel } from '../widgets/panel/panel.ts';
 import type { WidgetHost } from '../widgets/WidgetKind.ts';
 import { PAGE_MARGIN } from './placement.ts';
@@ -37,7 +37,7 @@ function atLeast(window: WindowFrame, side: 'minWidth' | 'minHeight', length: nu
 }
 
 function atMost(window: WindowFrame, side: 'maxWidth' | 'maxHeight', length: number): void {
-    window.element.style[side] = length >= 16777215 ? '' : `${length}px`;
+    window.element.style[side] = maximum(length);
 }
 
 /** What a write of each property does to a window. */

@@ -1,7 +1,7 @@
 import { happened } from '../../protocol/events.ts';
 import { Event, Kind } from '../../protocol/names.ts';
 import type { StoredObject } from '../../store/StoredObject.ts';
-import { baseAppliers, enableControl, namedAppliers, prototypeOf } from '../base.ts';
+import { baseAppliers, enableControl, namedAppliers, prototypeOf, setAttribute } from '../base.ts';
 import { showIcon } from '../icon.ts';
 import type { WidgetKind } from '../WidgetKind.ts';
 
@@ -9,11 +9,8 @@ const prototype = prototypeOf('button', 'button', Kind.button);
 prototype.type = 'button';
 
 function showPressed(element: HTMLElement, object: StoredObject): void {
-    if (object.values.checkable) {
-        element.setAttribute('aria-pressed', String(object.values.checked ?? false));
-    } else {
-        element.removeAttribute('aria-pressed');
-    }
+    const { checkable, checked = false } = object.values;
+    setAttribute(element, 'aria-pressed', checkable ? String(checked) : undefined);
 }
 
 /**
@@ -25,12 +22,8 @@ function showName(element: HTMLElement, object: StoredObject): void {
     if (icon === undefined && objectName === undefined) {
         return;
     }
-    const name = label || tooltip ? '' : iconName(icon ?? '') || objectName;
-    if (name) {
-        element.setAttribute('aria-label', name);
-    } else {
-        element.removeAttribute('aria-label');
-    }
+    const name = label || tooltip ? undefined : iconName(icon ?? '') || objectName;
+    setAttribute(element, 'aria-label', name);
 }
 
 /** The words of the file's name: "icons/zoom-in.svg" says "zoom in". */

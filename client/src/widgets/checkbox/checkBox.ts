@@ -1,7 +1,7 @@
 import { happened } from '../../protocol/events.ts';
 import { Event, Kind } from '../../protocol/names.ts';
 import type { StoredObject } from '../../store/StoredObject.ts';
-import { enableControl, namedAppliers, prototypeOf } from '../base.ts';
+import { enableControl, namedAppliers, prototypeOf, setAttribute } from '../base.ts';
 import { showIcon } from '../icon.ts';
 import type { WidgetKind } from '../WidgetKind.ts';
 
@@ -16,12 +16,8 @@ function boxOf(element: HTMLElement): HTMLInputElement {
 
 /** A box without a caption is named by its tooltip. */
 function showName(element: HTMLElement, object: StoredObject): void {
-    const { label = '', tooltip = '' } = object.values;
-    if (label === '' && tooltip !== '') {
-        boxOf(element).setAttribute('aria-label', tooltip);
-    } else {
-        boxOf(element).removeAttribute('aria-label');
-    }
+    const { label, tooltip } = object.values;
+    setAttribute(boxOf(element), 'aria-label', label ? undefined : tooltip);
 }
 
 export const checkBox: WidgetKind = {

@@ -1,4 +1,5 @@
 import type { StoredObject } from '../../store/StoredObject.ts';
+import { setAttribute } from '../base.ts';
 
 const GAP = 2;
 
@@ -97,13 +98,9 @@ export class ChoiceList {
         this.#element.querySelector('[data-active]')?.removeAttribute('data-active');
         const item = this.#element.children[index];
         this.#active = item && index;
-        if (item === undefined) {
-            this.#field.removeAttribute('aria-activedescendant');
-            return;
-        }
-        item.setAttribute('data-active', '');
-        item.scrollIntoView({ block: 'nearest' });
-        this.#field.setAttribute('aria-activedescendant', item.id);
+        item?.setAttribute('data-active', '');
+        item?.scrollIntoView({ block: 'nearest' });
+        setAttribute(this.#field, 'aria-activedescendant', item?.id);
     }
 
     /** Below the field, or above it where there is more room. */

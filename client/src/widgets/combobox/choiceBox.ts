@@ -1,7 +1,7 @@
 import { Kind } from '../../protocol/names.ts';
 import type { StoredObject } from '../../store/StoredObject.ts';
-import { baseAppliers, enableControl, prototypeOf } from '../base.ts';
-import { nameByNeighbour } from '../naming.ts';
+import { enableControl, prototypeOf } from '../base.ts';
+import { nameByNeighbour, namingAppliers } from '../naming.ts';
 import type { WidgetKind } from '../WidgetKind.ts';
 import { selectByText, tellSelected } from './selection.ts';
 
@@ -86,12 +86,8 @@ export const choiceBox: WidgetKind = {
     prototype,
     nameAfter: (element, object, previous) => nameByNeighbour(element, object, previous, 'Choice'),
     appliers: {
-        ...baseAppliers,
+        ...namingAppliers(),
         enable: enableControl,
-        tooltip: (element, tooltip, object, host) => {
-            baseAppliers.tooltip?.(element, tooltip, object, host);
-            element.removeAttribute('aria-label');
-        },
         entries: (element, entries, object) => {
             showItems(element as HTMLSelectElement, entries);
             showCurrent(element as HTMLSelectElement, object);

@@ -1,9 +1,9 @@
 import { happened } from '../../protocol/events.ts';
 import { Event, Kind } from '../../protocol/names.ts';
 import type { StoredObject } from '../../store/StoredObject.ts';
-import { baseAppliers, enableControl, prototypeOf } from '../base.ts';
+import { enableControl, prototypeOf } from '../base.ts';
 import { prepareField, showText, typingEvents } from '../edit/typing.ts';
-import { nameByNeighbour } from '../naming.ts';
+import { nameByNeighbour, namingAppliers } from '../naming.ts';
 import type { WidgetHost, WidgetKind } from '../WidgetKind.ts';
 import { ChoiceList } from './ChoiceList.ts';
 import { currentItem, selectByText, tellSelected } from './selection.ts';
@@ -130,20 +130,11 @@ export const editableBox: WidgetKind = {
     nameAfter: (element, object, previous) =>
         nameByNeighbour(fieldOf(element), object, previous, 'Choice'),
     appliers: {
-        ...baseAppliers,
+        ...namingAppliers(fieldOf),
         enable: (element, enabled) => {
             enableControl(fieldOf(element), enabled);
             enableControl(element.lastElementChild as HTMLElement, enabled);
             element.toggleAttribute('data-disabled', !enabled);
-        },
-        tooltip: (element, tooltip, object, host) => {
-            baseAppliers.tooltip?.(element, tooltip, object, host);
-            baseAppliers.tooltip?.(fieldOf(element), tooltip, object, host);
-            fieldOf(element).removeAttribute('aria-label');
-        },
-        placeholder: (element, placeholder) => {
-            fieldOf(element).placeholder = placeholder;
-            fieldOf(element).removeAttribute('aria-label');
         },
         text: (element, _text, object, host) => show(element, object, host),
         entries: (element, _entries, object, host) => {

@@ -1,6 +1,6 @@
 import { Kind } from '../../protocol/names.ts';
-import { baseAppliers, enableControl, prototypeOf } from '../base.ts';
-import { nameByNeighbour } from '../naming.ts';
+import { enableControl, prototypeOf } from '../base.ts';
+import { nameByNeighbour, namingAppliers } from '../naming.ts';
 import type { WidgetKind } from '../WidgetKind.ts';
 import { prepareField, showText, typingEvents } from './typing.ts';
 
@@ -14,18 +14,10 @@ export const edit: WidgetKind = {
     nameAfter: (element, object, previous) =>
         nameByNeighbour(element, object, previous, 'Text field'),
     appliers: {
-        ...baseAppliers,
+        ...namingAppliers(),
         enable: enableControl,
         text: (element, text, object, host) => {
             showText(element as HTMLInputElement, text, object, host);
-        },
-        placeholder: (element, placeholder) => {
-            (element as HTMLInputElement).placeholder = placeholder;
-            element.removeAttribute('aria-label');
-        },
-        tooltip: (element, tooltip, object, host) => {
-            baseAppliers.tooltip?.(element, tooltip, object, host);
-            element.removeAttribute('aria-label');
         },
     },
     events: typingEvents((element) => element as HTMLInputElement),

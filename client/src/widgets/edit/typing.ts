@@ -42,11 +42,7 @@ function tellTyped(input: HTMLInputElement, object: StoredObject, host: WidgetHo
     }
 }
 
-export function finishTyping(
-    input: HTMLInputElement,
-    object: StoredObject,
-    host: WidgetHost,
-): void {
+function finishTyping(input: HTMLInputElement, object: StoredObject, host: WidgetHost): void {
     const text = input.value;
     host.edits.close(object.id);
     const message = happened(object.id, Event.onEditFinish, { value: text });

@@ -1,5 +1,5 @@
 import { Kind } from '../../protocol/names.ts';
-import { baseAppliers, prototypeOf, setCaption } from '../base.ts';
+import { baseAppliers, prototypeOf, setAttribute, setCaption } from '../base.ts';
 import type { WidgetKind } from '../WidgetKind.ts';
 
 /**
@@ -16,11 +16,7 @@ export const text: WidgetKind = {
         },
         text: setCaption,
         buddy: (element, buddy, _object, host) => {
-            if (buddy === 0) {
-                element.removeAttribute('for');
-            } else {
-                element.setAttribute('for', host.buddies.name(buddy));
-            }
+            setAttribute(element, 'for', buddy === 0 ? undefined : host.buddies.name(buddy));
         },
     },
     events: {
