@@ -108,7 +108,7 @@ private:
     void sendPatches();
     void sendSnapshots();
     JsonText begin(std::string_view content) const;
-    void send(JsonText message, const Pages& pages);
+    void send(JsonText message, const Pages& pages, bool areAll);
     Ref<ModelElement> find(const Uuid& uuid) const;
 
     const Later m_later;
@@ -206,6 +206,7 @@ void DocumentMirror::Implementation::flush() {
 
 Pages DocumentMirror::Implementation::pages() const {
     Pages all;
+    all.reserve(m_pages.size());
     for (const Page& page : m_pages) {
         all.push_back(&page);
     }
@@ -229,7 +230,7 @@ void DocumentMirror::Implementation::sendPatches() {
     for (std::size_t i = 0; isChanged && i < groups.size(); ++i) {
         JsonText message = begin(DocumentName::patch);
         message.raw(patches[i]);
-        send(std::move(message), groups[i]);
+        send(std::move(message), groups[i], groups.size() == 1);
     }
 }
 
@@ -241,10 +242,11 @@ void DocumentMirror::Implementation::sendSnapshots() {
             asking.push_back(&page);
         }
     }
+    const bool areAll = alike(pages()).size() == 1;
     for (const Pages& group : alike(asking)) {
         JsonText message = begin(DocumentName::snapshot);
         DocumentText::write(message, m_models, group.front()->wanted);
-        send(std::move(message), group);
+        send(std::move(message), group, areAll);
     }
 }
 
@@ -261,10 +263,10 @@ JsonText DocumentMirror::Implementation::begin(std::string_view content) const {
 }
 
 // What all pages want is said once to all.
-void DocumentMirror::Implementation::send(JsonText message, const Pages& pages) {
+void DocumentMirror::Implementation::send(JsonText message, const Pages& pages, bool areAll) {
     message.raw('}');
     const std::string text = message.take();
-    if (alike(this->pages()).size() == 1) {
+    if (areAll) {
         m_messages.publish(tdom_channel, text);
         return;
     }
