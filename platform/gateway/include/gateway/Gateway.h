@@ -33,13 +33,14 @@ public:
     Gateway(boost::asio::io_context& loop, GatewayOptions options);
     Gateway(const Gateway&) = delete;
     Gateway& operator=(const Gateway&) = delete;
-    /// Cuts every connection that is left, without a farewell, and forgets who waits for stop().
+    /// Closes every connection at once, without a close code. Callables that wait for the end of
+    /// stop() are not called.
     ~Gateway();
 
-    /// Attaches to the bus, listens, and serves from the next turn of the loop on. To be called
-    /// once. Throws std::system_error with a text for the user when an option is bad, the page is
-    /// missing ("the page folder ...") or the port cannot be had ("cannot listen on
-    /// 127.0.0.1:8080: Address already in use"); nothing is left open then.
+    /// Attaches to the bus, listens, and serves from the next turn of the loop on. Call it once.
+    /// Throws std::system_error with a text for the user when an option is bad, the page is missing
+    /// ("the page folder ...") or the port cannot be had ("cannot listen on 127.0.0.1:8080: Address
+    /// already in use"); nothing is left open then.
     void start();
 
     /// The port it listens on; 0 before start().

@@ -23,8 +23,9 @@ namespace DOVA::runtime {
 /// what it threw, and the loop goes on. For a handler of what the user does the module says it, on
 /// the host's console; every other handler is called all the same.
 ///
-/// There is one host at a time, and the module serves one in the life of a process: once terminated
-/// it does not start again. A host that cannot be for that reason is refused with a StartError.
+/// A process has one host at a time, and the module starts once in the life of a process. The
+/// constructor throws a StartError for a second host, and for one that would start the module
+/// again.
 class DOVA_RUNTIME_EXPORT Host {
 public:
     /// Starts everything but the loop: the program's address is taken, pages wait until run().

@@ -38,8 +38,8 @@ struct HostOptions {
     /// A style sheet that the page loads after its own: the looks of a site. Read whenever a page
     /// is opened, so that a change needs no new start. Empty: none.
     std::filesystem::path theme;
-    /// The least grave lines of the log on standard error, in the whole process. The token stands
-    /// in none of any level.
+    /// The least grave level that the log writes to standard error, for the whole process. No line
+    /// of any level holds the token.
     log::Level logLevel = log::Level::Warning;
     /// False: the program loads the module by itself (see Module.h), after it has made the host.
     bool loadModule = true;

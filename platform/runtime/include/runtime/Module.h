@@ -22,8 +22,8 @@ public:
 
     /// Starts it. The module itself starts once in the life of a process.
     void initialise();
-    /// Answers from now on, when it asks, that the host is online, and has it ask: only then it
-    /// listens to pages.
+    /// Makes the module ask whether the host is online, and answers yes from now on. The module
+    /// listens to pages only after that.
     void goOnline();
     /// Ends it; once.
     void terminate();
