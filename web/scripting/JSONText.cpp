@@ -12,7 +12,9 @@ namespace DOVA::web {
 
 namespace {
 
-// Every second character may be an element, of which Qt holds less than 2^27 in a container.
+// Every second character may be an element, of which Qt holds less than 2^27 in a container; and a
+// text is written into a buffer of so many bytes, which is doubled up to three times and holds less
+// than 2^31.
 constexpr std::size_t s_longest = (std::size_t(1) << 28) - (std::size_t(1) << 17);
 
 void print(const QJsonParseError& error) {
