@@ -46,23 +46,26 @@ void JsonText::escape(std::uint32_t unit) {
 
 void JsonText::string(std::u16string_view text) {
     m_text += '"';
-    for (std::size_t i = 0; i < text.size(); ++i) {
-        const std::uint32_t unit = text[i];
-        if (isPlain(unit)) {
-            m_text += static_cast<char>(unit);
-            continue;
-        }
-        auto next = text.begin() + static_cast<std::ptrdiff_t>(i);
-        const utf::code_point code = utf::utf_traits<char16_t>::decode(next, text.end());
-        const bool isCode = code != utf::illegal && code != utf::incomplete;
-        if (unit < 0x80 || !isCode) {
-            escape(unit);
+    for (std::size_t i = 0; i < text.size();) {
+        if (isPlain(text[i])) {
+            m_text += static_cast<char>(text[i++]);
         } else {
-            utf::utf_traits<char>::encode(code, std::back_inserter(m_text));
-            i = static_cast<std::size_t>(next - text.begin()) - 1;
+            i += special(text.substr(i));
         }
     }
     m_text += '"';
+}
+
+// On its own, so that plain text goes through a short loop.
+std::size_t JsonText::special(std::u16string_view text) {
+    auto next = text.begin();
+    const utf::code_point code = utf::utf_traits<char16_t>::decode(next, text.end());
+    if (code < 0x80 || code == utf::illegal || code == utf::incomplete) {
+        escape(text.front());
+        return 1;
+    }
+    utf::utf_traits<char>::encode(code, std::back_inserter(m_text));
+    return static_cast<std::size_t>(next - text.begin());
 }
 
 void JsonText::string(std::string_view text) {

@@ -28,6 +28,8 @@ public:
     std::string take() { return std::move(m_text); }
 
 private:
+    /// Appends the first character of a text, which is not plain; gives how many units it has.
+    std::size_t special(std::u16string_view text);
     void escape(std::uint32_t unit);
 
     std::string m_text;
