@@ -7,6 +7,10 @@ if(DOVA_SANITIZE)
   add_compile_options(-fsanitize=${DOVA_SANITIZE} -fno-sanitize-recover=all -fno-omit-frame-pointer)
   add_link_options(-fsanitize=${DOVA_SANITIZE})
 endif()
+if(DOVA_SANITIZE MATCHES address)
+  # For tests of how much memory there is; compilers tell in different ways.
+  add_compile_definitions(DOVA_ADDRESS_SANITIZER)
+endif()
 if(DOVA_SANITIZE MATCHES thread)
   # The sanitizer does not know fences and says so; Asio's queues are locked, with or without them.
   add_compile_definitions(BOOST_ASIO_DISABLE_FENCED_BLOCK)

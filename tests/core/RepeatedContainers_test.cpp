@@ -12,7 +12,7 @@
 #include "core/MessageService.h"
 #include "scripting/JSONArrayFunctions.h"
 
-#if defined(__SANITIZE_ADDRESS__)
+#if defined(DOVA_ADDRESS_SANITIZER)
 #include <sanitizer/lsan_interface.h>
 #endif
 
@@ -141,7 +141,7 @@ TEST(RepeatedContainersTest, agreeWithASimpleModelWhichScriptsGet) {
     EXPECT_GT(mixed, 10);
 }
 
-#if defined(__SANITIZE_ADDRESS__)
+#if defined(DOVA_ADDRESS_SANITIZER)
 /// The stories: {"a":[1],"a":[1]} lost 96 bytes of the process with every message; and in an object
 /// of more than sixteen members, which the parser sorts in another way, the scalar that came first
 /// could push out the container.

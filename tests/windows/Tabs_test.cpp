@@ -245,7 +245,7 @@ TEST_F(TabsTest, brokenInvariantsStopTheProcess) {
 
 /// Callers are told that this does not come back; what ends it here is the end of the memory.
 TEST_F(TabsTest, takingOutAPageBeforeTheLastGrowsTheList) {
-#if defined(__SANITIZE_ADDRESS__)
+#if defined(DOVA_ADDRESS_SANITIZER)
     GTEST_SKIP() << "the address sanitizer needs more address space than this test allows";
 #endif
     testing::FLAGS_gtest_death_test_style = "fast";
