@@ -29,7 +29,10 @@ std::string line(Level level, const std::string& who, const std::string& text) {
     std::string result = time;
     result.append(levelNames[static_cast<int>(level)]).append(" ").append(who).append(": ");
     result.append(text, 0, s_longest);
-    std::replace(result.begin(), result.end(), '\n', ' ');
+    // Whoever has a say in a text must neither forge a line nor steer a terminal.
+    std::replace_if(
+        result.begin(), result.end(), [](char c) { return (c >= 0 && c < ' ') || c == '\x7f'; },
+        ' ');
     return result + (text.size() > s_longest ? " ...\n" : "\n");
 }
 

@@ -22,7 +22,7 @@ DOVA_LOG_EXPORT void setLevel(Level level) noexcept;
 /// Never waits: where nobody reads standard error and its pipe, socket or terminal is full, the
 /// line is left out, and so are lines beyond 20 a second once 200 came at once, so that a page
 /// that makes faults fills no disk. The next line that is written tells how many were left out. A
-/// reader that is gone ends nothing. Line ends within the text become blanks; of a line beyond
+/// reader that is gone ends nothing. Control characters in the text become blanks; of a line beyond
 /// 4,000 bytes only the beginning is written.
 DOVA_LOG_EXPORT void write(Level level, const std::string& who, const std::string& text) noexcept;
 
