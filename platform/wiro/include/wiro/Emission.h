@@ -76,8 +76,8 @@ public:
         if (!m_pin) {
             return;
         }
+        // The list stays in the pin: nobody looks at pins beyond the depth.
         m_pin->current.store(nullptr, std::memory_order_release);
-        m_pin->list.store(0, std::memory_order_release);
         const unsigned depth = m_thread->depth.load(std::memory_order_relaxed) - 1;
         m_thread->depth.store(depth, std::memory_order_release);
         compilerFence();
@@ -107,13 +107,15 @@ public:
     static Pinned pin(ThreadPins& thread, const ListSource& source, Fence fence) {
         const unsigned depth = thread.depth.load(std::memory_order_relaxed);
         Pin& pin = depth < ThreadPins::Inline ? thread.pins[depth] : deepPin(thread, depth);
-        thread.depth.store(depth + 1, std::memory_order_relaxed);
         const ConnectionList* list = nullptr;
         std::uintptr_t address = 0;
         do {
             list = source.load(std::memory_order_acquire);
             address = reinterpret_cast<std::uintptr_t>(list);
             pin.list.store(address + Pin::Unsure, std::memory_order_relaxed);
+            // Released after the pin: whoever sees this depth does not see what the pin held
+            // before.
+            thread.depth.store(depth + 1, std::memory_order_release);
             fence();
         } while (list != source.load(std::memory_order_acquire));
         // Released, because whoever reads a pin reads what it points to.
