@@ -7,14 +7,14 @@
 
 namespace DOVA::console {
 
-/// A script could not be read, could not be compiled, or failed. `what()` says why, for a failure
-/// in a script with its place in front: "script.lua:3: text". It may have several lines when the
+/// A script could not be read, could not be compiled, or failed. `what()` says why; where the fault
+/// is in the script, with its place in front: "script.lua:3: text". It has several lines when the
 /// script raised such a text.
 class DOVA_CONSOLE_EXPORT ScriptError : public std::runtime_error {
 public:
     explicit ScriptError(const std::string& message, std::string traceback = {});
 
-    /// The calls that led there, innermost first, a line each after a headline, without a line end
+    /// The calls that led there: a headline, then a line each, innermost first, without a line end
     /// at the end. Empty for a script that never ran.
     const std::string& traceback() const { return m_traceback; }
 

@@ -16,30 +16,29 @@ namespace DOVA::gateway {
 
 class GatewayCore;
 
-/// The door to the browser: serves the built page and icon files over HTTP (RFC 9110, 9112) and
-/// joins each page's WebSocket (RFC 6455) to the message bus, as connector "dova_gateway" of
+/// Serves the built page and icon files over HTTP (RFC 9110, 9112), and joins each page's WebSocket
+/// (RFC 6455) to the message bus, as connector "dova_gateway" of
 /// tdom::messaging::MessageBus::current(). It knows channels and texts, never widgets.
 ///
-/// Everything runs on the one thread that runs the io_context, and that thread must be the bus's
-/// delivery thread. All operations are to be called there, or before the loop runs. The io_context
-/// must outlive the gateway. The gateway may be destroyed at any time, also while its own
-/// connections are being served.
+/// One thread runs the io_context; it must be the bus's delivery thread. Call every operation
+/// there, or before the loop runs. The io_context must outlive the gateway. The gateway may be
+/// destroyed from within any call of the loop.
 ///
-/// Nothing that comes over the network throws or stops the loop: what is not acceptable is
-/// refused with an HTTP status or a WebSocket close code and a reason.
+/// Nothing that comes over the network throws or stops the loop. Bad requests and texts are refused
+/// with an HTTP status, or a WebSocket close code, and a reason.
 class DOVA_GATEWAY_EXPORT Gateway {
 public:
     /// Only stores the options; nothing is opened yet.
     Gateway(boost::asio::io_context& loop, GatewayOptions options);
     Gateway(const Gateway&) = delete;
     Gateway& operator=(const Gateway&) = delete;
-    /// Closes every connection at once, without a close code. Callables that wait for the end of
-    /// stop() are not called.
+    /// Cuts every connection, without a close code. Drops the callables that wait for the end of
+    /// stop().
     ~Gateway();
 
     /// Attaches to the bus, listens, and serves from the next turn of the loop on. Call it once.
     /// Throws std::system_error with a text for the user when an option is bad, the page is missing
-    /// ("the page folder ...") or the port cannot be had ("cannot listen on 127.0.0.1:8080: Address
+    /// ("the page folder ...") or the port is not free ("cannot listen on 127.0.0.1:8080: Address
     /// already in use"); nothing is left open then.
     void start();
 
@@ -49,15 +48,15 @@ public:
     /// The token that a page must bring; empty before start() unless an option set it.
     const std::string& token() const;
 
-    /// What to open in a browser: "http://127.0.0.1:8080/#TOKEN". For an address that stands for
-    /// every interface the loopback address is named. The token is a secret: whoever has it
-    /// drives the program. Empty before start().
+    /// What to open in a browser: "http://127.0.0.1:8080/#TOKEN". When it listens on every
+    /// interface, the address is the loopback one. The token is a secret: who has it drives the
+    /// program. Empty before start().
     std::string address() const;
 
-    /// Shuts down in order: takes no new connection, sends what waits for the pages, closes each
-    /// with code 1001 "program ended", and after GatewayLimits::stopTime cuts what is left. Then
-    /// `whenStopped` is called from the loop; also when it was stopped or never started before.
-    /// Sessions end with it, without a "clientDestroyed": the program itself goes.
+    /// Shuts down: takes no new connection, sends what waits for the pages, closes each with code
+    /// 1001 "program ended", and after GatewayLimits::stopTime cuts what is left. Then the loop
+    /// calls `whenStopped`, also when it was stopped before or never started. Ends the sessions
+    /// without a "clientDestroyed": the program itself goes.
     void stop(std::function<void()> whenStopped = {});
 
 private:

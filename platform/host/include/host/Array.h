@@ -12,18 +12,17 @@
 /// A value of the host's language: a matrix of logicals, characters (UTF-16 units), numbers or
 /// cells, a struct, or an instance of a class; a scalar is a 1 x 1 matrix.
 ///
-/// Values do not change after they are made; only an instance inside one may. What a `kaCreate...`
-/// or `kaDuplicateArray` gives belongs to the caller, who ends it with `kaDestroyArray`. Different
-/// threads may use different values, or read the same one.
+/// Values do not change after they are made; only an instance inside one may. What `kaCreate...`,
+/// `kaAdoptString` and `kaDuplicateArray` give belongs to the caller, who ends it with
+/// `kaDestroyArray`. Different threads may use different values, or read the same one.
 ///
-/// Null is allowed wherever an array is asked for, and counts as a 0 x 0 double matrix. Values in
-/// values are copied and ended level by level on the stack: a hundred levels are fine, a hundred
-/// thousand are not.
+/// A function that reads an array takes null as a 0 x 0 double matrix. Copying and ending a value
+/// that holds values recurses: a hundred levels are fine, a hundred thousand are not.
 struct kaArray;
 
 enum class kaClassID { Logical, Char, Double, Int32, UInt64, Cell, Struct, Object };
 
-/// An instance of a class, as a value of the language. Whoever brings the class derives from this.
+/// An instance of a class, as a value of the language. Who brings the class derives from this.
 struct DOVA_HOST_EXPORT kaObject {
     virtual ~kaObject();
 
@@ -46,9 +45,9 @@ DOVA_HOST_EXPORT kaArray* kaCreateString(std::u16string_view text);
 /// The same without a copy: the array takes the text over.
 DOVA_HOST_EXPORT kaArray* kaAdoptString(std::u16string text);
 
-// Matrices: `elements` holds rows * columns elements, column by column, and is copied; null gives
-// elements that are false or zero. More elements than memory can count throw `std::length_error`,
-// more than it holds `std::bad_alloc`.
+// Matrices: `elements` points to rows * columns elements, column by column, which are copied; null
+// gives elements that are false or zero. More elements than an address can count throw
+// `std::length_error`, more than memory holds `std::bad_alloc`.
 DOVA_HOST_EXPORT kaArray* kaCreateLogicalMatrix(std::size_t rows, std::size_t columns,
                                                 const bool* elements);
 DOVA_HOST_EXPORT kaArray* kaCreateCharMatrix(std::size_t rows, std::size_t columns,
@@ -60,27 +59,27 @@ DOVA_HOST_EXPORT kaArray* kaCreateInt32Matrix(std::size_t rows, std::size_t colu
 DOVA_HOST_EXPORT kaArray* kaCreateUInt64Matrix(std::size_t rows, std::size_t columns,
                                                const std::uint64_t* elements);
 
-/// A matrix of cells, column by column. The new array takes the elements, each of which may be
-/// null; where the call throws, as for the other matrices, they stay the caller's. Null for
-/// `elements` gives cells that are all null.
+/// A matrix of cells, column by column. The new array owns the elements, each of which may be null;
+/// null for `elements` gives cells that are all null. Throws as for the other matrices; the
+/// elements then stay the caller's.
 DOVA_HOST_EXPORT kaArray* kaCreateCellMatrix(std::size_t rows, std::size_t columns,
                                              kaArray* const elements[]);
 
-/// A 1 x 1 struct with these fields in this order. It takes the values, each of which may be null;
-/// where the call throws they stay the caller's. Of values for the same name the last one counts,
+/// A 1 x 1 struct with these fields in this order. It owns the values, each of which may be null;
+/// where the call throws they stay the caller's. For a name that comes twice the last value counts,
 /// at the place of the first.
 DOVA_HOST_EXPORT kaArray* kaCreateStructScalar(std::size_t fieldCount,
                                                const std::u16string_view names[],
                                                kaArray* const values[]);
 
-/// A 1 x 1 array that holds the object, together with everybody else who does. Null gives null.
+/// A 1 x 1 array that holds a share in the object. Null gives null.
 DOVA_HOST_EXPORT kaArray* kaCreateObject(std::shared_ptr<kaObject> object);
 
-/// An array of its own with the same content; objects inside, at any depth, are copied by
+/// A new array with the same content. Copies the objects inside, at any depth, with
 /// `kaObject::copy`. Null gives null.
 DOVA_HOST_EXPORT kaArray* kaDuplicateArray(const kaArray* array);
 
-/// Ends a value and what it holds; null is allowed.
+/// Frees a value and what it holds; null does nothing.
 DOVA_HOST_EXPORT void kaDestroyArray(kaArray* array) noexcept;
 
 DOVA_HOST_EXPORT kaClassID kaGetClassID(const kaArray* array) noexcept;
@@ -96,16 +95,16 @@ DOVA_HOST_EXPORT bool kaIsLogicalScalar(const kaArray* array) noexcept;
 /// Whether the array is a logical scalar and true. A double, even 1, gives false.
 DOVA_HOST_EXPORT bool kaIsLogicalScalarTrue(const kaArray* array) noexcept;
 
-/// The first number of a numeric or logical array (true is 1), a uint64 beyond 2^53 rounded to the
-/// next double; NaN for an empty array and for every other class.
+/// The first element of a numeric or logical array as a double: true is 1, a uint64 beyond 2^53 is
+/// rounded to the nearest double. NaN for an empty array and for every other class.
 DOVA_HOST_EXPORT double kaGetScalar(const kaArray* array) noexcept;
 
-/// As `kaGetScalar`, of the element at `index`, counted from 0 column by column; NaN beyond them.
+/// As `kaGetScalar`, for the element at `index`, counted from 0 column by column; NaN beyond them.
 DOVA_HOST_EXPORT double kaGetElement(const kaArray* array, std::size_t index) noexcept;
 
-/// The first number of a numeric or logical array, exact for a uint64. Others become one as the
-/// language converts: rounded to the nearest, halves away from zero, and the nearest limit where
-/// they lie beyond the range. 0 for not-a-number, an empty array and every other class.
+/// The first element of a numeric or logical array as a uint64. A double is rounded to the nearest
+/// whole number, a half away from zero; what lies beyond the range becomes the nearest limit. 0 for
+/// not-a-number, an empty array and every other class.
 DOVA_HOST_EXPORT std::uint64_t kaGetUInt64Scalar(const kaArray* array) noexcept;
 
 /// All characters of a character array, column by column; empty for every other class.
@@ -125,22 +124,22 @@ DOVA_HOST_EXPORT const std::vector<std::u16string>& kaGetFieldNames(const kaArra
 /// value that was given as null, and for every other class.
 DOVA_HOST_EXPORT const kaArray* kaGetField(const kaArray* array, std::u16string_view name) noexcept;
 
-/// The object of an object array, which lives at least as long as the array; null for every other
-/// class. It is the object itself: a change to it is seen by all who hold it.
+/// The object of an object array, not a copy: all who hold it see a change. It lives at least as
+/// long as the array. Null for every other class.
 DOVA_HOST_EXPORT kaObject* kaGetObject(const kaArray* array) noexcept;
 
-/// As `kaGetObject`, for those who keep it longer than the array.
+/// As `kaGetObject`, with a share that keeps the object longer than the array.
 DOVA_HOST_EXPORT std::shared_ptr<kaObject> kaShareObject(const kaArray* array) noexcept;
 
 namespace matrix {
 
-/// Whether it is 1 x 1, of any class.
+/// Whether the array is 1 x 1, of any class.
 DOVA_HOST_EXPORT bool isScalar(const kaArray* array) noexcept;
 
 /// Whether there are no elements. A struct without fields is one element.
 DOVA_HOST_EXPORT bool isEmpty(const kaArray* array) noexcept;
 
-/// Whether it has one row, with any number of columns. An empty text, 0 x 0, has none.
+/// Whether the array has one row, with any number of columns. An empty text, 0 x 0, has none.
 DOVA_HOST_EXPORT bool isRowVector(const kaArray* array) noexcept;
 
 }  // namespace matrix

@@ -8,8 +8,8 @@ DOVA_HOST_EXPORT bool svGraphicsHasDisplay() noexcept;
 
 namespace host {
 
-/// Decides the answer of `svGraphicsHasDisplay`. The embedded platform has no desktop module, so
-/// the environment's DISPLAY is not asked: a program that brings such a module says so before it
+/// Sets what `svGraphicsHasDisplay` answers. The embedded platform has no desktop module and does
+/// not ask the environment's DISPLAY: a program that brings such a module calls this before it
 /// loads the web module. Main thread.
 DOVA_HOST_EXPORT void setHasDisplay(bool hasDisplay) noexcept;
 

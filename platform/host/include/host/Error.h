@@ -11,7 +11,7 @@ namespace host {
 /// an error of their own language.
 class DOVA_HOST_EXPORT Error : public std::runtime_error {
 public:
-    /// `identifier` has colons between its parts: "ribo:NoMatchingSignature".
+    /// `identifier` has colons between its parts, "ribo:NoMatchingSignature"; `text` is UTF-8.
     Error(std::string identifier, const std::string& text);
     ~Error() override;
 

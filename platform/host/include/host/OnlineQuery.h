@@ -12,7 +12,7 @@ DOVA_HOST_EXPORT bool isVantrolOnline() noexcept;
 
 namespace host {
 
-/// Decides the answer of `vnonline::util::isVantrolOnline`. Main thread.
+/// Sets the answer of `vnonline::util::isVantrolOnline`. Main thread.
 DOVA_HOST_EXPORT void setVantrolOnline(bool isOnline) noexcept;
 
 }  // namespace host

@@ -7,11 +7,11 @@
 
 namespace host {
 
-/// The text in UTF-8 (RFC 3629). A lone surrogate becomes its three bytes, which UTF-8 proper does
-/// not have: so every text comes back as it was.
+/// The text in UTF-8 (RFC 3629). A lone surrogate becomes three bytes that the standard forbids, so
+/// that fromUtf8() gives every text back as it was.
 DOVA_HOST_EXPORT std::string toUtf8(std::u16string_view text);
 
-/// The way back. Bytes that are no UTF-8 become one U+FFFD each.
+/// The text of these bytes. Each byte that is no UTF-8 becomes U+FFFD.
 DOVA_HOST_EXPORT std::u16string fromUtf8(std::string_view bytes);
 
 }  // namespace host

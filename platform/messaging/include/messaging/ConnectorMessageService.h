@@ -4,22 +4,22 @@
 
 namespace tdom::messaging {
 
-/// A named participant of the process's message bus: what the library and the host use to publish
-/// and to hear texts. It takes MessageBus::current() when it is made and stays with it.
+/// One connector on the process's message bus: the library and the host publish and hear texts
+/// through it. It stays with the bus that MessageBus::current() gave when it was made.
 ///
-/// Safe to use from any thread. Callbacks run on the bus's delivery thread; a callback may destroy
-/// the service it belongs to.
+/// Any thread. Callbacks run on the bus's delivery thread, with the rules of MessageBus; a callback
+/// may destroy the service it belongs to.
 class DOVA_MESSAGING_EXPORT ConnectorMessageService {
 public:
-    /// Attaches to the process's bus; the name is for diagnostics.
+    /// The name is for diagnostics; two services may have the same.
     explicit ConnectorMessageService(const std::string& name);
     ConnectorMessageService(const ConnectorMessageService&) = delete;
     ConnectorMessageService& operator=(const ConnectorMessageService&) = delete;
     /// Ends every subscription that is left.
     ~ConnectorMessageService();
 
-    /// Hears what other connectors publish on exactly this channel from now on. Returns a handle
-    /// for unsubscribe(), never 0.
+    /// Hears what other connectors publish on exactly this channel from now on. Gives a handle for
+    /// unsubscribe(), never 0.
     std::uint32_t subscribe(const std::string& channel,
                             std::function<void(const std::string& text)> callback);
 
@@ -27,7 +27,7 @@ public:
     void unsubscribe(std::uint32_t handle);
 
     /// Publishes a text (UTF-8) to every other connector's subscriptions of the channel. Returns
-    /// at once; the order per channel is kept.
+    /// before they are called; the order of texts is kept.
     void publish(const std::string& channel, const std::string& text);
 
 private:

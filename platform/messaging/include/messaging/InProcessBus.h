@@ -12,11 +12,11 @@ struct Route;
 struct Subscription;
 class SubscriptionTable;
 
-/// The bus of a single process: a queue, a wake-up, and deliver() that empties the queue.
+/// The bus of a single process: a queue, a wake-up, and deliver(), which empties the queue.
 ///
-/// The thread that calls deliver() is the delivery thread; only one may. There is one total order
-/// over all channels: the order in which publish() was entered. A text that nobody else hears at
-/// the moment of publishing is dropped there and costs one look-up. The queue is not bounded.
+/// The thread that calls deliver() is the delivery thread; only one may. Texts are delivered in one
+/// order over all channels, in which they were published. A text that nobody else hears when it is
+/// published is dropped there and costs one look-up. The queue has no bound.
 class DOVA_MESSAGING_EXPORT InProcessBus : public MessageBus {
 public:
     InProcessBus();
@@ -33,20 +33,19 @@ public:
                         std::string text) override;
     Place lastKnown() const override;
 
-    /// Sets what asks the delivery thread to call deliver(). It runs on the publishing thread,
-    /// without a lock held, once for each batch: for the first text that is queued after
-    /// deliver() began; else by deliver() itself, at its end, when texts are left. It is called at
-    /// once when texts are waiting already. It must not throw.
-    /// An empty function takes it back.
+    /// Sets what asks the delivery thread to call deliver(); an empty function takes it back. It is
+    /// called once for each batch, with no lock held: on the publishing thread for the first text
+    /// after deliver() began, else by deliver() at its end when texts are left; at once, here, when
+    /// texts wait already. It must not throw.
     void setWake(std::function<void()> wake);
 
-    /// So many texts take about a millisecond when they are heard by a gateway.
+    /// Texts in one deliver(). So many take about a millisecond when a gateway hears them.
     static constexpr std::size_t largestBatch = 1000;
 
-    /// Delivers what was queued when it began, but at most `largestBatch` texts, and returns how
-    /// many they were; the rest, and what callbacks publish, waits for the next call, so that the
-    /// delivery thread gets at its other work in between. Called again from within a callback it
-    /// goes on with the texts that are left, in order. The bus must outlive the call.
+    /// Delivers what was queued when it began, but at most `largestBatch` texts, and gives how many
+    /// they were. The rest, and what callbacks publish, waits for the next call: the delivery
+    /// thread has other work, too. Called again from within a callback it goes on with the texts
+    /// that are left, in order. The bus must outlive the call.
     std::size_t deliver();
 
     bool idle() const override;

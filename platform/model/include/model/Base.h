@@ -13,11 +13,11 @@
 namespace tdom {
 
 /// A handle to an element of the model document: one pointer, cheap to copy. Handles share the
-/// element, which lives until the last of them goes and then leaves its model. An empty handle has
-/// no element; only `operator bool`, comparison and `as` may be asked of it.
+/// element: it leaves its model and is deleted with the last of them. An empty handle has no
+/// element; only `operator bool`, comparison and `as` may be used on it. One thread, the model's.
 ///
-/// Every kind of element is a pair: the handle (`Button`) and what it points to (`Button::Impl`),
-/// in parallel hierarchies. A handle converts to the handles of its bases; `as` goes the other way.
+/// Every kind of element is a pair: the handle (`Button`) and what it points to (`Button::Impl`).
+/// A handle converts to the handles of its bases; `as` goes the other way.
 class DOVA_MODEL_EXPORT Base {
 public:
     class Impl;
@@ -37,7 +37,7 @@ public:
     }
 
 protected:
-    /// A new element in `model`; an empty handle when the model is empty or the UUID is taken.
+    /// A new element in `model`; an empty handle when `model` is empty or has `uuid` already.
     template <class Handle>
     static Handle createIn(const pf::zero::Ref<pf::zero::Model>& model, const pf::zero::Uuid& uuid);
 
@@ -51,7 +51,7 @@ private:
     pf::zero::Ref<Impl> m_impl;
 };
 
-/// What every other handle is made of: `Self` is the handle, `Parent` the one it extends.
+/// The base of every other handle: `Self` is the handle, `Parent` the one that it extends.
 template <class Self, class Parent>
 class HandleOf : public Parent {
 public:
@@ -61,11 +61,11 @@ public:
     }
 };
 
-/// A handle to a kind of which there are elements, not only kinds that extend it.
+/// A handle to a kind that has elements of its own, not only kinds that extend it.
 template <class Self, class Parent>
 class KindOf : public HandleOf<Self, Parent> {
 public:
-    /// A new element in `model`. Empty when `model` is empty or `uuid` is taken there.
+    /// A new element in `model`. Empty when `model` is empty or has `uuid` already.
     static Self create(const pf::zero::Ref<pf::zero::Model>& model,
                        const pf::zero::Uuid& uuid = pf::zero::Uuid::generate()) {
         return Base::createIn<Self>(model, uuid);
@@ -89,11 +89,11 @@ public:
     };
     static const Type s_type;
 
-    /// A text that the program gives the element, by which others may address it; empty at first.
+    /// A text by which others may address the element; empty at first. May occur more than once.
     void setTag(std::u16string_view tag) { write(m_tag, tag); }
     const std::u16string& getTag() const noexcept { return m_tag.value; }
 
-    /// The tag when there is one, else the UUID's text. The client addresses elements by it.
+    /// The tag, or the UUID's text when the tag is empty. The page addresses elements by it.
     std::u16string getId() const;
 
     /// "Button", "CheckBox", "ComboBox", "Edit", "Text" ...

@@ -14,7 +14,7 @@ public:
     class Impl;
 };
 
-/// A label, an icon and a state that may be on or off.
+/// An element with a label, an icon and a state that is on or off.
 class DOVA_MODEL_EXPORT BaseButton::Impl : public Element::Impl {
 public:
     static const Type s_type;
@@ -31,7 +31,7 @@ public:
     void setCheckable(bool checkable) { write(m_checkable, checkable); }
     bool isCheckable() const noexcept { return m_checkable.value; }
 
-    /// Whether the element is on; false at first. Kept whether it is checkable or not.
+    /// Whether the element is on; false at first. Stored whether it is checkable or not.
     void setChecked(bool checked) { write(m_checked, checked); }
     bool isChecked() const noexcept { return m_checked.value; }
 

@@ -16,7 +16,7 @@ class DOVA_MODEL_EXPORT Button::Impl : public BaseButton::Impl {
 public:
     static const Type s_type;
 
-    /// Whether Enter presses this button; false at first. Other buttons are not changed by it.
+    /// Whether Enter presses this button; false at first. Changes no other button.
     void setDefaultbutton(bool isDefault) { write(m_defaultbutton, isDefault); }
     bool isDefaultbutton() const noexcept { return m_defaultbutton.value; }
 

@@ -26,7 +26,7 @@ struct Change {
     /// The property's name; for `Created` and `Removed` the element's type name. Static storage.
     std::string_view name;
     Value value;
-    /// What `value` was before; not for sequences, whose edit says what went.
+    /// The value before; not set for a sequence, whose edit says how many items went.
     Value before = {};
 };
 

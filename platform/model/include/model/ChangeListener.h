@@ -7,22 +7,22 @@
 
 namespace pf::zero {
 
-/// Hears what changes in a model, for example to mirror it elsewhere.
+/// Hears what changes in a model. On the model's thread.
 class ChangeListener {
 public:
     virtual ~ChangeListener() = default;
 
-    /// Whether changes of this property are to be recorded; all are unless the listener says
-    /// otherwise. Asked for every change, so it must be quick.
+    /// Whether changes of this property are recorded; the base says yes for all. Asked at every
+    /// change of a value, so it must be quick.
     virtual bool hears(std::string_view property) const noexcept {
         static_cast<void>(property);
         return true;
     }
 
-    /// `batch` holds what was committed as one, oldest first; it is valid during the call only.
-    /// Comes on the model's thread, from within the write that completed the batch. May read and
-    /// write the model: what it writes comes as the next batch, after this call, never nested.
-    /// May unset or destroy itself (it unsets itself from the model first).
+    /// Gets what was committed as one, oldest first; `batch` is valid during the call only. Called
+    /// from within the write that completed the batch. May read and write the model: what it writes
+    /// comes as the next batch, after this call, never nested. May destroy the listener after it
+    /// took it from the model with `setChangeListener(nullptr)`.
     virtual void onChanges(const std::vector<Change>& batch) noexcept = 0;
 };
 

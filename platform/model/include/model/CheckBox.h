@@ -10,8 +10,9 @@ class DOVA_MODEL_EXPORT CheckBox : public HandleOf<CheckBox, BaseButton> {
 public:
     class Impl;
 
-    /// A new element in `model`, on or off from the start. Empty when `model` is empty or `uuid` is
-    /// taken there. An element that starts on is one batch: its creation and the property.
+    /// A new element in `model` that is on or off from the start. Empty when `model` is empty or
+    /// has `uuid` already. For an element that starts on, its creation and the property are one
+    /// batch.
     static CheckBox create(const pf::zero::Ref<pf::zero::Model>& model,
                            const pf::zero::Uuid& uuid = pf::zero::Uuid::generate(),
                            bool checked = false);

@@ -18,8 +18,8 @@ public:
     class Impl;
 };
 
-/// Items, which of them is current, and a field that may be edited. Each is on its own: no setter
-/// changes another property, and an index is not compared with the number of items.
+/// Items, the position of the current one, and the text of the field. No setter changes another
+/// property; an index is not compared with the number of items.
 class DOVA_MODEL_EXPORT ComboBox::Impl : public Element::Impl {
 public:
     using Items = pf::zero::PrimitiveSequence<std::u16string>;
@@ -28,10 +28,10 @@ public:
 
     /// The items, plain texts in their order; none at first. The sequence belongs to the element.
     const Items& getItems() const noexcept { return m_items; }
-    /// For changing them; each call on the sequence is one change, however many items it moves.
+    /// The same to change them; each call on the sequence is one change.
     Items& getItemsMutable() noexcept { return m_items; }
 
-    /// The position of the current item, from 0; -1, which is the value at first, for none.
+    /// The position of the current item, counted from 0; -1 for none, as at first.
     void setCurrentindex(std::int32_t index) { write(m_currentindex, index); }
     std::int32_t getCurrentindex() const noexcept { return m_currentindex.value; }
 

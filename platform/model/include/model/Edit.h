@@ -14,7 +14,7 @@ public:
     class Impl;
 };
 
-/// A field with one line of text.
+/// A field in which the user types one line of text.
 class DOVA_MODEL_EXPORT Edit::Impl : public Element::Impl {
 public:
     static const Type s_type;

@@ -21,16 +21,16 @@ class DOVA_MODEL_EXPORT Element::Impl : public Base::Impl {
 public:
     static const Type s_type;
 
-    /// Whether the element is shown; true at first. Independent of its parents.
+    /// Whether the element is shown; true at first. Says nothing of what it stands in.
     void setVisible(bool visible) { write(m_visible, visible); }
     bool isVisible() const noexcept { return m_visible.value; }
 
-    /// Whether the user may operate the element; no value says nothing, which counts as enabled.
-    /// From no value to true is a change.
+    /// Whether the user may operate the element. It has no value at first, which counts as enabled;
+    /// a step from no value to true is a change.
     void setEnabled(std::optional<bool> enabled) { write(m_enabled, enabled); }
     bool isEnabled() const noexcept { return m_enabled.value.value_or(true); }
 
-    /// Plain text shown when the user points at the element; empty for none.
+    /// Plain text that is shown when the user points at the element; empty for none.
     void setTooltip(std::u16string_view tooltip) { write(m_tooltip, tooltip); }
     const std::u16string& getTooltip() const noexcept { return m_tooltip.value; }
 

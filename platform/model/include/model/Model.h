@@ -17,13 +17,13 @@ namespace pf::zero {
 
 /// A document of elements that tells one listener, in order, what changes in it.
 ///
-/// The model registers its elements by UUID and does not own them; an element that loses its last
-/// reference leaves. Elements may outlive the model: they keep their values and record nothing.
-/// A model and everything in it belong to one thread; nothing here locks.
+/// The model knows its elements by UUID and does not own them: an element leaves it with the last
+/// reference. Elements may outlive the model; they keep their values and record nothing. A model
+/// and everything in it belong to one thread; nothing here locks.
 class DOVA_MODEL_EXPORT Model {
 public:
-    /// While one lives, changes collect; when the outermost one of the model ends they are
-    /// committed as one batch, in the order they were made. An empty `model` makes a group that
+    /// While a group lives, changes collect. When the outermost group of the model ends they are
+    /// committed as one batch, in the order in which they were made. With an empty `model` a group
     /// does nothing.
     class DOVA_MODEL_EXPORT ChangeGroup {
     public:
@@ -43,36 +43,37 @@ public:
     Model& operator=(const Model&) = delete;
 
     void addRef() noexcept { ++m_references; }
-    /// Deletes the model with the last reference. Its elements are not changed by that.
+    /// Deletes the model with the last reference. Its elements keep their values.
     void removeRef() noexcept;
 
     /// Makes `listener`, not owned, the one that hears every change from now on; null for nobody.
-    /// Records that were not yet delivered are dropped: a new listener starts from the state as it
-    /// is, for example from `forEachElement`. The listener unsets itself before it is destroyed.
+    /// Drops the records that were not delivered yet: a new listener starts from the state as it
+    /// is, for example with `forEachElement`. Set another listener, or null, before one is
+    /// destroyed.
     void setChangeListener(ChangeListener* listener) noexcept;
 
     /// Whether changes are recorded, which is when there is a listener.
     bool isRecording() const noexcept { return m_listener != nullptr; }
-    /// Whether changes of this property are: when the listener hears them.
+    /// Whether changes of this property are recorded, which is when the listener hears it.
     bool isRecording(std::string_view property) const noexcept {
         return m_listener != nullptr && m_listener->hears(property);
     }
 
-    /// Whether records wait for their batch to be complete: a group is open, or a listener is being
-    /// called. A listener hears of them for certain, so it may put off what needs their end.
+    /// Whether records wait for their batch to be complete, because a group is open or the listener
+    /// is being called. The listener gets them later, so it may put off what needs them.
     bool hasUncommitted() const noexcept { return !m_pending.empty(); }
 
-    /// Registers an element, for the libraries that define elements. Gives false and changes
-    /// nothing when the element is already in a model or its UUID is taken in this one.
+    /// Adds an element, for the libraries that define elements. Gives false and changes nothing
+    /// when the element is in a model already, or this model has its UUID already.
     bool insert(ModelElement& element);
 
-    /// The element of that name; empty when there is none.
+    /// The element with that UUID; empty when there is none.
     Ref<ModelElement> find(const Uuid& uuid) const;
 
     std::size_t elementCount() const noexcept;
 
-    /// Calls `visitor` for each element in the order they came. The visitor may add and remove
-    /// elements: the new ones are not visited, the removed ones still are.
+    /// Calls `visitor` for each element, in the order in which they came. The visitor may add and
+    /// remove elements: new ones are not visited, removed ones still are.
     void forEachElement(const std::function<void(const ModelElement&)>& visitor) const;
 
 private:

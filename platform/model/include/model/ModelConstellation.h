@@ -2,8 +2,8 @@
 
 namespace pf::zero {
 
-/// Says which parts a model is made of. The embedded model has one part and nothing to choose, so
-/// this is empty; it keeps the place that a site's own model library fills.
+/// Which parts a model has. The embedded model has one part and nothing to choose, so this is
+/// empty; another platform's model library has its choice here.
 struct ModelConstellation {};
 
 }  // namespace pf::zero

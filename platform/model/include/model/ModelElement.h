@@ -17,8 +17,8 @@ namespace pf::zero {
 
 class Model;
 
-/// What a model knows of its elements: a name, a type, properties. The model registers elements
-/// and does not own them; references do. Used on the model's thread only.
+/// What a model knows of its elements: a UUID, a type, properties. References own an element, its
+/// model does not. On the model's thread only.
 class DOVA_MODEL_EXPORT ModelElement {
 public:
     /// Called with each property's name and present value.
@@ -28,15 +28,15 @@ public:
     ModelElement& operator=(const ModelElement&) = delete;
 
     void addRef() noexcept { ++m_references; }
-    /// With the last reference the element leaves its model, which is a change, and is deleted.
+    /// With the last reference the element leaves its model, which is recorded, and is deleted.
     void removeRef() noexcept;
 
     const Uuid& getUuid() const noexcept { return m_uuid; }
 
-    /// Null when the element never entered a model or outlived it. Not a new reference.
+    /// Null when the element never entered a model, or outlived it. Not a new reference.
     Model* model() const noexcept { return m_model; }
 
-    /// The name that change records give the element's type. Static storage.
+    /// The name of the element's type in change records. Static storage.
     virtual std::string_view typeName() const noexcept = 0;
 
     /// Calls `visitor` for every property, set or not, in a fixed order. A property without a value
@@ -47,8 +47,8 @@ protected:
     explicit ModelElement(const Uuid& uuid) noexcept : m_uuid(uuid) {}
     virtual ~ModelElement();
 
-    /// Stores `given` and records it under `property`, unless it equals what is stored. Without a
-    /// listener this is a comparison and an assignment.
+    /// Stores `given` and records it under `property`. An equal value changes and records nothing.
+    /// Without a listener this is a comparison and an assignment.
     template <class Stored, class Given>
     void write(Stored& stored, const Given& given, std::string_view property) {
         if (isSame(stored, given)) {

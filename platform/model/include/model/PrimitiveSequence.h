@@ -13,14 +13,15 @@ namespace pf::zero {
 
 /// An ordered sequence of primitive items (`bool`, `std::int32_t` or `std::u16string`) that is a
 /// property of an element. Each modification is one change of the model, however many items it
-/// moves, and the record holds only the items that came.
+/// moves; its record holds only the items that came. On the model's thread.
 template <class T>
 class PrimitiveSequence {
 public:
     using const_iterator = typename std::vector<T>::const_iterator;
     using const_reference = typename std::vector<T>::const_reference;
 
-    /// A member of `owner`, which records its changes as `property` (static storage).
+    /// Belongs to `owner` as a member; its changes are recorded as those of `property` (static
+    /// storage).
     PrimitiveSequence(ModelElement& owner, std::string_view property) noexcept
         : m_owner(owner), m_property(property) {}
     PrimitiveSequence(const PrimitiveSequence&) = delete;
@@ -40,8 +41,8 @@ public:
         recordEdit(size() - 1, 0, 1);
     }
 
-    /// Puts `items` before position `index` in their order; an index beyond the end appends. No
-    /// items, no change. `items` is not this sequence's own `items()`.
+    /// Puts `items` before position `index`, in their order; an index beyond the end appends. No
+    /// items make no change. REQUIRES: `items` is not this sequence's own `items()`.
     void insert(std::size_t index, const std::vector<T>& items) {
         if (items.empty()) {
             return;

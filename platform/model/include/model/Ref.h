@@ -6,9 +6,8 @@ namespace pf::zero {
 
 /// A counted reference to an object that keeps its own count.
 ///
-/// `T` offers `addRef()` and `removeRef()`; a new object starts with the count 0, so the first
-/// `Ref` made from its pointer becomes its first holder. Copying adds a reference, destruction
-/// removes one, and the object deletes itself with the last. Not for use from several threads.
+/// `T` has `addRef()` and `removeRef()`, and starts with the count 0. Each Ref is one reference;
+/// the object deletes itself with the last. All references to an object belong to one thread.
 template <class T>
 class Ref {
 public:
@@ -36,7 +35,7 @@ public:
         return *this;
     }
 
-    /// The object, still owned by its references; null when empty.
+    /// The object, not a new reference; null when empty.
     T* get() const noexcept { return m_object; }
 
     /// REQUIRES: not empty.

@@ -11,8 +11,9 @@ namespace pf::zero {
 /// One item of a sequence.
 using Primitive = std::variant<bool, std::int32_t, std::u16string>;
 
-/// One modification of an ordered sequence of `sizeBefore` items: at `index`, `removed` items went
-/// and `inserted` took their place. A whole sequence is the edit that makes it from an empty one.
+/// One modification of a sequence of `sizeBefore` items: at position `index`, counted from 0,
+/// `removed` items went and `inserted` took their place. A whole sequence is the edit that makes it
+/// from an empty one.
 struct SequenceEdit {
     std::size_t index = 0;
     std::size_t removed = 0;

@@ -8,7 +8,7 @@
 
 namespace tdom {
 
-/// A handle to a text that the user reads.
+/// A handle to a text.
 class DOVA_MODEL_EXPORT Text : public KindOf<Text, Element> {
 public:
     class Impl;

@@ -18,7 +18,7 @@ public:
     Uuid() noexcept = default;
     explicit Uuid(const Bytes& bytes) noexcept : m_bytes(bytes) {}
 
-    /// A new random UUID (RFC 4122, version 4, variant 10x). The operating system is asked for
+    /// A new random UUID (RFC 4122, version 4, variant 10x). Asks the operating system for
     /// randomness once a thread; after that a call costs some nanoseconds. Not for secrets: who
     /// sees enough of them can tell the next. Any thread.
     static Uuid generate();

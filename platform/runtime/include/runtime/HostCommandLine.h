@@ -11,11 +11,10 @@ class App;
 
 namespace DOVA::runtime {
 
-/// The options that every served program takes, added to the program's own command line:
-/// `--port N`, `--bind ADDRESS`, `--allow-remote`, `--host NAME`, `--origin URL`,
-/// `--token-file FILE`, `--theme FILE`, `--log-level LEVEL`, and `--version`, which tells the
-/// version of this library unless `app` has a version flag; beside the `--help` that CLI::App
-/// brings along.
+/// Adds the options of every served program to a program's own command line: `--port N`,
+/// `--bind ADDRESS`, `--allow-remote`, `--host NAME`, `--origin URL`, `--token-file FILE`,
+/// `--theme FILE`, `--log-level LEVEL`, and `--version` with the version of this library, unless
+/// `app` has a version flag. `--help` is CLI::App's own.
 class DOVA_RUNTIME_EXPORT HostCommandLine {
 public:
     /// Adds the options; `app` and this object must stay where they are until parse() is done. The
@@ -24,12 +23,12 @@ public:
     HostCommandLine(const HostCommandLine&) = delete;
     HostCommandLine& operator=(const HostCommandLine&) = delete;
 
-    /// Reads the command line. Gives the exit code when the program is to end at once: 0 after
-    /// `--help` or `--version`, whose text goes to standard output; 2 for a bad command line, of
-    /// which one line on standard error tells.
+    /// Reads the command line. Gives the exit code when the program must end at once: 0 after
+    /// `--help` or `--version`, which print on standard output; 2 for a bad command line, after one
+    /// line on standard error.
     std::optional<int> parse(int argc, const char* const* argv);
 
-    /// What was asked for; the defaults before parse().
+    /// The options of the command line; the defaults before parse().
     const HostOptions& options() const { return m_options; }
 
 private:

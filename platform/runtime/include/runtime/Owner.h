@@ -8,19 +8,19 @@
 
 namespace DOVA::runtime {
 
-/// What a later call belongs to: made while it lives, and then able to tell whether it still does.
-/// A value: threads may hold and pass on copies for as long as they like.
+/// The object that a later call belongs to. Made while the object lives; tells afterwards whether
+/// it still does. Any thread may keep and pass on copies for as long as it likes.
 class DOVA_RUNTIME_EXPORT Owner {
 public:
-    /// A front object, as a dialog or a widget. Main thread; explicit, for a thread that has no
-    /// more than the object itself would have to touch it for that.
+    /// A front object, such as a dialog or a widget. Main thread. Explicit, because this touches
+    /// the object: another thread must be given the Owner, not the object.
     explicit Owner(const DVObject& object);
-    /// Anything shared, which lives as long as somebody has a share. The call that belongs to it
-    /// has one while it runs. Any thread.
+    /// Anything shared, which lives as long as somebody has a share. A call that belongs to it has
+    /// a share while it runs. Any thread.
     explicit Owner(std::weak_ptr<const void> shared);
 
-    /// A call that makes this one if the owner lives at that moment, else nothing. To be called and
-    /// destroyed where the owner is destroyed: on the main thread.
+    /// A call that runs `callable` if the owner lives then, and does nothing else. Call and destroy
+    /// it on the main thread, where the owner is destroyed.
     std::function<void()> whileAlive(std::function<void()> callable) const;
 
 private:

@@ -7,8 +7,8 @@
 
 namespace DOVA::runtime {
 
-/// Watches one call that is due later and can cancel it. A copy watches the same call; letting the
-/// last one go leaves the call in place. May outlive the host. Main thread.
+/// Watches one later call and can cancel it. A copy watches the same call. The call stays when the
+/// last copy goes. A timer may outlive the host. Main thread.
 class DOVA_RUNTIME_EXPORT Timer {
 public:
     struct Call;
@@ -17,8 +17,8 @@ public:
     Timer() = default;
     explicit Timer(std::weak_ptr<Call> call) : m_call(std::move(call)) {}
 
-    /// Takes the call back; its callable is destroyed before this returns. Without effect when it
-    /// has begun, is over or was cancelled before.
+    /// Takes the call back; its callable is destroyed before this returns. Does nothing when the
+    /// call has begun, is over or was cancelled before.
     void cancel();
     /// Whether the call is still to come.
     bool isPending() const;

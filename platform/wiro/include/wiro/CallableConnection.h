@@ -20,16 +20,17 @@ struct CallableHolder {
 
 }  // namespace detail
 
-/// A connection to any callable, which it owns. Lives as long as the emitter, or until its
-/// Subscription cuts it; the callable is destroyed when no emission uses it any more.
+/// A connection to any callable, which it owns. It lasts as long as the emitter, or until its
+/// Subscription cuts it. The callable is destroyed when no emission uses it any more, on the thread
+/// that used or cut it last.
 template <class Callable, class R, class... Args>
 class CallableConnection final : private detail::CallableHolder<Callable>,
                                  public ConnectionX<R, Args...> {
 public:
-    /// REQUIRES: the global connection lock, for writing.
+    /// REQUIRES: the caller holds the global connection lock for writing.
     template <class Source>
     CallableConnection(EmitterBase* emitter, Source&& source)
-        // The callable comes first: if copying it throws, there is no link yet.
+        // The callable comes first: if copying it throws, there is no connection yet.
         : detail::CallableHolder<Callable>{std::forward<Source>(source)},
           ConnectionX<R, Args...>(nullptr, emitter) {
         this->open();
@@ -45,7 +46,9 @@ public:
     }
 };
 
-/// Connects a callable that takes what the emitter sends, or nothing at all.
+/// Connects a callable that takes what the emitter sends, or nothing at all. The connection keeps a
+/// copy of it. Any thread; takes the global connection lock itself. Who drops the answer leaves the
+/// connection in place.
 template <class R, class... Args, class Callable>
 Subscription connect(Emitter<R(Args...)>& emitter, Callable&& callable) {
     using Implementation = CallableConnection<std::decay_t<Callable>, R, Args...>;

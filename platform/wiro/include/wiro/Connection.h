@@ -16,15 +16,15 @@ struct Link;
 struct Retired;
 }  // namespace detail
 
-/// One link from an emitter to a receiver. Made with `new` under the global connection lock; from
-/// then on it belongs to the signal library, which deletes it after it was disconnected from either
-/// end, and never while its handler runs on any thread.
+/// Joins an emitter to a receiver. Made with `new` under the global connection lock; the signal
+/// library owns it from then on. It deletes a connection that was cut from either end, but never
+/// while its handler runs on any thread.
 class DOVA_WIRO_EXPORT Connection {
 public:
-    /// Links `emitter` (not null) with `listener`; with a null listener the link lives as long as
-    /// the emitter. Nothing is delivered before open(). REQUIRES: the global connection lock, for
-    /// writing; and that no constructor of a derived class throws after this one, since the link
-    /// stands from here on.
+    /// Joins `emitter` (not null) to `listener`. With a null listener the connection lasts as long
+    /// as the emitter. Nothing is delivered before open(). REQUIRES: the caller holds the global
+    /// connection lock for writing; no constructor of a derived class throws after this one,
+    /// because the emitter knows the connection from here on.
     Connection(Listener* listener, EmitterBase* emitter);
     virtual ~Connection();
     Connection(const Connection&) = delete;
@@ -35,18 +35,18 @@ public:
     /// The mangled result and operation types, for diagnostics.
     virtual std::string signature() const = 0;
 
-    /// Cuts the link; does nothing when it is cut already. Emissions of this thread that are under
-    /// way skip it; a handler that runs on another thread is waited for, so the caller must hold no
-    /// lock that such a handler takes. Afterwards this object may be gone.
+    /// Cuts the connection; one that is cut already stays so. Emissions of this thread that are
+    /// under way skip it. Waits for a handler that runs on another thread: hold no lock that such a
+    /// handler takes. Afterwards this object may be gone.
     void disconnect();
 
-    /// The listener given at construction, to compare with: it may be destroyed.
+    /// The listener given at construction. Only compare the pointer: the listener may be destroyed.
     const Listener* receiver() const { return m_listener; }
     bool isOpen() const { return m_state.load(std::memory_order_acquire) != State::Closed; }
 
 protected:
-    /// Lets deliveries through. The last thing that the constructor of a concrete class does:
-    /// before it, a thread that emits would meet a half-made object.
+    /// Lets deliveries through. The constructor of a concrete class calls it last: before that, a
+    /// thread that emits would meet a half-made object.
     void open();
 
 private:
@@ -55,8 +55,8 @@ private:
     friend class Subscription;
     friend class detail::Emission;
 
-    /// Open for emissions that said just now what they are about to call. Where the system has no
-    /// process-wide barrier, they have to say it with a fence.
+    /// An emission notes what it is about to call, then looks at the state. OpenAfterFence: the
+    /// system has no process-wide barrier, so a fence stands between the two.
     enum class State : unsigned char { Closed, Open, OpenAfterFence };
 
     bool deliversAtOnce() const { return m_state.load(std::memory_order_acquire) == State::Open; }

@@ -4,8 +4,8 @@
 
 namespace WIRO {
 
-/// A connection with its call: what an emitter of the same result and argument types delivers
-/// through. Both ends of a signal agree on this type and on nothing else.
+/// A connection with its call. An emitter of the same result and argument types delivers through
+/// it; both ends of a signal agree on this type and on nothing else.
 template <class R, class... Args>
 class ConnectionX : public Connection {
 public:

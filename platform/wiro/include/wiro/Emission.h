@@ -17,7 +17,7 @@ struct ConnectionList {
 
 /// What one running emission keeps from being deleted.
 struct Pin {
-    /// Added to the address of a list that may be gone already: the emission has yet to look again.
+    /// Added to the address of a list that may be gone already, until the emission looked again.
     static constexpr std::uintptr_t Unsure = 1;
 
     std::atomic<std::uintptr_t> list{0};
@@ -54,8 +54,9 @@ DOVA_WIRO_EXPORT Pin& deepPin(ThreadPins& thread, unsigned depth);
 DOVA_WIRO_EXPORT void collectGarbage();
 
 /// One walk over an emitter's connections. The walk pins the list that it reads with plain stores
-/// (a hazard pointer); whoever wants to delete pays for the ordering with a process-wide memory
-/// barrier. So an emission takes no lock and no atomic read-modify-write. See M. Michael, "Hazard
+/// (a hazard pointer); who wants to delete pays for the ordering with a process-wide memory
+/// barrier. So an emission takes no lock and no atomic read-modify-write, but for the first one of
+/// a thread and for one that ends when there is something to delete. See M. Michael, "Hazard
 /// Pointers", IEEE TPDS 15(6), 2004, and membarrier(2). Once the constructor returns, the emitter
 /// is not touched any more: handlers may destroy it.
 class Emission {

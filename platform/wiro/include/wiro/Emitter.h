@@ -16,16 +16,16 @@ namespace WIRO {
 template <class Signature>
 class Emitter;
 
-/// An emitter of one call. With a void result it is an event: every connection receives it. With
-/// another result it is a request: the first connection answers, and without one the answer is a
-/// default value.
+/// Sends one kind of call. With a void result it is an event: every connection receives it, each
+/// its own copy of the arguments. With another result it is a request: the first connection
+/// answers. Without a connection the answer is a default value.
 template <class R, class... Args>
 class Emitter<R(Args...)> : public EmitterBase {
 public:
     using ConnectionType = ConnectionX<R, Args...>;
 
-    /// Calls the receivers on this thread. An exception from a receiver ends the emission and
-    /// reaches the caller.
+    /// Calls the receivers on this thread, in the order in which they were connected. An exception
+    /// from a receiver ends the emission and reaches the caller.
     R operator()(Args... args) const { return deliver(args...); }
     /// The same by name, for sources in which Qt's word "emit" is not defined.
     R emit(Args... args) const { return deliver(args...); }

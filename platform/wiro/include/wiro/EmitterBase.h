@@ -15,24 +15,26 @@ struct ConnectionList;
 struct Retired;
 }  // namespace detail
 
-/// The sending end of connections, whatever they carry. An emitter may be destroyed at any time, by
-/// its own handlers too: the emission under way then reaches nobody else. Emissions on different
-/// threads do not disturb each other.
+/// The sending end of connections, whatever they carry. Emissions on different threads do not
+/// disturb each other.
 class DOVA_WIRO_EXPORT EmitterBase {
 public:
     EmitterBase() = default;
     EmitterBase(const EmitterBase&) = delete;
     EmitterBase& operator=(const EmitterBase&) = delete;
+    /// Cuts every connection. A handler may do this to its own emitter: the emission under way then
+    /// reaches nobody else. Waits for handlers on other threads, as Connection::disconnect does.
+    /// REQUIRES: no other thread begins an emission meanwhile.
     ~EmitterBase();
 
-    /// As of now; another thread may be connecting or cutting meanwhile.
+    /// How many connections there are now; another thread may be changing that.
     std::size_t numberOfConnections() const noexcept {
         return m_count.load(std::memory_order_acquire);
     }
 
-    /// Delivers the packet to the connections in the order in which they were made; to the first
-    /// one alone with `firstOnly`. Connections made meanwhile are left out, connections cut
-    /// meanwhile are skipped. An exception from a receiver ends the delivery and reaches the
+    /// Delivers the packet to the connections in the order in which they were made; with
+    /// `firstOnly` to the first one alone. Leaves out connections that are made meanwhile, skips
+    /// those that are cut meanwhile. An exception from a receiver ends the delivery and reaches the
     /// caller.
     void sendPacket(const Packet& packet, SendMode mode, bool firstOnly);
 

@@ -5,9 +5,9 @@
 
 namespace WIRO {
 
-/// The one lock that guards every link between an emitter and a listener. Whoever constructs a
-/// Connection holds it for writing; disconnecting takes it by itself. No handler ever runs under
-/// it. Lives until the process ends.
+/// The one lock that guards every connection. Who constructs a Connection holds it for writing;
+/// disconnecting takes it by itself. An emission runs no handler under it. Lives until the process
+/// ends.
 DOVA_WIRO_EXPORT DOVA::ReadWriteLock& GetGlobalConnectionLock();
 
 }  // namespace WIRO

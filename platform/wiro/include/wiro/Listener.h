@@ -6,18 +6,17 @@ namespace WIRO {
 
 class Connection;
 
-/// The receiving end of connections: whoever derives from it is reached by no emitter any more once
-/// it is destroyed.
+/// The receiving end of connections. Its destruction cuts them all, as disconnectAll() does.
 class DOVA_WIRO_EXPORT Listener {
 public:
     Listener() = default;
     Listener(const Listener&) = delete;
     Listener& operator=(const Listener&) = delete;
 
-    /// Cuts every connection to this listener. A handler of it that runs on another thread is
-    /// waited for (the caller must hold no lock that such a handler takes); one that runs on this
-    /// thread goes on and must not touch the listener after it was destroyed. A class whose
-    /// handlers use its own members calls this first in its destructor.
+    /// Cuts every connection to this listener. Waits for a handler of it that runs on another
+    /// thread: hold no lock that such a handler takes. A handler that runs on this thread goes on,
+    /// and must not touch the listener after its destruction. A class whose handlers use its own
+    /// members calls this first in its destructor.
     void disconnectAll();
 
 protected:

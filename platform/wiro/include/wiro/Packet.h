@@ -16,8 +16,8 @@ private:
     Payload& m_payload;
 };
 
-/// How a packet travels. Both are delivered on the calling thread before sendPacket returns;
-/// the difference is for signal libraries that also queue.
+/// How a packet travels. Here both are delivered on the calling thread before sendPacket returns;
+/// a signal library that also queues makes a difference.
 enum class SendMode { Ordinary = 0, Synchronous = 1 };
 
 }  // namespace WIRO

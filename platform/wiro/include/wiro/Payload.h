@@ -14,8 +14,8 @@ public:
     virtual void performDeliver(Connection* connection) = 0;
 };
 
-/// What may be dropped when deliveries pile up. Deliveries never pile up here, because every packet
-/// is delivered before sendPacket returns.
+/// Which packets may be dropped when deliveries pile up. Here they never do: sendPacket delivers
+/// before it returns.
 enum class PacketDropMode { Never = 0 };
 
 }  // namespace WIRO

@@ -8,10 +8,9 @@
 
 namespace DOVA {
 
-/// Many readers or one writer. The writer may lock again, for writing or reading, as often as it
-/// likes, so that code that runs under the lock can call operations that take it themselves, and
-/// gives them back in any order. A reader must not lock again, for reading or writing: a writer
-/// that waits in between would never come to an end. Any thread.
+/// Many readers or one writer, on any thread. The writer may lock again, for writing or reading, as
+/// often as it likes, and unlock in any order: so code under the lock can call operations that take
+/// it themselves. A reader must not lock again: when a writer waits in between, neither goes on.
 class DOVA_WIRO_EXPORT ReadWriteLock {
 public:
     ReadWriteLock() = default;

@@ -11,17 +11,20 @@ namespace detail {
 struct Link;
 }
 
-/// Watches one connection and can cut it. A copy watches the same connection; letting the last one
-/// go leaves the connection in place. Outlives both ends safely.
+/// Watches one connection and can cut it. A copy watches the same connection. The connection stays
+/// when the last copy goes. A subscription may outlive both ends. Any thread, but each object on
+/// one at a time.
 class DOVA_WIRO_EXPORT Subscription {
 public:
     /// Watches nothing.
     Subscription() = default;
-    /// REQUIRES: `connection` is not cut yet, or the global connection lock is held.
+    /// REQUIRES: `connection` is not cut. Where another thread could cut it, the caller holds the
+    /// global connection lock for writing.
     explicit Subscription(Connection& connection);
 
-    /// Cuts the connection, with the rules of Connection::disconnect.
+    /// Cuts the connection, with the rules of Connection::disconnect; one that is gone is ignored.
     void disconnect();
+    /// False, too, for one that watches nothing.
     bool isConnected() const;
 
 private:

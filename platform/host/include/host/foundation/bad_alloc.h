@@ -6,15 +6,14 @@
 
 namespace foundation {
 
-/// The host's own "out of memory".
+/// The host's own exception for "out of memory".
 class DOVA_HOST_EXPORT bad_alloc : public std::bad_alloc {
 public:
     ~bad_alloc() override;
     const char* what() const noexcept override;
 };
 
-/// Throws it so that it can be cloned and carried to another thread (`boost::exception_detail::
-/// clone_base`).
+/// Throws a bad_alloc that can be copied to another thread (`boost::exception_detail::clone_base`).
 [[noreturn]] DOVA_HOST_EXPORT void throwBadAlloc();
 
 }  // namespace foundation

@@ -9,7 +9,8 @@ namespace parutil {
 /// A text that names no value of an enumeration.
 class DOVA_HOST_EXPORT Error_InvalidEnumValue : public host::Error {
 public:
-    /// `validNames` are those that would do, with blanks between them; the text lists them.
+    /// `validNames` are the names of the enumeration, with blanks between them; the text lists
+    /// them.
     explicit Error_InvalidEnumValue(const std::string& validNames);
     ~Error_InvalidEnumValue() override;
 };

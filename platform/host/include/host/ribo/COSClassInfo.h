@@ -10,20 +10,18 @@
 
 namespace ribo {
 
-/// Describes a class of the host's language: how its instances are made, copied and freed, and,
-/// once somebody asks, its members. Handed to COSNamespace::addClass, which shares it with the
-/// class's instances; the last of them ends it with its destructor and `std::free`, so it must
-/// stand at the start of storage that came from `std::malloc` or `std::calloc`.
-///
-/// Main thread.
+/// Describes a class of the host's language: how its instances are made, copied and freed, and its
+/// members. COSNamespace::addClass takes it over; the namespace and the class's instances share it.
+/// The last of them destroys it and frees its storage with `std::free`: so it must stand at the
+/// start of storage from `std::malloc` or `std::calloc`. Main thread.
 class DOVA_HOST_EXPORT COSClassInfo {
 public:
     COSClassInfo(const COSClassInfo&) = delete;
     COSClassInfo& operator=(const COSClassInfo&) = delete;
     virtual ~COSClassInfo();
 
-    /// "JSONArray", and with the namespaces before it, "dova.web.JSONArray", which is also the type
-    /// name of instances in signatures.
+    /// The name, "JSONArray", and the one with the namespaces before it, "dova.web.JSONArray". In
+    /// signatures the full name is the type of the instances.
     InternedString getName() const { return m_name; }
     InternedString getFullName() const { return m_fullName; }
 
@@ -35,25 +33,25 @@ public:
     virtual bool isHidden() const;
     virtual bool isEnumeration() const;
 
-    /// A new instance; each one is ended with deallocateInstance.
+    /// A new instance; deallocateInstance() frees it, and what copyInstance() gives.
     virtual void* allocateInstance() const = 0;
     /// A copy of an instance.
     virtual void* copyInstance(const void* instance) const = 0;
     virtual void deallocateInstance(void* instance) const noexcept = 0;
 
-    /// About how many bytes of memory go with an instance, beside those of the texts that it was
-    /// made of; quick to know. The base says none. The embedded platform's own.
+    /// About how many bytes an instance keeps beside the texts that it was made of; must be quick.
+    /// The base gives 0. The embedded platform's own.
     virtual std::size_t weighInstance(const void* instance) const noexcept;
 
-    /// The members, which the class describes when they are first asked for. They live as long as
-    /// this description.
+    /// The members. The first call has the class describe them; what that throws passes through,
+    /// and the next call tries again. They live as long as this description.
     const ClassMembers& getMembers();
 
 protected:
     /// `qualifiedName` has blanks between its parts: "dova web JSONArray".
     COSClassInfo(std::string name, std::string qualifiedName);
 
-    /// Fills in the members, which are empty; called once, and again only after it threw.
+    /// Fills `members`, which is empty.
     virtual void describeMembers(ClassMembers& members) = 0;
 
 private:

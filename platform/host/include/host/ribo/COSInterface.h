@@ -13,11 +13,11 @@ namespace ribo {
 
 class COSNamespace;
 
-/// What the class-object system hands out where several kinds of thing could be meant.
+/// A thing in the class-object system whose kind the caller does not know yet.
 class DOVA_HOST_EXPORT COSInterface {
 public:
     /// Takes the thing out of the system and frees what the system owns of it, if its description
-    /// allows that; the interface is gone then. Without a client nothing happens.
+    /// allows that; this object is gone then. A null client does nothing.
     virtual void cleanUp(COSClient* client) = 0;
 
 protected:
@@ -25,7 +25,7 @@ protected:
     virtual ~COSInterface();
 };
 
-/// The namespace behind an interface; null for null and for what is no namespace.
+/// `interface` as a namespace; null for null and for what is no namespace.
 DOVA_HOST_EXPORT COSNamespace* cosiToNamespace(COSInterface* interface);
 
 }  // namespace ribo

@@ -15,16 +15,15 @@ namespace ribo {
 class COSNamespaceInfo;
 
 /// A namespace of the host's language: functions, classes and inner namespaces by name. Namespaces
-/// form a tree, in which they are known by their full names, with dots: "dova.web".
+/// form a tree; full names have dots: "dova.web". Main thread.
 ///
-/// Pointers to namespaces and to what they list hold until generation() changes. What a description
-/// throws while members are listed passes through, whoever asked; then none are listed, and the
-/// next who asks has them listed anew. Main thread.
+/// Pointers to namespaces and to what they list are valid until generation() changes. The first
+/// question for a member has the description list them all. What it throws then passes through;
+/// none are listed, and the next question tries again.
 class DOVA_HOST_EXPORT COSNamespace final : public COSInterface {
 public:
-    /// Adds a namespace at the top, or inside `outer`, and takes the description over. A name that
-    /// is there already keeps the namespace that it has, which is given back; the new description
-    /// is freed. Null gives null.
+    /// Adds a namespace at the top, or inside `outer`, and takes the description over. When there
+    /// is one of that name already, gives that one and frees the new description. Null gives null.
     static COSNamespace* addNamespace(COSNamespaceInfo* info);
     static COSNamespace* addNamespace(COSNamespaceInfo* info, COSNamespace& outer);
 
@@ -43,9 +42,9 @@ public:
 
     ~COSNamespace() override;
 
-    /// Frees the namespace, if its description allows it, with those inside, whether theirs do or
-    /// not. Classes live on as long as instances of theirs do, and until then the library stays
-    /// loaded that a class is in, if its namespace is freed before that is unloaded.
+    /// Frees the namespace if its description allows it, with all namespaces inside. A class lives
+    /// on with its instances, and keeps the library loaded that its code is in; for that the
+    /// namespace must be freed before the library is unloaded.
     void cleanUp(COSClient* client) override;
 
     InternedString getName() const { return m_name; }
@@ -54,22 +53,22 @@ public:
 
     /// The inner namespace of that name; null when there is none.
     COSInterface* getInnerNamespace(InternedString name);
-    /// The function or class of that name; null when there is none. The function lives as long as
-    /// the namespace.
+    /// The functions of that name, which live as long as the namespace; the class of that name.
+    /// Null when there is none.
     const OverloadSet* getFunction(InternedString name);
     ClassPointer getClassInside(InternedString name);
 
-    /// Everything, in the order in which it was added. References hold until something is added.
+    /// All of them, in the order in which they were added. References are valid until the next one
+    /// is added.
     std::vector<COSNamespace*> getInnerNamespaces();
     const std::vector<factory::RiboMethod>& getFunctions();
     const std::vector<ClassPointer>& getClasses();
 
-    /// For the description's listMembers and attemptToLoad operations. Adds a function, under its
-    /// own name and beside others of that name.
+    /// For the description's listMembers and attemptToLoad operations. Adds a function under its
+    /// name, as one more overload where there are others.
     void addFunction(factory::RiboMethod function);
-    /// Adds a class and takes its description over, which must have come from `std::malloc` or
-    /// `std::calloc`. A name that is there already keeps its class; the new description is freed.
-    /// Null adds nothing.
+    /// For the same operations. Adds a class and takes its description over. When there is one of
+    /// that name already, it stays, and the new description is freed. Null adds nothing.
     void addClass(COSClassInfo* info);
 
 private:

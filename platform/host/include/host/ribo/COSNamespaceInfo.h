@@ -9,11 +9,9 @@ namespace ribo {
 class COSNamespace;
 class COSMethodSelector;
 
-/// Describes a namespace. Handed to COSNamespace::addNamespace, which owns it from then on and ends
-/// it with its destructor and `std::free`: so it must stand at the start of storage that came from
-/// `std::malloc` or `std::calloc`.
-///
-/// Main thread.
+/// Describes a namespace. COSNamespace::addNamespace takes it over, destroys it and frees its
+/// storage with `std::free`: so it must stand at the start of storage from `std::malloc` or
+/// `std::calloc`. Main thread.
 class DOVA_HOST_EXPORT COSNamespaceInfo {
 public:
     COSNamespaceInfo() = default;
@@ -24,29 +22,31 @@ public:
     /// The last part of the namespace's name: "web".
     virtual InternedString getName() const = 0;
 
-    /// Adds functions and classes to the namespace, when somebody first asks for a member. The base
-    /// adds none.
+    /// Adds functions and classes to `self`. Called when somebody first asks for a member, and
+    /// again only after it threw. The base adds none.
     virtual void listMembers(COSNamespace& self) const;
 
-    /// Whether clean-up may take the namespace away. The base says no.
+    /// Whether COSNamespace::cleanUp may free the namespace. The base says no.
     virtual bool isDestructible() const;
-    /// Whether nobody but its own module may add to the namespace. The base says no.
+    /// Whether nobody but its own module may add to the namespace. The base says no; nobody asks
+    /// here.
     virtual bool isLocked() const;
-    /// Whether a member that is not listed may be looked for with the operations below. The base
-    /// says yes.
+    /// Whether the operations below are called for a member that is not listed. The base says yes.
     virtual bool canLoadDynamicContent() const;
 
-    /// Adds the named member to the namespace, if it can. True when it did. The base cannot.
+    /// Adds the member `name` to `self`; gives true when it did. The base gives false. Nobody asks
+    /// for a type here.
     virtual bool attemptToLoadClass(COSNamespace& self, InternedString name) const;
     virtual bool attemptToLoadFunction(COSNamespace& self, InternedString name) const;
     virtual bool attemptToLoadInnerNamespace(COSNamespace& self, InternedString name) const;
     virtual bool attemptToLoadType(COSNamespace& self, InternedString name) const;
 
-    /// One line, and more than one, for the user; the base gives empty texts.
+    /// One line for the user, and several; the base gives empty texts.
     virtual std::string getDescription() const;
     virtual std::string getDetailedDescription() const;
 
-    /// Who chooses among overloads in place of the system; null, as in the base, for nobody.
+    /// Who chooses among overloads in place of the system; the base gives null, for nobody. Nobody
+    /// asks here.
     virtual COSMethodSelector* getMethodSelector() const;
 };
 

@@ -18,7 +18,7 @@ public:
 
     void addConstructor(factory::RiboMethod constructor);
     void addMethod(factory::RiboMethod method);
-    /// The first property of a name is the one that counts.
+    /// findProperty() gives the first one of a name.
     void addProperty(factory::RiboProperty property);
 
     const OverloadSet& getConstructors() const { return m_constructors; }

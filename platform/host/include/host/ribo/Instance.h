@@ -8,10 +8,10 @@
 
 namespace ribo {
 
-/// A value of a class: what the class allocated, and a share in the class.
+/// A value of a class: what the class allocated, and a share in the class. Main thread.
 class DOVA_HOST_EXPORT Instance final : public kaObject {
 public:
-    /// A new value of the class, as its allocate operation makes it.
+    /// A new value of the class, made by its allocateInstance().
     explicit Instance(ClassPointer instanceClass);
     Instance(const Instance&) = delete;
     Instance& operator=(const Instance&) = delete;
@@ -19,7 +19,7 @@ public:
 
     const std::string& className() const noexcept override;
 
-    /// Another value, equal to this one; of a handle class the same value again.
+    /// A copy by the class; for a handle class one that shares this one's data.
     std::shared_ptr<kaObject> copy() const override;
 
     /// What the class allocated.
@@ -43,10 +43,10 @@ private:
     const std::shared_ptr<void> m_data;
 };
 
-/// How the host shows a value that does not say itself how: an instance by its class's full name
-/// and the values of its visible properties, among which another instance is only named; texts,
-/// scalar numbers and logicals as they are; the rest by size and kind; null as an empty text. In
-/// UTF-8; no line break is added. What a property's getter throws passes through.
+/// The text that the host shows for a value, in UTF-8, without a line end. For an instance it is
+/// the class's full name with the properties that are neither hidden nor constant; an instance
+/// among them is only named. Texts, scalar numbers and logicals stand as they are, the rest by size
+/// and kind; null gives an empty text. What a getter throws passes through.
 DOVA_HOST_EXPORT std::string display(const kaArray* value);
 
 }  // namespace ribo

@@ -8,8 +8,8 @@
 
 namespace ribo {
 
-/// A name of the class-object system. Equal names are one text in memory, which lives as long as
-/// the process, so comparing and hashing look at an address alone. Any thread.
+/// A name of the class-object system. Equal names share one text, which lives as long as the
+/// process: comparing and hashing look at its address only. Any thread.
 class DOVA_HOST_EXPORT InternedString {
 public:
     /// The empty name.
@@ -35,7 +35,7 @@ private:
 
 namespace internal {
 
-/// The one name with this text, made on first use.
+/// The name with this text (UTF-8).
 DOVA_HOST_EXPORT InternedString makeInterned(std::string&& text);
 
 }  // namespace internal

@@ -14,20 +14,20 @@ public:
     ~Error_NoMatchingSignature() override;
 };
 
-/// The methods of one name, among which the arguments of a call choose.
+/// The methods of one name. The arguments of a call choose among them. Main thread.
 class DOVA_HOST_EXPORT OverloadSet {
 public:
     void add(factory::RiboMethod method);
 
     const std::vector<factory::RiboMethod>& getMethods() const { return m_methods; }
 
-    /// The method for these arguments: of those that take them, the one whose types fit best,
-    /// taken together (exactly, after a conversion, or only because it takes anything); among
-    /// equals the first added. Null when none takes them.
+    /// The method that fits these arguments best, see RiboMethod::fit(); the first added of those
+    /// that fit equally. Null when none takes them.
     const factory::RiboMethod* find(const factory::Arguments& arguments) const;
 
-    /// Calls the method for these arguments. Throws Error_NoMatchingSignature before any method
-    /// runs; what the method throws passes through.
+    /// Calls that method and gives its result, null when it has none. Throws
+    /// Error_NoMatchingSignature when none takes the arguments; what the method throws passes
+    /// through.
     host::ArrayPointer call(const factory::Arguments& arguments) const;
 
 private:

@@ -14,12 +14,12 @@
 
 namespace ribo::factory {
 
-/// The type that stands for a parameter or a result in a signature.
+/// How the parameter or result type T travels, without const and references.
 template <class T>
 using HostType = TypeOf<std::remove_cv_t<std::remove_reference_t<T>>>;
 
-/// Makes host methods of C++ functions, function objects without overloads, and pointers to member
-/// functions: their parameters and results decide the signature.
+/// Makes a host method of a C++ function, a pointer to a member function, or a function object with
+/// one call operator. Its parameters and result decide the signature.
 template <class Callable>
 class Adapter {
     using Parameters = boost::callable_traits::args_t<Callable>;

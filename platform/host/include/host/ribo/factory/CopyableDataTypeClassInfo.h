@@ -9,8 +9,9 @@
 
 namespace ribo::factory {
 
-/// A value class around a T, which has a copy constructor and an operator==. Every such class has
-/// the same equality methods, constructors and hidden property, before its own members.
+/// A value class around a T, which has a default and a copy constructor, an assignment and an
+/// operator==. Every such class has the same equality methods, constructors and hidden property,
+/// before its own members.
 template <class T>
 class CopyableDataTypeClassInfo : public NonHandleClassInfo<T, T>, public RiboFactoryClassInfo {
 public:
@@ -25,9 +26,9 @@ public:
         static bool compare(const T& left, const T& right) { return left == right; }
     };
 
-    /// The hidden property with which the host copies a whole value: it reads as the place of the
-    /// value in memory, and written with such a place takes over the value that stands there. Only
-    /// what another instance of the class just gave may be written.
+    /// The hidden property with which the host copies a whole value. Reading it gives the address
+    /// of the value; writing an address copies the value that stands there. REQUIRES: another
+    /// instance of the class that still lives gave the address.
     static std::uint64_t getSelfProperty(const T& self) {
         return reinterpret_cast<std::uintptr_t>(&self);
     }
@@ -38,10 +39,10 @@ public:
     bool isSealed() const override { return true; }
 
 protected:
-    /// Describes what the class has beyond the members of all such classes.
+    /// Describes the members that this class has beside those of every such class.
     virtual void describeOwnMembers() = 0;
 
-    /// An instance took over a whole value through its hidden property.
+    /// Called after an instance copied a whole value through its hidden property.
     virtual void onSelfCopied(T&) const {}
 
 private:

@@ -8,17 +8,17 @@ namespace ribo::factory {
 /// How well a value fits a type. Ordered from not at all to best.
 enum class Fit { None, Anything, Converted, Exact };
 
-/// A type of a signature, known by its name. Lives as long as the process. Main thread.
+/// A type in signatures, known by its name. Lives as long as the process. Main thread.
 class DOVA_HOST_EXPORT DataType {
 public:
     /// Says how well a value, perhaps null, fits.
     using Rule = Fit (*)(const kaArray* value);
 
-    /// The type of that name. A name that nobody added is a class's full name: its instances fit
-    /// exactly, nothing else fits.
+    /// The type of that name. A name that nobody added is taken for a class's full name: its
+    /// instances fit exactly, nothing else fits.
     static const DataType& named(InternedString name);
-    /// Adds a type with a rule. A name that has a rule keeps it; one that signatures took for a
-    /// class's gets this one, in those signatures, too.
+    /// Gives the type of that name a rule, also where signatures name it already. A type that has a
+    /// rule keeps it.
     static void add(InternedString name, Rule rule);
 
     InternedString getName() const { return m_name; }
@@ -34,8 +34,8 @@ private:
 
 namespace detail {
 
-/// Makes sure of the types of host strings, "RiboFactoryString scalar" and "RiboFactoryString
-/// vector". They are there from the start here, so a signature may name them without this call.
+/// Adds the types of host strings, "RiboFactoryString scalar" and "RiboFactoryString vector". Here
+/// they are there from the start, and signatures may name them without this call.
 DOVA_HOST_EXPORT void initStringDataTypes();
 
 }  // namespace detail

@@ -6,8 +6,8 @@
 
 namespace ribo::factory {
 
-/// A class whose instances are values: each owns one Stored on the heap, which a copy copies. Value
-/// is what the class shows of it; a Stored can be made from one.
+/// A class whose instances are values: each owns a Stored on the heap, a copy has a copy of it.
+/// Value is what the class shows of it; a Stored can be constructed from a Value.
 template <class Value, class Stored>
 class NonHandleClassInfo : public virtual COSClassInfo {
     static_assert(std::is_constructible_v<Stored, const Value&>);

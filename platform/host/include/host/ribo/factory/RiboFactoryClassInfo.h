@@ -16,7 +16,8 @@ public:
 protected:
     RiboFactoryClassInfo();
 
-    /// Describes the class with the operations below; called once.
+    /// Describes the class with the operations below. Called when somebody first asks for its
+    /// members, and again only after it threw.
     virtual void describe() = 0;
 
     // For describe() alone. The first parameter of a method, a getter and a setter is the instance.

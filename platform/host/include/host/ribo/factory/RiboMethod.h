@@ -12,8 +12,7 @@
 
 namespace ribo::factory {
 
-/// The arguments of a call, borrowed for its time. The instance that a method is called on is the
-/// first one.
+/// The arguments of a call, not owned. The instance on which a method is called is the first one.
 struct Arguments {
     const kaArray* const* values;
     std::size_t count;
@@ -24,7 +23,7 @@ struct Arguments {
 /// What is special about a method.
 struct MethodAttributes {
     bool isStatic = false;  ///< called on the class, not on an instance
-    bool isHidden = false;  ///< not shown to scripts, not callable by them
+    bool isHidden = false;  ///< scripts neither see nor call it
 };
 
 /// The types that a method takes and gives.
@@ -36,13 +35,13 @@ struct Signature {
 /// A method, function or constructor: its name, its types and what it does.
 class DOVA_HOST_EXPORT RiboMethod {
 public:
-    /// Gets arguments that fit the signature; gives its result, null when it has none. What it
+    /// Gets arguments that fit the signature; gives the result, null when there is none. What it
     /// throws reaches the caller.
     using Body = std::function<host::ArrayPointer(const Arguments&)>;
 
     RiboMethod(std::string name, MethodAttributes attributes, Signature signature, Body body);
 
-    /// The signature of these type names; "void" among the results stands for none.
+    /// The signature with these type names; "void" as a result stands for none.
     static Signature createSignatureImpl(const std::vector<InternedString>& results,
                                          const std::vector<InternedString>& arguments);
 
@@ -50,11 +49,12 @@ public:
     const MethodAttributes& getAttributes() const { return m_attributes; }
     const Signature& getSignature() const { return m_signature; }
 
-    /// How well the arguments fit, summed over them: the larger the better; 0 when they do not, in
-    /// number or in kind.
+    /// How well the arguments fit: 1 and the Fit of each (exact 3, converted 2, anything 1). 0 when
+    /// their number is another one, or when one does not fit.
     std::size_t fit(const Arguments& arguments) const;
 
-    /// Runs it. It may take away the namespace that it belongs to. REQUIRES: the arguments fit.
+    /// Runs the method, which may free the namespace that it belongs to. REQUIRES: the arguments
+    /// fit.
     host::ArrayPointer call(const Arguments& arguments) const {
         const auto body = m_body;
         return (*body)(arguments);

@@ -9,14 +9,15 @@ namespace ribo::factory {
 /// What is special about a property.
 struct PropertyAttributes {
     bool isConstant = false;  ///< read on the class: its getter takes no instance
-    bool isHidden = false;    ///< not shown to scripts, not reachable for them
+    bool isHidden = false;    ///< scripts neither see nor reach it
 };
 
 /// A property of a class.
 class DOVA_HOST_EXPORT RiboProperty {
 public:
-    /// The getter takes the instance, if the property is not constant, and gives the value. The
-    /// setter takes the instance and the new value; an empty one makes the property read-only.
+    /// `typeName` is the type of the value. `getter` gets the instance, or nothing when the
+    /// property is constant, and gives the value. `setter` gets the instance and the new value; an
+    /// empty one makes the property read-only.
     RiboProperty(std::string name, InternedString typeName, PropertyAttributes attributes,
                  RiboMethod::Body getter, RiboMethod::Body setter = {});
 
@@ -25,7 +26,7 @@ public:
     const PropertyAttributes& getAttributes() const { return m_attributes; }
     bool isReadOnly() const { return !m_setter; }
 
-    /// The value. `instance` is ignored by a constant; otherwise REQUIRES: it is of the class.
+    /// The value. A constant ignores `instance`. REQUIRES otherwise: `instance` is of the class.
     host::ArrayPointer get(const kaArray* instance) const;
 
     /// Sets the value. Throws host::Error when the property is read-only or the value does not fit

@@ -11,13 +11,13 @@
 
 namespace ribo::factory {
 
-/// How a C++ type travels: the name of its host type, and both ways across the border. fromHost
-/// REQUIRES a value that fits the type of that name. A module adds its own types by specialising
-/// it: enumerations by hand, classes by deriving from InstanceType.
+/// How a C++ type travels: the name of its host type, fromHost() and toHost(). fromHost REQUIRES:
+/// the value fits the type of that name. A module specialises it for its own types: enumerations by
+/// hand, classes by deriving from InstanceType.
 template <class T>
 struct TypeOf;
 
-/// A name that is looked up once.
+/// Defines name(), which looks the text up once.
 #define DOVA_RIBO_TYPE_NAME(text)                                                            \
     static ::ribo::InternedString name() {                                                   \
         static const ::ribo::InternedString interned = ::ribo::internal::makeInterned(text); \
@@ -80,7 +80,7 @@ template <>
 struct DOVA_HOST_EXPORT TypeOf<std::vector<std::u16string>> {
     DOVA_RIBO_TYPE_NAME("RiboFactoryString vector")
     static std::vector<std::u16string> fromHost(const kaArray* value);
-    /// A row of texts.
+    /// A row of cells with a text each; 0 x 0 for none.
     static host::ArrayPointer toHost(const std::vector<std::u16string>& value);
 };
 
@@ -91,11 +91,11 @@ struct TypeOf<kaArrayProxy> {
     static host::ArrayPointer toHost(kaArrayProxy value) { return std::move(value).release(); }
 };
 
-/// A new instance of the class of that full name. Throws host::Error when there is no such class
-/// (any more).
+/// A new instance of the class with that full name. Throws host::Error when there is none, or none
+/// any more.
 DOVA_HOST_EXPORT std::shared_ptr<Instance> makeInstance(InternedString fullName);
 
-/// Base for the TypeOf of a class whose instances hold a T each; the derived one has the name.
+/// The base for the TypeOf of a class whose instances hold a T each; the derived type adds name().
 template <class T>
 struct InstanceType {
     /// The value inside the instance itself: a method changes it in place.

@@ -6,7 +6,7 @@
 
 namespace ribo::factory {
 
-/// Any value of the host's language, as a method takes or gives it: borrowed or owned.
+/// Any value of the host's language, borrowed or owned, as the parameter or result of a method.
 class kaArrayProxy {
 public:
     /// No value.
@@ -20,7 +20,7 @@ public:
     /// The value; null when there is none.
     const kaArray* get() const noexcept { return m_value; }
 
-    /// The value for somebody who keeps it: the owned one, else a copy. Null when there is none.
+    /// Gives the value away: the owned one, else a copy. Null when there is none.
     host::ArrayPointer release() && {
         return m_owned ? std::move(m_owned) : host::ArrayPointer(kaDuplicateArray(m_value));
     }
