@@ -171,6 +171,7 @@ promises.push(
         of: 'editArray/100000',
         to: 'editArray/100',
         limit: 1.5,
+        ...only('^editArray', 12),
     },
     {
         bench: 'json_bench',
@@ -178,6 +179,7 @@ promises.push(
         of: 'editObject/100000',
         to: 'editObject/100',
         limit: 3,
+        ...only('^editObject', 12),
     },
     // A call looks its member up, chooses among overloads, and makes a host value for the result and for each argument.
     ...[
