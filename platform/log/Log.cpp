@@ -21,6 +21,16 @@ constexpr double s_perSecond = 20;
 
 std::atomic<Level> s_level{Level::Warning};
 
+/// How many bytes of UTF-8 the control character has that stands there; 0 for any other character.
+std::size_t controlBytes(const std::string& text, std::size_t at) {
+    const auto byte = static_cast<unsigned char>(text[at]);
+    if (byte < ' ' || byte == 0x7F) {
+        return 1;
+    }
+    const unsigned next = at + 1 < text.size() ? static_cast<unsigned char>(text[at + 1]) : 0;
+    return byte == 0xC2 && next >= 0x80 && next < 0xA0 ? 2 : 0;
+}
+
 std::string line(Level level, const std::string& who, const std::string& text) {
     char time[40];
     const std::time_t now = std::time(nullptr);
@@ -30,9 +40,11 @@ std::string line(Level level, const std::string& who, const std::string& text) {
     result.append(levelNames[static_cast<int>(level)]).append(" ").append(who).append(": ");
     result.append(text, 0, s_longest);
     // Whoever has a say in a text must neither forge a line nor steer a terminal.
-    std::replace_if(
-        result.begin(), result.end(), [](char c) { return (c >= 0 && c < ' ') || c == '\x7f'; },
-        ' ');
+    for (std::size_t at = 0; at < result.size(); ++at) {
+        if (const std::size_t bytes = controlBytes(result, at)) {
+            result.replace(at, bytes, 1, ' ');
+        }
+    }
     return result + (text.size() > s_longest ? " ...\n" : "\n");
 }
 

@@ -94,7 +94,7 @@ TEST(LogTest, NeverWaitsAndTellsWhatWasLeftOut) {
         write(Level::Error, "test", "one");
         write(Level::Error, "test", "two");
         EXPECT_THAT(standardError.readAll(), Not(HasSubstr("one")));
-        write(Level::Error, "test", "a line\nin\033two " + std::string(5000, 'x'));
+        write(Level::Error, "test", "a\u009Bline\nin\033two " + std::string(5000, 'x'));
         EXPECT_THAT(standardError.readAll(),
                     testing::MatchesRegex("[-+:0-9T]+ warning log: [23] lines were left out\n"
                                           "[-+:0-9T]+ error test: a line in two x+ \\.\\.\\.\n"));
