@@ -30,7 +30,7 @@ class ConnectionImplX final : public ConnectionX<R, Args...> {
 public:
     using Operation = typename MemberOperation<Target, R, Args...>::Type;
 
-    /// REQUIRES: the global connection lock, for writing.
+    /// REQUIRES: the caller holds the global connection lock for writing.
     ConnectionImplX(Listener* listener, EmitterBase* emitter, Target* target, Operation operation,
                     Thread thread)
         : ConnectionX<R, Args...>(listener, emitter),

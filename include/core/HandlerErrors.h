@@ -4,12 +4,12 @@
 
 namespace DOVA {
 
-/// Prints one line on the host's console that says what a handler threw. To be called where the
+/// Prints one line on the host's console that says what a handler threw. Call it where the
 /// exception was caught. Any thread.
 DOVA_WEB_EXPORT void reportHandlerError() noexcept;
 
-/// Makes a call that reaches handlers of the program. One that throws is over and reported; whoever
-/// calls goes on with what else there is to do.
+/// Runs `call`, which reaches handlers of the program. What it throws is reported and goes no
+/// further.
 template <class Call>
 void callHandlers(Call&& call) {
     try {

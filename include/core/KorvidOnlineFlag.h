@@ -15,7 +15,7 @@ public:
     static bool set(bool online);
     /// Turns the flag off; the next get() asks the host again. The subscription stays.
     static void reset();
-    /// Sets the flag and nothing else but the first subscription.
+    /// Sets the flag without asking the host; a get() that is the first one still asks.
     static void setFlagValue(bool online);
 
 private:

@@ -2,24 +2,24 @@
 
 #include "core/WebExport.h"
 
-/// The module's entry points, looked up by these names. Called by the host on its main thread. Each
-/// runs once as long as the module is loaded: there is no way back from terminated to initialised.
+/// The module's entry points, which the host looks up by these names and calls on its main thread.
+/// Each works once while the module is loaded: what is terminated cannot be initialised again.
 ///
-/// The host may unload the module at any time when no code of it runs, and load it again, which
-/// starts it anew. Front objects may outlive it: they take every call and do nothing. Values of its
-/// classes that scripts hold when it is terminated keep it loaded until the last of them goes; they
-/// must not outlive a module that is unloaded without being terminated.
+/// The host may unload the module whenever no code of it runs, and load it again, which starts it
+/// anew. Front objects may outlive it: they take every call and do nothing. When scripts hold
+/// values of its classes at its termination, these keep it loaded until the last of them goes. They
+/// must not outlive a module that is unloaded without termination.
 extern "C" {
 
-/// Makes the web backend available: object service, factory under the backend key "web", and the
-/// script namespaces "dova" and "dova.web". Starts the desktop module first if there is a display.
-/// Subscribes nothing yet, prints nothing. Throws foundation::bad_alloc if there is no memory for
+/// Makes the web backend available: the object service, the factory under the backend key "web",
+/// and the script namespaces "dova" and "dova.web". Starts the desktop module first if there is a
+/// display. Subscribes and prints nothing. Throws foundation::bad_alloc if there is no memory for
 /// the namespaces; the rest is there then.
 DOVA_WEB_EXPORT void initialize_dova2_web();
-/// Takes the script namespaces away, with what they list; JSON values that scripts hold stay.
-/// Shuts the desktop bridge down if there was a display at start-up, destroys the object service
-/// with every window connection, and ends the subscription of the root channel. Web objects and the
-/// factory stay until the module is unloaded, or the process ends.
+/// Takes away the script namespaces with what they list; JSON values that scripts hold stay. Shuts
+/// the desktop bridge down if there was a display at start-up, destroys the object service with
+/// every window connection, and ends the subscription of the root channel. Web objects and the
+/// factory stay until the module is unloaded or the process ends.
 DOVA_WEB_EXPORT void terminate_dova2_web();
 
 /// The same two for the host's loader.

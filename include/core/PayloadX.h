@@ -11,8 +11,9 @@
 
 namespace WIRO {
 
-/// An event on its way: keeps a copy and hands it to each connection of the emitter it is sent on.
-/// A receiver that throws costs the others nothing: it is reported in a line on the host's console.
+/// An event on its way. Keeps a copy and gives it to each connection of the emitter. When a
+/// receiver throws, a line on the host's console says so, and the others get the event all the
+/// same.
 template <class R, PacketDropMode dropMode, class Event>
 class PayloadX final : public Payload {
 public:

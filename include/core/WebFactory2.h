@@ -52,7 +52,7 @@ public:
     void setFieldText(unsigned int id, const std::u16string& text);
     void tellFieldText(unsigned int id);
     /// The front object refuses the event that its web object is emitting. The web object restores
-    /// the state from before the event and sends it. Without a message under way nothing is done.
+    /// the state from before the event and sends it. Does nothing while no message is handled.
     void putBack(unsigned int id);
 
 private:

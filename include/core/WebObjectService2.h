@@ -67,10 +67,10 @@ public:
     ConnectionNumber renewConnection(Identifier window, const std::string& channel);
     /// Whether the window has a connection on this channel.
     bool isConnected(Identifier window, const std::string& channel) const;
-    /// Records that the connection serves the object and everything below it. Nothing is recorded
-    /// for an object that is not registered. The records stay when an object is moved: until its
-    /// window is refreshed, the client shows it where it was. They go with the object, with the
-    /// connection, and when the window is described again.
+    /// Records that the connection serves the object and everything below it; an object that is not
+    /// registered changes nothing. The records stay when an object is moved: until its window is
+    /// refreshed, the client shows it where it was. They go with the object, with the connection,
+    /// and when the window is described again.
     void serveSubtree(Identifier id, ConnectionNumber connection);
     /// Drops the records of the object and of everything below it, other windows left out.
     void dropServedSubtree(Identifier id);
@@ -95,9 +95,9 @@ public:
     void dispatch(ConnectionNumber connection, const QJsonDocument& document);
 
     /// The object's description with its children's under "contents", recursively; empty for an
-    /// object that is not registered. Takes time in proportion to the objects described.
-    /// What is more than 4,000 levels down is left out, since Qt's JSON objects are written and
-    /// destroyed by calls within calls; `isCut` becomes true then. What is sent is never cut.
+    /// object that is not registered. Takes time in proportion to the objects described. Leaves out
+    /// what is more than 4,000 levels down, since Qt writes and destroys JSON objects recursively;
+    /// `isCut` becomes true then. (A window is sent whole all the same.)
     QJsonObject describe(Identifier id) const;
     QJsonObject describe(Identifier id, bool& isCut) const;
 

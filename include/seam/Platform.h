@@ -13,9 +13,8 @@
 #include "wiro/Listener.h"
 #include "wiro/Packet.h"
 
-/// What only the embedded platform calls by these names. A site with other libraries changes this
-/// folder and web/seam; web/platform-names.txt lists every name of the platform that the library
-/// uses.
+/// The names that are the embedded platform's own. For another platform, change this folder and
+/// web/seam; web/platform-names.txt lists every name of the platform that the library uses.
 namespace DOVA::seam {
 
 using Font = DOVA::Font;
@@ -25,7 +24,7 @@ using SizePolicy = DOVA::SizePolicy;
 using TextMessage = DOVA::TextMessage;
 using ModelReference = pf::zero::Ref<pf::zero::Model>;
 
-/// How an event is sent: 0 for what the user did, 1 for what has to be through at once.
+/// How an event is sent: 0 for what the user did, 1 for what must be delivered at once.
 using SendMode = WIRO::SendMode;
 inline constexpr SendMode s_ordinary{0};
 inline constexpr SendMode s_synchronous{1};
@@ -44,7 +43,7 @@ private:
     ReadWriteLock::WriteGuard m_guard;
 };
 
-/// Lets deliveries through a connection. The last thing that its constructor does.
+/// Lets deliveries through a connection. Its constructor calls it last.
 inline void open(WIRO::Connection& connection) {
     struct Opener : WIRO::Connection {
         static void apply(WIRO::Connection& made) { (made.*(&Opener::open))(); }

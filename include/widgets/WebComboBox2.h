@@ -48,11 +48,10 @@ public:
     virtual int doGetSelection() const;
     virtual std::u16string doGetPlaceholderText() const;
 
-    /// For tests of programs: each asks the client to show a text or an item. The element changes
-    /// only when the client answers. An item that is named by its text is answered with the event
-    /// of a user's choice. The other two are ordinary writes for the client: it answers at most
-    /// what the field of an editable box shows then, without an event. A repeated value is not
-    /// sent. UTF-8.
+    /// For tests of programs: each asks the client to show a text or an item. A repeated value is
+    /// not sent. The element changes only when the client answers. doimSelectByString() is answered
+    /// like a user's choice, with its event. The other two are ordinary writes for the client: it
+    /// answers at most with the text in the field of an editable box, without an event. UTF-8.
     virtual void doimEdit(const std::string& text);
     virtual void doimSelect(int index);
     virtual void doimSelectByString(const std::string& text);

@@ -10,13 +10,13 @@ namespace DOVA {
 
 /// The web side of DVAbstractWindow2: a top-level window at the client.
 ///
-/// The first show hands the window over: it gets a channel of its own and its whole description is
-/// published. Without a client at that moment it stays unconnected, unless it is announced again; a
-/// client whose windows are being closed counts as none, and while another one takes its place, the
-/// window is announced to that one. From then on each write goes to the client as it happens. The
-/// client in turn owns "geometry", "frameGeometry", "maximized", "minimized" and "title": what it
-/// reports under these names replaces what is stored, and the getters answer it. Its end tells the
-/// client to close the window.
+/// The first show gives the window a channel of its own and publishes its whole description; from
+/// then on each write goes to the client at once. Without a client at that moment nothing is
+/// published until doShowAgain(). A client whose windows are being closed counts as none; while
+/// another client takes its place, the window is announced to that one. The client owns "geometry",
+/// "frameGeometry", "maximized", "minimized" and "title": what it reports under these names
+/// replaces what is stored, and the getters give it. The destructor tells the client to close the
+/// window.
 class DOVA_WEB_EXPORT WebAbstractWindow2 : public WebContainer2 {
 public:
     bool isWindow() const override;
@@ -57,20 +57,20 @@ public:
     virtual void doMove(diagram::PointTemplate<int> position);
     virtual void init();  // no effect
 
-    /// May be run again: the window is then described anew, and a channel of a former client given
-    /// up.
+    /// Publishes the window as at the first show. Run again, it describes the window anew and gives
+    /// up the channel of a former client.
     void showFirstTime();
-    /// Announces a window that was shown once more to the client that is there, as if it were shown
-    /// for the first time; for windows that were shown while there was no client, or whose closing
-    /// the program refused. Nothing for a window that was not shown. Only the toolkit's `showAgain`
-    /// emitter comes here. May be called while a message for the window is handled, the rest of
-    /// which is handled then as well.
+    /// Announces the window to the client that is there, as if it were shown for the first time:
+    /// for one that was shown while there was no client, or whose closing the program refused. Does
+    /// nothing for a window that was never shown. Bound to the toolkit's `showAgain` emitter. May
+    /// be called while a message for the window is handled; the rest of the message is handled,
+    /// too.
     void doShowAgain();
-    /// Whether the window was announced to the client that is there now, which has not asked to
-    /// close it since; false without a client.
+    /// Whether the window was announced to the client that is there now, and that client has not
+    /// asked to close it since; false without a client.
     bool doIsAnnounced() const;
-    /// Whether the window was announced to the client that is there now, asked to close or not;
-    /// false without a client.
+    /// Whether the window was announced to the client that is there now, even if that client asked
+    /// to close it since; false without a client.
     bool doIsReached() const;
     /// Tells the client to close the window.
     void sendWindowDestroyMessage();

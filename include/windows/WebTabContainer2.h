@@ -8,9 +8,9 @@
 
 namespace DOVA {
 
-/// The tab container of the web: an ordered list of pages. What is told of pages and style flags is
-/// stored and reaches the client with the next description; the current index, the position and
-/// the visibility are sent each time.
+/// The tab container of the web: an ordered list of pages. Pages and style flags are stored and
+/// reach the client with the next description; the current index, the position and the visibility
+/// are sent each time.
 ///
 /// Client events: "tabchanged" with the number "newIndex" becomes a tab-changed event, if that is
 /// another than the current index, which follows first, unsent; "close" a close-request event, and
@@ -59,8 +59,8 @@ public:
     virtual Position doGetTabPosition() const;
     /// Always (0, 0): the client's places are not known here.
     virtual diagram::PointTemplate<int> doGetTabAreaGlobalPosition() const;
-    /// Has the client turn to the page; the current index stays, and no event comes: the client
-    /// cannot tell this from doSetCurrentTab() and reports only what the user does.
+    /// Makes the client turn to the page; the current index stays, and no event comes: for the
+    /// client this is doSetCurrentTab(), and it reports only what the user does.
     virtual void doSetCurrentTabWithSideEffects(int index);
 
     void doSetVisible(bool visible) override;

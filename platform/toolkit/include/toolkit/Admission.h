@@ -7,12 +7,12 @@
 
 namespace DOVA {
 
-/// Holds back from the program what no user can have caused: events of a widget that is out of
-/// reach (DVWidget2::isInReach), or that name what is not there. Such an event comes from a page
-/// that did not know yet what the program did meanwhile, or from one that lies.
+/// Keeps from the program what no user can have caused: events of a widget that is out of reach
+/// (DVWidget2::isInReach), or that name what is not there. Such an event comes from a page that did
+/// not know yet what the program did meanwhile, or from one that lies.
 ///
-/// Each front object judges an event once, before anybody else hears it, so that what the first
-/// handler does to the widget takes the event from none of the others. Main thread.
+/// A front object judges each event once, before any handler. So when the first handler changes the
+/// widget, the others get the event all the same. Main thread.
 class DOVA_TOOLKIT_EXPORT Admission {
 public:
     /// A program's handler, with or without the event for its argument; not called for what was
@@ -39,7 +39,7 @@ public:
         return {std::forward<Callable>(callable)};
     }
 
-    /// The verdict on an event that is about to be handed out; it is known by its address.
+    /// Notes the verdict on the event at this address, which the handlers get next.
     static void judge(const void* event, bool admitted) { s_refused = admitted ? nullptr : event; }
 
 private:

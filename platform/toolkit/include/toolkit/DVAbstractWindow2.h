@@ -13,9 +13,8 @@ namespace DOVA {
 /// getters.
 ///
 /// A window opens with show(), showNormal(), showMaximized() or setVisible(true). Without a page at
-/// that moment it appears with the next one, unless it is hidden, closed or destroyed by then. A
-/// window that the present page does not have, because it was opened on an earlier one, is brought
-/// to it by the same calls.
+/// that moment it appears on the next one, unless it is hidden, closed or destroyed by then. The
+/// same calls bring a window of an earlier page to the present one.
 class DOVA_TOOLKIT_EXPORT DVAbstractWindow2 : public DVContainer2 {
 public:
     ~DVAbstractWindow2() override;
@@ -48,21 +47,21 @@ public:
     /// on the one that has taken its place, else on the next one.
     void stayOpen();
 
-    /// The user pressed the window's X, or the page that shows it goes: closed, or another page has
-    /// taken over. The program decides, in the handler or later: close() or the destructor ends the
-    /// window, hide() takes it from the display, stayOpen() keeps it. The request comes once for
-    /// each time that the window was opened on a page: until the program has decided, the X is
-    /// dead, and a page that comes does not get the window. Opening it once more counts as
-    /// stayOpen(). Without any handler the window stays, on the next page as well.
+    /// The user pressed the window's X, or the page that shows it goes: it was closed, or another
+    /// page has taken over. The program decides, in the handler or later: close() or the destructor
+    /// ends the window, hide() takes it from the display, stayOpen() keeps it; opening it once more
+    /// counts as stayOpen(). The request comes once each time that the window was opened on a page.
+    /// Until the program has decided, the X does nothing, and a page that comes does not get the
+    /// window. Without any handler the window stays, on the next page as well.
     template <class Callable>
     WIRO::Subscription onCloseRequest(Callable&& callable) {
         return WIRO::connect(m_destroyRequest, std::forward<Callable>(callable));
     }
 
-    /// For a host, to be called once the backend knows a page that has come, and after each close
-    /// request. Opens on the page that is there what it lacks, in the order in which the program
-    /// opened it: the windows that wait for a page, and those that were asked to close although
-    /// nobody listens. From the first call on windows wait for pages at all.
+    /// For a host: call it when the backend knows a page that has come, and after each close
+    /// request. Opens on that page, in the order in which the program opened them, the windows that
+    /// wait for a page, and those that were asked to close while nobody listens. Before the first
+    /// call no window waits for a page.
     static void openDue();
 
     WIRO::Emitter<void(const DVWidgetEvent2&)>& destroyRequestEmitter() { return m_destroyRequest; }

@@ -26,12 +26,13 @@ struct DVAbstractWindow2Emitters : DVContainer2Emitters {
     WIRO::Emitter<DVFlags<WindowState>()> getWindowState;
     WIRO::Emitter<void(diagram::PointTemplate<int>)> move;
     WIRO::Emitter<void()> init;
-    /// Announces a window that is shown once more to the page that is there now, whole.
+    /// Announces a window that is shown again, with its whole description, to the page that is
+    /// there now.
     WIRO::Emitter<void()> showAgain;
     /// Whether the page that is there now was told of the window and has not asked to close it
     /// since.
     WIRO::Emitter<bool()> isAnnounced;
-    /// Whether what is sent for the window reaches the page that is there now, also after that has
+    /// Whether what is sent for the window reaches the page that is there now, even after that page
     /// asked to close it.
     WIRO::Emitter<bool()> isReached;
 };

@@ -5,11 +5,11 @@
 
 namespace DOVA {
 
-/// A desktop module's hold on its native event system.
+/// The native event system behind a desktop module.
 class DOVA_TOOLKIT_EXPORT DVBridge {
 public:
     virtual ~DVBridge();
-    /// Lets the native side go; called once, before the desktop module is terminated.
+    /// Ends the native side. Called once, before the desktop module is terminated.
     virtual void shutDown() = 0;
 
     /// The bridge registered under `backend`, null if there is none. Main thread.

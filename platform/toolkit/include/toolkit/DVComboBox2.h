@@ -36,10 +36,10 @@ public:
     int count() const;
 
     /// Selects the item at `index`, -1 for none. An index that no item has is kept as it is. In an
-    /// editable box the item becomes the text of the field, none empties it.
+    /// editable box the item becomes the text of the field; -1 empties the field.
     void setSelection(int index);
-    /// What was last set or chosen by the user; -1 at first, and where the display reports an item
-    /// that there is not.
+    /// What was last set, or chosen by the user; -1 at first, and after the display reported an
+    /// item that does not exist.
     int selection() const;
     /// The text of the selected item; empty if there is none.
     std::u16string selectedItem() const;
@@ -51,8 +51,8 @@ public:
     /// The text of the field: what was last set, typed or chosen by the user.
     std::u16string text() const;
 
-    /// The user chose an item; selection() answers it already. Not called for what setSelection()
-    /// has just chosen, should the display report it.
+    /// The user chose an item; selection() gives it already. Not called when the display reports
+    /// what setSelection() has just chosen.
     template <class Callable>
     WIRO::Subscription onSelect(Callable&& callable) {
         return WIRO::connect(m_selection, Admission::handler(std::forward<Callable>(callable)));

@@ -12,8 +12,8 @@ class DOVA_TOOLKIT_EXPORT DVContainer2 : public DVWidget2 {
 public:
     ~DVContainer2() override;
 
-    /// Puts the layout, which stays the caller's, into this container, in place of the one that was
-    /// there; that is taken out with what is in it. Null takes it out, too.
+    /// Puts the layout into this container; it stays the caller's. An earlier layout is taken out,
+    /// with what is in it; null does only that.
     void setLayout(DVLayout2* layout);
     /// The layout last set, null if there is none or it was destroyed.
     DVLayout2* layout() const;

@@ -8,9 +8,9 @@
 
 namespace DOVA {
 
-/// A dialog. With a parent it belongs to that: it is a window of its own all the same, none of the
-/// parent's children(), and goes from the display for good when the parent does, closed, destroyed
-/// or with what it is in.
+/// A dialog. With a parent it is a window of its own all the same, not one of the parent's
+/// children(). When the parent leaves the display for good (closed, destroyed, or with what it is
+/// in), the dialog does so, too.
 class DOVA_TOOLKIT_EXPORT DVDialog2 : public DVAbstractWindow2 {
 public:
     using DVDialogAccel = DOVA::DVDialogAccel;
@@ -18,31 +18,31 @@ public:
     explicit DVDialog2(DVObject* parent = nullptr, DVFlags<DialogFlag> flags = {});
     ~DVDialog2() override;
 
-    /// What the dialog was given at construction or by setParent(), null once that is gone.
+    /// The parent from the constructor or setParent(); null once that is gone.
     DVObject* parent() const override;
 
-    /// A transient dialog is there for a short while: the web client gives it no button to minimise
-    /// it, and Escape asks to close it.
+    /// A transient dialog is there for a short while: the page gives it no button to minimise it,
+    /// and Escape asks to close it.
     void setTransient(bool transient);
     bool isTransient() const;
-    /// A modal dialog keeps the user from all other windows while it is open and not minimised; of
-    /// two modal ones that which came to the front last does.
+    /// A modal dialog keeps the user from all other windows while it is open and not minimised. Of
+    /// several modal ones, the one that came to the front last does.
     void setModal(bool modal);
     bool isModal() const;
     /// Takes effect with the next full description of the dialog.
     void setScrollable(bool scrollable);
-    /// Resize notices come whether asked for or not; kept for programs that ask.
+    /// Not needed: onResize() hears of every resize. For programs that ask.
     void monitorResize(bool monitor);
-    /// Acts as if the user had pressed a shortcut of the dialog, also where the user cannot.
+    /// Acts as if the user had pressed a shortcut of the dialog, also when it is out of reach.
     void sendAccKey(DVDialogAccel accelerator);
 
-    /// A key that the dialog handles as a whole: zoom and Escape.
+    /// The user pressed a key of the whole dialog: a zoom key or Escape.
     template <class Callable>
     WIRO::Subscription onKey(Callable&& callable) {
         return WIRO::connect(m_key, Admission::handler(std::forward<Callable>(callable)));
     }
-    /// The user changed the size, or the display did; geometry() answers the new one. Comes whether
-    /// the dialog can be used or not, like a close request.
+    /// The user or the display changed the size; geometry() gives the new one. Comes also when the
+    /// dialog is out of reach, like a close request.
     template <class Callable>
     WIRO::Subscription onResize(Callable&& callable) {
         return WIRO::connect(m_resize, std::forward<Callable>(callable));

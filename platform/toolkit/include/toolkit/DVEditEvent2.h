@@ -7,10 +7,11 @@ namespace DOVA {
 
 class DVEdit2;
 
-/// The text of an edit changed under the user's hands, or the user finished changing it.
+/// The user changed the text of an edit, or finished changing it.
 class DVEditEvent2 {
 public:
-    /// `position` and `length` name the changed range where a backend knows it, else both are 0.
+    /// `position` and `length` are the changed range, in UTF-16 units, if the backend knows it;
+    /// else both are 0.
     DVEditEvent2(DVEdit2* edit, std::u16string text, int position, int length)
         : m_edit(edit), m_text(std::move(text)), m_position(position), m_length(length) {}
     DVEdit2* edit() const { return m_edit; }

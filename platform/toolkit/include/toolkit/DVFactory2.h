@@ -36,7 +36,7 @@ struct DVTab2Emitters;
 struct DVTabContainer2Emitters;
 struct DVText2Emitters;
 
-/// Asks a backend for the implementations of front objects: the backend binds the emitters of one
+/// Asks a backend for the implementations of front objects. The backend binds the emitters of one
 /// factory and registers it under its key. May be destroyed before the front objects that it
 /// served. Main thread.
 class DOVA_TOOLKIT_EXPORT DVFactory2 {
@@ -54,7 +54,7 @@ public:
     static void registerFactory(const StringID& backend, DVFactory2* factory);
     /// The factory of a backend, null if there is none.
     static DVFactory2* getFactory(const StringID& backend);
-    /// From now on front objects are implemented by this backend. "web" unless told otherwise.
+    /// Chooses the backend of the front objects that are made from now on; "web" at first.
     static void chooseBackend(const StringID& backend);
     /// The factory of the chosen backend, null while it is not registered.
     static DVFactory2* current();
@@ -75,8 +75,8 @@ public:
     WIRO::Emitter<void(DVTab2*, DVTab2Emitters*, DVObject*)> createTab2;
     WIRO::Emitter<void(DVTabContainer2*, DVTabContainer2Emitters*, DVObject*)> createTabContainer2;
 
-    /// Whether the button with this identifier is switched by pressing it; asked before its front
-    /// object lets a toggle through.
+    /// Whether a press switches the button with this identifier; its front object refuses a toggle
+    /// otherwise.
     WIRO::Emitter<bool(unsigned)> isCheckable;
     /// What the combo box with this identifier has beside its items.
     WIRO::Emitter<bool(unsigned)> isEditable;
@@ -84,8 +84,8 @@ public:
     WIRO::Emitter<void(unsigned, const std::u16string&)> setFieldText;
     /// Tells the display the text of its field once more, though it has not changed.
     WIRO::Emitter<void(unsigned)> tellFieldText;
-    /// The front object refuses the event that its implementation is emitting: what that took over
-    /// from the display is put back, and the display is told how things are.
+    /// The front object with this identifier refuses the event that its implementation is emitting.
+    /// The implementation puts back what it took over from the display, and tells the display.
     WIRO::Emitter<void(unsigned)> putBack;
 
 private:

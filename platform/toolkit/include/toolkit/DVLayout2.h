@@ -16,8 +16,9 @@ public:
     void removeWidget(DVObject* widget);
     /// As for every object; null takes the layout out of its container or layout.
     void setParent(DVObject* parent) override;
-    /// Has the arrangement computed anew.
+    /// Asks the display to arrange the widgets anew.
     void invalidate();
+    /// Asks the display to draw the layout anew.
     void refresh();
     void setEnabled(bool enabled);
     /// What was last set, false at first.

@@ -7,8 +7,7 @@
 
 namespace DOVA {
 
-/// The root of every front object: something with an identifier that the toolkit can tell alive
-/// from dead.
+/// The root of every front object. It has an identifier, and the toolkit knows whether it lives.
 class DOVA_TOOLKIT_EXPORT DVObject {
 public:
     using Identifier = std::uint32_t;
@@ -24,15 +23,14 @@ public:
     /// points to. Any thread; the answer holds as long as the caller holds m_lock.
     static bool isObjectValid(const DVObject* object, Identifier identifier);
 
-    /// Held while an event is emitted to a front object from outside, and while a front object
-    /// leaves the living. Recursive.
+    /// Held while a backend emits an event to a front object, and while a front object leaves the
+    /// living. Recursive.
     static Mutex m_lock;
 
 protected:
     /// Takes the next free identifier.
     DVObject();
-    /// Takes a given identifier, which may be in use already: then the other object stays the
-    /// valid one.
+    /// Takes a given identifier. If another object has it already, that one stays the valid one.
     explicit DVObject(Identifier identifier);
     /// The identifier that was taken last; greater than those taken before.
     static Identifier lastIdentifier();

@@ -14,22 +14,21 @@ class DVFactory2;
 /// A front object: the program's handle on something that a backend shows. It draws nothing itself;
 /// its emitters carry every request to the implementation that the chosen backend made for it. An
 /// object without implementation (no backend registered, or close() was called) takes every call,
-/// does nothing and answers default values.
+/// does nothing and gives default values.
 ///
-/// Parents and lifetimes: a parent given at construction or by setParent() says where the object
-/// appears. When a parent is destroyed, its children lose their implementations with it, but stay
-/// valid objects for their owners to destroy, before or after it. Children made with make() belong
-/// to their parent and are deleted with it. Main thread.
+/// The parent, given at construction or by setParent(), says where the object appears. When a
+/// parent is destroyed, its children lose their implementations, but stay valid objects: their
+/// owners destroy them before or after it. Children made with make() belong to their parent and are
+/// deleted with it. Main thread.
 class DOVA_TOOLKIT_EXPORT DVObject2 : public DVObject {
 public:
     ~DVObject2() override;
 
     /// Moves the object below `parent`, to the end of its children; null takes it out of the tree.
-    /// A parent that is its own descendant changes nothing. A widget that leaves a window which is
-    /// shown goes on to receive what the user does to it there, as long as the page shows it.
+    /// A parent that is its own descendant changes nothing. When a widget leaves a shown window,
+    /// the page may still show it there, and it goes on to receive what the user does to it.
     virtual void setParent(DVObject* parent);
-    /// The widget or window that the object is in, null if none; layouts in between are passed
-    /// over.
+    /// The widget or window that the object is in, not a layout; null if there is none.
     virtual DVObject* parent() const;
     /// The objects below this one in their order; with `recursive` each is followed by its own.
     std::vector<DVObject*> children(bool recursive = false) const;
@@ -54,15 +53,15 @@ protected:
     DVFactory2* factory() const { return m_factory; }
     /// The same once the object is made: null also when the factory has been destroyed since.
     DVFactory2* livingFactory() const;
-    /// Leaves the living, deletes the owned children and has the implementation destroyed. The
-    /// first thing in the destructor of every class that adds members which handlers use.
+    /// Leaves the living, deletes the owned children and destroys the implementation. A class that
+    /// adds members which handlers use calls it first in its destructor.
     void dismantle();
-    /// Has the implementation destroyed, and with it those of everything below the object.
+    /// Destroys the implementation, and with it those of everything below the object.
     void destroyImplementation();
-    /// From now on this object's implementation goes with that of `object`, however that comes
-    /// about. An object without one changes nothing.
+    /// From now on this object's implementation is destroyed with that of `object`. An object that
+    /// has none changes nothing.
     void goWith(const DVObject* object);
-    /// What goWith() was last told, null once its implementation has gone.
+    /// The object last given to goWith(); null once its implementation has gone.
     const DVObject2* companion() const;
 
 private:

@@ -18,8 +18,8 @@ public:
     /// The text on the tab. Takes effect with the next full description of the container.
     void setName(const std::u16string& name);
     std::u16string name() const;
-    /// Outside a tab container nothing happens. The web backend hides the whole container with one
-    /// page, and shows it with one.
+    /// The web backend hides and shows the whole container with the page. Outside a tab container
+    /// nothing happens.
     void setTabVisible(bool visible);
     /// True if this page and its container were made visible by setTabVisible(); false outside one.
     bool isTabVisible() const;

@@ -10,47 +10,47 @@
 
 namespace DOVA {
 
-/// Pages of which the user sees one at a time.
+/// A row of pages; the user sees one at a time.
 ///
 ///     DVTabContainer2 tabs(&dialog);
 ///     DVTab2 general(&tabs, u"General");
 ///     DVTab2 network(&tabs, u"Network");
 ///     tabs.onCurrentChanged([&](const DVTabContainerEvent2& event) { load(event.index()); });
 ///
-/// What is told here of new pages, tooltips and style flags takes effect with the next full
-/// description of the container, which show() sends; the current page and the position take effect
-/// at once, and a page that is destroyed is gone at once.
+/// New pages, tooltips and style flags take effect with the next full description of the container,
+/// which show() sends. The current page and the position take effect at once, and a page that is
+/// destroyed is gone at once.
 class DOVA_TOOLKIT_EXPORT DVTabContainer2 : public DVWidget2 {
 public:
     explicit DVTabContainer2(DVObject* parent = nullptr);
     ~DVTabContainer2() override;
 
-    /// Makes the page, which stays the caller's, the last one. The first page added becomes the
-    /// current one. Null, a page that is here already and one without implementation change
-    /// nothing.
+    /// Makes the page the last one; it stays the caller's. The first page becomes the current one.
+    /// Null, a page that is here already and one without implementation change nothing.
     void addTab(DVTab2* tab);
     /// The same before position `index`; an index that no page has appends. The current page keeps
     /// its number.
     void insertTab(int index, DVTab2* tab);
-    /// Takes the last page out. Backends keep the position of every other page, so that another
-    /// index, and a page taken out before, change nothing. If it was current, page 0 is.
+    /// Takes out the last page, whose position is `index`; if it was current, page 0 becomes so.
+    /// Any other index changes nothing, also that of a page taken out before, because backends keep
+    /// the positions of pages.
     void removeTab(int index);
-    /// The page at a position; null if there is none or it was destroyed. A page that was destroyed
-    /// keeps its position; but a display that is described the container afterwards for the first
-    /// time counts only the pages that there are.
+    /// The page at a position; null if there is none or it was destroyed. A destroyed page keeps
+    /// its position; but a display that gets its first description of the container after that
+    /// counts only the pages that there are.
     DVTab2* tab(int index) const;
     DVTab2* currentTab() const;
     int tabCount() const;
 
     /// Turns to a page. The number is kept as it is, whether there is such a page or not.
     void setCurrentIndex(int index);
-    /// Follows the user. -1 before the first page, and where the display reports a position that
-    /// never had one.
+    /// Follows the user. -1 before the first page, and after the display reported a position that
+    /// never had a page.
     int currentIndex() const;
     void setTabPosition(Position position);
     Position tabPosition() const;
-    /// Tells the display that the user may move the tabs about. Displays need not offer it, and the
-    /// web backend has no way to hear of it: there the tabs stay in their order.
+    /// Tells the display that the user may move the tabs. Displays need not offer it; with the web
+    /// backend the tabs stay in their order.
     void setTabMovable(bool movable);
     bool isTabMovable() const;
     /// Gives every tab a close button. The web backend does so whatever the argument, so call it

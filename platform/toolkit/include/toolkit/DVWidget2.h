@@ -7,42 +7,40 @@
 
 namespace DOVA {
 
-/// Anything visible. Every setter reaches the backend at once; a getter answers what the backend
-/// knows. Sizes and positions are in toolkit pixels. What is set before the widget is shown holds
-/// when it is, and goes on to hold when it, or what it is in, is shown again.
+/// Anything visible. A setter reaches the backend at once; a getter gives what the backend knows.
+/// Sizes and positions are in toolkit pixels. What is set before the widget is shown holds when it
+/// is shown, and each time that it, or what it is in, is shown again. Main thread.
 ///
-/// Handlers that the program connects with the on...() operations of the widget classes hear only
-/// what a user can have done: an event of a widget that is out of reach does not come to them,
-/// and the display is told again how the widget is. The emitters beside them carry every event, as
-/// the backend reports it.
+/// A handler that is connected with an on...() operation hears only what a user can have done. The
+/// event of a widget that is out of reach does not come to it; the display is told again how the
+/// widget is. The emitters beside them carry every event as the backend reports it.
 class DOVA_TOOLKIT_EXPORT DVWidget2 : public DVObject2 {
 public:
     ~DVWidget2() override;
 
-    /// Shows the widget, as it is now with everything below it, also after hide(). What is below a
-    /// hidden widget appears with it, unless it is hidden itself. A window opens.
+    /// Shows the widget with everything below it, as it is now, also after hide(). What was hidden
+    /// itself below it stays hidden. A window opens.
     void show();
-    /// Hides the widget and with it everything below it, as setVisible(false).
+    /// Hides the widget with everything below it, as setVisible(false).
     void hide();
     /// Brings the widget to the front.
     void raise();
-    /// Has the widget drawn anew.
+    /// Asks the display to draw the widget anew.
     void refresh();
-    /// Moves the keyboard focus into the widget: to a control itself, else to the first control in
-    /// it that can take it. On a widget that the display does not know yet it counts once it does,
-    /// and of several the last one has it.
+    /// Moves the keyboard focus to the widget, or to the first control in it that can take it. When
+    /// the display does not know the widget yet, it does so later; of several such widgets the last
+    /// one gets the focus.
     void setFocus();
-    /// Takes the widget from the display or back to it; sent each time. A window opens with true.
+    /// Hides the widget, or shows it again; sent each time. A window opens with true.
     void setVisible(bool visible);
-    /// What the program wants: true from the start and until hide(). Says nothing about the widgets
-    /// above, nor whether a page is there to show it.
+    /// What the program asked for, true at first. The widgets above may be hidden all the same, and
+    /// no page may be there to show it.
     bool isVisible() const;
     void setEnabled(bool enabled);
     bool isEnabled() const;
-    /// Whether a user can use the widget: it and everything above it is visible and enabled, it
-    /// is on no tab page behind another, and no modal dialog shuts its window off. Says nothing
-    /// about whether a page is there. Of an object without implementation nothing is known, which
-    /// counts as true.
+    /// Whether a user can use the widget: it and everything above it is visible and enabled, the
+    /// tab page that it is on is the current one, and no modal dialog keeps the user from its
+    /// window. Does not ask whether a page is there. True for an object without implementation.
     bool isInReach() const;
     void setToolTip(const std::u16string& text);
     std::u16string toolTip() const;
@@ -66,10 +64,9 @@ public:
     void setObjectName(const std::string& name);
     std::string objectName() const;
 
-    /// Opens a message box over the widget's window and returns at once. While no page has the
-    /// window, because it is still to open, waits for one or went with its page, the box waits, and
-    /// comes up with the window. `level`: "information", "warning", "error" or "question"; a modal
-    /// box keeps the user from everything else.
+    /// Opens a message box over the widget's window and returns at once. While no page shows the
+    /// window, the box waits; it comes up with the window. `level`: "information", "warning",
+    /// "error" or "question". A modal box keeps the user from everything else.
     void showMessage(const std::u16string& level, const std::u16string& title,
                      const std::u16string& body, bool modal = true);
 
@@ -82,19 +79,20 @@ protected:
 
     /// Takes hide() back; nothing for a widget that is not hidden.
     void endHiding();
-    /// Judges an event before the program's handlers hear it: `isPossible`, and the widget is in
-    /// reach. What is refused is put back, on the display as well. Answers the verdict.
+    /// Judges an event before the program's handlers hear it: admits it when `isPossible` and the
+    /// widget is in reach, else puts back what it changed, on the display as well. Gives whether it
+    /// is admitted.
     bool admit(const void* event, bool isPossible = true);
     /// The widget is in front of others now.
     virtual void cameToFront() {}
-    /// To be called after the backend has described the widget, and what is below it, to a display.
+    /// Call it after the backend has described the widget, with what is below it, to a display.
     void described();
-    /// Has tellLeftOut() called after each description from now on.
+    /// From now on tellLeftOut() is called after each description.
     void leftOutOfDescriptions();
     /// Whether the widget keeps a user from itself and everything below it; `child` is the widget
     /// one step below on the way, null where the way begins.
     virtual bool keepsAway(const DVWidget2* child) const;
-    /// To be called before keepsAway() may answer true for the first time.
+    /// Call it before keepsAway() may give true for the first time.
     void mayKeepAway();
 
 private:

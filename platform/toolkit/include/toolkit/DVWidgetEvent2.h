@@ -4,7 +4,7 @@ namespace DOVA {
 
 class DVWidget2;
 
-/// Something happened to a widget that needs no further words, such as the wish that it goes away.
+/// Something happened to a widget that is told by which one it is, such as a close request.
 class DVWidgetEvent2 {
 public:
     DVWidgetEvent2(DVWidget2* widget, bool flag) : m_widget(widget), m_flag(flag) {}

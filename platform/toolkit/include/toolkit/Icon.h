@@ -6,7 +6,7 @@
 
 namespace DOVA {
 
-/// A picture by the paths of its image files, the preferred one first.
+/// A picture: the paths of its image files, the preferred one first.
 class Icon {
 public:
     /// Adds an image file: a UTF-8 path, absolute or below the application root.
