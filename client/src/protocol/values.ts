@@ -58,7 +58,10 @@ export interface Values {
     move: Point;
     /** Keeps the user from the other windows. */
     modal: boolean;
-    /** Belongs to another window. */
+    /**
+     * There for a short while: the page gives it no button to minimise it, and Escape asks to
+     * close it.
+     */
     transient: boolean;
     /** The contents scroll. */
     scrollable: boolean;
