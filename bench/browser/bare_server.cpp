@@ -50,7 +50,7 @@ void serve(Socket& socket) {
 
 }  // namespace
 
-int main() {
+int main() try {
     asio::io_context context;
     asio::ip::tcp::acceptor acceptor(context, {asio::ip::make_address("127.0.0.1"), 0});
     std::cout << acceptor.local_endpoint().port() << std::endl;
@@ -62,4 +62,7 @@ int main() {
             // The page has gone; the next one may come.
         }
     }
+} catch (const std::exception& error) {
+    std::cerr << "bare_server: " << error.what() << "\n";
+    return 1;
 }

@@ -16,7 +16,7 @@ constexpr std::uint64_t s_highBits = 0x80 * s_everyByte;
 /// bit only, so that one search for a zero byte finds both.
 bool areEightPlain(const char* bytes) {
     static_assert((FrameCodec::s_recordSeparator | 1) == FrameCodec::s_textSeparator);
-    std::uint64_t word;
+    std::uint64_t word = 0;
     std::memcpy(&word, bytes, sizeof word);
     const std::uint64_t separators =
         (word | s_everyByte) ^ (s_everyByte * std::uint64_t{FrameCodec::s_textSeparator});

@@ -30,16 +30,13 @@ std::string_view header(const RequestRouter::Request& request, http::field name)
 /// Whether the browser takes gzip; "q=0" takes a coding back (RFC 9110 section 12.5.3).
 bool acceptsGzip(const RequestRouter::Request& request) {
     for (const auto& coding : http::ext_list(request[http::field::accept_encoding])) {
-        if (!boost::beast::iequals(coding.first, "gzip")) {
-            continue;
+        if (boost::beast::iequals(coding.first, "gzip")) {
+            return std::none_of(
+                coding.second.begin(), coding.second.end(), [](const auto& parameter) {
+                    return boost::beast::iequals(parameter.first, "q") &&
+                           view(parameter.second).find_first_not_of("0.") == std::string_view::npos;
+                });
         }
-        for (const auto& parameter : coding.second) {
-            if (boost::beast::iequals(parameter.first, "q") &&
-                view(parameter.second).find_first_not_of("0.") == std::string_view::npos) {
-                return false;
-            }
-        }
-        return true;
     }
     return false;
 }

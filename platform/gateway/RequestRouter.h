@@ -38,7 +38,7 @@ public:
 
     /// What browsers are told with every answer; `socketSource` is where the page may open sockets
     /// beside its own origin.
-    static void addSecurityHeaders(boost::beast::http::fields& headers,
+    static void addSecurityHeaders(boost::beast::http::fields& response,
                                    const std::string& socketSource = {});
 
     /// A refusal: a short plain text with the reason. The connection ends with it.

@@ -11,7 +11,7 @@ namespace DOVA::gateway {
 
 namespace {
 
-using std::literals::operator""sv;
+using namespace std::string_view_literals;
 
 /// The first frame of a connection: what became of the session, and one thing more.
 std::string greeting(std::string_view session, std::string_view member, std::string_view value) {

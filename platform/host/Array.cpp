@@ -269,7 +269,8 @@ std::u16string kaGetString(const kaArray* array) {
 }
 
 const std::u16string& kaViewString(const kaArray* array) noexcept {
-    static const auto& s_none = *new std::u16string;  // for static arrays, too
+    // NOLINTNEXTLINE(bugprone-unhandled-exception-at-new): made once; for static arrays, too.
+    static const auto& s_none = *new std::u16string;
     const auto* text = contentOf<std::u16string>(array);
     return text != nullptr ? *text : s_none;
 }
@@ -280,7 +281,8 @@ const kaArray* kaGetCell(const kaArray* array, std::size_t index) noexcept {
 }
 
 const std::vector<std::u16string>& kaGetFieldNames(const kaArray* array) noexcept {
-    static const auto& s_none = *new std::vector<std::u16string>;  // for static arrays, too
+    // NOLINTNEXTLINE(bugprone-unhandled-exception-at-new): made once; for static arrays, too.
+    static const auto& s_none = *new std::vector<std::u16string>;
     const auto* fields = contentOf<host::Fields>(array);
     return fields != nullptr ? (*fields)->names() : s_none;
 }

@@ -57,6 +57,7 @@ std::vector<SubscriptionTable::Callback> SubscriptionTable::removeAll(ConnectorI
         }
     }
     std::vector<Callback> callbacks;
+    callbacks.reserve(handles.size());
     for (const Handle handle : handles) {
         callbacks.push_back(remove(handle));
     }

@@ -9,7 +9,7 @@ const Base::Impl::Type CheckBox::Impl::s_type{ElementName::checkBox, &BaseButton
 CheckBox CheckBox::create(const pf::zero::Ref<pf::zero::Model>& model, const pf::zero::Uuid& uuid,
                           bool checked) {
     const pf::zero::Model::ChangeGroup together(model);
-    const auto box = createIn<CheckBox>(model, uuid);
+    auto box = createIn<CheckBox>(model, uuid);
     if (box) {
         box->setChecked(checked);
     }

@@ -44,7 +44,7 @@ void LivingModels::announce(const Ref<Model>& model) {
     }
 }
 
-void LivingModels::observe(Observer observer) {
+void LivingModels::observe(const Observer& observer) {
     std::vector<Ref<Model>> present;
     {
         const std::lock_guard<std::mutex> lock(shared().mutex);

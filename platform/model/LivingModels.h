@@ -21,7 +21,7 @@ public:
 
     /// Calls `observer` for every model that there is, and from now on for every new one on the
     /// thread that makes it. One observer at a time; an empty one takes it back.
-    static void observe(Observer observer);
+    static void observe(const Observer& observer);
 };
 
 }  // namespace pf::zero

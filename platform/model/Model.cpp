@@ -41,7 +41,7 @@ Model::ChangeGroup::~ChangeGroup() {
 }
 
 Ref<Model> Model::create(const ModelConstellation&) {
-    const Ref<Model> model(new Model);
+    Ref<Model> model(new Model);
     LivingModels::announce(model);
     return model;
 }

@@ -57,17 +57,17 @@ std::vector<host::ArrayPointer> answerOnline(const std::vector<const kaArray*>&,
 
 }  // namespace
 
-Module::Module(const std::filesystem::path& chosen) {
-    const std::filesystem::path path = chosen.empty() ? InstalledFiles::module() : chosen;
-    void* handle = load(path);
+Module::Module(const std::filesystem::path& path) {
+    const std::filesystem::path file = path.empty() ? InstalledFiles::module() : path;
+    void* handle = load(file);
     if (startedModules().count(handle) > 0) {
-        throw StartError("the module \"" + path.string() +
+        throw StartError("the module \"" + file.string() +
                          "\" has served a host in this process before and does not start again");
     }
     m_handle = handle;
-    m_initialise = reinterpret_cast<EntryPoint>(find(handle, path, s_initialise));
-    m_terminate = reinterpret_cast<EntryPoint>(find(handle, path, s_terminate));
-    m_online = reinterpret_cast<Flag>(find(handle, path, s_online));
+    m_initialise = reinterpret_cast<EntryPoint>(find(handle, file, s_initialise));
+    m_terminate = reinterpret_cast<EntryPoint>(find(handle, file, s_terminate));
+    m_online = reinterpret_cast<Flag>(find(handle, file, s_online));
 }
 
 Module::~Module() {

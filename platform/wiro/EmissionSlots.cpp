@@ -69,7 +69,7 @@ void endThread(void* record) {
 /// more if the thread registered again meanwhile.
 void callAtThreadEnd(ThreadRecord* record) {
     static const pthread_key_t key = [] {
-        pthread_key_t made;
+        pthread_key_t made = 0;
         if (::pthread_key_create(&made, endThread) != 0) {
             throw std::bad_alloc();
         }
@@ -134,6 +134,7 @@ bool isPinned(const Registry& all, Connection* connection) {
             return true;  // which connections it will keep cannot be read from a list long gone
         }
         // Lists are deleted under the registry's mutex only, so a pinned one can be read here.
+        // NOLINTNEXTLINE(performance-no-int-to-ptr): an address with a mark in its lowest bit.
         const auto* list = reinterpret_cast<const ConnectionList*>(address);
         return list && std::find(list->entries, list->entries + list->size, connection) !=
                            list->entries + list->size;
@@ -263,7 +264,8 @@ void collectGarbage() {
 }
 
 ConnectionList* allocateList(unsigned size) {
-    void* memory = std::malloc(sizeof(ConnectionList) + (size - 1) * sizeof(Connection*));
+    void* memory =
+        std::malloc(sizeof(ConnectionList) + (size - 1) * sizeof(ConnectionList::entries));
     if (!memory) {
         throw std::bad_alloc();
     }

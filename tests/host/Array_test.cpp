@@ -59,20 +59,23 @@ struct Row {
     std::u16string text;
 };
 
-TEST(Array, AnswersEveryQuestionWhateverItsKindAndSoDoesItsDuplicate) {
-    int living = 0;
-    const bool logicals[] = {true, false};
-    const double doubles[] = {1, 2, 3, 4, 5, 6};
-    const std::int32_t ints[] = {-7, 8};
-    const std::uint64_t wholes[] = {largest, 1};
-    kaArray* const cells[] = {kaCreateDoubleScalar(7), nullptr, kaCreateCellMatrix(1, 1, nullptr),
-                              kaCreateObject(std::make_shared<Instance>(living))};
-    const std::u16string_view names[] = {u"b", u"a", u"", u"b"};
-    kaArray* const values[] = {kaCreateDoubleScalar(1), kaCreateDoubleScalar(2), nullptr,
-                               kaCreateDoubleScalar(4)};
+void expectAnswers(std::initializer_list<Row> rows) {
+    for (const Row& row : rows) {
+        SCOPED_TRACE(row.name);
+        ArrayPointer original(row.array);
+        const ArrayPointer duplicate(kaDuplicateArray(original.get()));
+        EXPECT_EQ(describe(original.get()), row.description);
+        original.reset();
+        EXPECT_EQ(describe(duplicate.get()), row.description);
+        EXPECT_EQ(kaGetUInt64Scalar(duplicate.get()), row.exact);
+        EXPECT_EQ(kaGetString(duplicate.get()), row.text);
+    }
+}
+
+TEST(Array, AScalarOrTextAnswersEveryQuestionAndSoDoesItsDuplicate) {
     const double nan = std::numeric_limits<double>::quiet_NaN();
     const double inf = std::numeric_limits<double>::infinity();
-    const Row rows[] = {
+    expectAnswers({
         {"null", nullptr, "double 0x0 -e-n--- nan", 0, u""},
         {"true", kaCreateLogicalScalar(true), "logical 1x1 s-r--lt 1.000000 nan", 1, u""},
         {"false", kaCreateLogicalScalar(false), "logical 1x1 s-r--l- 0.000000 nan", 0, u""},
@@ -97,6 +100,21 @@ TEST(Array, AnswersEveryQuestionWhateverItsKindAndSoDoesItsDuplicate) {
          {u"\u00fc\0\xd800", 3}},
         {"character", kaCreateCharMatrix(1, 1, u"5"), "char 1x1 s-r-c-- nan nan", 0, u"5"},
         {"emptyRow", kaCreateCharMatrix(1, 0, u""), "char 1x0 -er-c-- nan", 0, u""},
+    });
+}
+
+TEST(Array, AMatrixOrContainerAnswersEveryQuestionAndSoDoesItsDuplicate) {
+    int living = 0;
+    const bool logicals[] = {true, false};
+    const double doubles[] = {1, 2, 3, 4, 5, 6};
+    const std::int32_t ints[] = {-7, 8};
+    const std::uint64_t wholes[] = {largest, 1};
+    kaArray* const cells[] = {kaCreateDoubleScalar(7), nullptr, kaCreateCellMatrix(1, 1, nullptr),
+                              kaCreateObject(std::make_shared<Instance>(living))};
+    const std::u16string_view names[] = {u"b", u"a", u"", u"b"};
+    kaArray* const values[] = {kaCreateDoubleScalar(1), kaCreateDoubleScalar(2), nullptr,
+                               kaCreateDoubleScalar(4)};
+    expectAnswers({
         {"logicals", kaCreateLogicalMatrix(2, 1, logicals),
          "logical 2x1 ------- 1.000000 0.000000 nan", 1, u""},
         {"doubles", kaCreateDoubleMatrix(2, 3, doubles),
@@ -120,17 +138,7 @@ TEST(Array, AnswersEveryQuestionWhateverItsKindAndSoDoesItsDuplicate) {
         {"object", kaCreateObject(std::make_shared<Instance>(living)),
          "object 1x1 s-r---- nan nan test.Instance", 0, u""},
         {"noObject", kaCreateObject(nullptr), "double 0x0 -e-n--- nan", 0, u""},
-    };
-    for (const Row& row : rows) {
-        SCOPED_TRACE(row.name);
-        ArrayPointer original(row.array);
-        const ArrayPointer duplicate(kaDuplicateArray(original.get()));
-        EXPECT_EQ(describe(original.get()), row.description);
-        original.reset();
-        EXPECT_EQ(describe(duplicate.get()), row.description);
-        EXPECT_EQ(kaGetUInt64Scalar(duplicate.get()), row.exact);
-        EXPECT_EQ(kaGetString(duplicate.get()), row.text);
-    }
+    });
     EXPECT_EQ(living, 0);
 }
 

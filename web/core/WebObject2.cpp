@@ -199,6 +199,8 @@ void WebObject2::setProperty(const std::u16string& name, int* values, int count,
     m_state.insert(toView(name), array);
 }
 
+// NOLINTNEXTLINE(performance-unnecessary-value-param): the toolkit's callers bind to this
+// signature.
 void WebObject2::setProperty(const std::u16string& name, std::vector<std::u16string> values, bool) {
     m_state.insert(toView(name), toArray(values));
 }

@@ -6,8 +6,8 @@
 namespace ribo {
 
 Instance::Instance(ClassPointer instanceClass)
-    : Instance(instanceClass, std::shared_ptr<void>(instanceClass->allocateInstance(),
-                                                    DataDeleter{instanceClass.get()})) {}
+    : m_class(std::move(instanceClass)),
+      m_data(m_class->allocateInstance(), DataDeleter{m_class.get()}) {}
 
 Instance::Instance(ClassPointer instanceClass, std::shared_ptr<void> data)
     : m_class(std::move(instanceClass)), m_data(std::move(data)) {}

@@ -129,7 +129,7 @@ Handle Base::createIn(const pf::zero::Ref<pf::zero::Model>& model, const pf::zer
     if (!model) {
         return {};
     }
-    const Handle handle = holding<Handle>(new typename Handle::Impl(uuid));
+    const auto handle = holding<Handle>(new typename Handle::Impl(uuid));
     return model->insert(*handle.operator->()) ? handle : Handle();
 }
 

@@ -33,6 +33,7 @@ public:
         return reinterpret_cast<std::uintptr_t>(&self);
     }
     static void setSelfProperty(T& self, std::uint64_t place) {
+        // NOLINTNEXTLINE(performance-no-int-to-ptr): the host moves the place as a number.
         self = *reinterpret_cast<const T*>(static_cast<std::uintptr_t>(place));
     }
 
