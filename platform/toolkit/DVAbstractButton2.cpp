@@ -13,20 +13,4 @@ void DVAbstractButton2::judgeClicks() {
     }
 }
 
-void DVAbstractButton2::setLabel(const std::u16string& label) {
-    emitters()->setLabelU.emit(label);
-}
-
-std::u16string DVAbstractButton2::label() const {
-    return emitters()->getLabelU.emit();
-}
-
-void DVAbstractButton2::setChecked(bool checked) {
-    emitters()->setChecked.emit(checked);
-}
-
-bool DVAbstractButton2::isChecked() const {
-    return emitters()->isChecked.emit();
-}
-
 }  // namespace DOVA

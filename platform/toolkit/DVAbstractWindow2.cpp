@@ -24,10 +24,6 @@ DVAbstractWindow2::~DVAbstractWindow2() {
     dismantle();
 }
 
-bool DVAbstractWindow2::isOnDisplay() const {
-    return emitters()->isAnnounced.emit();
-}
-
 void DVAbstractWindow2::showImplementation() {
     openBy(emitters()->show);
 }
@@ -102,58 +98,10 @@ void DVAbstractWindow2::showNormal() {
     cameToFront();
 }
 
-void DVAbstractWindow2::showMinimized() {
-    emitters()->showMinimized.emit();
-}
-
 void DVAbstractWindow2::showMaximized() {
     endHiding();
     openBy(emitters()->showMaximized);
     cameToFront();
-}
-
-bool DVAbstractWindow2::isMinimized() const {
-    return emitters()->isMinimized.emit();
-}
-
-bool DVAbstractWindow2::isMaximized() const {
-    return emitters()->isMaximized.emit();
-}
-
-void DVAbstractWindow2::setTitle(const std::u16string& title) {
-    emitters()->setTitle.emit(title);
-}
-
-std::u16string DVAbstractWindow2::title() const {
-    return emitters()->getTitle.emit();
-}
-
-void DVAbstractWindow2::setFrameGeometry(diagram::RectTemplate<int> geometry) {
-    emitters()->setFrameGeometry.emit(geometry, false);
-}
-
-diagram::RectTemplate<int> DVAbstractWindow2::frameGeometry() const {
-    return emitters()->getFrameGeometry.emit();
-}
-
-void DVAbstractWindow2::setGeometry(diagram::RectTemplate<int> geometry) {
-    emitters()->setGeometry.emit(geometry);
-}
-
-diagram::RectTemplate<int> DVAbstractWindow2::geometry() const {
-    return emitters()->getGeometry.emit();
-}
-
-diagram::RectTemplate<int> DVAbstractWindow2::frameOffset() const {
-    return emitters()->getFrameOffset.emit();
-}
-
-void DVAbstractWindow2::setIconWithPath(const std::u16string& path) {
-    emitters()->setIconWithPath.emit(path);
-}
-
-void DVAbstractWindow2::move(diagram::PointTemplate<int> position) {
-    emitters()->move.emit(position);
 }
 
 void DVAbstractWindow2::close() {

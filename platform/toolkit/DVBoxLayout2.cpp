@@ -11,8 +11,4 @@ DVBoxLayout2::DVBoxLayout2(DVObject* parent, Direction direction)
 
 DVBoxLayout2::~DVBoxLayout2() = default;
 
-void DVBoxLayout2::addWidget(DVObject* widget, int stretch, Alignment alignment) {
-    emitters()->boxAddWidget.emit(widget, stretch, alignment);
-}
-
 }  // namespace DOVA

@@ -27,12 +27,4 @@ DVButton2::~DVButton2() {
     dismantle();
 }
 
-void DVButton2::setDefault(bool isDefault) {
-    emitters()->setDefault.emit(isDefault);
-}
-
-bool DVButton2::isDefault() const {
-    return emitters()->isDefault.emit();
-}
-
 }  // namespace DOVA

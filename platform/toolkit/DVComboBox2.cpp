@@ -58,10 +58,6 @@ void DVComboBox2::addItems(const std::vector<std::u16string>& items) {
     insertItems(s_atTheEnd, items);
 }
 
-void DVComboBox2::insertItems(int index, const std::vector<std::u16string>& items) {
-    emitters()->insertItemsU.emit(index, items, std::string());
-}
-
 void DVComboBox2::removeItem(int index) {
     if (index >= 0) {
         emitters()->removeItems.emit(index);
@@ -70,10 +66,6 @@ void DVComboBox2::removeItem(int index) {
 
 void DVComboBox2::clear() {
     emitters()->removeItems.emit(s_all);
-}
-
-std::vector<std::u16string> DVComboBox2::items() const {
-    return emitters()->getItemsU.emit();
 }
 
 int DVComboBox2::count() const {

@@ -16,12 +16,4 @@ void DVContainer2::setLayout(DVLayout2* layout) {
     }
 }
 
-DVLayout2* DVContainer2::layout() const {
-    return emitters()->getLayout.emit();
-}
-
-void DVContainer2::setLayoutGrid(int* values, int count) {
-    emitters()->setLayoutGrid.emit(values, count);
-}
-
 }  // namespace DOVA

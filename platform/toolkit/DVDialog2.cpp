@@ -74,14 +74,6 @@ DVObject* DVDialog2::parent() const {
     return above ? above : const_cast<DVObject2*>(companion());
 }
 
-void DVDialog2::setTransient(bool transient) {
-    emitters()->setTransient.emit(transient);
-}
-
-bool DVDialog2::isTransient() const {
-    return emitters()->isTransient.emit();
-}
-
 void DVDialog2::setModal(bool modal) {
     emitters()->setModal.emit(modal);
     if (modal) {
@@ -90,18 +82,6 @@ void DVDialog2::setModal(bool modal) {
     } else {
         forgetModal(this);
     }
-}
-
-bool DVDialog2::isModal() const {
-    return emitters()->isModal.emit();
-}
-
-void DVDialog2::setScrollable(bool scrollable) {
-    emitters()->setScrollable.emit(scrollable);
-}
-
-void DVDialog2::monitorResize(bool monitor) {
-    emitters()->monitorResize.emit(monitor);
 }
 
 void DVDialog2::sendAccKey(DVDialogAccel accelerator) {

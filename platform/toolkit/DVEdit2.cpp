@@ -30,12 +30,4 @@ DVEdit2::~DVEdit2() {
     dismantle();
 }
 
-void DVEdit2::setText(const std::u16string& text) {
-    emitters()->setTextU.emit(text);
-}
-
-std::u16string DVEdit2::text() const {
-    return emitters()->getTextU.emit(false);
-}
-
 }  // namespace DOVA

@@ -11,9 +11,4 @@ DVGridLayout2::DVGridLayout2(DVObject* parent)
 
 DVGridLayout2::~DVGridLayout2() = default;
 
-void DVGridLayout2::addWidget(DVObject* widget, diagram::RectTemplate<int> cell,
-                              Alignment alignment) {
-    emitters()->gridAddWidget.emit(widget, cell, alignment);
-}
-
 }  // namespace DOVA

@@ -23,40 +23,12 @@ void DVLayout2::setParent(DVObject* parent) {
     DVObject2::setParent(parent ? parent : &Nowhere::place());
 }
 
-void DVLayout2::addWidget(DVObject* widget, Alignment alignment) {
-    emitters()->addWidget.emit(widget, alignment);
-}
-
 void DVLayout2::removeWidget(DVObject* widget) {
     if (auto* layout = dynamic_cast<DVLayout2*>(widget)) {
         layout->setParent(nullptr);
     } else {
         emitters()->removeWidget.emit(widget);
     }
-}
-
-void DVLayout2::invalidate() {
-    emitters()->invalidate.emit();
-}
-
-void DVLayout2::refresh() {
-    emitters()->refresh.emit();
-}
-
-void DVLayout2::setEnabled(bool enabled) {
-    emitters()->setEnabled.emit(enabled);
-}
-
-bool DVLayout2::isEnabled() const {
-    return emitters()->isEnabled.emit();
-}
-
-void DVLayout2::setSpacing(int spacing) {
-    emitters()->setSpacing.emit(spacing);
-}
-
-int DVLayout2::spacing() const {
-    return emitters()->getSpacing.emit();
 }
 
 }  // namespace DOVA

@@ -45,18 +45,6 @@ DVFactory2* DVObject2::livingFactory() const {
     return DVFactory2::isLiving(m_factory) ? m_factory : nullptr;
 }
 
-void DVObject2::setParent(DVObject* parent) {
-    m_emitters->setParent.emit(parent);
-}
-
-DVObject* DVObject2::parent() const {
-    return m_emitters->getParent.emit();
-}
-
-std::vector<DVObject*> DVObject2::children(bool recursive) const {
-    return m_emitters->getChildren.emit(recursive);
-}
-
 void DVObject2::own(DVObject2* child) {
     child->m_owner = this;
     m_owned.push_back(child);

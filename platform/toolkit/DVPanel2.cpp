@@ -11,8 +11,4 @@ DVPanel2::DVPanel2(DVObject* parent, bool framed)
 
 DVPanel2::~DVPanel2() = default;
 
-void DVPanel2::setButtonPanel(bool buttonPanel) {
-    emitters()->setButtonPanel.emit(buttonPanel);
-}
-
 }  // namespace DOVA

@@ -20,14 +20,6 @@ DVTab2::DVTab2(DVObject* parent, const std::u16string& name)
 
 DVTab2::~DVTab2() = default;
 
-void DVTab2::setName(const std::u16string& name) {
-    emitters()->setName.emit(name);
-}
-
-std::u16string DVTab2::name() const {
-    return emitters()->getName.emit();
-}
-
 bool DVTab2::isPage() const {
     return dynamic_cast<DVTabContainer2*>(parent()) != nullptr;
 }
@@ -46,14 +38,6 @@ void DVTab2::setTabVisible(bool visible) {
 
 bool DVTab2::isTabVisible() const {
     return isPage() && emitters()->isTabVisible.emit();
-}
-
-void DVTab2::setTabEnabled(bool enabled) {
-    emitters()->setTabEnabled.emit(enabled);
-}
-
-bool DVTab2::isTabEnabled() const {
-    return emitters()->isTabEnabled.emit();
 }
 
 bool DVTab2::keepsAway(const DVWidget2* child) const {

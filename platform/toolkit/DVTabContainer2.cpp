@@ -72,18 +72,6 @@ void DVTabContainer2::removeTab(int index) {
     }
 }
 
-DVTab2* DVTabContainer2::tab(int index) const {
-    return emitters()->getTab.emit(index);
-}
-
-DVTab2* DVTabContainer2::currentTab() const {
-    return emitters()->currentTab.emit();
-}
-
-int DVTabContainer2::tabCount() const {
-    return emitters()->getTabCount.emit();
-}
-
 void DVTabContainer2::setCurrentIndex(int index) {
     m_isAstray = false;
     emitters()->setCurrentTab.emit(index);
@@ -91,38 +79,6 @@ void DVTabContainer2::setCurrentIndex(int index) {
 
 int DVTabContainer2::currentIndex() const {
     return m_isAstray ? s_none : emitters()->getCurrentTab.emit();
-}
-
-void DVTabContainer2::setTabPosition(Position position) {
-    emitters()->setTabPosition.emit(position);
-}
-
-Position DVTabContainer2::tabPosition() const {
-    return emitters()->getTabPosition.emit();
-}
-
-void DVTabContainer2::setTabMovable(bool movable) {
-    emitters()->setTabMovable.emit(movable);
-}
-
-bool DVTabContainer2::isTabMovable() const {
-    return emitters()->getTabMovable.emit();
-}
-
-void DVTabContainer2::setTabsClosable(bool closable) {
-    emitters()->setTabsClosable.emit(closable);
-}
-
-bool DVTabContainer2::isTabsClosable() const {
-    return emitters()->getTabsClosable.emit();
-}
-
-void DVTabContainer2::setDocumentMode(bool documentMode) {
-    emitters()->setDocumentMode.emit(documentMode);
-}
-
-bool DVTabContainer2::isDocumentMode() const {
-    return emitters()->getDocumentMode.emit();
 }
 
 bool DVTabContainer2::hasPosition(int index) const {

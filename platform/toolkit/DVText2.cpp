@@ -14,20 +14,4 @@ DVText2::DVText2(DVObject* parent, const std::u16string& text)
 
 DVText2::~DVText2() = default;
 
-void DVText2::setText(const std::u16string& text) {
-    emitters()->setTextU.emit(text);
-}
-
-std::u16string DVText2::text() const {
-    return emitters()->getTextU.emit(false);
-}
-
-void DVText2::setBuddy(DVObject* buddy) {
-    emitters()->setBuddy.emit(buddy);
-}
-
-DVObject* DVText2::buddy() const {
-    return emitters()->getBuddy.emit();
-}
-
 }  // namespace DOVA

@@ -125,10 +125,6 @@ void DVWidget2::raise() {
     cameToFront();
 }
 
-void DVWidget2::refresh() {
-    emitters()->refresh.emit();
-}
-
 void DVWidget2::setFocus() {
     emitters()->setFocus.emit();
     if (!isWindow() && !isKnownToDisplay()) {
@@ -147,10 +143,6 @@ void DVWidget2::setVisible(bool visible) {
     }
 }
 
-bool DVWidget2::isVisible() const {
-    return emitters()->isVisible.emit();
-}
-
 void DVWidget2::setEnabled(bool enabled) {
     if (!enabled) {
         mayKeepAway();
@@ -158,33 +150,9 @@ void DVWidget2::setEnabled(bool enabled) {
     emitters()->setEnabled.emit(enabled);
 }
 
-bool DVWidget2::isEnabled() const {
-    return emitters()->isEnabled.emit();
-}
-
-void DVWidget2::setToolTip(const std::u16string& text) {
-    emitters()->setToolTipU.emit(text);
-}
-
-std::u16string DVWidget2::toolTip() const {
-    return emitters()->getToolTipU.emit();
-}
-
-void DVWidget2::setColor(ColorRole role, Color color) {
-    emitters()->setColor.emit(role, color);
-}
-
-Color DVWidget2::color(ColorRole role) const {
-    return emitters()->getColor.emit(role);
-}
-
 void DVWidget2::setPosition(diagram::RectTemplate<int> position) {
     emitters()->setPosition.emit(position);
     keep(KeptSettings::Setting::Position, position);
-}
-
-diagram::RectTemplate<int> DVWidget2::position() const {
-    return emitters()->getPosition.emit();
 }
 
 void DVWidget2::moveTo(diagram::PointTemplate<int> point) {
@@ -197,26 +165,14 @@ void DVWidget2::setMinimumSize(diagram::TSize<int> size) {
     keep(KeptSettings::Setting::MinimumSize, {0, 0, size.width, size.height});
 }
 
-diagram::TSize<int> DVWidget2::minimumSize() const {
-    return emitters()->getMinimumSize.emit();
-}
-
 void DVWidget2::setMaximumSize(diagram::TSize<int> size) {
     emitters()->setMaximumSize.emit(size);
     keep(KeptSettings::Setting::MaximumSize, {0, 0, size.width, size.height});
 }
 
-diagram::TSize<int> DVWidget2::maximumSize() const {
-    return emitters()->getMaximumSize.emit();
-}
-
 void DVWidget2::setPreferredSize(diagram::TSize<int> size) {
     emitters()->setPreferredSize.emit(size);
     keep(KeptSettings::Setting::PreferredSize, {0, 0, size.width, size.height});
-}
-
-diagram::TSize<int> DVWidget2::preferredSize() const {
-    return emitters()->getPreferredSize.emit();
 }
 
 void DVWidget2::resize(diagram::TSize<int> size) {
@@ -227,10 +183,6 @@ void DVWidget2::resize(diagram::TSize<int> size) {
 void DVWidget2::setObjectName(const std::string& name) {
     emitters()->setObjectName.emit(name);
     keep(KeptSettings::Setting::ObjectName);
-}
-
-std::string DVWidget2::objectName() const {
-    return emitters()->getObjectName.emit();
 }
 
 void DVWidget2::showMessage(const std::u16string& level, const std::u16string& title,

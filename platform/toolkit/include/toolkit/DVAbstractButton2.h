@@ -15,11 +15,11 @@ class DOVA_TOOLKIT_EXPORT DVAbstractButton2 : public DVWidget2 {
 public:
     ~DVAbstractButton2() override;
 
-    void setLabel(const std::u16string& label);
-    std::u16string label() const;
-    void setChecked(bool checked);
+    void setLabel(const std::u16string& label) { emitters()->setLabelU(label); }
+    std::u16string label() const { return emitters()->getLabelU(); }
+    void setChecked(bool checked) { emitters()->setChecked(checked); }
     /// Follows what the user switches.
-    bool isChecked() const;
+    bool isChecked() const { return emitters()->isChecked(); }
 
     /// The user pressed the button.
     template <class Callable>

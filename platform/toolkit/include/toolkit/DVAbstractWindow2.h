@@ -22,24 +22,26 @@ public:
     /// Shows the window at its own size, in front, and with the focus, also after hide().
     void showNormal();
     /// Minimises the window. One that was never shown, or is hidden, stays unseen.
-    void showMinimized();
+    void showMinimized() { emitters()->showMinimized(); }
     /// Shows the window as large as the display, in front, and with the focus, also after hide().
     void showMaximized();
-    bool isMinimized() const;
-    bool isMaximized() const;
-    void setTitle(const std::u16string& title);
-    std::u16string title() const;
+    bool isMinimized() const { return emitters()->isMinimized(); }
+    bool isMaximized() const { return emitters()->isMaximized(); }
+    void setTitle(const std::u16string& title) { emitters()->setTitle(title); }
+    std::u16string title() const { return emitters()->getTitle(); }
     /// The window with its frame; an empty rectangle before the display has reported it.
-    void setFrameGeometry(diagram::RectTemplate<int> geometry);
-    diagram::RectTemplate<int> frameGeometry() const;
+    void setFrameGeometry(diagram::RectTemplate<int> geometry) {
+        emitters()->setFrameGeometry(geometry, false);
+    }
+    diagram::RectTemplate<int> frameGeometry() const { return emitters()->getFrameGeometry(); }
     /// The window without its frame; an empty rectangle before the display has reported it.
-    void setGeometry(diagram::RectTemplate<int> geometry);
-    diagram::RectTemplate<int> geometry() const;
+    void setGeometry(diagram::RectTemplate<int> geometry) { emitters()->setGeometry(geometry); }
+    diagram::RectTemplate<int> geometry() const { return emitters()->getGeometry(); }
     /// The distance from the frame's corner to the content's, and the differences of the sizes.
-    diagram::RectTemplate<int> frameOffset() const;
+    diagram::RectTemplate<int> frameOffset() const { return emitters()->getFrameOffset(); }
     /// An image file, absolute or below the application root; UTF-16.
-    void setIconWithPath(const std::u16string& path);
-    void move(diagram::PointTemplate<int> position);
+    void setIconWithPath(const std::u16string& path) { emitters()->setIconWithPath(path); }
+    void move(diagram::PointTemplate<int> position) { emitters()->move(position); }
     /// Closes the window for good: the backend drops it and everything in it.
     void close();
     /// Answers a close request with no: the window stays where and as it is, with what is typed in
@@ -76,7 +78,7 @@ private:
     friend class DVWidget2;
 
     bool isWindow() const override { return true; }
-    bool isOnDisplay() const override;
+    bool isOnDisplay() const override { return emitters()->isAnnounced(); }
     /// An implementation takes its window along itself.
     void leaveDisplay() override {}
     void showImplementation() override;

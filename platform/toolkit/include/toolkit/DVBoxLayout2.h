@@ -15,7 +15,9 @@ public:
 
     using DVLayout2::addWidget;
     /// `stretch`: the share of spare room; the web backend leaves that to the client.
-    void addWidget(DVObject* widget, int stretch, Alignment alignment = Alignment::None);
+    void addWidget(DVObject* widget, int stretch, Alignment alignment = Alignment::None) {
+        emitters()->boxAddWidget(widget, stretch, alignment);
+    }
 
     DVBoxLayout2Emitters* emitters() const {
         return static_cast<DVBoxLayout2Emitters*>(DVObject2::emitters());

@@ -12,8 +12,8 @@ public:
     ~DVButton2() override;
 
     /// The default button is pressed by Enter.
-    void setDefault(bool isDefault);
-    bool isDefault() const;
+    void setDefault(bool isDefault) { emitters()->setDefault(isDefault); }
+    bool isDefault() const { return emitters()->isDefault(); }
 
     DVButton2Emitters* emitters() const {
         return static_cast<DVButton2Emitters*>(DVObject2::emitters());

@@ -27,12 +27,14 @@ public:
     void addItems(const std::vector<std::u16string>& items);
     /// Puts the items before position `index` in their order; an index that no item has appends.
     /// The selection keeps its number, so that another item may be selected afterwards.
-    void insertItems(int index, const std::vector<std::u16string>& items);
+    void insertItems(int index, const std::vector<std::u16string>& items) {
+        emitters()->insertItemsU(index, items, std::string());
+    }
     /// Takes one item out; an index that no item has changes nothing. The selection as above.
     void removeItem(int index);
     /// Takes every item out.
     void clear();
-    std::vector<std::u16string> items() const;
+    std::vector<std::u16string> items() const { return emitters()->getItemsU(); }
     int count() const;
 
     /// Selects the item at `index`, -1 for none. An index that no item has is kept as it is. In an

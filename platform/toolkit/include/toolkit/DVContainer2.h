@@ -16,9 +16,9 @@ public:
     /// with what is in it; null does only that.
     void setLayout(DVLayout2* layout);
     /// The layout last set, null if there is none or it was destroyed.
-    DVLayout2* layout() const;
+    DVLayout2* layout() const { return emitters()->getLayout(); }
     /// Column hints for the display; `values` holds `count` integers.
-    void setLayoutGrid(int* values, int count);
+    void setLayoutGrid(int* values, int count) { emitters()->setLayoutGrid(values, count); }
 
     DVContainer2Emitters* emitters() const {
         return static_cast<DVContainer2Emitters*>(DVObject2::emitters());

@@ -23,16 +23,16 @@ public:
 
     /// A transient dialog is there for a short while: the page gives it no button to minimise it,
     /// and Escape asks to close it.
-    void setTransient(bool transient);
-    bool isTransient() const;
+    void setTransient(bool transient) { emitters()->setTransient(transient); }
+    bool isTransient() const { return emitters()->isTransient(); }
     /// A modal dialog keeps the user from all other windows while it is open and not minimised. Of
     /// several modal ones, the one that came to the front last does.
     void setModal(bool modal);
-    bool isModal() const;
+    bool isModal() const { return emitters()->isModal(); }
     /// Takes effect with the next full description of the dialog.
-    void setScrollable(bool scrollable);
+    void setScrollable(bool scrollable) { emitters()->setScrollable(scrollable); }
     /// Not needed: onResize() hears of every resize. For programs that ask.
-    void monitorResize(bool monitor);
+    void monitorResize(bool monitor) { emitters()->monitorResize(monitor); }
     /// Acts as if the user had pressed a shortcut of the dialog, also when it is out of reach.
     void sendAccKey(DVDialogAccel accelerator);
 

@@ -14,9 +14,9 @@ public:
     explicit DVEdit2(DVObject* parent = nullptr, const std::u16string& text = {});
     ~DVEdit2() override;
 
-    void setText(const std::u16string& text);
+    void setText(const std::u16string& text) { emitters()->setTextU(text); }
     /// Follows what the user types.
-    std::u16string text() const;
+    std::u16string text() const { return emitters()->getTextU(false); }
 
     /// The user changed the text; text() answers the new one already.
     template <class Callable>

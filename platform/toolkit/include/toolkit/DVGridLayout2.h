@@ -14,7 +14,9 @@ public:
     using DVLayout2::addWidget;
     /// `cell`: column, row, columns and rows covered.
     void addWidget(DVObject* widget, diagram::RectTemplate<int> cell,
-                   Alignment alignment = Alignment::None);
+                   Alignment alignment = Alignment::None) {
+        emitters()->gridAddWidget(widget, cell, alignment);
+    }
 
     DVGridLayout2Emitters* emitters() const {
         return static_cast<DVGridLayout2Emitters*>(DVObject2::emitters());

@@ -13,11 +13,11 @@ public:
     explicit DVGroupBox2(DVObject* parent = nullptr, const std::u16string& title = {});
     ~DVGroupBox2() override;
 
-    void setTitle(const std::u16string& title);
-    std::u16string title() const;
+    void setTitle(const std::u16string& title) { emitters()->setTitleU(title); }
+    std::u16string title() const { return emitters()->getTitleU(); }
     /// A flat box has its title and no frame.
-    void setFlat(bool flat);
-    bool isFlat() const;
+    void setFlat(bool flat) { emitters()->setFlat(flat); }
+    bool isFlat() const { return emitters()->isFlat(); }
 
     DVGroupBox2Emitters* emitters() const {
         return static_cast<DVGroupBox2Emitters*>(DVObject2::emitters());

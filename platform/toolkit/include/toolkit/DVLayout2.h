@@ -11,21 +11,23 @@ public:
     ~DVLayout2() override;
 
     /// Moves the widget or layout into this one; not owned. Null is ignored.
-    void addWidget(DVObject* widget, Alignment alignment = Alignment::None);
+    void addWidget(DVObject* widget, Alignment alignment = Alignment::None) {
+        emitters()->addWidget(widget, alignment);
+    }
     /// Takes the widget or layout out of the tree, with what is in it. Null is ignored.
     void removeWidget(DVObject* widget);
     /// As for every object; null takes the layout out of its container or layout.
     void setParent(DVObject* parent) override;
     /// Asks the display to arrange the widgets anew.
-    void invalidate();
+    void invalidate() { emitters()->invalidate(); }
     /// Asks the display to draw the layout anew.
-    void refresh();
-    void setEnabled(bool enabled);
+    void refresh() { emitters()->refresh(); }
+    void setEnabled(bool enabled) { emitters()->setEnabled(enabled); }
     /// What was last set, false at first.
-    bool isEnabled() const;
+    bool isEnabled() const { return emitters()->isEnabled(); }
     /// The room between widgets in pixels.
-    void setSpacing(int spacing);
-    int spacing() const;
+    void setSpacing(int spacing) { emitters()->setSpacing(spacing); }
+    int spacing() const { return emitters()->getSpacing(); }
 
     DVLayout2Emitters* emitters() const {
         return static_cast<DVLayout2Emitters*>(DVObject2::emitters());

@@ -27,11 +27,13 @@ public:
     /// Moves the object below `parent`, to the end of its children; null takes it out of the tree.
     /// A parent that is its own descendant changes nothing. When a widget leaves a shown window,
     /// the page may still show it there, and it goes on to receive what the user does to it.
-    virtual void setParent(DVObject* parent);
+    virtual void setParent(DVObject* parent) { emitters()->setParent(parent); }
     /// The widget or window that the object is in, not a layout; null if there is none.
-    virtual DVObject* parent() const;
+    virtual DVObject* parent() const { return emitters()->getParent(); }
     /// The objects below this one in their order; with `recursive` each is followed by its own.
-    std::vector<DVObject*> children(bool recursive = false) const;
+    std::vector<DVObject*> children(bool recursive = false) const {
+        return emitters()->getChildren(recursive);
+    }
 
     /// Makes a child that this object owns. It may still be deleted earlier.
     template <class Child, class... Args>

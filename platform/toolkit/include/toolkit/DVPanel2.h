@@ -14,7 +14,7 @@ public:
 
     /// Marks the panel as the row of a dialog's standard buttons. The web backend marks it whatever
     /// the argument, so call it only on such a panel.
-    void setButtonPanel(bool buttonPanel);
+    void setButtonPanel(bool buttonPanel) { emitters()->setButtonPanel(buttonPanel); }
 
     DVPanel2Emitters* emitters() const {
         return static_cast<DVPanel2Emitters*>(DVObject2::emitters());

@@ -16,8 +16,8 @@ public:
     ~DVTab2() override;
 
     /// The text on the tab. Takes effect with the next full description of the container.
-    void setName(const std::u16string& name);
-    std::u16string name() const;
+    void setName(const std::u16string& name) { emitters()->setName(name); }
+    std::u16string name() const { return emitters()->getName(); }
     /// The web backend hides and shows the whole container with the page. Outside a tab container
     /// nothing happens.
     void setTabVisible(bool visible);
@@ -25,8 +25,8 @@ public:
     bool isTabVisible() const;
     /// Whether the user may turn to the page, true at first. Outside a tab container nothing
     /// happens.
-    void setTabEnabled(bool enabled);
-    bool isTabEnabled() const;
+    void setTabEnabled(bool enabled) { emitters()->setTabEnabled(enabled); }
+    bool isTabEnabled() const { return emitters()->isTabEnabled(); }
 
     DVTab2Emitters* emitters() const { return static_cast<DVTab2Emitters*>(DVObject2::emitters()); }
 

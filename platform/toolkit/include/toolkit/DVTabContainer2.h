@@ -38,28 +38,28 @@ public:
     /// The page at a position; null if there is none or it was destroyed. A destroyed page keeps
     /// its position; but a display that gets its first description of the container after that
     /// counts only the pages that there are.
-    DVTab2* tab(int index) const;
-    DVTab2* currentTab() const;
-    int tabCount() const;
+    DVTab2* tab(int index) const { return emitters()->getTab(index); }
+    DVTab2* currentTab() const { return emitters()->currentTab(); }
+    int tabCount() const { return emitters()->getTabCount(); }
 
     /// Turns to a page. The number is kept as it is, whether there is such a page or not.
     void setCurrentIndex(int index);
     /// Follows the user. -1 before the first page, and after the display reported a position that
     /// never had a page.
     int currentIndex() const;
-    void setTabPosition(Position position);
-    Position tabPosition() const;
+    void setTabPosition(Position position) { emitters()->setTabPosition(position); }
+    Position tabPosition() const { return emitters()->getTabPosition(); }
     /// Tells the display that the user may move the tabs. Displays need not offer it; with the web
     /// backend the tabs stay in their order.
-    void setTabMovable(bool movable);
-    bool isTabMovable() const;
+    void setTabMovable(bool movable) { emitters()->setTabMovable(movable); }
+    bool isTabMovable() const { return emitters()->getTabMovable(); }
     /// Gives every tab a close button. The web backend does so whatever the argument, so call it
     /// only on such a container; likewise setDocumentMode().
-    void setTabsClosable(bool closable);
-    bool isTabsClosable() const;
+    void setTabsClosable(bool closable) { emitters()->setTabsClosable(closable); }
+    bool isTabsClosable() const { return emitters()->getTabsClosable(); }
     /// Draws the pages without a frame.
-    void setDocumentMode(bool documentMode);
-    bool isDocumentMode() const;
+    void setDocumentMode(bool documentMode) { emitters()->setDocumentMode(documentMode); }
+    bool isDocumentMode() const { return emitters()->getDocumentMode(); }
 
     /// The user turned to another page; currentIndex() answers it already.
     template <class Callable>

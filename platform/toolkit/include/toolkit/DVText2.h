@@ -11,12 +11,12 @@ public:
     explicit DVText2(DVObject* parent = nullptr, const std::u16string& text = {});
     ~DVText2() override;
 
-    void setText(const std::u16string& text);
-    std::u16string text() const;
+    void setText(const std::u16string& text) { emitters()->setTextU(text); }
+    std::u16string text() const { return emitters()->getTextU(false); }
     /// Makes the text the label of another widget, which must not be null.
-    void setBuddy(DVObject* buddy);
+    void setBuddy(DVObject* buddy) { emitters()->setBuddy(buddy); }
     /// The widget that the text is the label of, null if none or destroyed.
-    DVObject* buddy() const;
+    DVObject* buddy() const { return emitters()->getBuddy(); }
 
     DVText2Emitters* emitters() const {
         return static_cast<DVText2Emitters*>(DVObject2::emitters());

@@ -26,7 +26,7 @@ public:
     /// Brings the widget to the front.
     void raise();
     /// Asks the display to draw the widget anew.
-    void refresh();
+    void refresh() { emitters()->refresh(); }
     /// Moves the keyboard focus to the widget, or to the first control in it that can take it. When
     /// the display does not know the widget yet, it does so later; of several such widgets the last
     /// one gets the focus.
@@ -35,34 +35,34 @@ public:
     void setVisible(bool visible);
     /// What the program asked for, true at first. The widgets above may be hidden all the same, and
     /// no page may be there to show it.
-    bool isVisible() const;
+    bool isVisible() const { return emitters()->isVisible(); }
     void setEnabled(bool enabled);
-    bool isEnabled() const;
+    bool isEnabled() const { return emitters()->isEnabled(); }
     /// Whether a user can use the widget: it and everything above it is visible and enabled, the
     /// tab page that it is on is the current one, and no modal dialog keeps the user from its
     /// window. Does not ask whether a page is there. True for an object without implementation.
     bool isInReach() const;
-    void setToolTip(const std::u16string& text);
-    std::u16string toolTip() const;
-    void setColor(ColorRole role, Color color);
+    void setToolTip(const std::u16string& text) { emitters()->setToolTipU(text); }
+    std::u16string toolTip() const { return emitters()->getToolTipU(); }
+    void setColor(ColorRole role, Color color) { emitters()->setColor(role, color); }
     /// Not what was set: the web backend answers opaque white for the background, else the zero
     /// colour.
-    Color color(ColorRole role) const;
+    Color color(ColorRole role) const { return emitters()->getColor(role); }
     void setPosition(diagram::RectTemplate<int> position);
-    diagram::RectTemplate<int> position() const;
+    diagram::RectTemplate<int> position() const { return emitters()->getPosition(); }
     void moveTo(diagram::PointTemplate<int> point);
     /// A negative width or height leaves that dimension as it is; likewise setMaximumSize().
     void setMinimumSize(diagram::TSize<int> size);
     /// The least size in display pixels: times dpiScale(), truncated; likewise maximumSize().
-    diagram::TSize<int> minimumSize() const;
+    diagram::TSize<int> minimumSize() const { return emitters()->getMinimumSize(); }
     void setMaximumSize(diagram::TSize<int> size);
-    diagram::TSize<int> maximumSize() const;
+    diagram::TSize<int> maximumSize() const { return emitters()->getMaximumSize(); }
     void setPreferredSize(diagram::TSize<int> size);
-    diagram::TSize<int> preferredSize() const;
+    diagram::TSize<int> preferredSize() const { return emitters()->getPreferredSize(); }
     void resize(diagram::TSize<int> size);
     /// A name for programs and tests to find the widget by; UTF-8.
     void setObjectName(const std::string& name);
-    std::string objectName() const;
+    std::string objectName() const { return emitters()->getObjectName(); }
 
     /// Opens a message box over the widget's window and returns at once. While no page shows the
     /// window, the box waits; it comes up with the window. `level`: "information", "warning",
