@@ -56,8 +56,8 @@ public:
     virtual void setProperty(const std::u16string& name, std::vector<std::u16string> values,
                              bool notify);
 
-    /// Edits a stored array of texts, unsent; an absent or other property counts as empty. An index
-    /// outside the array inserts at its end and removes nothing.
+    /// Edits a stored array of texts and sends nothing; a property that is absent or no array
+    /// counts as empty. An index outside the array inserts at its end and removes nothing.
     virtual void insertToArrayProperty(const std::u16string& name, int index,
                                        const std::u16string& value, bool notify);
     virtual void addToArrayProperty(const std::u16string& name, const std::u16string& value,
@@ -157,8 +157,8 @@ protected:
             emitTo(static_cast<Front*>(getHandle()), emitter, mode, std::forward<Args>(args)...);
         }
     }
-    /// The same without lock and life check, for the kinds whose events are emitted so; a front
-    /// object of another type receives nothing.
+    /// The same without the lock and without asking whether the front object lives. A front object
+    /// of another type receives nothing.
     template <class Event, class Front, class... Args>
     void emitUnlocked(WIRO::Emitter<void(const Event&)>& (Front::*emitter)(), seam::SendMode mode,
                       Args&&... args) {

@@ -8,25 +8,25 @@
 #include "scripting/JSONType.h"
 
 /// What scripts do with JSON arrays, for the host and the toolkit to call. Texts are UTF-16 and may
-/// hold anything; indices count from 0. Nothing here throws but for want of memory, and different
+/// hold anything; indices count from 0. All of it throws only when memory runs out. Different
 /// threads may use different arrays.
 ///
 /// Parsing. A text is a JSON document (RFC 8259, nested at most 1024 deep): an object or an array.
-/// It goes to the parser through the host's local 8-bit codec: what that codec has no character
-/// for, in UTF-8 half a surrogate pair, becomes a question mark, and bytes that are no UTF-8 are
+/// It goes to the parser through the host's local 8-bit codec: a character that the codec does not
+/// have, in UTF-8 half a surrogate pair, becomes a question mark, and bytes that are no UTF-8 are
 /// refused. A text that is no document prints the parser's message on the host's console and counts
-/// as an empty document. The message is the format of that print itself: nothing is added, no line
-/// break either, and a percent sign in a translated message would count. A text of
-/// more than 268,304,384 code units (2^28 less 2^17: of arrays of digits Qt holds no more) is
-/// refused as too large, without a look at it: an edit changes nothing then, not even to Null. If
-/// an object repeats a key, the last value stands.
+/// as an empty document. The message is printed as a format, with nothing added: it ends without a
+/// line break, and a percent sign in a translated message would act as one of a format. A text of
+/// more than 268,304,384 code units (2^28 less 2^17, the most that Qt holds as an array of digits)
+/// is refused unread as too large: an edit changes nothing then, not even to Null. If an object
+/// repeats a key, the last value stands.
 ///
 /// Beyond RFC 8259 the parser takes control characters in texts as they are, a backslash before a
 /// character that needs none for that character ("\q" for "q"), and numbers with no digit on one
 /// side of the point (1. and .5); it refuses numbers that a double does not hold (1e309, 1e-400).
 ///
-/// Nesting. What edits make has as many levels as a text may have. A text of just so many is a
-/// document, but no element: an edit with it prints the parser's message and changes nothing.
+/// Nesting. What edits make has at most 1024 levels, too. A text with exactly 1024 is a document
+/// but cannot become an element: an edit with it prints the parser's message and changes nothing.
 ///
 /// Writing. Only arrays and objects can be written. The result comes back through the same codec.
 namespace DOVA::web {

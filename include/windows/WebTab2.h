@@ -21,11 +21,11 @@ public:
     virtual std::u16string doGetName() const;
     /// Stored only. Without a parent nothing happens.
     ///
-    /// REQUIRES: a parent, if there is one, that is a tab container with its web object. Another
-    /// stops the process.
+    /// REQUIRES: the parent, if there is one, is a tab container with its web object; else the
+    /// process stops.
     virtual void doSetTabVisible(bool visible);  // hides or shows the whole container with the page
-    /// True if the page and, where it has a parent, the container were made visible. False at
-    /// first. REQUIRES as above.
+    /// True if the page, and its container if it has one, were made visible; false at first.
+    /// REQUIRES as above.
     virtual bool doIsTabVisible() const;
     /// Sent. Without a tab container for parent nothing happens.
     virtual void doSetTabEnabled(bool enabled);

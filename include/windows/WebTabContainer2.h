@@ -24,8 +24,7 @@ public:
 
     /// Makes the page the last one and, if none is current, the current one. Under the object lock.
     ///
-    /// REQUIRES: a page that is valid has its web object. Another stops the process; likewise in
-    /// doInsertTab().
+    /// REQUIRES, as doInsertTab() does: a living page has its web object; else the process stops.
     virtual int doAddTab(DVTab2* tab);  // 1, not the index, or -1 for null and for no valid object
     /// Puts the page before position `index`; an index that no page has appends. The current index
     /// stays. Answers the page's index, or -1 as above.

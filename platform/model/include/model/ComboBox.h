@@ -12,7 +12,7 @@
 
 namespace tdom {
 
-/// A handle to a list of items of which one may be current.
+/// A handle to a list of items with a current one.
 class DOVA_MODEL_EXPORT ComboBox : public KindOf<ComboBox, Element> {
 public:
     class Impl;

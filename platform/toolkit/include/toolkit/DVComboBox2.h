@@ -12,8 +12,8 @@
 
 namespace DOVA {
 
-/// A list of items of which the user chooses one; with setEditable(true) the user may type another
-/// text as well. The placeholder is set on the backend's own object.
+/// A list of items; the user chooses one. With setEditable(true) they may type another text, too.
+/// The placeholder is set on the backend's own object.
 ///
 ///     DVComboBox2 size(&dialog, {u"small", u"large"});
 ///     size.setSelection(0);

@@ -61,6 +61,8 @@ public:
 
     /// Destroys the implementation of the front object with this identifier.
     WIRO::Emitter<void(unsigned)> destroy;
+    /// Each asks for the implementation of a front object: the object, its emitters to bind, its
+    /// parent (null for none), and what else its constructor was given.
     WIRO::Emitter<void(DVDialog2*, DVDialog2Emitters*, DVObject*, unsigned)> createDialog2;
     WIRO::Emitter<void(DVCheckBox2*, DVCheckBox2Emitters*, DVObject*)> createCheckBox2;
     WIRO::Emitter<void(DVBoxLayout2*, DVBoxLayout2Emitters*, DVObject*, Direction)>

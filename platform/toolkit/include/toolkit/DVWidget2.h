@@ -8,8 +8,9 @@
 namespace DOVA {
 
 /// Anything visible. A setter reaches the backend at once; a getter gives what the backend knows.
-/// Sizes and positions are in toolkit pixels. What is set before the widget is shown holds when it
-/// is shown, and each time that it, or what it is in, is shown again. Main thread.
+/// Texts are plain, sizes and positions are in toolkit pixels. What is set before the widget is
+/// shown holds when it is shown, and each time that it, or what it is in, is shown again. Main
+/// thread.
 ///
 /// A handler that is connected with an on...() operation hears only what a user can have done. The
 /// event of a widget that is out of reach does not come to it; the display is told again how the
@@ -36,20 +37,24 @@ public:
     /// What the program asked for, true at first. The widgets above may be hidden all the same, and
     /// no page may be there to show it.
     bool isVisible() const { return emitters()->isVisible(); }
+    /// Whether the user may use the widget, true at first; everything below it follows.
     void setEnabled(bool enabled);
     bool isEnabled() const { return emitters()->isEnabled(); }
     /// Whether a user can use the widget: it and everything above it is visible and enabled, the
     /// tab page that it is on is the current one, and no modal dialog keeps the user from its
     /// window. Does not ask whether a page is there. True for an object without implementation.
     bool isInReach() const;
+    /// A text that is shown when the user points at the widget; empty for none.
     void setToolTip(const std::u16string& text) { emitters()->setToolTipU(text); }
     std::u16string toolTip() const { return emitters()->getToolTipU(); }
     void setColor(ColorRole role, Color color) { emitters()->setColor(role, color); }
     /// Not what was set: the web backend answers opaque white for the background, else the zero
     /// colour.
     Color color(ColorRole role) const { return emitters()->getColor(role); }
+    /// The place in the parent, and the size.
     void setPosition(diagram::RectTemplate<int> position);
     diagram::RectTemplate<int> position() const { return emitters()->getPosition(); }
+    /// The place in the parent.
     void moveTo(diagram::PointTemplate<int> point);
     /// A negative width or height leaves that dimension as it is; likewise setMaximumSize().
     void setMinimumSize(diagram::TSize<int> size);
@@ -89,8 +94,8 @@ protected:
     void described();
     /// From now on tellLeftOut() is called after each description.
     void leftOutOfDescriptions();
-    /// Whether the widget keeps a user from itself and everything below it; `child` is the widget
-    /// one step below on the way, null where the way begins.
+    /// Whether the widget keeps a user from itself and from what is below it. `child` is the widget
+    /// right below it, on the way up from the one that is asked about; null for that one itself.
     virtual bool keepsAway(const DVWidget2* child) const;
     /// Call it before keepsAway() may give true for the first time.
     void mayKeepAway();

@@ -10,6 +10,7 @@ struct PointTemplate {
     bool operator==(const PointTemplate& other) const { return x == other.x && y == other.y; }
 };
 
+/// A width and a height.
 template <class T>
 struct TSize {
     T width{};
