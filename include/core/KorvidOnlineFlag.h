@@ -5,7 +5,7 @@
 namespace DOVA::web {
 
 /// Whether the host runs in its browser-hosted environment. The first time that this turns true in
-/// a process, the library subscribes the root channel and asks clients to announce themselves;
+/// a process, the library subscribes the root channel and asks pages to announce themselves;
 /// before that it hears nobody. Main thread.
 class DOVA_WEB_EXPORT KorvidOnlineFlag {
 public:

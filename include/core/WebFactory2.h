@@ -25,14 +25,14 @@ public:
     /// Each of these makes the web object behind a front object. It registers itself, and is
     /// deleted through destroyObject.
     void createDialog2(DVDialog2* front, DVDialog2Emitters* emitters, DVObject* parent,
-                       unsigned int flags);  // flags: the client gets them by the setters only
+                       unsigned int flags);  // flags: the page gets them by the setters only
     void createCheckBox2(DVCheckBox2* front, DVCheckBox2Emitters* emitters, DVObject* parent);
     void createBoxLayout2(DVBoxLayout2* front, DVBoxLayout2Emitters* emitters, DVObject* parent,
-                          Direction direction);  // direction: the client lays out by itself
+                          Direction direction);  // direction: the page lays out by itself
     void createGridLayout2(DVGridLayout2* front, DVGridLayout2Emitters* emitters, DVObject* parent);
     void createGroupBox2(DVGroupBox2* front, DVGroupBox2Emitters* emitters, DVObject* parent);
     void createPanel2(DVPanel2* front, DVPanel2Emitters* emitters, DVObject* parent,
-                      bool framed);  // framed: the client draws no frames
+                      bool framed);  // framed: the page draws no frames
     void createText2(DVText2* front, DVText2Emitters* emitters, DVObject* parent);
     void createButton2(DVButton2* front, DVButton2Emitters* emitters, DVObject* parent);
     void createEdit2(DVEdit2* front, DVEdit2Emitters* emitters, DVObject* parent);

@@ -25,7 +25,7 @@ class WebObjectService2;
 /// The base of every web object: the implementation behind one front object, with the widget's
 /// state as named JSON properties. Made by WebFactory2; deleted by destroyObject, doDestory, with
 /// its parent, with the front object, or with the module. Toolkit calls come on the main thread,
-/// client messages on the message service's delivery thread, which the host makes the same.
+/// messages of the page on the message service's delivery thread, which the host makes the same.
 ///
 /// Where this says that something is *sent*, it goes at once, as one message, on every window
 /// channel that serves the object; without one nothing is even built. What is only *stored* travels
@@ -50,7 +50,7 @@ public:
     /// A null `value` counts as empty text.
     virtual void setProperty(const std::u16string& name, const char16_t* value, bool notify);
     virtual void setProperty(const std::u16string& name, const std::u16string& value, bool notify);
-    /// Arrays are stored and never sent, whatever `notify` says: clients expect them in
+    /// Arrays are stored and never sent, whatever `notify` says: pages expect them in
     /// descriptions only. A null pointer or a negative count makes an empty array.
     virtual void setProperty(const std::u16string& name, int* values, int count, bool notify);
     virtual void setProperty(const std::u16string& name, std::vector<std::u16string> values,
@@ -92,7 +92,7 @@ public:
     virtual QJsonObject getJSonObject() const;
     /// The user wants the object gone. Only windows act on it.
     virtual void onDestroyRequested();
-    /// One message of the client for this object. Whatever does not fit is ignored. Its handlers
+    /// One message of the page for this object. Whatever does not fit is ignored. Its handlers
     /// may destroy anything, this object too.
     virtual void handleJSONMessage(const QJsonObject& message) = 0;
     /// The object's kind in messages: that of the model element, or the class name without one.
@@ -113,7 +113,7 @@ public:
     void doDestory();  // this spelling is what the toolkit's callers bind to
 
 protected:
-    /// A property that the client owns, and the kind of value that is taken from it.
+    /// A property that the page owns, and the kind of value that is taken from it.
     struct ClientOwned {
         enum class Kind { Bool, Text, NumbersObject };
         const std::u16string& name;
@@ -137,7 +137,7 @@ protected:
     /// Cuts every binding. The first thing in the destructor of a class that binds operations.
     void endBindings() { seam::disconnect(*this); }
 
-    /// Stores and sends a property whose every write must reach the client, changed or not: it
+    /// Stores and sends a property whose every write must reach the page, changed or not: it
     /// forgets the stored value first, so that setProperty sees a change.
     template <class Value>
     void sendProperty(const std::u16string& name, const Value& value) {
@@ -167,7 +167,7 @@ protected:
         }
     }
 
-    /// Names what `dispatch` may store from client messages; `table` must outlive the object.
+    /// Names what `dispatch` may store from messages of the page; `table` must outlive the object.
     void declareClientOwned(const std::vector<ClientOwned>& table) { m_clientOwned = &table; }
 
     /// The identifier as decimal text, as it stands in messages.

@@ -63,13 +63,13 @@ public:
     /// Takes over the connection of a window; returns its number.
     ConnectionNumber addConnection(Identifier window, std::unique_ptr<ObjectConnection> connection);
     /// The number of the window's connection on this channel, 0 if it has none there. Forgets which
-    /// objects the connection serves and that the client shows them, for a new description.
+    /// objects the connection serves and that the page shows them, for a new description.
     ConnectionNumber renewConnection(Identifier window, const std::string& channel);
     /// Whether the window has a connection on this channel.
     bool isConnected(Identifier window, const std::string& channel) const;
     /// Records that the connection serves the object and everything below it; an object that is not
     /// registered changes nothing. The records stay when an object is moved: until its window is
-    /// refreshed, the client shows it where it was. They go with the object, with the connection,
+    /// refreshed, the page shows it where it was. They go with the object, with the connection,
     /// and when the window is described again.
     void serveSubtree(Identifier id, ConnectionNumber connection);
     /// Drops the records of the object and of everything below it, other windows left out.
@@ -78,7 +78,7 @@ public:
     void removeConnections(Identifier window);
     /// True if the connection was recorded as serving the object itself.
     bool serves(ConnectionNumber connection, Identifier id) const;
-    /// True once the client has said that it shows the window which the object is in.
+    /// True once the page has said that it shows the window which the object is in.
     bool isReady(Identifier id) const;
     /// The connections that serve the object or anything above it; empty for an object that is not
     /// registered. An object that was moved from one shown window to another is served by both.
@@ -88,7 +88,7 @@ public:
     void send(Identifier id, const QJsonDocument& document);
     /// Publishes a text on the channels of these connections; ends that are gone are skipped.
     void sendText(const ConnectionNumbers& numbers, const std::string& text);
-    /// Hands a client's message, an object or an array of them, to the objects it names, if the
+    /// Hands a page's message, an object or an array of them, to the objects it names, if the
     /// receiving connection serves them. In an array an element without a usable "id" ends the
     /// processing. Handlers may destroy anything, this service too; one that throws is reported on
     /// the host's console, and the next element is handled.

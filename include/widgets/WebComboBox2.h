@@ -10,13 +10,13 @@ namespace DOVA {
 
 /// The combo box of the web. Items, current index, text, placeholder and the editable flag live in
 /// the model element; without one, setters still send and getters answer empty values. No property
-/// message carries the items: they reach the client with descriptions and with the model document.
+/// message carries the items: they reach the page with descriptions and with the model document.
 ///
 /// Client events, emitted without the object lock: "onSelectionChange" with the number "index" (0
 /// if it is absent or no whole number) becomes a select event, "onEdit" and "onEditFinish" edit
 /// events. Every message with an "event", known or not, first makes its text "value", empty if it
 /// is absent or no text, the element's text; a selection makes "index" the current index. Nothing
-/// is sent back, since the client shows the new state already.
+/// is sent back, since the page shows the new state already.
 class DOVA_WEB_EXPORT WebComboBox2 : public WebWidget2 {
 public:
     WebComboBox2(DVComboBox2* front, DVComboBox2Emitters* emitters, DVObject* parent);
@@ -26,7 +26,7 @@ public:
     virtual void doSetTextU(const std::u16string& text);
     virtual std::u16string doGetTextU() const;
     /// Appends the items, each as a change of the model document of its own; a turn's changes reach
-    /// the client together. The byte string is not used.
+    /// the page together. The byte string is not used.
     virtual void doAddItemsU(const std::vector<std::u16string>& items, const std::string&);
     /// Puts the items before position `index`, as one change; a negative index, or one that no item
     /// has, appends as above. The byte string is not used.
@@ -48,9 +48,9 @@ public:
     virtual int doGetSelection() const;
     virtual std::u16string doGetPlaceholderText() const;
 
-    /// For tests of programs: each asks the client to show a text or an item. A repeated value is
-    /// not sent. The element changes only when the client answers. doimSelectByString() is answered
-    /// like a user's choice, with its event. The other two are ordinary writes for the client: it
+    /// For tests of programs: each asks the page to show a text or an item. A repeated value is
+    /// not sent. The element changes only when the page answers. doimSelectByString() is answered
+    /// like a user's choice, with its event. The other two are ordinary writes for the page: it
     /// answers at most with the text in the field of an editable box, without an event. UTF-8.
     virtual void doimEdit(const std::string& text);
     virtual void doimSelect(int index);

@@ -8,8 +8,8 @@
 
 namespace DOVA {
 
-/// The static text of the web. The text lives in the model element, the buddy here. Every client
-/// message is ignored.
+/// The static text of the web. The text lives in the model element, the buddy here. Every message
+/// of the page is ignored.
 class DOVA_WEB_EXPORT WebText2 : public WebWidget2 {
 public:
     WebText2(DVText2* front, DVText2Emitters* emitters, DVObject* parent);

@@ -15,17 +15,17 @@
 namespace DOVA {
 
 /// The web side of DVWidget2, base of everything visible. Visibility, enabled state and tooltip go
-/// to the model element of kinds that have one and to the client; every other setter writes a named
+/// to the model element of kinds that have one and to the page; every other setter writes a named
 /// property, which is sent each time, changed or not. Names and forms of the values stand in the
 /// protocol's widget table.
 ///
-/// The client lays out, draws and keeps the focus by itself. An operation that it does not need
+/// The page lays out, draws and keeps the focus by itself. An operation that it does not need
 /// does nothing here, or answers an empty value; it is marked *no effect*.
 class DOVA_WEB_EXPORT WebWidget2 : public WebObject2 {
 public:
     QJsonObject getJSonObject() const override;
 
-    /// Sends the widget's whole subtree again, for the client to replace what it shows.
+    /// Sends the widget's whole subtree again, for the page to replace what it shows.
     virtual void doShow();
     /// doSetVisible(false), overrides included.
     virtual void doHide();
@@ -76,7 +76,7 @@ public:
     virtual std::u16string doGetToolTipU() const;
     virtual seam::Font doGetFont() const;
     /// Opaque white for the background, whatever was set, and the zero colour for other roles: the
-    /// client's real colours are not known here.
+    /// page's real colours are not known here.
     virtual Color doGetColor(ColorRole role) const;
     virtual diagram::RectTemplate<int> doGetPosition() const;
     virtual diagram::PointTemplate<int> doGetGlobalPosition() const;
@@ -89,7 +89,7 @@ public:
     virtual diagram::TSize<int> doGetMinimumSize() const;
     virtual diagram::TSize<int> doGetMaximumSize() const;
     virtual diagram::TSize<int> doGetPreferredSize() const;
-    /// Always true: the client's focus is not known here, and callers ask before they write.
+    /// Always true: the page's focus is not known here, and callers ask before they write.
     virtual bool doHasFocus() const;
     virtual seam::FocusPolicy doGetFocusPolicy() const;
     virtual DVObject* doGetFocusProxy() const;
@@ -100,20 +100,20 @@ public:
     virtual std::vector<DVObject*> doGetActions() const;
     /// The text last given to doRestoreGeometry.
     virtual std::string doSaveGeometry() const;
-    /// Sent as "saveGeometry": that is the name under which the client applies a geometry.
+    /// Sent as "saveGeometry": that is the name under which the page applies a geometry.
     virtual void doRestoreGeometry(const std::string& geometry);
     /// Stored only, like every array.
     virtual void doSetRowSpan(int* spans, int count);
     virtual void doSetColSpan(int* spans, int count);
     virtual void doSetWidgetHighlight(bool highlight);  // no effect
     virtual bool doIsWidgetHighlighted() const;
-    /// Opens a message box at the client: the entries "level", "title" and "body", empty if absent,
+    /// Opens a message box on the page: the entries "level", "title" and "body", empty if absent,
     /// and "modal" if present. "type" is the box's own.
     virtual void doSendTextMessage(const seam::TextMessage& message);
     /// Sends an object of any form on the channels that serve this widget.
     virtual void sendTextMessage(const QJsonObject& message);
 
-    // The client reports gestures and events always, and injects none: no effect.
+    // The page reports gestures and events always, and injects none: no effect.
     void enableGestureEvents();
     void disableGestureEvents();
     void enableEventBroadcasting();

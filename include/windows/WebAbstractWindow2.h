@@ -8,14 +8,14 @@
 
 namespace DOVA {
 
-/// The web side of DVAbstractWindow2: a top-level window at the client.
+/// The web side of DVAbstractWindow2: a top-level window on the page.
 ///
 /// The first show gives the window a channel of its own and publishes its whole description; from
-/// then on each write goes to the client at once. Without a client at that moment nothing is
-/// published until doShowAgain(). A client whose windows are being closed counts as none; while
-/// another client takes its place, the window is announced to that one. The client owns "geometry",
+/// then on each write goes to the page at once. Without a page at that moment nothing is
+/// published until doShowAgain(). A page whose windows are being closed counts as none; while
+/// another page takes its place, the window is announced to that one. The page owns "geometry",
 /// "frameGeometry", "maximized", "minimized" and "title": what it reports under these names
-/// replaces what is stored, and the getters give it. The destructor tells the client to close the
+/// replaces what is stored, and the getters give it. The destructor tells the page to close the
 /// window.
 class DOVA_WEB_EXPORT WebAbstractWindow2 : public WebContainer2 {
 public:
@@ -30,18 +30,18 @@ public:
     /// Writes the triggers "showNormal" (or "showMaximized"), "activateWindow" and "raise", then
     /// shows the window if it was not shown yet.
     virtual void doShowNormal();
-    /// Only the trigger: a window that is only ever minimised is never handed to the client.
+    /// Only the trigger: a window that is only ever minimised is never handed to the page.
     virtual void doShowMinimized();
     virtual void doShowMaximized();
-    /// What the client reported; false before.
+    /// What the page reported; false before.
     virtual bool doIsMinimized() const;
     virtual bool doIsMaximized() const;
     virtual void doSetTitle(const std::u16string& title);
     virtual std::u16string doGetTitle() const;
-    /// Written as the text "[x,y,width,height]"; the client reports an object. The bool is not
+    /// Written as the text "[x,y,width,height]"; the page reports an object. The bool is not
     /// used.
     virtual void doSetFrameGeometry(diagram::RectTemplate<int> geometry, bool);
-    /// What the client reported, truncated to whole pixels; zeros before.
+    /// What the page reported, truncated to whole pixels; zeros before.
     virtual diagram::RectTemplate<int> doGetFrameGeometry() const;
     virtual void doSetGeometry(diagram::RectTemplate<int> geometry);
     virtual diagram::RectTemplate<int> doGetGeometry() const;
@@ -58,21 +58,21 @@ public:
     virtual void init();  // no effect
 
     /// Publishes the window as at the first show. Run again, it describes the window anew and gives
-    /// up the channel of a former client.
+    /// up the channel of a former page.
     void showFirstTime();
-    /// Announces the window to the client that is there, as if it were shown for the first time:
-    /// for one that was shown while there was no client, or whose closing the program refused. Does
+    /// Announces the window to the page that is there, as if it were shown for the first time:
+    /// for one that was shown while there was no page, or whose closing the program refused. Does
     /// nothing for a window that was never shown. Bound to the toolkit's `showAgain` emitter. May
     /// be called while a message for the window is handled; the rest of the message is handled,
     /// too.
     void doShowAgain();
-    /// Whether the window was announced to the client that is there now, and that client has not
-    /// asked to close it since; false without a client.
+    /// Whether the window was announced to the page that is there now, and that page has not
+    /// asked to close it since; false without a page.
     bool doIsAnnounced() const;
-    /// Whether the window was announced to the client that is there now, even if that client asked
-    /// to close it since; false without a client.
+    /// Whether the window was announced to the page that is there now, even if that page asked
+    /// to close it since; false without a page.
     bool doIsReached() const;
-    /// Tells the client to close the window.
+    /// Tells the page to close the window.
     void sendWindowDestroyMessage();
 
 protected:

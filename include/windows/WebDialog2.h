@@ -14,13 +14,13 @@ public:
     WebDialog2(DVDialog2* front, DVDialog2Emitters* emitters, DVObject* parent);
     ~WebDialog2() override;
 
-    virtual void doUpdateSize();               // no effect: the client sizes dialogs
+    virtual void doUpdateSize();               // no effect: the page sizes dialogs
     virtual void doSetWindowFlag(unsigned);    // no effect
     virtual unsigned doGetWindowFlag() const;  // always 0
     virtual void doSetTransient(bool transient);
     /// Stored and never asked for: resizes are reported always.
     virtual void doMonitorResize(bool monitor);
-    /// Stored only: it reaches the client with the first show.
+    /// Stored only: it reaches the page with the first show.
     virtual void doSetScrollable(bool scrollable);
     virtual bool doIsTransient() const;
     virtual void doSetModal(bool modal);

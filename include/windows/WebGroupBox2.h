@@ -7,7 +7,8 @@
 
 namespace DOVA {
 
-/// The group box of the web. Getters answer what was last set; every client message is ignored.
+/// The group box of the web. Getters answer what was last set; every message of the page is
+/// ignored.
 class DOVA_WEB_EXPORT WebGroupBox2 : public WebContainer2 {
 public:
     WebGroupBox2(DVGroupBox2* front, DVGroupBox2Emitters* emitters, DVObject* parent);

@@ -5,9 +5,10 @@
 
 namespace DOVA {
 
-/// The web side of DVLayout2. The client lays out: a layout here only makes its widgets its
+/// The web side of DVLayout2. The page lays out: a layout here only makes its widgets its
 /// children, in the order in which they are added, and passes a few properties on. Alignments,
-/// cells, stretch factors and spacers are accepted and dropped. Every client message is ignored.
+/// cells, stretch factors and spacers are accepted and dropped. Every message of the page is
+/// ignored.
 class DOVA_WEB_EXPORT WebLayout2 : public WebObject2 {
 public:
     /// An object that is not valid, or null, changes nothing.
@@ -19,7 +20,7 @@ public:
     /// A widget without a web object is ignored.
     virtual void doAddWidget(DVObject* widget, Alignment alignment);
     virtual void doAddSpacer(diagram::TSize<int> size, int stretch);  // no effect
-    /// Triggers: the client acts on every write.
+    /// Triggers: the page acts on every write.
     virtual void doInvalidate();
     virtual void doRefresh();
     /// Takes the widget out of the tree.
