@@ -199,8 +199,7 @@ void WebObject2::setProperty(const std::u16string& name, int* values, int count,
     m_state.insert(toView(name), array);
 }
 
-// NOLINTNEXTLINE(performance-unnecessary-value-param): the toolkit's callers bind to this
-// signature.
+// NOLINTNEXTLINE(performance-unnecessary-value-param): the signature that the toolkit calls.
 void WebObject2::setProperty(const std::u16string& name, std::vector<std::u16string> values, bool) {
     m_state.insert(toView(name), toArray(values));
 }

@@ -23,8 +23,7 @@ void WebAbstractButton2::doSetLabelU(const std::u16string& label) {
     updateProperty(keys::label, toQString(label));
 }
 
-// NOLINTNEXTLINE(performance-unnecessary-value-param): the toolkit's emitter gives an icon by
-// value.
+// NOLINTNEXTLINE(performance-unnecessary-value-param): the signature that the toolkit calls.
 void WebAbstractButton2::doSetIcon(Icon icon) {
     const std::string file = icon.getFile(0);
     seam::IconFile::write(element(), utf8ToU16(file));
