@@ -270,6 +270,7 @@ void WebAbstractWindow2::doSetIconWithPath(const std::u16string& path) {
     sendProperty(names::windowicon, m_iconPath);
 }
 
+// NOLINTNEXTLINE(performance-unnecessary-value-param): the signature that the toolkit calls.
 void WebAbstractWindow2::doSetIcon(Icon) {}
 
 void WebAbstractWindow2::doSetWindowState(DVFlags<WindowState>) {}

@@ -34,6 +34,7 @@ void WebGridLayout2::doSetRowStretch(int, int) {}
 
 void WebGridLayout2::doSetColStretch(int, int) {}
 
+// NOLINTNEXTLINE(performance-unnecessary-value-param): the signature that the toolkit calls.
 void WebGridLayout2::doSetStretchFactors(std::vector<int>, std::vector<int>) {}
 
 int WebGridLayout2::doGetRowStretch(int) const {
