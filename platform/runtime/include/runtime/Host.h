@@ -15,7 +15,7 @@ namespace DOVA::runtime {
 /// The host in which a program runs: loads the module behind the toolkit's front classes, opens the
 /// gateway for the browser, and owns the main loop. Make it before the first front object.
 ///
-/// Everything of the program comes on the thread that calls run(), one after the other: toolkit
+/// All calls of the program come on the thread that calls run(), one after the other: toolkit
 /// events, page calls, timers and posted calls. Only post() and quit() may be called from other
 /// threads.
 ///
@@ -59,8 +59,8 @@ public:
     /// give the thread a copy. The thread may outlive the owner, but not the host.
     void post(const Owner& owner, std::function<void()> callable);
 
-    /// Makes the main loop run a call once, `delay` from now: at once for a negative delay, after a
-    /// year for a longer one. Main thread.
+    /// Makes the main loop run a call once, `delay` from now. A negative delay counts as none, one
+    /// of more than a year as a year. Main thread.
     Timer after(std::chrono::milliseconds delay, std::function<void()> callable);
     /// The same for a call that uses its owner: dropped when the owner is gone by then.
     Timer after(const Owner& owner, std::chrono::milliseconds delay,
