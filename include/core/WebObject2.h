@@ -29,7 +29,7 @@ class WebObjectService2;
 ///
 /// Where this says that something is *sent*, it goes at once, as one message, on every window
 /// channel that serves the object; without one nothing is even built. What is only *stored* travels
-/// with the next description of the window.
+/// with the next description; but kinds with a model element describe that, and not what is stored.
 class DOVA_WEB_EXPORT WebObject2 : public WIRO::Listener {
 public:
     using Identifier = std::uint32_t;
@@ -77,8 +77,8 @@ public:
     /// it is not there.
     virtual int getArrayPropertyIndex(const std::u16string& name, unsigned int value) const;
 
-    /// Null takes the object out of the tree; an object that is not valid any more, or is below
-    /// this one, changes nothing.
+    /// Null takes the object out of the tree. A parent whose destructor has begun, or that is below
+    /// this object, changes nothing.
     virtual void doSetParent(DVObject* parent);
     /// The front object of the parent, layouts passed over; null if there is none.
     virtual DVObject* doGetParent();

@@ -11,7 +11,7 @@ namespace DOVA {
 /// ignored.
 class DOVA_WEB_EXPORT WebLayout2 : public WebObject2 {
 public:
-    /// An object that is not valid, or null, changes nothing.
+    /// As for every object, but null changes nothing.
     void doSetParent(DVObject* parent) override;
     bool isLayout() const override;
     void handleJSONMessage(const QJsonObject& message) override;

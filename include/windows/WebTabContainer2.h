@@ -22,7 +22,7 @@ public:
     WebTabContainer2(DVTabContainer2* front, DVTabContainer2Emitters* emitters, DVObject* parent);
     ~WebTabContainer2() override;
 
-    /// Makes the page the last one and, if none is current, the current one. Under the object lock.
+    /// Makes the page the last one. If none is current, page 0 becomes so. Under the object lock.
     ///
     /// REQUIRES, as doInsertTab() does: a living page has its web object; else the process stops.
     virtual int doAddTab(DVTab2* tab);  // 1, not the index, or -1 for null and for no valid object

@@ -33,7 +33,8 @@ public:
     void setScrollable(bool scrollable) { emitters()->setScrollable(scrollable); }
     /// Not needed: onResize() hears of every resize. For programs that ask.
     void monitorResize(bool monitor) { emitters()->monitorResize(monitor); }
-    /// Acts as if the user had pressed a shortcut of the dialog, also when it is out of reach.
+    /// Acts as if the user had pressed a shortcut of the dialog, also when it is out of reach. The
+    /// web backend knows those for zooming and closing, which come to onKey().
     void sendAccKey(DVDialogAccel accelerator);
 
     /// The user pressed a key of the whole dialog: a zoom key or Escape.
