@@ -6,7 +6,9 @@ export CTEST_PARALLEL_LEVEL ?= $(JOBS)
 # Waits for a minute and needs hardly any processor time, so it runs beside the others.
 MINUTE_LONG := tests/browser/outage.test.mjs
 
-.PHONY: demo test bench fuzz setup setup-test client checks tidy format clean
+SPACE := $(subst ,, )
+
+.PHONY: demo test test-page stories test-ci test-memory test-threads build-ci build-asan build-tsan bench fuzz setup setup-test client checks tidy format clean
 
 demo: setup client
 	@echo "Building; the first time this takes some minutes." >&2
@@ -14,24 +16,45 @@ demo: setup client
 	@cmake --build --preset release -j $(JOBS) --target jsonpad dova-host dova2_web >build/demo.log || { cat build/demo.log; exit 1; }
 	@exec build/release/bin/jsonpad $(FILE)
 
-test: setup-test client checks
+# Two chains side by side: the page and its stories, which mostly wait for a browser, and the
+# programs, whose builds give way.
+test: setup-test client
+	+@$(MAKE) --no-print-directory -j 2 test-page stories test-threads
+	node tools/test-ratio.mjs
+
+test-page: checks
 	tools/tidy.sh changed $(JOBS)
 	cd client && npm run typecheck && npm test && node scripts/test.mjs test/browser && npm run size
 	node --test tests/wire/
-	cmake --preset ci && cmake --build --preset ci -j $(JOBS)
-	node tools/check-exports.mjs build/ci/lib/libdova2_web.so
-	tools/platform-names.py
-	ctest --preset ci
+
+stories: test-page build-ci
 	export JSONPAD=build/ci/bin/jsonpad; \
 	node --test $(MINUTE_LONG) & minute=$$!; \
 	node --test $(filter-out $(MINUTE_LONG),$(wildcard tests/browser/*.test.mjs)); result=$$?; \
 	wait $$minute && exit $$result
+
+test-ci: build-ci
+	node tools/check-exports.mjs build/ci/lib/libdova2_web.so
+	tools/platform-names.py
+	ctest --preset ci
 	node bench/ratios.mjs --brief build/ci/bin
-	cmake --preset asan && cmake --build --preset asan -j $(JOBS)
+
+test-memory: test-ci build-asan
 	ctest --preset asan
-	cmake --preset tsan && cmake --build --preset tsan -j $(JOBS) --target wiro_test messaging_test toolkit_test gateway_test
-	ctest --preset tsan -L '^(wiro|messaging|toolkit|gateway)_test$$'
-	node tools/test-ratio.mjs
+
+THREADS := wiro_test messaging_test toolkit_test gateway_test
+test-threads: test-memory build-tsan
+	ctest --preset tsan -L '^($(subst $(SPACE),|,$(THREADS)))$$'
+
+# One after the other, so that each has all cores.
+build-asan: build-ci
+build-tsan: private TARGETS := $(THREADS)
+build-tsan: build-asan
+build-ci build-asan build-tsan: build-%:
+	@echo "Building in build/$*; what it says stands in build/$*.log." >&2
+	@mkdir -p build
+	@{ cmake --preset $* && nice cmake --build --preset $* -j $(JOBS) $(if $(TARGETS),--target $(TARGETS)); } \
+	  >build/$*.log 2>&1 || { tail -n 60 build/$*.log; exit 1; }
 
 bench: setup-test client
 	cmake --preset bench && cmake --build --preset bench -j $(JOBS)

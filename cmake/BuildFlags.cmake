@@ -19,5 +19,7 @@ if(NOT DOVA_SANITIZE)
   # A missing symbol of a shared library is an error of its own link, not of its user's start.
   add_link_options(-Wl,--no-undefined)
 endif()
+# What the tests test is optimised in a release build, they themselves are not: that takes longer than they run.
+set(DOVA_TEST_OPTIONS $<$<CONFIG:Release>:-O0>)
 # Qt's words "emit", "signals", "slots" and "foreach" are names like others in this tree.
 add_compile_definitions(QT_NO_KEYWORDS QT_NO_FOREACH)

@@ -8,12 +8,13 @@ set(s_json <QJsonArray> <QJsonDocument> <QJsonObject> <boost/container/flat_set.
   <boost/multi_index_container.hpp>)
 set(s_net <boost/asio.hpp> <boost/beast/core.hpp> <boost/beast/http.hpp> <boost/beast/websocket.hpp>)
 
-# dova_precompiled_set(name headers ... LINK libraries)
+# dova_precompiled_set(name headers ... LINK libraries [OPTIONS compiler options])
 function(dova_precompiled_set name)
-  cmake_parse_arguments(ARG "" "" "LINK" ${ARGN})
+  cmake_parse_arguments(ARG "" "" "LINK;OPTIONS" ${ARGN})
   file(CONFIGURE OUTPUT ${CMAKE_BINARY_DIR}/nothing.cpp CONTENT "")
   add_library(${name} OBJECT EXCLUDE_FROM_ALL ${CMAKE_BINARY_DIR}/nothing.cpp)
   target_link_libraries(${name} PRIVATE ${ARG_LINK})
+  target_compile_options(${name} PRIVATE ${ARG_OPTIONS})
   target_precompile_headers(${name} PRIVATE ${ARG_UNPARSED_ARGUMENTS})
 endfunction()
 
@@ -24,10 +25,11 @@ if(DOVA_PRECOMPILED)
   dova_precompiled_set(net_headers ${s_standard} ${s_net} LINK Boost::headers)
   if(DOVA_TESTS)
     find_package(GTest REQUIRED)
-    dova_precompiled_set(test_headers ${s_standard} <gmock/gmock.h> LINK GTest::gmock)
+    dova_precompiled_set(test_headers ${s_standard} <gmock/gmock.h> LINK GTest::gmock OPTIONS ${DOVA_TEST_OPTIONS})
     dova_precompiled_set(json_test_headers ${s_standard} ${s_json} <gmock/gmock.h>
-      LINK Qt5::Core Boost::headers GTest::gmock)
-    dova_precompiled_set(net_test_headers ${s_standard} ${s_net} <gmock/gmock.h> LINK Boost::headers GTest::gmock)
+      LINK Qt5::Core Boost::headers GTest::gmock OPTIONS ${DOVA_TEST_OPTIONS})
+    dova_precompiled_set(net_test_headers ${s_standard} ${s_net} <gmock/gmock.h> LINK Boost::headers GTest::gmock
+      OPTIONS ${DOVA_TEST_OPTIONS})
   endif()
 endif()
 
