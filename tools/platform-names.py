@@ -22,7 +22,7 @@ HEADING = """\
 # Every name of a platform header that include/ and web/ use, made by tools/platform-names.py --write.
 # "emitter": an emitter, bound or sent on in one line of a web object's class.
 # "local": what only the embedded platform calls so; used in include/seam and web/seam alone.
-# "script": the same for the host's class system, used by the tables of web/scripting.
+# "member": a word of the tables of script classes and namespaces in web/scripting, a line for each member.
 """
 KINDS = {
     getattr(CursorKind, kind)
@@ -34,7 +34,7 @@ KINDS = {
 }
 MAY_USE = {
     "local": ("include/seam/", "web/seam/"),
-    "script": ("web/scripting/", "include/scripting/", "web/seam/"),
+    "member": ("web/scripting/",),
 }
 
 
@@ -186,7 +186,7 @@ def read_marks():
     if not os.path.exists(LIST):
         return {}
     with open(LIST, encoding="utf-8") as file:
-        return dict(re.findall(r"^([^#\n].*?)(?: (emitter|local|script))?$", file.read(), re.M))
+        return dict(re.findall(r"^([^#\n].*?)(?: (emitter|local|member))?$", file.read(), re.M))
 
 
 def main():

@@ -1,11 +1,11 @@
 #pragma once
 
-#include "LockedNamespace.h"
+#include "../seam/ScriptNamespaces.h"
 
 namespace DOVA::tests::mi {
 
 /// Describes the script namespace "dova.tests", which lists nothing itself.
-class DovaTestsPackageWrapper final : public LockedNamespace {
+class DovaTestsPackageWrapper final : public seam::LockedNamespace {
 public:
     ribo::InternedString getName() const override;
 };

@@ -3,7 +3,6 @@
 #include "CosJSONArray.h"
 #include "CosJSONObject.h"
 #include "CosJSONValue.h"
-#include "HostStorage.h"
 #include "core/KorvidOnlineFlag.h"
 #include "host/Console.h"
 #include "host/ribo/COSNamespace.h"
@@ -22,9 +21,9 @@ void DovaWebNamespaceWrapper::listMembers(ribo::COSNamespace& self) const {
     self.addFunction(makeMethod("KORVIDOnlineFlag", {}, &KorvidOnlineFlag::get));
     self.addFunction(makeMethod("KORVIDOnlineFlag", {}, &KorvidOnlineFlag::set));
     self.addFunction(makeMethod("resetKORVIDOnlineFlag", {}, &KorvidOnlineFlag::reset));
-    self.addClass(makeForHost<CosJSONObject>("JSONObject", "dova web JSONObject"));
-    self.addClass(makeForHost<CosJSONValue>("JSONValue", "dova web JSONValue"));
-    self.addClass(makeForHost<CosJSONArray>("JSONArray", "dova web JSONArray"));
+    self.addClass(seam::makeForHost<CosJSONObject>("JSONObject", "dova web JSONObject"));
+    self.addClass(seam::makeForHost<CosJSONValue>("JSONValue", "dova web JSONValue"));
+    self.addClass(seam::makeForHost<CosJSONArray>("JSONArray", "dova web JSONArray"));
 }
 
 }  // namespace DOVA::web::mi

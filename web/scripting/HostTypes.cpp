@@ -5,16 +5,8 @@
 
 namespace DOVA::web {
 
-namespace {
-
 using ribo::factory::kaArrayProxy;
-using ribo::factory::TypeOf;
-
-QJsonValue textToJSON(const std::u16string& text) {
-    return fits(text) ? QJsonValue(toQString(text)) : QJsonValue(QJsonValue::Undefined);
-}
-
-}  // namespace
+using seam::toScript;
 
 const EnumerationNames<JSONFormat>& namesOf(JSONFormat) {
     static const EnumerationNames<JSONFormat> names{
@@ -35,32 +27,36 @@ const EnumerationNames<JSONType>& namesOf(JSONType) {
 }
 
 QJsonValue toJSON(const kaArrayProxy& value) {
-    const kaArray* array = value.get();
-    return kaIsLogicalScalar(array) ? QJsonValue(kaIsLogicalScalarTrue(array))
-           : kaIsChar(array)        ? textToJSON(kaGetString(array))
-           : kaIsNumeric(array) && matrix::isScalar(array) ? QJsonValue(kaGetScalar(array))
-                                                           : QJsonValue(QJsonValue::Undefined);
+    if (const auto flag = seam::flagOf(value.get())) {
+        return *flag;
+    }
+    if (const auto number = seam::numberOf(value.get())) {
+        return *number;
+    }
+    const std::u16string* text = seam::textOf(value.get());
+    return text && fits(*text) ? QJsonValue(toQString(*text)) : QJsonValue(QJsonValue::Undefined);
 }
 
 bool fitsQt(const kaArrayProxy& value) {
-    return !kaIsChar(value.get()) || fits(kaGetNumberOfElements(value.get()));
+    const std::u16string* text = seam::textOf(value.get());
+    return !text || fits(*text);
 }
 
 kaArrayProxy toHost(const QJsonValue& value) {
     switch (value.type()) {
         case QJsonValue::Bool:
-            return kaArrayProxy(TypeOf<bool>::toHost(value.toBool()));
+            return toScript(value.toBool());
         case QJsonValue::Double:
-            return kaArrayProxy(TypeOf<double>::toHost(value.toDouble()));
+            return toScript(value.toDouble());
         case QJsonValue::String:
-            return kaArrayProxy(TypeOf<std::u16string>::toHost(toU16(value.toString())));
+            return toScript(toU16(value.toString()));
         case QJsonValue::Array:
-            return kaArrayProxy(TypeOf<QJsonArray>::toHost(value.toArray()));
+            return toScript(value.toArray());
         case QJsonValue::Object:
-            return kaArrayProxy(TypeOf<QJsonObject>::toHost(value.toObject()));
+            return toScript(value.toObject());
         case QJsonValue::Null:
         case QJsonValue::Undefined:
-            return kaArrayProxy(TypeOf<QJsonValue>::toHost(value));
+            return toScript(value);
     }
     return {};
 }

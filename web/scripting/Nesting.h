@@ -31,6 +31,17 @@ struct Noted {
     T value{};
     int levels = s_mostLevels;  // so many, or fewer; only edits that nest it somewhere want to know
     TextBytes texts{};
+
+    /// In bytes. An edit of a copy makes its elements anew: sixteen each, and twice as many
+    /// members.
+    std::size_t weight() const noexcept {
+        return sizeof(Noted) + 32 * static_cast<std::size_t>(value.size());
+    }
+    /// Another value was copied over this one; it has as many levels as any.
+    void valueReplaced() {
+        levels = s_mostLevels;
+        texts = {};
+    }
 };
 
 /// How many levels an instance's value has at most. It is to be told of every edit that nests.

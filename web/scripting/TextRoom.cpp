@@ -4,6 +4,7 @@
 #include <algorithm>
 #include <utility>
 
+#include "../seam/ScriptTypes.h"
 #include "JSONText.h"
 
 namespace DOVA::web {
@@ -77,7 +78,8 @@ std::size_t bytesOf(const char16_t* text, std::size_t size) {
 }
 
 std::size_t bytesOf(const ribo::factory::kaArrayProxy& value) {
-    return kaIsChar(value.get()) ? bytesOf(kaViewString(value.get())) : 0;
+    const std::u16string* text = seam::textOf(value.get());
+    return text ? bytesOf(*text) : 0;
 }
 
 std::size_t bytesOf(const QJsonValue& value) {
