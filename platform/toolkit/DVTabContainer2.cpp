@@ -43,6 +43,9 @@ void DVTabContainer2::insertTab(int index, DVTab2* tab) {
         const bool inside = index >= 0 && index < static_cast<int>(m_pages.size());
         m_pages.insert(inside ? m_pages.begin() + index : m_pages.end(), tab->identifier());
         emitters()->insertTab.emit(index, tab);
+        if (emitters()->getCurrentTab() < 0) {
+            setCurrentIndex(0);  // backends see to that for an added page alone
+        }
         attachAgain(inside ? static_cast<std::size_t>(index) + 1 : m_pages.size());
     }
 }

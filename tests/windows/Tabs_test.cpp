@@ -156,6 +156,10 @@ TEST_F(TabsTest, theFrontContainerTakesAPageOnceAndTheLastOneOut) {
     tabs.insertTab(0, &last);
     EXPECT_THAT((std::vector<DVTab2*>{tabs.tab(0), tabs.tab(1)}), ElementsAre(&last, &made));
     EXPECT_THAT(tabs.children(), ElementsAre(&last, &made)) << "so they are described";
+    DVTabContainer2 fresh(&window);
+    DVTab2 first;
+    fresh.insertTab(1, &first);
+    EXPECT_EQ(fresh.currentTab(), &first) << "the first page is in front, inserted or added";
 }
 
 /// Nothing else would tell the page that they are gone.

@@ -28,8 +28,8 @@ public:
     /// Makes the page the last one; it stays the caller's. The first page becomes the current one.
     /// Null, a page that is here already and one without implementation change nothing.
     void addTab(DVTab2* tab);
-    /// The same before position `index`; an index that no page has appends. The current page keeps
-    /// its number.
+    /// The same before position `index`; an index that no page has appends. The current index
+    /// stays, so another page may be in front afterwards.
     void insertTab(int index, DVTab2* tab);
     /// Takes out the last page, whose position is `index`; if it was current, page 0 becomes so.
     /// Any other index changes nothing, also that of a page taken out before, because backends keep
