@@ -15,6 +15,7 @@ class DOVA_TOOLKIT_EXPORT DVDialog2 : public DVAbstractWindow2 {
 public:
     using DVDialogAccel = DOVA::DVDialogAccel;
 
+    /// `flags`: Modal is setModal(true); the web backend ignores the others.
     explicit DVDialog2(DVObject* parent = nullptr, DVFlags<DialogFlag> flags = {});
     ~DVDialog2() override;
 
