@@ -111,8 +111,8 @@ TEST_F(InProcessBusTest, callbacksMayEndThemselvesAndOthers) {
 /// A module that has unsubscribed may be unloaded: its closures must not linger in the queue. What
 /// they hold may call the bus when it goes.
 TEST_F(InProcessBusTest, anEndedCallbackIsGoneEvenWhileTextsForItAreQueued) {
-    auto token =
-        std::shared_ptr<void>(nullptr, [this](void*) { m_heard.push_back("gone"), m_bus.idle(); });
+    auto token = std::shared_ptr<void>(
+        nullptr, [this](void*) { m_heard.emplace_back("gone"), m_bus.idle(); });
     const auto handle = m_bus.subscribe(
         m_listener, "/a", [token](auto&, auto&) { FAIL() << "started after its end"; });
     MessageBus::Handle own = 0;

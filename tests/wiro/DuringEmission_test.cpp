@@ -113,6 +113,7 @@ TEST(ClosureEnd, MayConnectAndEmitAndDestroy) {
     auto outer = std::make_unique<Event>();
     std::string log;
     struct Tail {
+        explicit Tail(std::string& text) : log(text) {}
         std::string& log;
         Event emitter;
         Receiver receiver{[this](int) { log += "tail"; }, emitter};
@@ -122,7 +123,7 @@ TEST(ClosureEnd, MayConnectAndEmitAndDestroy) {
             emitter.emit(1);
         }
     };
-    WIRO::connect(*outer, [&outer, tail = std::shared_ptr<Tail>(new Tail{log, {}})] {
+    WIRO::connect(*outer, [&outer, tail = std::make_shared<Tail>(log)] {
         outer.reset();
         tail->log += "cut;";
     });

@@ -44,7 +44,10 @@ TEST(Emitter, EveryReceiverGetsTheWholeArgument) {
     WIRO::Emitter<void(std::vector<int>)> emitter;
     std::size_t seen = 0;
     for (int i = 0; i < 3; ++i) {
-        WIRO::connect(emitter, [&](std::vector<int> values) { seen += values.size(); });
+        WIRO::connect(emitter, [&](std::vector<int> values) {
+            seen += values.size();
+            values.clear();
+        });
     }
     emitter.emit({1, 2, 3, 4});
     EXPECT_EQ(seen, 12u);

@@ -3,6 +3,7 @@
 #include <cstdint>
 #include <stdexcept>
 #include <string>
+#include <utility>
 
 #include "Living.h"
 #include "host/parutil/Error_InvalidEnumValue.h"
@@ -66,7 +67,8 @@ namespace host::test {
 inline void CrateClass::describeOwnMembers() {
     ++s_described;
     constructor([](std::int32_t weight) { return Crate(weight); });
-    constructor([](std::int32_t weight, std::u16string label) { return Crate(weight, label); });
+    constructor(
+        [](std::int32_t weight, std::u16string label) { return Crate(weight, std::move(label)); });
     property("Weight", [](const Crate& self) { return self.weight; });
     property(
         "Label", [](const Crate& self) { return self.label; },

@@ -19,7 +19,7 @@ protected:
         const std::u16string_view name = u"a field that takes storage of its own";
         kaArray* const value = crate.get();
         const ArrayPointer record(kaCreateStructScalar(1, &name, &value));
-        crate.release();
+        static_cast<void>(crate.release());  // the record owns it
         const ArrayPointer copy(kaDuplicateArray(record.get()));
         const auto& pick = *workshop()->getFunction(interned("pick"));
         return call(pick, {texts.get()}) + call(pick, {lamp.get()}) +

@@ -23,7 +23,7 @@ template <class Info, class... Arguments>
 Info* describe(Arguments... arguments) {
     std::unique_ptr<void, decltype(&std::free)> storage(std::calloc(1, sizeof(Info)), &std::free);
     Info* const info = new (storage.get()) Info(std::move(arguments)...);
-    storage.release();
+    static_cast<void>(storage.release());
     return info;
 }
 
