@@ -52,7 +52,7 @@ protected:
     }
 
     RequestRouter::Request request(const Row& row) const {
-        std::string target = row.get<std::string>("target");
+        auto target = row.get<std::string>("target");
         if (const auto root = target.find("${root}"); root != target.npos) {
             target.replace(root, 7, (m_folder / "icons").substr(1));
         }

@@ -18,7 +18,7 @@ protected:
 
     /// A new session whose page was ready, and the program has heard that and nothing else.
     std::shared_ptr<Session> openReady(const std::string& id, PageLink& page) {
-        const auto session = openFresh(id.c_str(), page);
+        auto session = openFresh(id.c_str(), page);
         const std::string ready = R"({"clientReady":")" + id + "\"}";
         EXPECT_EQ(registry->handle(session, {"/dova2/web", ready}), nullptr);
         EXPECT_THAT(takeHeard(), ElementsAre("/dova2/web=" + ready));
