@@ -174,20 +174,6 @@ const Pair<Values> s_memberPairs[] = {
      DO((with.object.remove(with.key), with.object.insert(with.key, 1), 0))},
 };
 
-/// Registers what `run` does with what `make` gives for a size.
-template <class Make, class Run>
-void add(const std::string& name, std::initializer_list<int> sizes, Make make, Run run) {
-    for (const int size : sizes) {
-        const auto repeat = [=](benchmark::State& state) {
-            auto& with = make(size);
-            for (auto _ : state) {
-                run(with);
-            }
-        };
-        benchmark::RegisterBenchmark((name + "/" + std::to_string(size)).c_str(), repeat);
-    }
-}
-
 /// An instance, whose methods are called as the host calls them.
 class Instance {
 public:

@@ -59,7 +59,7 @@ void Interrupt::onSignal(int) {
 /// What is wanted may have come when the thread that ran before had no instruction left.
 void Interrupt::follow(lua_State* thread) {
     s_running = thread;
-    if (thread != nullptr && isWanted()) {
+    if (thread != nullptr && isPending()) {
         arm(thread);
     }
 }
@@ -77,7 +77,7 @@ void Interrupt::onHook(lua_State* thread, lua_Debug*) {
         lua_pushnil(thread);
         lua_error(thread);
     }
-    if (isWanted()) {
+    if (isPending()) {
         s_answered = 1;
         luaL_where(thread, 0);
         lua_pushliteral(thread, "interrupted!");

@@ -16,7 +16,7 @@ public:
     ~Interrupt();
 
     /// Whether a signal came that has raised no error: the script was over before it could.
-    static bool isPending() { return isWanted(); }
+    static bool isPending() { return s_isEnding || s_signals > s_answered; }
 
     /// Has everything that the script may still do, in its coroutines as well, fail with nil.
     static void endScript(lua_State* state);
@@ -35,7 +35,6 @@ public:
     };
 
 private:
-    static bool isWanted() { return s_isEnding || s_signals > s_answered; }
     static void onSignal(int);
     static void follow(lua_State* thread);
     static void arm(lua_State* thread);

@@ -78,23 +78,15 @@ class ScriptConsole::Implementation {
 public:
     Implementation();
 
-    void setArguments(const std::string& script, const std::vector<std::string>& arguments);
-    void run(std::string_view text, const std::string& name);
-    void runScript(std::string_view text, const std::string& name);
-    void runFile(const std::filesystem::path& path);
-    void enter(std::string_view text);
-    bool isIncomplete(std::string_view text);
-
     lua_State* state() { return m_state.get(); }
-
-private:
-    static int prepare(lua_State* state);
     int load(std::string_view text, const char* name);
     [[noreturn]] void refuse();
-    void callLoaded(int resultCount);
     void callOnTop(int argumentCount, int resultCount);
     int pushArguments();
     void printResults(int first);
+
+private:
+    static int prepare(lua_State* state);
 
     std::optional<int> m_exitCode;
     const std::function<void(int)> m_onExit = [this](int exitCode) { m_exitCode = exitCode; };
@@ -119,22 +111,6 @@ int ScriptConsole::Implementation::prepare(lua_State* state) {
     return 0;
 }
 
-void ScriptConsole::Implementation::setArguments(const std::string& script,
-                                                 const std::vector<std::string>& arguments) {
-    lua_pushglobaltable(state());
-    lua_pushliteral(state(), "arg");
-    lua_newtable(state());
-    lua_pushlstring(state(), script.data(), script.size());
-    lua_rawseti(state(), -2, 0);
-    lua_Integer index = 0;
-    for (const std::string& argument : arguments) {
-        lua_pushlstring(state(), argument.data(), argument.size());
-        lua_rawseti(state(), -2, ++index);
-    }
-    lua_rawset(state(), -3);
-    lua_pop(state(), 1);
-}
-
 int ScriptConsole::Implementation::load(std::string_view text, const char* name) {
     return luaL_loadbufferx(state(), text.data(), text.size(), name, "t");
 }
@@ -144,32 +120,6 @@ void ScriptConsole::Implementation::refuse() {
     const std::string message = textAt(state(), -1);
     lua_pop(state(), 1);
     throw ScriptError(message);
-}
-
-void ScriptConsole::Implementation::run(std::string_view text, const std::string& name) {
-    if (load(text, ("=" + name).c_str()) != LUA_OK) {
-        refuse();
-    }
-    callOnTop(0, 0);
-}
-
-void ScriptConsole::Implementation::runScript(std::string_view text, const std::string& name) {
-    constexpr std::string_view mark = "\xef\xbb\xbf";
-    text.remove_prefix(text.substr(0, mark.size()) == mark ? mark.size() : 0);
-    if (!text.empty() && text[0] == '#') {
-        text.remove_prefix(std::min(text.find('\n'), text.size()));  // the line break still counts
-    }
-    if (load(text, ("=" + name).c_str()) != LUA_OK) {
-        refuse();
-    }
-    callOnTop(pushArguments(), 0);
-}
-
-void ScriptConsole::Implementation::runFile(const std::filesystem::path& path) {
-    if (luaL_loadfilex(state(), path.c_str(), "t") != LUA_OK) {
-        refuse();
-    }
-    callOnTop(pushArguments(), 0);
 }
 
 /// Pushes what `arg` has from 1 on, and says how many that are. Looks at the table alone: what a
@@ -188,18 +138,6 @@ int ScriptConsole::Implementation::pushArguments() {
     }
     lua_remove(state(), arguments);
     return count;
-}
-
-void ScriptConsole::Implementation::enter(std::string_view text) {
-    const int before = lua_gettop(state());
-    if (load("return " + std::string(text), s_entered) != LUA_OK) {
-        lua_pop(state(), 1);
-        if (load(text, s_entered) != LUA_OK) {
-            refuse();
-        }
-    }
-    callOnTop(0, LUA_MULTRET);
-    printResults(before + 1);
 }
 
 void ScriptConsole::Implementation::printResults(int first) {
@@ -242,47 +180,78 @@ void ScriptConsole::Implementation::callOnTop(int argumentCount, int resultCount
     }
 }
 
-bool ScriptConsole::Implementation::isIncomplete(std::string_view text) {
-    int status = load("return " + std::string(text), s_entered);
-    if (status != LUA_OK) {
-        lua_pop(state(), 1);
-        status = load(text, s_entered);
-    }
-    const std::string message = status == LUA_ERRSYNTAX ? textAt(state(), -1) : std::string();
-    lua_pop(state(), 1);
-    // The compiler says so itself when it ran out of text.
-    constexpr std::string_view atTheEnd = "<eof>";
-    return message.size() >= atTheEnd.size() &&
-           message.compare(message.size() - atTheEnd.size(), atTheEnd.size(), atTheEnd) == 0;
-}
-
 ScriptConsole::ScriptConsole() : m_implementation(std::make_unique<Implementation>()) {}
 
 ScriptConsole::~ScriptConsole() = default;
 
 void ScriptConsole::setArguments(const std::string& script,
                                  const std::vector<std::string>& arguments) {
-    m_implementation->setArguments(script, arguments);
+    lua_State* const state = m_implementation->state();
+    lua_pushglobaltable(state);
+    lua_pushliteral(state, "arg");
+    lua_newtable(state);
+    lua_pushlstring(state, script.data(), script.size());
+    lua_rawseti(state, -2, 0);
+    lua_Integer index = 0;
+    for (const std::string& argument : arguments) {
+        lua_pushlstring(state, argument.data(), argument.size());
+        lua_rawseti(state, -2, ++index);
+    }
+    lua_rawset(state, -3);
+    lua_pop(state, 1);
 }
 
 void ScriptConsole::run(std::string_view text, const std::string& name) {
-    m_implementation->run(text, name);
+    if (m_implementation->load(text, ("=" + name).c_str()) != LUA_OK) {
+        m_implementation->refuse();
+    }
+    m_implementation->callOnTop(0, 0);
 }
 
 void ScriptConsole::runScript(std::string_view text, const std::string& name) {
-    m_implementation->runScript(text, name);
+    constexpr std::string_view mark = "\xef\xbb\xbf";
+    text.remove_prefix(text.substr(0, mark.size()) == mark ? mark.size() : 0);
+    if (!text.empty() && text[0] == '#') {
+        text.remove_prefix(std::min(text.find('\n'), text.size()));  // the line break still counts
+    }
+    if (m_implementation->load(text, ("=" + name).c_str()) != LUA_OK) {
+        m_implementation->refuse();
+    }
+    m_implementation->callOnTop(m_implementation->pushArguments(), 0);
 }
 
 void ScriptConsole::runFile(const std::filesystem::path& path) {
-    m_implementation->runFile(path);
+    if (luaL_loadfilex(m_implementation->state(), path.c_str(), "t") != LUA_OK) {
+        m_implementation->refuse();
+    }
+    m_implementation->callOnTop(m_implementation->pushArguments(), 0);
 }
 
 void ScriptConsole::enter(std::string_view text) {
-    m_implementation->enter(text);
+    const int before = lua_gettop(m_implementation->state());
+    if (m_implementation->load("return " + std::string(text), s_entered) != LUA_OK) {
+        lua_pop(m_implementation->state(), 1);
+        if (m_implementation->load(text, s_entered) != LUA_OK) {
+            m_implementation->refuse();
+        }
+    }
+    m_implementation->callOnTop(0, LUA_MULTRET);
+    m_implementation->printResults(before + 1);
 }
 
 bool ScriptConsole::isIncomplete(std::string_view text) const {
-    return m_implementation->isIncomplete(text);
+    int status = m_implementation->load("return " + std::string(text), s_entered);
+    if (status != LUA_OK) {
+        lua_pop(m_implementation->state(), 1);
+        status = m_implementation->load(text, s_entered);
+    }
+    const std::string message =
+        status == LUA_ERRSYNTAX ? textAt(m_implementation->state(), -1) : std::string();
+    lua_pop(m_implementation->state(), 1);
+    // The compiler says so itself when it ran out of text.
+    constexpr std::string_view atTheEnd = "<eof>";
+    return message.size() >= atTheEnd.size() &&
+           message.compare(message.size() - atTheEnd.size(), atTheEnd.size(), atTheEnd) == 0;
 }
 
 std::vector<std::string> ScriptConsole::complete(std::string_view line) const {

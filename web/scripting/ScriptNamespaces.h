@@ -1,9 +1,5 @@
 #pragma once
 
-namespace ribo {
-class COSNamespace;
-}
-
 namespace DOVA {
 
 /// Makes "dova" and "dova.web" known to the host's scripts, unless they are. Prints nothing. Throws

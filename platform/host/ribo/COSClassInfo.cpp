@@ -20,30 +20,6 @@ COSClassInfo::COSClassInfo(std::string name, std::string qualifiedName)
 
 COSClassInfo::~COSClassInfo() = default;
 
-bool COSClassInfo::isHandleClass() const {
-    return true;
-}
-
-bool COSClassInfo::isSealed() const {
-    return false;
-}
-
-bool COSClassInfo::isAbstract() const {
-    return false;
-}
-
-bool COSClassInfo::isHidden() const {
-    return false;
-}
-
-bool COSClassInfo::isEnumeration() const {
-    return false;
-}
-
-std::size_t COSClassInfo::weighInstance(const void*) const noexcept {
-    return 0;
-}
-
 const ClassMembers& COSClassInfo::getMembers() {
     if (!m_members.has_value()) {
         m_members.emplace();

@@ -26,12 +26,11 @@ public:
     InternedString getFullName() const { return m_fullName; }
 
     /// Whether a copy of an instance is the instance itself. The base says yes.
-    virtual bool isHandleClass() const;
+    virtual bool isHandleClass() const { return true; }
     /// The base says no to each.
-    virtual bool isSealed() const;
-    virtual bool isAbstract() const;
-    virtual bool isHidden() const;
-    virtual bool isEnumeration() const;
+    virtual bool isSealed() const { return false; }
+    virtual bool isAbstract() const { return false; }
+    virtual bool isHidden() const { return false; }
 
     /// A new instance; deallocateInstance() frees it, and what copyInstance() gives.
     virtual void* allocateInstance() const = 0;
@@ -41,7 +40,7 @@ public:
 
     /// About how many bytes an instance keeps beside the texts that it was made of; must be quick.
     /// The base gives 0. The embedded platform's own.
-    virtual std::size_t weighInstance(const void* instance) const noexcept;
+    virtual std::size_t weighInstance(const void*) const noexcept { return 0; }
 
     /// The members. The first call has the class describe them; what that throws passes through,
     /// and the next call tries again. They live as long as this description.

@@ -22,32 +22,32 @@ public:
     /// The last part of the namespace's name: "web".
     virtual InternedString getName() const = 0;
 
-    /// Adds functions and classes to `self`. Called when somebody first asks for a member, and
-    /// again only after it threw. The base adds none.
-    virtual void listMembers(COSNamespace& self) const;
+    /// Adds functions and classes to the namespace. Called when somebody first asks for a member,
+    /// and again only after it threw. The base adds none.
+    virtual void listMembers(COSNamespace&) const {}
 
     /// Whether COSNamespace::cleanUp may free the namespace. The base says no.
-    virtual bool isDestructible() const;
+    virtual bool isDestructible() const { return false; }
     /// Whether nobody but its own module may add to the namespace. The base says no; nobody asks
     /// here.
-    virtual bool isLocked() const;
+    virtual bool isLocked() const { return false; }
     /// Whether the operations below are called for a member that is not listed. The base says yes.
-    virtual bool canLoadDynamicContent() const;
+    virtual bool canLoadDynamicContent() const { return true; }
 
-    /// Adds the member `name` to `self`; gives true when it did. The base gives false. Nobody asks
-    /// for a type here.
-    virtual bool attemptToLoadClass(COSNamespace& self, InternedString name) const;
-    virtual bool attemptToLoadFunction(COSNamespace& self, InternedString name) const;
-    virtual bool attemptToLoadInnerNamespace(COSNamespace& self, InternedString name) const;
-    virtual bool attemptToLoadType(COSNamespace& self, InternedString name) const;
+    /// Adds the member of that name to the namespace; gives true when it did. The base gives false.
+    /// Nobody asks for a type here.
+    virtual bool attemptToLoadClass(COSNamespace&, InternedString) const { return false; }
+    virtual bool attemptToLoadFunction(COSNamespace&, InternedString) const { return false; }
+    virtual bool attemptToLoadInnerNamespace(COSNamespace&, InternedString) const { return false; }
+    virtual bool attemptToLoadType(COSNamespace&, InternedString) const { return false; }
 
     /// One line for the user, and several; the base gives empty texts.
-    virtual std::string getDescription() const;
-    virtual std::string getDetailedDescription() const;
+    virtual std::string getDescription() const { return {}; }
+    virtual std::string getDetailedDescription() const { return {}; }
 
     /// Who chooses among overloads in place of the system; the base gives null, for nobody. Nobody
     /// asks here.
-    virtual COSMethodSelector* getMethodSelector() const;
+    virtual COSMethodSelector* getMethodSelector() const { return nullptr; }
 };
 
 }  // namespace ribo
