@@ -1,7 +1,12 @@
-// Functions that run inside the page. Each stands alone: it is sent there as text.
+// Functions that run inside the page. Each is sent there as text and sees of the others only what
+// the first one leaves in the window.
 
 /** Notes when each text reaches the page, before the page's own code sees it, and what it sends. */
 export function watchSocket() {
+    window.button = (name) =>
+        [...document.querySelectorAll('button')].find(
+            (button) => button.textContent.trim() === name,
+        );
     const Original = window.WebSocket;
     window.measured = { arrivals: [], sent: [] };
     window.WebSocket = class extends Original {
@@ -21,10 +26,7 @@ export function watchSocket() {
 
 /** Resolves when the program's dialog is there. */
 export function waitForDialog() {
-    const isThere = () =>
-        [...document.querySelectorAll('button')].some(
-            (button) => button.textContent.trim() === 'Click',
-        );
+    const isThere = () => window.button('Click') !== undefined;
     return new Promise((resolve) => {
         const observer = new MutationObserver(() => {
             if (isThere()) {
@@ -84,11 +86,7 @@ export function connectEcho(port) {
 
 /** Milliseconds from each click() to the mutation that answers it, one after the other. */
 export async function timeClicks({ warmUp, counted }) {
-    const find = (name) =>
-        [...document.querySelectorAll('button')].find(
-            (button) => button.textContent.trim() === name,
-        );
-    const button = find('Click');
+    const button = window.button('Click');
     const shown = document.querySelector('[data-type="Text"]') ?? document.querySelector('span');
     const times = [];
     for (let i = 0; i < warmUp + counted; ++i) {
@@ -110,10 +108,6 @@ export async function timeClicks({ warmUp, counted }) {
 
 /** Opens the window of rows; milliseconds from its arrival to all rows in the document. */
 export async function timeWindow(rows) {
-    const find = (name) =>
-        [...document.querySelectorAll('button')].find(
-            (button) => button.textContent.trim() === name,
-        );
     const before = document.querySelectorAll('[data-type="Button"]').length;
     window.measured.arrivals.length = 0;
     const done = await new Promise((resolve) => {
@@ -126,7 +120,7 @@ export async function timeWindow(rows) {
             }
         });
         observer.observe(document, { childList: true, subtree: true });
-        find('Open').click();
+        window.button('Open').click();
     });
     const [arrival] = window.measured.arrivals.find(([, text]) => text.includes('Row 0'));
     return done - arrival;
@@ -217,10 +211,6 @@ export function timeByHand({ list, inDialog }) {
 
 /** Has the program write a text many times in one go; tells whether every write came, in order. */
 export async function timeBurst(writes) {
-    const find = (name) =>
-        [...document.querySelectorAll('button')].find(
-            (button) => button.textContent.trim() === name,
-        );
     const shown = document.querySelector('[data-type="Text"]');
     window.measured.arrivals.length = 0;
     const start = performance.now();
@@ -232,7 +222,7 @@ export async function timeBurst(writes) {
             }
         });
         observer.observe(shown, { childList: true, characterData: true, subtree: true });
-        find('Burst').click();
+        window.button('Burst').click();
     });
     const frames = window.measured.arrivals.filter(([, frame]) => frame.includes('burst '));
     const texts = frames.flatMap(([, frame]) => frame.match(/burst \d+/g));

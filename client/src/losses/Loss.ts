@@ -1,6 +1,6 @@
 import { asCount, asFlag, asText, isObject } from '../protocol/guards.ts';
 import { Kind } from '../protocol/names.ts';
-import type { Action } from './action.ts';
+import { type Action, isDeed } from './action.ts';
 import { asField, caption, type Field } from './field.ts';
 
 /** Something that a user did in a session that is over, and that is perhaps nowhere else. */
@@ -15,26 +15,16 @@ export interface Loss {
     readonly isBack: boolean;
 }
 
-const whats: ReadonlySet<unknown> = new Set<Action['what']>([
-    'typed',
-    'toggled',
-    'chosen',
-    'pressed',
-    'turned',
-    'closedTab',
-    'closed',
-]);
-
 /** What was kept of a list; what does not read as a loss is left out. */
 export function asLosses(stored: unknown): Loss[] {
     return (Array.isArray(stored) ? (stored as unknown[]) : []).flatMap((value) => {
         const field = isObject(value) ? asField(value['field']) : undefined;
-        if (!isObject(value) || field === undefined || !whats.has(value['what'])) {
+        if (!isObject(value) || field === undefined || !isDeed(value['what'])) {
             return [];
         }
         const loss: Loss = {
             field,
-            what: value['what'] as Action['what'],
+            what: value['what'],
             value: asText(value['value']) ?? '',
             times: asCount(value['times']) ?? 1,
             confirmed: asFlag(value['confirmed']) ?? false,

@@ -3,22 +3,28 @@ import type { FrameRecord } from '../gateway/frame.ts';
 import { asId, asText, isObject, parseJson } from '../protocol/guards.ts';
 import { Event, LifeCycle, Up } from '../protocol/names.ts';
 
+const given = ['typed', 'toggled', 'chosen'] as const;
+const deeds = [...given, 'pressed', 'turned', 'closedTab', 'closed'] as const;
+type Deed = (typeof deeds)[number];
+
 /** What a user did to an object; texts, ticks and choices give it a value. */
 export interface Action {
     readonly id: number;
-    readonly what: 'typed' | 'toggled' | 'chosen' | 'pressed' | 'turned' | 'closedTab' | 'closed';
+    readonly what: Deed;
     readonly value: string;
     readonly times: number;
 }
 
-const given: ReadonlySet<string> = new Set(['typed', 'toggled', 'chosen']);
+export function isDeed(value: unknown): value is Deed {
+    return deeds.some((deed) => deed === value);
+}
 
 /** Whether the action's value replaces the one that was given before. */
 export function isGiven(action: Action): boolean {
-    return given.has(action.what);
+    return given.some((deed) => deed === action.what);
 }
 
-const whats: ReadonlyMap<unknown, Action['what']> = new Map([
+const deedOf: ReadonlyMap<unknown, Deed> = new Map([
     [Event.onEdit, 'typed'],
     [Event.onEditFinish, 'typed'],
     [Event.onToggle, 'toggled'],
@@ -32,7 +38,7 @@ const whats: ReadonlyMap<unknown, Action['what']> = new Map([
 export function readAction(text: string): Action | undefined {
     const message = parseJson(text);
     const id = isObject(message) ? asId(message[Up.id]) : undefined;
-    const what = isObject(message) ? whats.get(message[Up.event]) : undefined;
+    const what = isObject(message) ? deedOf.get(message[Up.event]) : undefined;
     if (!isObject(message) || id === undefined || what === undefined) {
         return undefined;
     }

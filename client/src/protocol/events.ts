@@ -1,4 +1,4 @@
-import type { Rect } from './geometry.ts';
+import { type Rect, sameRect, sameSize } from './geometry.ts';
 import { Up } from './names.ts';
 import type { EventMembers, EventName } from './values.ts';
 
@@ -57,12 +57,4 @@ export function placeChange(
 
 function plainRect(rect: Rect): Rect {
     return { x: rect.x, y: rect.y, width: rect.width, height: rect.height };
-}
-
-function sameSize(a: Rect, b: Rect): boolean {
-    return a.width === b.width && a.height === b.height;
-}
-
-function sameRect(a: Rect, b: Rect): boolean {
-    return a.x === b.x && a.y === b.y && sameSize(a, b);
 }

@@ -11,6 +11,14 @@ export interface Size {
 }
 export interface Rect extends Point, Size {}
 
+export function sameSize(a: Size, b: Size): boolean {
+    return a.width === b.width && a.height === b.height;
+}
+
+export function sameRect(a: Rect, b: Rect): boolean {
+    return a.x === b.x && a.y === b.y && sameSize(a, b);
+}
+
 /** Beyond this no screen reaches; it also keeps sums of two far from losing whole pixels. */
 const LIMIT = 1 << 24;
 

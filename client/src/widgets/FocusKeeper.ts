@@ -1,4 +1,4 @@
-import { asCount, asId, isObject } from '../protocol/guards.ts';
+import { asCount, asId, isObject, type JsonObject } from '../protocol/guards.ts';
 
 type Direction = 'forward' | 'backward' | 'none';
 
@@ -13,12 +13,6 @@ interface Selection {
 /** Where the user is: the object that has the focus, and the selection if it is an edit. */
 interface Focus extends Partial<Selection> {
     readonly id: number;
-}
-
-/** What is kept over a reload: an edit without the focus has its caret all the same. */
-interface StoredFocus {
-    readonly focus: Focus | undefined;
-    readonly selections: readonly Focus[];
 }
 
 /** Brings the focus back to the same object when its element had to give way to another. */
@@ -47,8 +41,11 @@ export class FocusKeeper {
         select(control, stored);
     }
 
-    /** The focus in `root`, and each selection that differs from that of an edit just made. */
-    store(root: Element): StoredFocus {
+    /**
+     * The focus in `root`, and each selection that differs from that of an edit just made: one
+     * without the focus has its caret all the same.
+     */
+    store(root: Element): JsonObject {
         const selections = [...root.querySelectorAll<HTMLInputElement>('input.edit')]
             .filter((input) => input.selectionStart !== input.value.length)
             .map((input) => ({ id: Number(input.dataset['id']), ...selectionIn(input) }));

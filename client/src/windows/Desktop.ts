@@ -224,14 +224,6 @@ export class Desktop implements WindowHost, WindowActions {
         this.#reporter.changed(frame, true);
     }
 
-    raise(frame: WindowFrame): void {
-        this.stack.raise(frame);
-    }
-
-    activate(frame: WindowFrame): void {
-        this.stack.activate(frame);
-    }
-
     showAgain(frame: WindowFrame): void {
         this.#applyState(frame);
         this.#renderer.showAgain(frame.object);
@@ -259,7 +251,7 @@ export class Desktop implements WindowHost, WindowActions {
         if (this.#frames.get(frame.object.id) !== frame) {
             return;
         }
-        const anew = frame.measured;
+        const anew = frame.place.known;
         if (!anew) {
             const { resize, setPreferredSize } = frame.object.values;
             this.#host.pageSizes.measure(frame.body);
@@ -282,7 +274,7 @@ export class Desktop implements WindowHost, WindowActions {
 
     #viewportChanged(): void {
         for (const frame of this.windows) {
-            frame.keepInView();
+            frame.place.show();
             this.contentsChanged(frame.object);
             this.#reporter.changed(frame, false);
         }

@@ -1,12 +1,6 @@
 import { asRect, asSize, type Rect, type Size } from '../protocol/geometry.ts';
-import { isObject } from '../protocol/guards.ts';
+import { isObject, type JsonObject } from '../protocol/guards.ts';
 import { keepEndsInView, keepInside, keepReachable } from './placement.ts';
-
-/** What is kept of a place over a reload of the page. */
-export interface StoredPlace {
-    readonly frame: Rect | undefined;
-    readonly viewport: Size;
-}
 
 /** What a window stands on, in pixels. */
 export interface Surface {
@@ -75,7 +69,7 @@ export class Place {
         }
     }
 
-    store(): StoredPlace {
+    store(): JsonObject {
         return { frame: this.#asked, viewport: this.#viewport };
     }
 

@@ -39,7 +39,7 @@ export class PlaceReporter {
     #tell(window: WindowFrame): void {
         const before = this.#told.get(window.object.id);
         const measured = window.element.open ? window.report() : before;
-        if (measured === undefined || !window.measured) {
+        if (measured === undefined || !window.place.known) {
             return;
         }
         const now = { ...measured, minimized: window.mode === 'minimized' };

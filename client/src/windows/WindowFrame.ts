@@ -1,15 +1,15 @@
 import { render } from 'lit/html.js';
 import type { WindowPlace } from '../protocol/events.ts';
-import type { Rect, Size } from '../protocol/geometry.ts';
-import { asNumber, isObject } from '../protocol/guards.ts';
+import { type Rect, type Size, sameRect } from '../protocol/geometry.ts';
+import { asNumber, isObject, type JsonObject } from '../protocol/guards.ts';
 import type { StoredObject } from '../store/StoredObject.ts';
 import { chrome } from './chrome.ts';
 import { afterLayout } from './Follower.ts';
 import { fit, measureNaturally } from './fit.ts';
 import { type Movable, makeMovable } from './gestures.ts';
-import { Place, type StoredPlace, type Surface, wholeRect } from './Place.ts';
+import { Place, type Surface, wholeRect } from './Place.ts';
 import { firstPlace, fitSize } from './placement.ts';
-import { keepScrolled, restoreScrolled, type Scrolled, storeScrolled } from './scrolled.ts';
+import { keepScrolled, restoreScrolled, storeScrolled } from './scrolled.ts';
 import { asSizing, followContents, type Sizable, type Sizing } from './sizing.ts';
 
 /** What a window asks of the desktop it stands on. */
@@ -25,16 +25,6 @@ export interface WindowHost extends Surface {
 }
 
 type Mode = 'normal' | 'maximized' | 'minimized';
-
-/** What is kept of a window over a reload of the page. */
-interface StoredFrame {
-    readonly place: StoredPlace;
-    readonly mode: Mode;
-    readonly restored: Mode;
-    readonly sizing: Sizing;
-    readonly zoom: number;
-    readonly scrolled: readonly Scrolled[];
-}
 
 /** A window of the program: a native dialog with a frame around what the renderer shows in it. */
 export class WindowFrame implements Movable, Sizable {
@@ -72,10 +62,6 @@ export class WindowFrame implements Movable, Sizable {
 
     get modal(): boolean {
         return this.object.values.modal ?? false;
-    }
-
-    get measured(): boolean {
-        return this.place.known;
     }
 
     /** The whole window, title bar and border included, as it is now. */
@@ -145,18 +131,18 @@ export class WindowFrame implements Movable, Sizable {
     follow(anew: boolean): void {
         const before = this.frame;
         keepScrolled(this.body, () => {
-            if (this.measured && this.#mode === 'normal') {
+            if (this.place.known && this.#mode === 'normal') {
                 this.#sizing = followContents(this, this.#sizing, anew);
             }
             fit(this.body);
         });
-        if (!isSame(this.frame, before)) {
+        if (!sameRect(this.frame, before)) {
             this.#host.followed(this);
         }
     }
 
     adjustSize(): void {
-        if (this.measured) {
+        if (this.place.known) {
             keepScrolled(this.body, () => this.place.resizeTo(this.naturalSize()));
             this.#sizing = 'contents';
             this.#host.placed(this, true);
@@ -189,11 +175,6 @@ export class WindowFrame implements Movable, Sizable {
         this.element.style.fontSize = `${this.#zoom}rem`;
     }
 
-    /** The viewport changed. */
-    keepInView(): void {
-        this.place.show();
-    }
-
     /** Where the window is, for the program: measured, so not to be asked in a loop. */
     report(): WindowPlace {
         return {
@@ -204,7 +185,8 @@ export class WindowFrame implements Movable, Sizable {
         };
     }
 
-    store(): StoredFrame {
+    /** What is kept of it over a reload of the page. */
+    store(): JsonObject {
         return {
             place: this.place.store(),
             mode: this.#mode,
@@ -247,10 +229,6 @@ export class WindowFrame implements Movable, Sizable {
         this.place.show();
         return fitSize({ width: Math.ceil(width), height: Math.ceil(height) }, this.#host.viewport);
     }
-}
-
-function isSame(a: Rect, b: Rect): boolean {
-    return a.x === b.x && a.y === b.y && a.width === b.width && a.height === b.height;
 }
 
 function asMode(value: unknown): Mode {

@@ -48,7 +48,7 @@ function keepFocus(desktop: Desktop, event: MouseEvent): void {
     const frame = desktop.frameOf(event.target);
     if (frame !== undefined && !(event.target as Element).closest(TAKES_FOCUS)) {
         event.preventDefault();
-        desktop.activate(frame);
+        desktop.stack.activate(frame);
     }
 }
 

@@ -68,16 +68,8 @@ export function keepInside(frame: Rect, before: Size, viewport: Size, titleHeigh
 /** A size that leaves the whole window in the viewport. */
 export function fitSize(size: Size, viewport: Size): Size {
     return {
-        width: between(
-            size.width,
-            SMALLEST.width,
-            Math.max(SMALLEST.width, viewport.width - PAGE_MARGIN),
-        ),
-        height: between(
-            size.height,
-            SMALLEST.height,
-            Math.max(SMALLEST.height, viewport.height - PAGE_MARGIN),
-        ),
+        width: Math.max(SMALLEST.width, Math.min(size.width, viewport.width - PAGE_MARGIN)),
+        height: Math.max(SMALLEST.height, Math.min(size.height, viewport.height - PAGE_MARGIN)),
     };
 }
 

@@ -3,14 +3,14 @@ import { enableContents, maximum } from '../widgets/base.ts';
 import { panel } from '../widgets/panel/panel.ts';
 import type { WidgetHost } from '../widgets/WidgetKind.ts';
 import { PAGE_MARGIN } from './placement.ts';
+import type { Stack } from './Stack.ts';
 import type { WindowFrame } from './WindowFrame.ts';
 
 /** What a window does for the desktop that only the desktop can do. */
 export interface WindowActions {
+    readonly stack: Stack;
     showModality(window: WindowFrame): void;
     showVisible(window: WindowFrame): void;
-    raise(window: WindowFrame): void;
-    activate(window: WindowFrame): void;
     showAgain(window: WindowFrame): void;
 }
 
@@ -79,9 +79,9 @@ const triggers: {
     showMinimized: (window) => window.setMode('minimized'),
     showNormal: (window) => window.setMode('normal'),
     showMaximized: (window) => window.setMode('maximized'),
-    activateWindow: (window, actions) => actions.activate(window),
-    setFocus: (window, actions) => actions.activate(window),
-    raise: (window, actions) => actions.raise(window),
+    activateWindow: (window, actions) => actions.stack.activate(window),
+    setFocus: (window, actions) => actions.stack.activate(window),
+    raise: (window, actions) => actions.stack.raise(window),
     adjustsize: (window) => window.adjustSize(),
     update: (window, actions) => actions.showAgain(window),
     refresh: (window, actions) => actions.showAgain(window),
