@@ -102,11 +102,6 @@ export class Link {
         this.#open();
     }
 
-    /** What nobody has confirmed of a session that is given up; it is not handed out again. */
-    takeUnconfirmed(): readonly FrameRecord[] {
-        return this.#session.takePending();
-    }
-
     /**
      * Something has changed about the network or the page. Do not wait longer for a connection, not
      * even for an attempt that was begun before; and see whether the one that is there is alive.
@@ -198,7 +193,7 @@ export class Link {
         this.#session.attempts = before.attempts;
         this.#clientId = this.#nextId ?? this.#clientId;
         this.#nextId = undefined;
-        if (this.#established || before.pendingCount > 0) {
+        if (this.#established || before.pending.length > 0) {
             this.#setup.listener.over(before.pending, !this.#isLeft);
         }
         this.#isLeft = false;

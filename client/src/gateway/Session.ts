@@ -86,10 +86,6 @@ export class Session {
         return this.#known;
     }
 
-    get pendingCount(): number {
-        return this.#pending.length;
-    }
-
     get pendingCharacters(): number {
         return this.#pendingCharacters;
     }

@@ -31,8 +31,8 @@ interface LossesSetup {
  * records that nobody confirmed, and values that the program had and does not show any more.
  */
 export class Losses {
+    readonly list: LossList;
     readonly #setup: LossesSetup;
-    readonly #list: LossList;
     readonly #given = new Map<number, Action>();
     /** What the program had; whether it still shows that is seen when its windows are there. */
     #doubtful: readonly Loss[] = [];
@@ -40,11 +40,7 @@ export class Losses {
 
     constructor(setup: LossesSetup) {
         this.#setup = setup;
-        this.#list = new LossList(setup.storage);
-    }
-
-    get list(): LossList {
-        return this.#list;
+        this.list = new LossList(setup.storage);
     }
 
     /** The user has done something to the object, and this tells the program. */
@@ -80,7 +76,7 @@ export class Losses {
         const sent = actionsIn(records).filter(({ id }) => !composed.some((of) => of.id === id));
         const actions = [...sent, ...composed];
         if (actions.length > 0) {
-            this.#list.add(actions.map((action) => this.#lossOf(action, false)));
+            this.list.add(actions.map((action) => this.#lossOf(action, false)));
             this.#setup.changed();
         }
         return actions;
@@ -106,13 +102,13 @@ export class Losses {
             return false;
         }
         putInto(control, loss);
-        this.#list.putBack(loss);
+        this.list.putBack(loss);
         this.#setup.changed();
         return true;
     }
 
     clear(): void {
-        this.#list.clear();
+        this.list.clear();
         this.#setup.changed();
     }
 
@@ -140,7 +136,7 @@ export class Losses {
         });
         this.#doubtful = [];
         if (lost.length > 0) {
-            this.#list.add(lost);
+            this.list.add(lost);
             this.#setup.changed();
         }
     }

@@ -153,7 +153,7 @@ export class Application implements LinkListener, InboxListener {
     state(): JsonObject | undefined {
         this.#gate.open();
         if (!this.link.resumable) {
-            this.losses.unconfirmed(this.link.takeUnconfirmed());
+            this.losses.unconfirmed(this.link.session.takePending());
         }
         return this.link.resumable
             ? {

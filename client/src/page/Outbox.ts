@@ -60,8 +60,8 @@ export class Outbox {
 
     /** Lets the user do no more, or more again, as there is room for what waits. */
     check(): void {
-        const { pendingCount, pendingCharacters } = this.#link.session;
-        const isFull = pendingCount >= WAITING_RECORDS || pendingCharacters >= WAITING_CHARACTERS;
+        const { pending, pendingCharacters } = this.#link.session;
+        const isFull = pending.length >= WAITING_RECORDS || pendingCharacters >= WAITING_CHARACTERS;
         if (isFull !== this.#isFull) {
             this.#isFull = isFull;
             this.#root.inert = isFull;

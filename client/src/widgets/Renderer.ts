@@ -11,19 +11,15 @@ import type { Appliers, WidgetHost, WidgetKind } from './WidgetKind.ts';
  * ten thousand widgets has to be there as fast as the same elements made by hand.
  */
 export class Renderer {
+    readonly focus: FocusKeeper;
     readonly #store: ObjectStore;
     readonly #host: WidgetHost;
-    readonly #focus: FocusKeeper;
     #raised = 0;
 
     constructor(store: ObjectStore, host: WidgetHost) {
         this.#store = store;
         this.#host = host;
-        this.#focus = new FocusKeeper((id) => this.control(id));
-    }
-
-    get focus(): FocusKeeper {
-        return this.#focus;
+        this.focus = new FocusKeeper((id) => this.control(id));
     }
 
     /** The element that takes the focus for an object. */
@@ -42,7 +38,7 @@ export class Renderer {
 
     inserted(object: StoredObject, before: StoredObject | undefined): void {
         const old = before && elementOf(before);
-        const focus = old && this.#focus.within(old);
+        const focus = old && this.focus.within(old);
         if (before !== undefined) {
             this.forget(before);
         }
@@ -56,7 +52,7 @@ export class Renderer {
             parent?.append(element);
         }
         this.#arrangeParent(object);
-        this.#focus.restore(focus);
+        this.focus.restore(focus);
     }
 
     removed(object: StoredObject): void {

@@ -3,10 +3,8 @@
 #include <fcntl.h>
 #include <linux/limits.h>
 #include <sys/xattr.h>
-#include <unistd.h>
 
 #include <cerrno>
-#include <cstdio>
 #include <cstdlib>
 #include <cstring>
 #include <memory>
@@ -21,14 +19,6 @@ FileDoor& FileDoor::system() {
 int FileDoor::openForReading(const std::string& path) {
     // Without waiting for the other end of a pipe; files do not care.
     return ::open(path.c_str(), O_RDONLY | O_CLOEXEC | O_NONBLOCK);
-}
-
-ssize_t FileDoor::read(int file, char* buffer, std::size_t size) {
-    return ::read(file, buffer, size);
-}
-
-int FileDoor::describe(int file, struct stat& description) {
-    return ::fstat(file, &description);
 }
 
 int FileDoor::openForWriting(const std::string& path) {
@@ -46,18 +36,6 @@ int FileDoor::giveName(int file, const std::string& path) {
 
 int FileDoor::createNamed(const std::string& path) {
     return ::open(path.c_str(), O_CREAT | O_EXCL | O_WRONLY | O_CLOEXEC, 0600);
-}
-
-ssize_t FileDoor::write(int file, const char* data, std::size_t size) {
-    return ::write(file, data, size);
-}
-
-int FileDoor::setOwner(int file, uid_t user, gid_t group) {
-    return ::fchown(file, user, group);
-}
-
-int FileDoor::setMode(int file, mode_t mode) {
-    return ::fchmod(file, mode);
 }
 
 int FileDoor::copyAttributes(int from, int to) {
@@ -89,30 +67,6 @@ int FileDoor::reserve(int file, std::size_t size) {
                         ::fallocate(file, FALLOC_FL_KEEP_SIZE, 0, static_cast<off_t>(size)) != 0 &&
                         (errno == ENOSPC || errno == EDQUOT || errno == EFBIG);
     return isFull ? -1 : 0;
-}
-
-int FileDoor::truncate(int file, std::size_t size) {
-    return ::ftruncate(file, static_cast<off_t>(size));
-}
-
-int FileDoor::sync(int file) {
-    return ::fsync(file);
-}
-
-int FileDoor::close(int file) {
-    return ::close(file);
-}
-
-int FileDoor::rename(const std::string& from, const std::string& to) {
-    return std::rename(from.c_str(), to.c_str());
-}
-
-int FileDoor::remove(const std::string& path) {
-    return ::unlink(path.c_str());
-}
-
-int FileDoor::mayWrite(const std::string& path) {
-    return ::access(path.c_str(), W_OK);
 }
 
 std::string FileDoor::realPath(const std::string& path) {

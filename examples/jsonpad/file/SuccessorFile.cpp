@@ -41,10 +41,6 @@ bool SuccessorFile::create() {
     return m_isNamed;
 }
 
-bool SuccessorFile::write(std::string_view bytes) {
-    return m_file.writeAll(bytes);
-}
-
 bool SuccessorFile::takeOwnership(mode_t& mode) {
     if (m_door.setOwner(m_file.get(), m_description.st_uid, m_description.st_gid) == 0) {
         return true;
@@ -59,10 +55,6 @@ bool SuccessorFile::resemble(const OpenFile& original) {
     return takeOwnership(mode) &&
            (!original.isOpen() || m_door.copyAttributes(original.get(), m_file.get()) == 0) &&
            m_door.setMode(m_file.get(), mode) == 0;
-}
-
-bool SuccessorFile::finish() {
-    return m_door.sync(m_file.get()) == 0;
 }
 
 bool SuccessorFile::giveName() {

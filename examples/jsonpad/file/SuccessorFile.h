@@ -23,12 +23,12 @@ public:
     /// Each is false, with `errno`, when the system refuses; the other file is as it was then.
     /// In this order:
     bool create();
-    bool write(std::string_view bytes);
+    bool write(std::string_view bytes) { return m_file.writeAll(bytes); }
     /// Takes over group, mode, extended attributes and access lists of `original`, and its owner
     /// where this process may give files away; another owner gets no bits that run as the owner.
     bool resemble(const OpenFile& original);
     /// From here on the bytes outlive a power cut.
-    bool finish();
+    bool finish() { return m_door.sync(m_file.get()) == 0; }
     bool takePlace();
 
 private:
