@@ -150,9 +150,9 @@ TEST_F(GatewayHttpTest, whoShowsNoTokenMakesRoomForTheNext) {
     options.limits.httpHeaderTime = 60s;
     start();
     const auto page = openFresh("me");
-    std::vector<std::unique_ptr<RawClient>> crowd;
-    for (int i = 0; i < 80; ++i) {
-        crowd.push_back(send("GET /app.js HTTP/1.1\r\n"));
+    std::vector<std::unique_ptr<RawClient>> crowd(80);
+    for (auto& stranger : crowd) {
+        stranger = send("GET /app.js HTTP/1.1\r\n");
     }
     await([&] { return crowd[76]->isOver(); });
     EXPECT_FALSE(crowd[77]->isOver());
