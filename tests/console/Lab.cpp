@@ -119,7 +119,7 @@ private:
 
 class MarkerClass : public ribo::factory::CopyableDataTypeClassInfo<Marker> {
 public:
-    explicit MarkerClass(std::string name) : COSClassInfo(name, "lab inner " + name) {}
+    explicit MarkerClass(const std::string& name) : COSClassInfo(name, "lab inner " + name) {}
     bool isHidden() const override { return getName().text() == "Unseen"; }
 
 private:

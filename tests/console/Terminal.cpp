@@ -80,7 +80,7 @@ std::string Terminal::readUntil(const std::string& text) {
         m_rest.append(bytes, static_cast<std::size_t>(count));
     }
     const std::size_t end = m_rest.find(text) + text.size();
-    const std::string result = m_rest.substr(0, end);
+    std::string result = m_rest.substr(0, end);
     m_rest.erase(0, end);
     return result;
 }

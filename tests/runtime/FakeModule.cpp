@@ -28,11 +28,11 @@ extern "C" EXPORTED std::vector<std::string>* fakeModuleEvents() {
 }
 
 extern "C" EXPORTED void KVInitialize_dova2_web() {
-    s_events.push_back("initialise");
+    s_events.emplace_back("initialise");
 }
 
 extern "C" EXPORTED void KVTerminate_dova2_web() {
-    s_events.push_back("terminate");
+    s_events.emplace_back("terminate");
     s_messages.reset();
 }
 
@@ -44,7 +44,7 @@ public:
 };
 
 bool KorvidOnlineFlag::get() {
-    s_events.push_back(askHost() ? "online" : "offline");
+    s_events.emplace_back(askHost() ? "online" : "offline");
     s_messages = std::make_unique<tdom::messaging::ConnectorMessageService>("fake");
     s_messages->subscribe(
         "/dova2/web", [](const std::string& text) { s_events.push_back("library heard " + text); });

@@ -19,7 +19,7 @@ inline QJsonDocument readJson(const QString& path) {
     QFile file(path);
     QJsonParseError error{0, QJsonParseError::IllegalValue};
     const bool isOpen = file.open(QIODevice::ReadOnly);
-    const auto document = QJsonDocument::fromJson(isOpen ? file.readAll() : QByteArray(), &error);
+    auto document = QJsonDocument::fromJson(isOpen ? file.readAll() : QByteArray(), &error);
     if (document.isNull()) {
         std::cerr << path.toStdString() << ": " << error.errorString().toStdString() << " at "
                   << error.offset << "\n";
