@@ -34,7 +34,7 @@ KINDS = {
 }
 MAY_USE = {
     "local": ("include/seam/", "web/seam/"),
-    "member": ("web/scripting/",),
+    "member": ("web/scripting/", "web/seam/"),
 }
 
 
