@@ -1,10 +1,13 @@
-// What a signal costs: an emission against a virtual call.
+// What a signal costs: an emission against a virtual call, and the making and cutting of
+// connections.
 
 #include <benchmark/benchmark.h>
 
 #include <memory>
+#include <vector>
 
 #include "core/ConnectionImplX.h"
+#include "wiro/CallableConnection.h"
 #include "wiro/Emitter.h"
 #include "wiro/Listener.h"
 
@@ -44,19 +47,72 @@ void virtualCall(benchmark::State& state) {
 }
 BENCHMARK(virtualCall);
 
-void signalOneConnection(benchmark::State& state) {
+/// Reaches operations of one listener through so many connections.
+void emit(benchmark::State& state, long connections) {
     Target target;
     Event emitter;
-    WIRO::bind(emitter, &target, &Target::add);
+    for (long i = 0; i < connections; ++i) {
+        WIRO::bind(emitter, &target, &Target::add);
+    }
     Event* emitting = &emitter;
     for (auto _ : state) {
         benchmark::DoNotOptimize(emitting);
         emitting->emit(1);
     }
-    if (target.sum() == 0) {
-        state.SkipWithError("no call arrived");
+    if ((target.sum() == 0) != (connections == 0)) {
+        state.SkipWithError("the wrong number of calls arrived");
     }
 }
+
+void signalOneConnection(benchmark::State& state) {
+    emit(state, 1);
+}
 BENCHMARK(signalOneConnection);
+
+void signalConnections(benchmark::State& state) {
+    emit(state, state.range(0));
+}
+BENCHMARK(signalConnections)->Arg(0)->Arg(2)->Arg(8);
+
+void signalToCallable(benchmark::State& state) {
+    Event emitter;
+    long sum = 0;
+    WIRO::connect(emitter, [&sum](int value) {
+        sum += value;
+        benchmark::DoNotOptimize(sum);
+    });
+    Event* emitting = &emitter;
+    for (auto _ : state) {
+        benchmark::DoNotOptimize(emitting);
+        emitting->emit(1);
+    }
+}
+BENCHMARK(signalToCallable);
+
+/// One connection more and less, on an emitter that has `present` already.
+void connectAndDisconnect(benchmark::State& state) {
+    Event emitter;
+    for (int i = 0; i < state.range(0); ++i) {
+        WIRO::connect(emitter, [] {});
+    }
+    for (auto _ : state) {
+        WIRO::connect(emitter, [] {}).disconnect();
+    }
+}
+BENCHMARK(connectAndDisconnect)->ArgName("present")->Arg(0)->Arg(1)->Arg(8);
+
+/// What a web object does: binds thirty emitters, and lets them go with its own end.
+void bindThirtyAndDestroy(benchmark::State& state) {
+    constexpr std::size_t emitters = 30;
+    std::vector<Event> front(emitters);
+    for (auto _ : state) {
+        Target target;
+        for (Event& emitter : front) {
+            WIRO::bind(emitter, &target, &Target::add);
+        }
+    }
+    state.SetItemsProcessed(state.iterations() * emitters);
+}
+BENCHMARK(bindThirtyAndDestroy);
 
 }  // namespace
