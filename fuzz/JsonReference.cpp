@@ -41,7 +41,9 @@ void require(bool condition, const std::string& what) {
 
 JsonReference::JsonReference(const std::uint8_t* data, std::size_t size)
     : m_text(host::fromUtf8({reinterpret_cast<const char*>(data), size})) {
-    const QByteArray bytes = QString::fromStdU16String(m_text).toLocal8Bit();
+    // As it is: fromStdU16String would leave a byte order mark out.
+    const auto* characters = reinterpret_cast<const QChar*>(m_text.data());
+    const QByteArray bytes = QString(characters, static_cast<int>(m_text.size())).toLocal8Bit();
     QJsonParseError error;
     m_document = parseWithLeaks(bytes, error);
     m_certain = bytes.count(':') <= s_sortedInOrder;
