@@ -1,11 +1,11 @@
-// Builds the page into dist/: one script, one style sheet, the document, the icon, and a .gz
-// beside each so that the gateway never compresses while it serves; and the images that a program
-// may name without bringing them.
+// Builds the page into dist/: one script, one style sheet, the document, the icon, and a .br and a
+// .gz beside each so that the gateway never compresses while it serves; and the images that a
+// program may name without bringing them.
 
 import { copyFile, cp, mkdir, readdir, readFile, rm, writeFile } from 'node:fs/promises';
 import { dirname, join } from 'node:path';
 import { fileURLToPath } from 'node:url';
-import { gzipSync } from 'node:zlib';
+import { brotliCompressSync, gzipSync } from 'node:zlib';
 import { build } from 'esbuild';
 
 const root = join(dirname(fileURLToPath(import.meta.url)), '..');
@@ -56,6 +56,7 @@ for (const name of ['index.html', 'favicon.svg']) {
 }
 for (const name of await readdir(dist)) {
     const content = await readFile(join(dist, name));
+    await writeFile(join(dist, `${name}.br`), brotliCompressSync(content));
     await writeFile(join(dist, `${name}.gz`), gzipSync(content, { level: 9 }));
 }
 await cp(join(root, 'static/images'), join(dist, 'images'), { recursive: true });

@@ -3,17 +3,20 @@ import { readdir, readFile } from 'node:fs/promises';
 import { dirname, join } from 'node:path';
 import { fileURLToPath } from 'node:url';
 
-const limit = 50_000;
+const limits = { '.br': 50_000, '.gz': 50_000 };
 const dist = join(dirname(fileURLToPath(import.meta.url)), '..', 'dist');
+const names = (await readdir(dist)).sort();
 
-let total = 0;
-for (const name of (await readdir(dist)).filter((name) => name.endsWith('.gz')).sort()) {
-    const size = (await readFile(join(dist, name))).length;
-    total += size;
-    console.log(`${String(size).padStart(7)}  ${name}`);
-}
-console.log(`${String(total).padStart(7)}  of at most ${limit} bytes`);
-if (total === 0 || total > limit) {
-    console.error(total === 0 ? 'dist/ holds no page: build first' : 'the page is too large');
-    process.exit(1);
+for (const [extension, limit] of Object.entries(limits)) {
+    let total = 0;
+    for (const name of names.filter((name) => name.endsWith(extension))) {
+        const size = (await readFile(join(dist, name))).length;
+        total += size;
+        console.log(`${String(size).padStart(7)}  ${name}`);
+    }
+    console.log(`${String(total).padStart(7)}  of at most ${limit} bytes`);
+    if (total === 0 || total > limit) {
+        console.error(total === 0 ? 'dist/ holds no page: build first' : 'the page is too large');
+        process.exitCode = 1;
+    }
 }

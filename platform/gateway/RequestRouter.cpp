@@ -27,18 +27,8 @@ std::string_view header(const RequestRouter::Request& request, http::field name)
     return view(request[name]);
 }
 
-/// Whether the browser takes gzip; "q=0" takes a coding back (RFC 9110 section 12.5.3).
-bool acceptsGzip(const RequestRouter::Request& request) {
-    for (const auto& coding : http::ext_list(request[http::field::accept_encoding])) {
-        if (boost::beast::iequals(coding.first, "gzip")) {
-            return std::none_of(
-                coding.second.begin(), coding.second.end(), [](const auto& parameter) {
-                    return boost::beast::iequals(parameter.first, "q") &&
-                           view(parameter.second).find_first_not_of("0.") == std::string_view::npos;
-                });
-        }
-    }
-    return false;
+StaticFiles::Codings codingsFor(const RequestRouter::Request& request) {
+    return acceptedCodings(header(request, http::field::accept_encoding));
 }
 
 bool readNumber(std::string_view text, std::uint64_t& number) {
@@ -104,24 +94,23 @@ RequestRouter::Answer RequestRouter::route(const Request& request,
     if (target->path.rfind(names::iconPath, 0) == 0) {
         return icon(*target);
     }
-    return pageFile(target->path == "/" ? s_document : target->path.substr(1),
-                    acceptsGzip(request));
+    return pageFile(target->path == "/" ? s_document : target->path.substr(1), codingsFor(request));
 }
 
-RequestRouter::Answer RequestRouter::pageFile(const std::string& path, bool acceptsGzip) const {
+RequestRouter::Answer RequestRouter::pageFile(const std::string& path,
+                                              const StaticFiles::Codings& codings) const {
     if (!m_theme.empty() && path == s_document) {
         return file(themedDocument());
     }
     if (!m_theme.empty() && path == s_theme) {
-        return file(
-            StaticFiles::read(m_theme, "text/css; charset=utf-8", m_maxFileBytes, acceptsGzip));
+        return file(StaticFiles::read(m_theme, "text/css; charset=utf-8", m_maxFileBytes, codings));
     }
-    return file(m_page.find(path, acceptsGzip));
+    return file(m_page.find(path, codings));
 }
 
 /// Never packed, since it is not the file that was.
 std::optional<StaticFile> RequestRouter::themedDocument() const {
-    auto document = m_page.find(s_document, false);
+    auto document = m_page.find(s_document, {});
     const std::size_t end = document ? document->body.find("</head>") : std::string::npos;
     if (end != std::string::npos) {
         document->body.insert(end, "<link rel=\"stylesheet\" href=\"theme.css\">");
@@ -134,8 +123,8 @@ RequestRouter::Answer RequestRouter::icon(const RequestTarget& target) const {
         return refusal(Status::unauthorized, "missing or wrong token");
     }
     const std::string path = belowIconRoot(target.path.substr(std::strlen(names::iconPath)));
-    auto found = m_icons.find(path, false);
-    return file(found ? std::move(found) : m_pageIcons.find(path, false));
+    auto found = m_icons.find(path, {});
+    return file(found ? std::move(found) : m_pageIcons.find(path, {}));
 }
 
 /// Programs also name their icons by absolute paths below the application root; a page asks for
@@ -185,8 +174,8 @@ RequestRouter::Answer RequestRouter::file(std::optional<StaticFile> found) {
     Response response(Status::ok, 11);
     response.set(http::field::content_type, found->contentType);
     response.set(http::field::vary, "Accept-Encoding");
-    if (found->isGzip) {
-        response.set(http::field::content_encoding, "gzip");
+    if (!found->coding.name.empty()) {
+        response.set(http::field::content_encoding, std::string(found->coding.name));
     }
     response.content_length(found->body.size());
     response.body() = std::move(found->body);

@@ -47,7 +47,7 @@ public:
 private:
     Answer route(const Request& request, const std::optional<RequestTarget>& target,
                  std::string_view host) const;
-    Answer pageFile(const std::string& path, bool acceptsGzip) const;
+    Answer pageFile(const std::string& path, const StaticFiles::Codings& codings) const;
     std::optional<StaticFile> themedDocument() const;
     Answer icon(const RequestTarget& target) const;
     std::string belowIconRoot(const std::string& path) const;

@@ -68,14 +68,14 @@ std::optional<std::string> content(const std::filesystem::path& file, std::size_
 
 template <class Read>
 std::optional<StaticFile> packedOrPlain(const std::string& path, const char* contentType,
-                                        bool acceptsGzip, const Read& read) {
-    if (acceptsGzip) {
-        if (auto body = read(path + ".gz")) {
-            return StaticFile{std::move(*body), contentType, true};
+                                        const StaticFiles::Codings& codings, const Read& read) {
+    for (const ContentCoding& coding : codings) {
+        if (auto body = read(path + std::string(coding.extension))) {
+            return StaticFile{std::move(*body), contentType, coding};
         }
     }
     if (auto body = read(path)) {
-        return StaticFile{std::move(*body), contentType, false};
+        return StaticFile{std::move(*body), contentType, {}};
     }
     return {};
 }
@@ -90,19 +90,19 @@ StaticFiles::StaticFiles(const std::filesystem::path& root, Kinds kinds, std::si
     }
 }
 
-std::optional<StaticFile> StaticFiles::find(std::string_view path, bool acceptsGzip) const {
+std::optional<StaticFile> StaticFiles::find(std::string_view path, const Codings& codings) const {
     const char* const type = contentType(path);
     if (type == nullptr || m_root.empty() || !hasPlainParts(path)) {
         return {};
     }
-    return packedOrPlain(std::string(path), type, acceptsGzip,
+    return packedOrPlain(std::string(path), type, codings,
                          [this](const std::string& name) { return readBelowRoot(name); });
 }
 
 std::optional<StaticFile> StaticFiles::read(const std::filesystem::path& file,
                                             const char* contentType, std::size_t maxBytes,
-                                            bool acceptsGzip) {
-    return packedOrPlain(file.string(), contentType, acceptsGzip,
+                                            const Codings& codings) {
+    return packedOrPlain(file.string(), contentType, codings,
                          [maxBytes](const std::string& name) { return content(name, maxBytes); });
 }
 

@@ -5,6 +5,9 @@
 #include <optional>
 #include <string>
 #include <string_view>
+#include <vector>
+
+#include "ContentCoding.h"
 
 namespace DOVA::gateway {
 
@@ -12,7 +15,7 @@ namespace DOVA::gateway {
 struct StaticFile {
     std::string body;
     const char* contentType = nullptr;
-    bool isGzip = false;
+    ContentCoding coding;
 };
 
 /// The files below one folder that may be served. Nothing outside the folder is reached, neither
@@ -25,14 +28,16 @@ public:
     /// An empty root holds nothing.
     StaticFiles(const std::filesystem::path& root, Kinds kinds, std::size_t maxBytes);
 
-    /// The file of a decoded path relative to the root. `acceptsGzip`: the file "x.gz" may stand
-    /// for "x".
-    std::optional<StaticFile> find(std::string_view path, bool acceptsGzip) const;
+    using Codings = std::vector<ContentCoding>;
 
-    /// One regular file, whatever its name and wherever it is, and a "x.gz" beside it as above.
+    /// The file of a decoded path relative to the root. `codings`: the first of them in which there
+    /// is a packed file, such as "x.gz", stands for "x".
+    std::optional<StaticFile> find(std::string_view path, const Codings& codings) const;
+
+    /// One regular file, whatever its name and wherever it is, or a packed one beside it as above.
     static std::optional<StaticFile> read(const std::filesystem::path& file,
                                           const char* contentType, std::size_t maxBytes,
-                                          bool acceptsGzip);
+                                          const Codings& codings);
 
 private:
     const char* contentType(std::string_view path) const;

@@ -106,6 +106,7 @@ protected:
         EXPECT_EQ(answer.body(), row.get<std::string>("body"));
         EXPECT_EQ(answer["Content-Type"], row.get<std::string>("type"));
         EXPECT_EQ(answer["Content-Encoding"] == "gzip", answer.body() == "zipped");
+        EXPECT_EQ(answer["Content-Encoding"] == "br", answer.body() == "brotli");
     }
 
     const Row m_requests = readRequests();

@@ -60,12 +60,13 @@ struct GatewayOptions {
     bool allowNonLoopback = false;
     /// TCP port; 0 takes any free one (see Gateway::port()).
     std::uint16_t port = 0;
-    /// Folder of the built page, served at "/"; must hold "index.html". A file "x.gz" beside "x" is
-    /// sent in its place to browsers that accept it.
+    /// Folder of the built page, served at "/"; must hold "index.html". A file "x.br" (Brotli) or
+    /// "x.gz" (gzip) beside "x" is sent in its place to browsers that accept it.
     std::filesystem::path pageFolder;
-    /// A style sheet of the site, served as "/theme.css" and read for each request; "x.gz" as
-    /// above. The page's document loads it after its own, by a link before its first "</head>". The
-    /// page's content-security policy lets it load nothing from elsewhere. Empty: none.
+    /// A style sheet of the site, served as "/theme.css" and read for each request; "x.br" and
+    /// "x.gz" as above. The page's document loads it after its own, by a link before its first
+    /// "</head>". The page's content-security policy lets it load nothing from elsewhere. Empty:
+    /// none.
     std::filesystem::path theme;
     /// Folder whose image files are served below "/icon/" to pages with the token. An image that is
     /// not there comes from "images" in the page folder. Empty: only those.
