@@ -5,6 +5,8 @@
 #include <boost/beast/websocket/rfc6455.hpp>
 #include <charconv>
 #include <cstring>
+#include <functional>
+#include <sstream>
 #include <utility>
 
 #include "FrameCodec.h"
@@ -18,6 +20,9 @@ namespace {
 
 constexpr const char* s_document = "index.html";
 constexpr const char* s_theme = "theme.css";
+constexpr const char* s_immutable = "immutable/";
+constexpr const char* s_askEachTime = "no-cache";
+constexpr const char* s_forAYear = "public, max-age=31536000, immutable";
 
 std::string_view view(boost::beast::string_view text) {
     return {text.data(), text.size()};
@@ -25,6 +30,25 @@ std::string_view view(boost::beast::string_view text) {
 
 std::string_view header(const RequestRouter::Request& request, http::field name) {
     return view(request[name]);
+}
+
+/// A strong one: packed or plain, other bytes have another.
+std::string entityTag(const std::string& body) {
+    std::ostringstream tag;
+    tag << '"' << std::hex << std::hash<std::string>()(body) << '"';
+    return tag.str();
+}
+
+/// Whether the browser has just what would be sent (RFC 9110 section 13.1.2).
+bool isUnchanged(const RequestRouter::Request& request, const RequestRouter::Response& response) {
+    const std::string_view known = header(request, http::field::if_none_match);
+    return known == "*" || known.find(view(response[http::field::etag])) != std::string_view::npos;
+}
+
+void leaveOutBody(RequestRouter::Response& response) {
+    response.result(RequestRouter::Status::not_modified);
+    response.erase(http::field::content_length);
+    response.body().clear();
 }
 
 StaticFiles::Codings codingsFor(const RequestRouter::Request& request) {
@@ -68,6 +92,9 @@ RequestRouter::Answer RequestRouter::answer(const Request& request) const {
             response->keep_alive(request.keep_alive());
             // Only an answer of status 200 has passed the check of its host.
             addSecurityHeaders(*response, " ws://" + host);
+            if (isUnchanged(request, *response)) {
+                leaveOutBody(*response);
+            }
         }
         if (request.method() == http::verb::head) {
             response->body().clear();
@@ -100,12 +127,14 @@ RequestRouter::Answer RequestRouter::route(const Request& request,
 RequestRouter::Answer RequestRouter::pageFile(const std::string& path,
                                               const StaticFiles::Codings& codings) const {
     if (!m_theme.empty() && path == s_document) {
-        return file(themedDocument());
+        return file(themedDocument(), s_askEachTime);
     }
     if (!m_theme.empty() && path == s_theme) {
-        return file(StaticFiles::read(m_theme, "text/css; charset=utf-8", m_maxFileBytes, codings));
+        return file(StaticFiles::read(m_theme, "text/css; charset=utf-8", m_maxFileBytes, codings),
+                    s_askEachTime);
     }
-    return file(m_page.find(path, codings));
+    return file(m_page.find(path, codings),
+                path.rfind(s_immutable, 0) == 0 ? s_forAYear : s_askEachTime);
 }
 
 /// Never packed, since it is not the file that was.
@@ -124,7 +153,7 @@ RequestRouter::Answer RequestRouter::icon(const RequestTarget& target) const {
     }
     const std::string path = belowIconRoot(target.path.substr(std::strlen(names::iconPath)));
     auto found = m_icons.find(path, {});
-    return file(found ? std::move(found) : m_pageIcons.find(path, {}));
+    return file(found ? std::move(found) : m_pageIcons.find(path, {}), s_askEachTime);
 }
 
 /// Programs also name their icons by absolute paths below the application root; a page asks for
@@ -167,13 +196,15 @@ RequestRouter::Answer RequestRouter::admit(const Request& request, const Request
     return admission;
 }
 
-RequestRouter::Answer RequestRouter::file(std::optional<StaticFile> found) {
+RequestRouter::Answer RequestRouter::file(std::optional<StaticFile> found, const char* caching) {
     if (!found) {
         return refusal(Status::not_found, "no such file");
     }
     Response response(Status::ok, 11);
     response.set(http::field::content_type, found->contentType);
     response.set(http::field::vary, "Accept-Encoding");
+    response.set(http::field::cache_control, caching);
+    response.set(http::field::etag, entityTag(found->body));
     if (!found->coding.name.empty()) {
         response.set(http::field::content_encoding, std::string(found->coding.name));
     }
@@ -211,7 +242,9 @@ void RequestRouter::addSecurityHeaders(http::fields& response, const std::string
     response.set("Cross-Origin-Opener-Policy", "same-origin");
     response.set("Cross-Origin-Embedder-Policy", "require-corp");
     response.set("Cross-Origin-Resource-Policy", "same-origin");
-    response.set(http::field::cache_control, "no-cache");
+    if (response.count(http::field::cache_control) == 0) {
+        response.set(http::field::cache_control, s_askEachTime);
+    }
 }
 
 }  // namespace DOVA::gateway

@@ -52,7 +52,7 @@ private:
     Answer icon(const RequestTarget& target) const;
     std::string belowIconRoot(const std::string& path) const;
     Answer admit(const Request& request, const RequestTarget& target, std::string_view host) const;
-    static Answer file(std::optional<StaticFile> found);
+    static Answer file(std::optional<StaticFile> found, const char* caching);
 
     const AccessRules m_rules;
     const StaticFiles m_page;

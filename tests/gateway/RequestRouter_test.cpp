@@ -51,7 +51,7 @@ protected:
         return text;
     }
 
-    RequestRouter::Request request(const Row& row) const {
+    RequestRouter::Request request(const Row& row, const std::string& known) const {
         auto target = row.get<std::string>("target");
         if (const auto root = target.find("${root}"); root != target.npos) {
             target.replace(root, 7, (m_folder / "icons").substr(1));
@@ -69,11 +69,13 @@ protected:
         for (const auto& [name, value] : children(row, "more")) {
             request.insert(name, value.data());
         }
+        request.set("If-None-Match", known);
         request.erase(row.get("without", "nothing"));
         return request;
     }
 
-    RequestRouter::Answer ask(const Row& row) const {
+    /// `known`: what the browser says that it has.
+    RequestRouter::Answer ask(const Row& row, const std::string& known = "\"old\"") const {
         GatewayOptions options;
         options.pageFolder = m_folder / row.get("page", "page");
         options.theme = row.get("theme", "").empty() ? "" : m_folder / row.get("theme", "");
@@ -83,13 +85,14 @@ protected:
         options.extraOrigins = {"https://pad.example:8443"};
         options.bindAddress = row.get("bind", "127.0.0.1");
         const AccessRules rules(options, row.get<std::uint16_t>("port", 8080), "0123456789abcdef");
-        return RequestRouter(options, rules).answer(request(row));
+        return RequestRouter(options, rules).answer(request(row, known));
     }
 
     void expectAnswer(const RequestRouter::Response& answer, const Row& row) const {
         for (const auto& [name, value] : children(m_requests, "always")) {
             EXPECT_EQ(answer[name], value.data()) << name;
         }
+        EXPECT_EQ(answer["Cache-Control"], row.get("cache", "no-cache"));
         const std::string policy(answer["Content-Security-Policy"]);
         EXPECT_THAT(policy, HasSubstr("default-src 'none'; script-src 'self';"));
         EXPECT_THAT(policy, testing::Not(HasSubstr("unsafe")));
@@ -107,6 +110,21 @@ protected:
         EXPECT_EQ(answer["Content-Type"], row.get<std::string>("type"));
         EXPECT_EQ(answer["Content-Encoding"] == "gzip", answer.body() == "zipped");
         EXPECT_EQ(answer["Content-Encoding"] == "br", answer.body() == "brotli");
+        expectUnchanged(answer, row);
+    }
+
+    void expectUnchanged(const RequestRouter::Response& answer, const Row& row) const {
+        const std::string tag(answer["ETag"]);
+        for (const std::string& known : {tag, "\"old\", W/" + tag, std::string("*")}) {
+            const auto again = std::get<RequestRouter::Response>(ask(row, known));
+            EXPECT_EQ(again.result_int(), 304u) << known;
+            EXPECT_EQ(again.body(), "");
+            EXPECT_TRUE(again.keep_alive());
+            for (const char* const name :
+                 {"ETag", "Cache-Control", "Vary", "Content-Security-Policy"}) {
+                EXPECT_EQ(again[name], answer[name]) << name;
+            }
+        }
     }
 
     const Row m_requests = readRequests();
