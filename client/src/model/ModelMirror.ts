@@ -1,8 +1,8 @@
-import { applyPatch, type Operation } from 'rfc6902';
 import { asId, isObject, type JsonObject } from '../protocol/guards.ts';
 import { decodeModelMessage } from '../protocol/modelMessage.ts';
 import { ElementKey } from '../protocol/names.ts';
 import { type ElementValues, valuesOfElement } from './elementValues.ts';
+import { carryOut } from './patch.ts';
 
 /**
  * The program's model document as the page knows it: a snapshot and, in order, the patches (RFC
@@ -84,19 +84,13 @@ export class ModelMirror {
     #patch(operations: readonly unknown[]): Iterable<number> | false {
         const touched = new Set<string>();
         for (const operation of operations) {
-            const path = isObject(operation) ? operation['path'] : undefined;
-            const uuid = typeof path === 'string' ? elementIn(path) : undefined;
+            const uuid = carryOut(this.#document, operation);
             if (uuid === undefined) {
                 return false;
             }
             touched.add(uuid);
         }
-        try {
-            const results = applyPatch(this.#document, operations as Operation[]);
-            return results.every((error) => error === null) && this.#retag(touched);
-        } catch {
-            return false;
-        }
+        return this.#retag(touched);
     }
 
     /** Looks anew at which objects these elements belong to. */
@@ -127,10 +121,4 @@ export class ModelMirror {
         this.#tags.delete(uuid);
         return object;
     }
-}
-
-/** The element that a JSON Pointer (RFC 6901) points at or into; none for the document itself. */
-function elementIn(path: string): string | undefined {
-    const [root, uuid] = path.split('/', 2);
-    return root === '' ? uuid?.replaceAll('~1', '/').replaceAll('~0', '~') : undefined;
 }
