@@ -1,28 +1,47 @@
-// Builds the page into dist/: one script, one style sheet, the document, the icon, and a .br and a
-// .gz beside each so that the gateway never compresses while it serves; and the images that a
-// program may name without bringing them.
+// Builds the page into dist/: the document, the icon, and below immutable/ one script and one style
+// sheet, whose names change with their contents. Beside each lie a .br and a .gz, so that the
+// gateway never compresses while it serves. And the images that a program may name without
+// bringing them.
 
-import { copyFile, cp, mkdir, readdir, readFile, rm, writeFile } from 'node:fs/promises';
+import { createHash } from 'node:crypto';
+import { cp, mkdir, readFile, rm, writeFile } from 'node:fs/promises';
 import { dirname, join } from 'node:path';
 import { fileURLToPath } from 'node:url';
 import { brotliCompressSync, gzipSync } from 'node:zlib';
 import { build } from 'esbuild';
+import { minify } from 'terser';
+import { ownNames } from './ownNames.mjs';
 
 const root = join(dirname(fileURLToPath(import.meta.url)), '..');
 const dist = join(root, 'dist');
 
-await rm(dist, { recursive: true, force: true });
-await mkdir(dist, { recursive: true });
-await build({
-    entryPoints: { app: join(root, 'src/page/main.ts') },
-    outdir: dist,
-    bundle: true,
-    minify: true,
-    format: 'esm',
-    target: 'es2022',
-    legalComments: 'none',
-    logLevel: 'warning',
-});
+/** The text of the one file that comes of it. */
+async function bundle(entry, options) {
+    const { outputFiles } = await build({
+        entryPoints: [join(root, entry)],
+        outdir: dist,
+        write: false,
+        bundle: true,
+        minify: true,
+        legalComments: 'none',
+        logLevel: 'warning',
+        ...options,
+    });
+    return outputFiles[0].text;
+}
+
+/** The second one finds some four per cent that the first one leaves. */
+async function script() {
+    const entry = 'src/page/main.ts';
+    const mangleProps = new RegExp(`^(${ownNames(entry).join('|')})$`);
+    const text = await bundle(entry, { format: 'esm', target: 'es2022', mangleProps });
+    const { code } = await minify(text, {
+        module: true,
+        ecma: 2020,
+        compress: { passes: 2, unsafe_arrows: true, keep_fargs: false },
+    });
+    return code;
+}
 
 const declared = /(--[\w-]+): ([^;]+);/g;
 const lengths = new Map(
@@ -42,21 +61,36 @@ const placeLengths = {
             return { contents: text.replace(/var\((--[\w-]+)\)/g, place), loader: 'css' };
         }),
 };
-await build({
-    plugins: [placeLengths],
-    entryPoints: { app: join(root, 'styles/app.css') },
-    outdir: dist,
-    bundle: true,
-    minify: true,
-    target: ['chrome110', 'firefox115', 'safari16.4'],
-    logLevel: 'warning',
-});
-for (const name of ['index.html', 'favicon.svg']) {
-    await copyFile(join(root, 'static', name), join(dist, name));
+
+function style() {
+    const target = ['chrome110', 'firefox115', 'safari16.4'];
+    return bundle('styles/app.css', { plugins: [placeLengths], target });
 }
-for (const name of await readdir(dist)) {
-    const content = await readFile(join(dist, name));
+
+async function write(name, content) {
+    await writeFile(join(dist, name), content);
     await writeFile(join(dist, `${name}.br`), brotliCompressSync(content));
     await writeFile(join(dist, `${name}.gz`), gzipSync(content, { level: 9 }));
 }
+
+/** Under a name of its content, which is the answer. */
+async function writeImmutable(name, extension, content) {
+    const hash = createHash('sha256').update(content).digest('base64url').slice(0, 10);
+    const path = `immutable/${name}-${hash}${extension}`;
+    await write(path, content);
+    return path;
+}
+
+await rm(dist, { recursive: true, force: true });
+await mkdir(join(dist, 'immutable'), { recursive: true });
+const paths = {
+    'app.js': await writeImmutable('app', '.js', await script()),
+    'app.css': await writeImmutable('app', '.css', await style()),
+};
+const page = await readFile(join(root, 'static/index.html'), 'utf8');
+await write(
+    'index.html',
+    page.replace(/app\.(js|css)/g, (name) => paths[name]),
+);
+await write('favicon.svg', await readFile(join(root, 'static/favicon.svg')));
 await cp(join(root, 'static/images'), join(dist, 'images'), { recursive: true });

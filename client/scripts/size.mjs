@@ -5,7 +5,7 @@ import { fileURLToPath } from 'node:url';
 
 const limits = { '.br': 50_000, '.gz': 50_000 };
 const dist = join(dirname(fileURLToPath(import.meta.url)), '..', 'dist');
-const names = (await readdir(dist)).sort();
+const names = (await readdir(dist, { recursive: true })).sort();
 
 for (const [extension, limit] of Object.entries(limits)) {
     let total = 0;

@@ -61,19 +61,20 @@ export class Inbox {
         };
     }
 
-    restore({ windows, own }: JsonObject): void {
+    restore(stored: JsonObject): void {
+        const windows = stored['windows'];
         for (const window of Array.isArray(windows) ? (windows as unknown[]) : []) {
             const description = decodeWindow(window);
             if (description !== undefined) {
                 this.#store.open(description);
             }
         }
-        this.#store.own.restore(own);
+        this.#store.own.restore(stored['own']);
     }
 
     /** The session of what was restored goes on. */
-    goOn({ elements }: JsonObject): void {
-        this.model.begin(asIntegers(elements));
+    goOn(stored: JsonObject): void {
+        this.model.begin(asIntegers(stored['elements']));
     }
 
     #openWindow(text: string): void {
