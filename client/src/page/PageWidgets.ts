@@ -46,6 +46,7 @@ export class PageWidgets implements WidgetHost {
 
     pressDefault(object: StoredObject): void {
         const window = this.#desktop().windows.find(({ object: { id } }) => id === object.windowId);
+        this.#desktop().finish();
         const buttons =
             window?.body.querySelectorAll<HTMLButtonElement>('[data-default]:enabled') ?? [];
         [...buttons].find((button) => button.checkVisibility())?.click();

@@ -1,10 +1,11 @@
-import type { Name, Values } from '../protocol/values.ts';
+import type { Name } from '../protocol/values.ts';
 import type { ObjectStore } from '../store/ObjectStore.ts';
 import { type StoredObject, subtree } from '../store/StoredObject.ts';
+import { Builder } from './Builder.ts';
 import { adjustSize } from './base.ts';
 import { FocusKeeper } from './FocusKeeper.ts';
 import { isOfKind, kindOf } from './kinds.ts';
-import type { Appliers, WidgetHost, WidgetKind } from './WidgetKind.ts';
+import type { WidgetHost } from './WidgetKind.ts';
 
 /**
  * Keeps the document like the store: one element per object, made directly, because a window of
@@ -14,17 +15,22 @@ export class Renderer {
     readonly focus: FocusKeeper;
     readonly #store: ObjectStore;
     readonly #host: WidgetHost;
+    readonly #builder: Builder;
     #raised = 0;
 
     constructor(store: ObjectStore, host: WidgetHost) {
         this.#store = store;
         this.#host = host;
+        this.#builder = new Builder(store, host);
         this.focus = new FocusKeeper((id) => this.control(id));
     }
 
-    /** The element that takes the focus for an object. */
+    /** The element that takes the focus for an object; it is made now, should it not be yet. */
     control(id: number): HTMLElement | undefined {
         const object = this.#store.get(id);
+        if (object !== undefined && object.view === undefined) {
+            this.#builder.finish();
+        }
         const element = object && elementOf(object);
         return element && (kindOf(object).control?.(element) ?? element);
     }
@@ -33,32 +39,47 @@ export class Renderer {
     fill(body: HTMLElement, window: StoredObject): void {
         window.view = body;
         body.replaceChildren();
-        this.#buildChildren(body, window);
+        this.#builder.fill(window);
     }
 
+    /** Makes what there was no time for yet. */
+    finish(): void {
+        this.#builder.finish();
+    }
+
+    /** The window, or each one, is about to get another width. */
+    widthChanges(windowId?: number): void {
+        this.#builder.widthChanges(windowId);
+    }
+
+    /** What takes the place of something is made as a whole: what was scrolled there stays so. */
     inserted(object: StoredObject, before: StoredObject | undefined): void {
         const old = before && elementOf(before);
-        const focus = old && this.focus.within(old);
         if (before !== undefined) {
             this.forget(before);
         }
-        const parent = object.parent && elementOf(object.parent);
-        const previous = old ? old.previousElementSibling : parent?.lastElementChild;
-        const element = this.#build(object, previous ?? undefined);
-        this.#buildChildren(element, object);
+        if (old === undefined && this.#builder.isToCome(object)) {
+            return;
+        }
+        const focus = old && this.focus.within(old);
+        const element = this.#builder.build(object, previousOf(object));
         if (old !== undefined) {
             old.replaceWith(element);
         } else {
-            parent?.append(element);
+            this.#builder.append(element, object);
         }
-        this.#arrangeParent(object);
+        this.#builder.fill(object);
+        if (old !== undefined) {
+            this.#builder.finish();
+        }
+        this.#builder.arrange(object.parent);
         this.focus.restore(focus);
     }
 
     removed(object: StoredObject): void {
         elementOf(object)?.remove();
         this.forget(object);
-        this.#arrangeParent(object);
+        this.#builder.removed(object);
     }
 
     /** Drops what is known of objects that are no longer there. */
@@ -86,9 +107,10 @@ export class Renderer {
             if (name === 'updateEnabled') {
                 this.showAgain(object);
             } else {
-                this.#apply(kind.appliers, name, element, object);
+                this.#builder.apply(kind.appliers, name, element, object);
             }
         }
+        this.#builder.changed(object, names);
     }
 
     /** Shows everything of the object anew, and its children in their order. */
@@ -116,71 +138,17 @@ export class Renderer {
         }
     }
 
-    /** The object's own element; what it holds is built once it stands in its parent. */
-    #build(object: StoredObject, previous: Element | undefined): HTMLElement {
-        const kind = kindOf(object);
-        const element = kind.prototype.cloneNode(true) as HTMLElement;
-        element.setAttribute('data-id', String(object.id));
-        if (kind.type !== object.type) {
-            element.setAttribute('data-type', object.type);
-        }
-        object.view = element;
-        this.#applyAll(element, object, kind);
-        if (this.#host.buddies.isNamed(object.id)) {
-            this.#host.buddies.connect(object.id, kind.control?.(element) ?? element);
-        }
-        kind.nameAfter?.(element, object, previous);
-        return element;
-    }
-
-    #arrangeParent(object: StoredObject): void {
-        const { parent } = object;
-        const element = parent && elementOf(parent);
-        if (parent !== undefined && element !== undefined) {
-            kindOf(parent).arrange?.(element, parent, this.#host);
-        }
-    }
-
-    /** Parents first: an element that moves is told to all below it, which adds up. */
-    #buildChildren(into: HTMLElement, object: StoredObject): void {
-        let previous: Element | undefined;
-        for (const child of object.children) {
-            const element = this.#build(child, previous);
-            into.appendChild(element);
-            if (child.children.length > 0) {
-                this.#buildChildren(element, child);
-            }
-            previous = element;
-        }
-        kindOf(object).arrange?.(into, object, this.#host);
-    }
-
     #showState(element: HTMLElement, object: StoredObject): void {
         const kind = kindOf(object);
         if (isOfKind(element, kind)) {
-            this.#applyAll(element, object, kind);
+            this.#builder.applyAll(element, object, kind);
         } else {
             this.inserted(object, object);
         }
     }
-
-    #applyAll(element: HTMLElement, object: StoredObject, kind: WidgetKind): void {
-        for (const name in object.values) {
-            this.#apply(kind.appliers, name as Name, element, object);
-        }
-    }
-
-    #apply<N extends Name>(
-        appliers: Appliers,
-        name: N,
-        element: HTMLElement,
-        object: StoredObject,
-    ): void {
-        appliers[name]?.(element, object.values[name] as Values[N], object, this.#host);
-    }
 }
 
-/** Only the renderer sets views: the element of an object, the body of a window. */
+/** Only the renderer and its builder set views: the element of an object, the body of a window. */
 function elementOf(object: StoredObject): HTMLElement | undefined {
     return object.view as HTMLElement | undefined;
 }
@@ -193,4 +161,11 @@ function isHeld(object: StoredObject): boolean {
         }
     }
     return false;
+}
+
+/** The element that stands before it. */
+function previousOf(object: StoredObject): Element | undefined {
+    const siblings = object.parent?.children ?? [];
+    const previous = siblings[siblings.lastIndexOf(object) - 1];
+    return previous && elementOf(previous);
 }

@@ -4,10 +4,11 @@ import type { Size } from '../protocol/geometry.ts';
 import { isObject } from '../protocol/guards.ts';
 import type { Name, Trigger } from '../protocol/values.ts';
 import type { StoredObject } from '../store/StoredObject.ts';
+import { afterLayout } from '../widgets/afterLayout.ts';
 import type { Renderer } from '../widgets/Renderer.ts';
 import type { WidgetHost } from '../widgets/WidgetKind.ts';
 import { listenOnDesktop } from './desktopEvents.ts';
-import { afterLayout, Follower } from './Follower.ts';
+import { Follower } from './Follower.ts';
 import { PlaceReporter } from './PlaceReporter.ts';
 import type { Press } from './Press.ts';
 import { Stack } from './Stack.ts';
@@ -69,6 +70,7 @@ export class Desktop implements WindowHost, WindowActions {
         this.#root.append(this.#bar);
         listenOnDesktop(this, root);
         addEventListener('resize', () => this.#viewportChanged());
+        addEventListener('beforeprint', () => this.finish());
     }
 
     get viewport(): Size {
@@ -111,7 +113,10 @@ export class Desktop implements WindowHost, WindowActions {
         frame.showChrome();
         this.#renderer.forget(before);
         this.#applyState(frame);
-        keepScrolled(frame.body, () => this.#renderer.fill(frame.body, object));
+        keepScrolled(frame.body, () => {
+            this.#renderer.fill(frame.body, object);
+            this.finish();
+        });
         this.stack.show(frame);
         this.#renderer.focus.restore(focus);
         afterLayout(() => this.#settle(frame));
@@ -158,6 +163,11 @@ export class Desktop implements WindowHost, WindowActions {
         }
     }
 
+    /** All that windows hold is made by now. */
+    finish(): void {
+        this.#renderer.finish();
+    }
+
     /** The focus goes to the control, or waits until its window is the active one. */
     focus(object: StoredObject): void {
         const frame = this.#frames.get(object.windowId);
@@ -190,6 +200,7 @@ export class Desktop implements WindowHost, WindowActions {
     }
 
     zoom(frame: WindowFrame, larger: boolean): void {
+        this.widthChanges(frame);
         frame.setZoom(frame.zoom * (larger ? 1.1 : 1 / 1.1));
         this.#listener.zoomed(frame.object, larger);
         this.placed(frame, true);
@@ -204,7 +215,12 @@ export class Desktop implements WindowHost, WindowActions {
         this.#reporter.changed(frame, true);
     }
 
+    widthChanges(frame: WindowFrame): void {
+        this.#renderer.widthChanges(frame.object.id);
+    }
+
     modeChanged(frame: WindowFrame): void {
+        this.widthChanges(frame);
         this.stack.show(frame);
         this.#showBar();
         this.placed(frame, true);
@@ -273,6 +289,7 @@ export class Desktop implements WindowHost, WindowActions {
     }
 
     #viewportChanged(): void {
+        this.#renderer.widthChanges();
         for (const frame of this.windows) {
             frame.place.show();
             this.contentsChanged(frame.object);

@@ -1,5 +1,6 @@
 import { Kind } from '../protocol/names.ts';
 import type { StoredObject } from '../store/StoredObject.ts';
+import { afterLayout } from '../widgets/afterLayout.ts';
 import type { PageSizes } from '../widgets/tabs/PageSizes.ts';
 import type { Press } from './Press.ts';
 import type { WindowFrame } from './WindowFrame.ts';
@@ -41,17 +42,4 @@ export class Follower {
             }
         }
     }
-}
-
-/** Before the next frame is painted, or soon when the page is hidden and paints none. */
-export function afterLayout(call: () => void): void {
-    let done = false;
-    const once = (): void => {
-        if (!done) {
-            done = true;
-            call();
-        }
-    };
-    requestAnimationFrame(once);
-    setTimeout(once, 200);
 }

@@ -3,8 +3,8 @@ import type { WindowPlace } from '../protocol/events.ts';
 import { type Rect, type Size, sameRect } from '../protocol/geometry.ts';
 import { asNumber, isObject, type JsonObject } from '../protocol/guards.ts';
 import type { StoredObject } from '../store/StoredObject.ts';
+import { afterLayout } from '../widgets/afterLayout.ts';
 import { chrome } from './chrome.ts';
-import { afterLayout } from './Follower.ts';
 import { fit, measureNaturally } from './fit.ts';
 import { type Movable, makeMovable } from './gestures.ts';
 import { Place, type Surface, wholeRect } from './Place.ts';
@@ -21,7 +21,11 @@ export interface WindowHost extends Surface {
     /** It has another size because of its contents. */
     followed(window: WindowFrame): void;
     modeChanged(window: WindowFrame): void;
+    /** It is about to get another width. */
+    widthChanges(window: WindowFrame): void;
     imageAddress(path: string): string | undefined;
+    /** What its body holds is made as a whole by now. */
+    finish(): void;
 }
 
 type Mode = 'normal' | 'maximized' | 'minimized';
@@ -206,12 +210,18 @@ export class WindowFrame implements Movable, Sizable {
         this.setZoom(asNumber(stored['zoom']) ?? 1);
         this.setMode(asMode(stored['restored']));
         this.setMode(asMode(stored['mode']));
-        afterLayout(() => restoreScrolled(this.body, stored['scrolled']));
+        afterLayout(() => {
+            this.#host.finish();
+            restoreScrolled(this.body, stored['scrolled']);
+        });
     }
 
     /** A frame of the same size moves the window, and leaves open who decides its size. */
     #decide(frame: Rect, sizing: Sizing): void {
         const { width, height } = this.frame;
+        if (frame.width !== width) {
+            this.#host.widthChanges(this);
+        }
         if (frame.width !== width || frame.height !== height) {
             this.#sizing = sizing;
             this.place.put(frame);

@@ -14,6 +14,7 @@ const LONGEST_LINE = 'var(--line-length)';
 const MOST_TEXTS = 200;
 const SCROLLS = '.grid, .panel:not(.button-set), .container';
 const FOOT = '.text, .button-set';
+const TEXTS = '.box > .text, .box > .block > .text';
 
 /** The child of the outermost box that scrolls when the window is too low for all. */
 export function giverIn(body: HTMLElement): HTMLElement | undefined {
@@ -57,7 +58,7 @@ export function missing(body: HTMLElement): Size {
 
 /** The size of `window`, which has no size of its own for now, as its contents ask for it. */
 export function measureNaturally(body: HTMLElement, window: HTMLElement): Size {
-    const texts = [...body.querySelectorAll<HTMLElement>('.box > .text')].filter(
+    const texts = [...body.querySelectorAll<HTMLElement>(TEXTS)].filter(
         (text, _index, all) => all.length <= MOST_TEXTS && text.style.maxWidth === '',
     );
     texts.forEach((text) => (text.style.maxWidth = LONGEST_LINE));

@@ -30,9 +30,11 @@ export function scrolledIn(body: HTMLElement): Scrolled[] {
     return scrolledOf(scrollersIn(body));
 }
 
-/** Everything in the window that is scrolled, for a page that goes: each element is looked at. */
+/** Everything in sight that is scrolled, for a page that goes: each element is looked at. */
 export function storeScrolled(body: HTMLElement): Scrolled[] {
-    return scrolledOf([body, ...body.querySelectorAll<HTMLElement>('[data-id]')]);
+    const inside = [...body.querySelectorAll<HTMLElement>('[data-id]')];
+    const laidOut = inside.filter((e) => e.checkVisibility({ contentVisibilityAuto: true }));
+    return scrolledOf([body, ...laidOut]);
 }
 
 /** What was stored, once all of it is laid out again. */

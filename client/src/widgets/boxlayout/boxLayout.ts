@@ -7,7 +7,9 @@ import type { Appliers, WidgetKind } from '../WidgetKind.ts';
 function showSpacing(element: HTMLElement, object: StoredObject): void {
     const { spacing = -1, enabled = true } = object.values;
     if (enabled) {
-        element.style.gap = spacing >= 0 ? `${spacing}px` : '';
+        const gap = spacing >= 0 ? `${spacing}px` : '';
+        element.style.gap = gap;
+        element.style.setProperty('--spacing', gap);
     }
 }
 

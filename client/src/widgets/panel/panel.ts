@@ -1,21 +1,19 @@
 import { Kind, META_STANDARD_BUTTON_SET } from '../../protocol/names.ts';
 import { baseAppliers, prototypeOf } from '../base.ts';
+import { gridColumns } from '../gridColumns.ts';
 import type { Appliers, WidgetKind } from '../WidgetKind.ts';
 
 /** A field set switches everything inside off natively; as a group of its own it says nothing. */
 const prototype = prototypeOf('fieldset', 'panel', Kind.panel);
 prototype.setAttribute('role', 'none');
 
-/**
- * Rows and columns of the grid in which the children stand: two numbers are rows and columns, one
- * alone is the columns. Only the columns matter: rows come as they are needed.
- */
+/** The grid in which the children stand; one of two columns is what a grid is by itself. */
 function showGrid(element: HTMLElement, grid: readonly number[]): void {
-    const columns = grid[1] ?? grid[0] ?? 0;
-    const usable = columns >= 1 && columns <= 100;
-    element.toggleAttribute('data-grid', usable);
-    const template = columns === 2 ? '' : `repeat(${columns}, minmax(0, auto))`;
-    element.style.setProperty('--grid-columns', usable ? template : '');
+    const columns = gridColumns(grid);
+    element.toggleAttribute('data-grid', columns !== undefined);
+    const isOther = columns !== undefined && columns !== 2;
+    const template = isOther ? `repeat(${columns}, minmax(0, auto))` : '';
+    element.style.setProperty('--grid-columns', template);
 }
 
 export const containerAppliers: Appliers = { ...baseAppliers, layoutGrid: showGrid };

@@ -1,0 +1,204 @@
+import type { StoredObject } from '../../store/StoredObject.ts';
+import { whenIdle } from '../whenIdle.ts';
+import { Sizer } from './Sizer.ts';
+import { columnsOf, fillsRow } from './shape.ts';
+
+interface Movable {
+    moveBefore(element: Element, before: Element | null): void;
+}
+
+/** Few enough that a block is laid out in no time, many enough that blocks are not many. */
+const ROWS = 40;
+
+/** So long a width stays, in milliseconds, before everything is laid out for it. */
+const SETTLED = 300;
+
+/**
+ * The children of a container that has very many, in blocks of rows. The browser lays out the
+ * blocks in sight at once; the others one by one, because assistive tools know nothing of what is
+ * not laid out. An element stands in a block instead of in its parent's.
+ */
+export class Blocks {
+    readonly columns: number;
+    readonly #container: HTMLElement;
+    readonly #object: StoredObject;
+    readonly #sizer: Sizer;
+    /** Where the next child goes. */
+    #block: HTMLElement | undefined;
+    #rows = 0;
+    #column = 0;
+    #isUnsettled = false;
+    #timer: ReturnType<typeof setTimeout> | undefined;
+
+    constructor(container: HTMLElement, object: StoredObject) {
+        this.#container = container;
+        this.#object = object;
+        this.columns = columnsOf(object);
+        this.#sizer = new Sizer(this.columns, () => this.#align());
+        container.append(this.#sizer.element);
+    }
+
+    /** Puts a child behind all others. */
+    append(element: HTMLElement, child: StoredObject): void {
+        const isBetweenRows = this.#column === 0 || fillsRow(child, this.#object);
+        if (this.#block === undefined || (this.#rows >= ROWS && isBetweenRows)) {
+            this.#begin(this.#newBlock());
+        }
+        move(element, this.#block as HTMLElement);
+        if (child.children.length === 0) {
+            this.#sizer.note(child, element, this.#column);
+        }
+        this.#pass(child);
+    }
+
+    /** The child, or what it holds, shows something else in its cell. */
+    changed(child: StoredObject): void {
+        if (this.#sizer.mayGrow(child)) {
+            this.#sizer.note(child, child.view as HTMLElement, this.#columnOf(child));
+        }
+    }
+
+    /** A child has come or gone, or takes a cell that it did not take: rows may be broken. */
+    unsettled(): void {
+        if (!this.#isUnsettled) {
+            this.#isUnsettled = true;
+            queueMicrotask(() => this.#settle());
+        }
+    }
+
+    /** All blocks will have another layout: for now those in sight are enough. */
+    widthChanges(): void {
+        this.#blocks.forEach((block) => block.classList.remove('laid'));
+        clearTimeout(this.#timer);
+        this.#timer = setTimeout(() => whenIdle(this.#lay()), SETTLED);
+    }
+
+    get #blocks(): Element[] {
+        return [...this.#container.children].filter((child) => child.matches('.block'));
+    }
+
+    *#lay(): Generator<void> {
+        for (const block of this.#blocks.filter((each) => !each.matches('.laid'))) {
+            block.classList.add('laid');
+            // At once, so that the next block is not begun without time for it.
+            block.getBoundingClientRect();
+            yield;
+        }
+    }
+
+    /** All children stand in the container itself again. */
+    dissolve(): void {
+        for (const block of this.#blocks) {
+            [...block.children].forEach((child) => move(child, this.#container));
+            block.remove();
+        }
+        this.#sizer.end();
+    }
+
+    /** Has every block end with a whole row, by the elements of the next one if need be. */
+    #settle(): void {
+        this.#isUnsettled = false;
+        if (this.#sizer.element.parentElement === null) {
+            return;
+        }
+        this.#block = undefined;
+        this.#column = 0;
+        for (const child of this.#object.children) {
+            const element = child.view as HTMLElement | undefined;
+            if (element === undefined) {
+                break;
+            }
+            const own = element.parentElement as HTMLElement;
+            if (this.#block === undefined || (own !== this.#block && this.#column === 0)) {
+                this.#begin(own);
+            } else if (own !== this.#block) {
+                move(element, this.#block);
+            }
+            this.#pass(child);
+        }
+        this.#end();
+        this.#blocks.filter((block) => block.childElementCount === 0).forEach((e) => e.remove());
+        whenIdle(this.#lay());
+    }
+
+    #newBlock(): HTMLElement {
+        const block = document.createElement('div');
+        block.className = 'block';
+        this.#container.append(block);
+        return block;
+    }
+
+    #begin(block: HTMLElement): void {
+        this.#end();
+        this.#block = block;
+        this.#rows = 0;
+        this.#column = 0;
+    }
+
+    /** Out of sight the block is as high as its number of rows lets expect. */
+    #end(): void {
+        this.#block?.style.setProperty('--rows', String(this.#rows));
+    }
+
+    /** Goes on to the cell behind the child. */
+    #pass(child: StoredObject): void {
+        if (child.values.visible === false) {
+            return;
+        }
+        const fills = fillsRow(child, this.#object);
+        if (fills || this.#column === 0) {
+            this.#rows += 1;
+        }
+        this.#column = fills ? 0 : (this.#column + 1) % this.columns;
+    }
+
+    /** Counted from the beginning of its block. */
+    #columnOf(child: StoredObject): number {
+        const { children } = this.#object;
+        const block = blockOf(child);
+        let column = 0;
+        for (let at = children.indexOf(child) - 1; at >= 0; at -= 1) {
+            const before = children[at] as StoredObject;
+            if (blockOf(before) !== block || fillsRow(before, this.#object)) {
+                break;
+            }
+            column += before.values.visible === false ? 0 : 1;
+        }
+        return column % this.columns;
+    }
+
+    /** The columns of all blocks are those of the sizer. */
+    #align(): void {
+        const { style } = this.#container;
+        const widths = this.#sizer.widths();
+        const [block] = this.#container.getElementsByClassName('block');
+        const rows = block instanceof HTMLElement ? block.style.getPropertyValue('--rows') : '';
+        if (widths === undefined || block === undefined || rows === '') {
+            return;
+        }
+        const all = widths.reduce((sum, width) => sum + width);
+        const shares = widths.map((width) => `minmax(0, ${(width / all).toFixed(4)}fr)`);
+        const columns =
+            widths.length === 2 ? [`${widths[0]?.toFixed(3)}em`, 'minmax(0, 1fr)'] : shares;
+        if (style.getPropertyValue('--columns') !== columns.join(' ')) {
+            style.setProperty('--columns', columns.join(' '));
+            this.widthChanges();
+        }
+        const { height, paddingTop, paddingBottom } = getComputedStyle(block);
+        const room = parseFloat(height) - parseFloat(paddingTop) - parseFloat(paddingBottom);
+        style.setProperty('--row-height', `${this.#sizer.inEm(room) / Number(rows)}em`);
+    }
+}
+
+function blockOf({ view }: StoredObject): HTMLElement | null {
+    return (view as HTMLElement).parentElement;
+}
+
+/** Where the browser can, what is moved keeps the focus, and what scrolls in it its place. */
+function move(element: Element, to: HTMLElement): void {
+    if (element.isConnected && to.isConnected && 'moveBefore' in to) {
+        (to as Movable).moveBefore(element, null);
+    } else {
+        to.append(element);
+    }
+}

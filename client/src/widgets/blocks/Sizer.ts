@@ -1,0 +1,76 @@
+import type { StoredObject } from '../../store/StoredObject.ts';
+import { textWidth } from './textWidth.ts';
+
+/** What no two elements of a page may have, or by which the page finds one. */
+const UNIQUE = ['id', 'for', 'data-id', 'data-type', 'data-name', 'data-default'];
+
+/** One of a kind in a column, and how wide its text is. */
+interface Widest {
+    readonly copy: HTMLElement;
+    readonly width: number;
+}
+
+/**
+ * A row that nobody sees: in each column copies of the widest of every kind there. What is out of
+ * sight is not laid out, so this is where the columns of all blocks have their widths from.
+ */
+export class Sizer {
+    readonly element = document.createElement('div');
+    readonly #columns: number;
+    readonly #widest = new Map<string, Widest>();
+    readonly #observer: ResizeObserver;
+
+    constructor(columns: number, changed: () => void) {
+        this.element.className = 'sizer';
+        this.#columns = columns;
+        this.#observer = new ResizeObserver(changed);
+    }
+
+    /** The object stands in this column, or has another text there. */
+    note(object: StoredObject, shown: HTMLElement, column: number): void {
+        const key = `${column} ${object.type}`;
+        const before = this.#widest.get(key);
+        const width = textWidth(object);
+        if (object.values.visible !== false && width > (before?.width ?? -1)) {
+            const copy = copyOf(shown);
+            copy.style.gridArea = `1 / ${column + 1}`;
+            before?.copy.remove();
+            this.#widest.set(key, { copy, width });
+            this.element.append(copy);
+            this.#observer.observe(copy);
+        }
+    }
+
+    /** Whether the object is wider than what is the widest of its kind in some column. */
+    mayGrow(object: StoredObject): boolean {
+        const width = textWidth(object);
+        return [...this.#widest].some(
+            ([key, widest]) => key.endsWith(` ${object.type}`) && width > widest.width,
+        );
+    }
+
+    /** The widths of the columns in em; undefined while they are not laid out. */
+    widths(): number[] | undefined {
+        const { gridTemplateColumns, width } = getComputedStyle(this.element);
+        const tracks = this.#columns === 1 ? [width] : gridTemplateColumns.split(' ');
+        const widths = tracks.map((track) => this.inEm(parseFloat(track)));
+        return widths.every(Number.isFinite) ? widths : undefined;
+    }
+
+    inEm(pixels: number): number {
+        return pixels / parseFloat(getComputedStyle(this.element).fontSize);
+    }
+
+    end(): void {
+        this.#observer.disconnect();
+        this.element.remove();
+    }
+}
+
+function copyOf(shown: HTMLElement): HTMLElement {
+    const copy = shown.cloneNode(true) as HTMLElement;
+    for (const element of [copy, ...copy.querySelectorAll('*')]) {
+        UNIQUE.forEach((name) => element.removeAttribute(name));
+    }
+    return copy;
+}
