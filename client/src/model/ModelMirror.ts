@@ -1,8 +1,9 @@
+import type { Operation } from 'rfc6902';
+import { apply } from 'rfc6902/patch.js';
 import { asId, isObject, type JsonObject } from '../protocol/guards.ts';
 import { decodeModelMessage } from '../protocol/modelMessage.ts';
 import { ElementKey } from '../protocol/names.ts';
 import { type ElementValues, valuesOfElement } from './elementValues.ts';
-import { carryOut } from './patch.ts';
 
 /**
  * The program's model document as the page knows it: a snapshot and, in order, the patches (RFC
@@ -84,13 +85,21 @@ export class ModelMirror {
     #patch(operations: readonly unknown[]): Iterable<number> | false {
         const touched = new Set<string>();
         for (const operation of operations) {
-            const uuid = carryOut(this.#document, operation);
+            const path = isObject(operation) ? operation['path'] : undefined;
+            const uuid = typeof path === 'string' ? elementIn(path) : undefined;
             if (uuid === undefined) {
                 return false;
             }
             touched.add(uuid);
         }
-        return this.#retag(touched);
+        try {
+            const fits = (operations as Operation[]).every(
+                (operation) => apply(this.#document, operation) === null,
+            );
+            return fits && this.#retag(touched);
+        } catch {
+            return false;
+        }
     }
 
     /** Looks anew at which objects these elements belong to. */
@@ -121,4 +130,10 @@ export class ModelMirror {
         this.#tags.delete(uuid);
         return object;
     }
+}
+
+/** The element that a JSON Pointer (RFC 6901) points at or into; none for the document itself. */
+function elementIn(path: string): string | undefined {
+    const [root, uuid] = path.split('/', 2);
+    return root === '' ? uuid?.replaceAll('~1', '/').replaceAll('~0', '~') : undefined;
 }
