@@ -59,7 +59,8 @@ void Connection::leave(detail::Retired& retired) {
     m_emitter = nullptr;
     unlinkFromListener();
     if (m_link) {
-        m_link->connection = nullptr;
+        m_link->connection = nullptr;  // its subscriptions have it now
+        m_link = nullptr;
     }
     retired.connections.push_back(this);
 }

@@ -121,24 +121,34 @@ bool anyPinOfAll(const Registry& all, Visit visit) {
 }
 
 bool isPinned(const Registry& all, const ConnectionList* list) {
-    const auto address = reinterpret_cast<std::uintptr_t>(list);
-    return anyPinOfAll(all, [=](const Pin& pin) {
-        return (pin.list.load(std::memory_order_acquire) & ~Pin::Unsure) == address;
+    return anyPinOfAll(all, [links = Links(list)](const Pin& pin) {
+        return pin.links.load(std::memory_order_acquire).unmarked() == links;
     });
 }
 
 bool isPinned(const Registry& all, Connection* connection) {
     return anyPinOfAll(all, [=](const Pin& pin) {
-        const std::uintptr_t address = pin.list.load(std::memory_order_acquire);
-        if (address & Pin::Unsure) {
+        const Links links = pin.links.load(std::memory_order_acquire);
+        if (links.kind() != Links::List) {
+            return links.unmarked() == Links(connection);
+        }
+        if (!links.areSure()) {
             return true;  // which connections it will keep cannot be read from a list long gone
         }
         // Lists are deleted under the registry's mutex only, so a pinned one can be read here.
-        // NOLINTNEXTLINE(performance-no-int-to-ptr): an address with a mark in its lowest bit.
-        const auto* list = reinterpret_cast<const ConnectionList*>(address);
-        return list && std::find(list->entries, list->entries + list->size, connection) !=
-                           list->entries + list->size;
+        const ConnectionList& list = *links.unmarked().list();
+        return std::find(list.entries, list.entries + list.size, connection) !=
+               list.entries + list.size;
     });
+}
+
+/// The connection whose handler runs, or is about to run; null for none.
+const Connection* runningIn(const Pin& pin) {
+    const Links links = pin.links.load(std::memory_order_acquire);
+    if (links.kind() == Links::List) {
+        return pin.current.load(std::memory_order_acquire);
+    }
+    return links.areSure() && !links.arePromised() ? links.unmarked().one() : nullptr;
 }
 
 /// Takes what no emission uses any more out of `all`.
@@ -158,8 +168,8 @@ bool runsElsewhere(Matches matches) {
     std::lock_guard guard(all.mutex);
     return std::any_of(all.threads.begin(), all.threads.end(), [&](const ThreadRecord* thread) {
         return thread != t_record && anyPin(*thread, [&](const Pin& pin) {
-                   const Connection* current = pin.current.load(std::memory_order_acquire);
-                   return current && matches(current);
+                   const Connection* running = runningIn(pin);
+                   return running && matches(running);
                });
     });
 }
@@ -225,7 +235,7 @@ void fence() {
     nothing.fetch_add(0, std::memory_order_seq_cst);
 }
 
-Pinned pinFenced(const ListSource& source) {
+Pinned pinFenced(const LinksSource& source) {
     if (!t_record) {
         registerThread();
     }
@@ -297,13 +307,13 @@ void waitForHandlers(const std::vector<Connection*>& connections) {
     if (connections.empty()) {
         return;
     }
-    waitUntilNotRunning([&](const Connection* current) {
-        return std::find(connections.begin(), connections.end(), current) != connections.end();
+    waitUntilNotRunning([&](const Connection* running) {
+        return std::find(connections.begin(), connections.end(), running) != connections.end();
     });
 }
 
 void waitForHandlers(const Listener* listener) {
-    waitUntilNotRunning([=](const Connection* current) { return current->receiver() == listener; });
+    waitUntilNotRunning([=](const Connection* running) { return running->receiver() == listener; });
 }
 
 }  // namespace WIRO::detail

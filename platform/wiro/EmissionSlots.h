@@ -1,5 +1,6 @@
 #pragma once
 
+#include <algorithm>
 #include <vector>
 
 #include "wiro/Emission.h"
@@ -8,6 +9,17 @@ namespace WIRO::detail {
 
 /// A new list, of `size` entries yet to be filled.
 ConnectionList* allocateList(unsigned size);
+
+/// Calls `visit` with every connection in its order. REQUIRES: the links are not marked as sure.
+template <class Visit>
+void forEach(Links links, Visit visit) {
+    if (links.kind() == Links::List) {
+        const ConnectionList& list = *links.list();
+        std::for_each(list.entries, list.entries + list.size, visit);
+    } else if (Connection* one = links.arePromised() ? nullptr : links.one()) {
+        visit(one);
+    }
+}
 
 /// Lists that were replaced and connections that were unlinked.
 struct Retired {

@@ -4,34 +4,71 @@
 
 #include "EmissionSlots.h"
 #include "wiro/Connection.h"
+#include "wiro/EmitterSet.h"
 #include "wiro/GlobalConnectionLock.h"
 #include "wiro/Payload.h"
 
 namespace WIRO {
 
+using detail::ConnectionList;
+using detail::Links;
+
+namespace {
+
+/// The list without the connection: null for none.
+Links without(const Connection* connection, const ConnectionList& list) {
+    if (list.size == 2) {
+        return Links(list.entries[list.entries[0] == connection ? 1 : 0]);
+    }
+    ConnectionList* fewer = detail::allocateList(list.size - 1);
+    std::remove_copy(list.entries, list.entries + list.size, fewer->entries, connection);
+    return Links(fewer);
+}
+
+}  // namespace
+
 Payload::~Payload() = default;
 
 EmitterBase::~EmitterBase() {
-    if (!m_list.load(std::memory_order_acquire)) {
+    const Links seen = m_links.load(std::memory_order_acquire);
+    if (seen.areNone() || seen.arePromised()) {
         return;
     }
     detail::Retired retired;
     {
         DOVA::ReadWriteLock::WriteGuard guard(GetGlobalConnectionLock());
         // All at once: one by one would leave a list behind for each of them.
-        if (const detail::ConnectionList* list = m_list.load(std::memory_order_acquire)) {
-            replaceList(nullptr, retired);
-            std::for_each(list->entries, list->entries + list->size,
-                          [&](Connection* connection) { connection->leave(retired); });
-        }
+        const Links links = m_links.load(std::memory_order_acquire);
+        replace(Links(), retired);
+        detail::forEach(links, [&](Connection* connection) { connection->leave(retired); });
     }
     detail::waitForHandlers(retired.connections);
     detail::retire(retired);
 }
 
+std::size_t EmitterBase::numberOfConnections() const noexcept {
+    const Links links = m_links.load(std::memory_order_acquire);
+    if (links.kind() == Links::List) {
+        const detail::Emission emission(*this);
+        return emission.areSeveral() ? detail::ConnectionWalk(emission).size()
+                                     : (emission.only() ? 1 : 0);
+    }
+    if (links.arePromised()) {
+        return setOf(links).m_listener.load(std::memory_order_acquire) ? 1 : 0;
+    }
+    return links.areNone() ? 0 : 1;
+}
+
 void EmitterBase::sendPacket(const Packet& packet, SendMode, bool firstOnly) {
-    detail::Emission emission(*this);
-    while (Connection* connection = emission.next()) {
+    const detail::Emission emission(*this);
+    if (!emission.areSeveral()) {
+        if (Connection* only = emission.only()) {
+            packet.payload().performDeliver(only);
+        }
+        return;
+    }
+    detail::ConnectionWalk walk(emission);
+    while (Connection* connection = walk.next()) {
         packet.payload().performDeliver(connection);
         if (firstOnly) {
             return;
@@ -40,34 +77,64 @@ void EmitterBase::sendPacket(const Packet& packet, SendMode, bool firstOnly) {
 }
 
 void EmitterBase::add(Connection* connection, detail::Retired& retired) {
-    const detail::ConnectionList* old = m_list.load(std::memory_order_relaxed);
-    const unsigned size = old ? old->size : 0;
-    detail::ConnectionList* list = detail::allocateList(size + 1);
-    if (old) {
-        std::copy(old->entries, old->entries + size, list->entries);
+    Links old = m_links.load(std::memory_order_relaxed);
+    if (old.kind() == Links::BeingMade) {
+        return;  // takes its place when it is open
     }
-    list->entries[size] = connection;
-    replaceList(list, retired);
+    if (old.arePromised()) {
+        keepPromise();
+        old = m_links.load(std::memory_order_relaxed);
+    }
+    if (old.areNone()) {
+        replace(Links(connection), retired);
+        return;
+    }
+    const unsigned size = old.kind() == Links::List ? old.list()->size : 1;
+    ConnectionList* list = detail::allocateList(size + 1);
+    Connection** place = list->entries;
+    detail::forEach(old, [&](Connection* present) { *place++ = present; });
+    *place = connection;
+    replace(Links(list), retired);
 }
 
 void EmitterBase::remove(const Connection* connection, detail::Retired& retired) {
-    const detail::ConnectionList* old = m_list.load(std::memory_order_relaxed);
-    if (old->size == 1) {
-        replaceList(nullptr, retired);
-        return;
-    }
-    detail::ConnectionList* list = detail::allocateList(old->size - 1);
-    std::remove_copy(old->entries, old->entries + old->size, list->entries, connection);
-    replaceList(list, retired);
+    const Links old = m_links.load(std::memory_order_relaxed);
+    replace(old.kind() == Links::List ? without(connection, *old.list()) : Links(), retired);
 }
 
-void EmitterBase::replaceList(const detail::ConnectionList* list, detail::Retired& retired) {
-    const detail::ConnectionList* old = m_list.load(std::memory_order_relaxed);
-    m_list.store(list, std::memory_order_release);
-    m_count.store(list ? list->size : 0, std::memory_order_release);
-    if (old) {
-        retired.lists.push_back(old);
+void EmitterBase::replace(Links links, detail::Retired& retired) {
+    const Links old = m_links.exchange(links, std::memory_order_acq_rel);
+    if (old.kind() == Links::List) {
+        retired.lists.push_back(old.list());
     }
+}
+
+const EmitterSet& EmitterBase::setOf(Links promised) const {
+    return *reinterpret_cast<const EmitterSet*>(reinterpret_cast<const char*>(this) -
+                                                promised.place());
+}
+
+// The promise stays in its place until the connection is open: whoever emits meanwhile on another
+// thread waits for the lock, and then finds it.
+void EmitterBase::keepPromise() const {
+    DOVA::ReadWriteLock::WriteGuard guard(GetGlobalConnectionLock());
+    const Links links = m_links.load(std::memory_order_acquire);
+    if (links.kind() != Links::Promised) {
+        return;
+    }
+    const EmitterSet& set = setOf(links);
+    Links kept;
+    if (Listener* listener = set.m_listener.load(std::memory_order_acquire)) {
+        m_links.store(links.beingMade(), std::memory_order_relaxed);
+        try {
+            auto& self = const_cast<EmitterBase&>(*this);
+            kept = Links(&links.promise()->make(*listener, self, set.m_thread));
+        } catch (...) {
+            m_links.store(links, std::memory_order_relaxed);
+            throw;
+        }
+    }
+    m_links.store(kept, std::memory_order_release);
 }
 
 }  // namespace WIRO

@@ -6,10 +6,11 @@ class Connection;
 
 namespace detail {
 
-/// What a Subscription and its connection share; null once the connection is cut. Guarded by the
-/// global connection lock.
+/// What a connection and its subscriptions share, while there are any. Guarded by the global
+/// connection lock.
 struct Link {
-    Connection* connection;
+    Connection* connection;  // null once it is cut
+    unsigned subscriptions;
 };
 
 }  // namespace detail

@@ -2,6 +2,7 @@
 
 #include "EmissionSlots.h"
 #include "wiro/Connection.h"
+#include "wiro/EmitterSet.h"
 #include "wiro/GlobalConnectionLock.h"
 
 namespace WIRO {
@@ -14,6 +15,10 @@ void Listener::disconnectAll() {
     detail::Retired retired;
     {
         DOVA::ReadWriteLock::WriteGuard guard(GetGlobalConnectionLock());
+        if (m_promised) {
+            m_promised->m_listener.store(nullptr, std::memory_order_release);
+            m_promised = nullptr;
+        }
         while (m_connections) {
             m_connections->unlink(retired);
         }

@@ -1,7 +1,6 @@
 #pragma once
 
 #include <atomic>
-#include <memory>
 #include <string>
 
 #include "wiro/Export.h"
@@ -70,7 +69,7 @@ private:
     Listener* const m_listener;
     Connection* m_nextOfListener = nullptr;
     Connection* m_previousOfListener = nullptr;
-    std::shared_ptr<detail::Link> m_link;  // only when somebody holds a Subscription
+    detail::Link* m_link = nullptr;  // while somebody holds a Subscription
 };
 
 }  // namespace WIRO

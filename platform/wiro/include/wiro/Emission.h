@@ -1,26 +1,18 @@
 #pragma once
 
 #include <atomic>
-#include <cstdint>
 
 #include "wiro/Connection.h"
 #include "wiro/EmitterBase.h"
 #include "wiro/Export.h"
+#include "wiro/Links.h"
 
 namespace WIRO::detail {
 
-/// The connections of an emitter at one moment.
-struct ConnectionList {
-    unsigned size;
-    Connection* entries[1];  // `size` of them
-};
-
-/// What one running emission keeps from being deleted.
+/// What one running emission keeps from being deleted. One connection that is pinned as sure is
+/// being called; of a list, the current one.
 struct Pin {
-    /// Added to the address of a list that may be gone already, until the emission looked again.
-    static constexpr std::uintptr_t Unsure = 1;
-
-    std::atomic<std::uintptr_t> list{0};
+    std::atomic<Links> links{};
     std::atomic<Connection*> current{nullptr};
 };
 
@@ -33,14 +25,14 @@ struct ThreadPins {
     Pin pins[Inline];
 };
 
-/// A thread, its topmost pin, and the list in it.
+/// The topmost pin of a thread, by the number of those before it, and what is in it.
 struct Pinned {
     ThreadPins* thread;
-    Pin* pin;
-    const ConnectionList* list;
+    unsigned depth;
+    Links links;
 };
 
-using ListSource = std::atomic<const ConnectionList*>;
+using LinksSource = std::atomic<Links>;
 
 // Plain __thread with a fixed offset: the wrapper call that `thread_local` brings along would cost
 // as much as the whole emission. Null in a thread that must use pinFenced().
@@ -49,88 +41,125 @@ extern DOVA_WIRO_EXPORT std::atomic<bool> g_garbage;
 
 /// Pins for the first emission of a thread, and for every one where the system has no process-wide
 /// barrier.
-DOVA_WIRO_EXPORT Pinned pinFenced(const ListSource& source);
+DOVA_WIRO_EXPORT Pinned pinFenced(const LinksSource& source);
 DOVA_WIRO_EXPORT Pin& deepPin(ThreadPins& thread, unsigned depth);
 DOVA_WIRO_EXPORT void collectGarbage();
 
-/// One walk over an emitter's connections. The walk pins the list that it reads with plain stores
-/// (a hazard pointer); who wants to delete pays for the ordering with a process-wide memory
-/// barrier. So an emission takes no lock and no atomic read-modify-write, but for the first one of
-/// a thread and for one that ends when there is something to delete. See M. Michael, "Hazard
-/// Pointers", IEEE TPDS 15(6), 2004, and membarrier(2). Once the constructor returns, the emitter
-/// is not touched any more: handlers may destroy it.
+inline void compilerFence() {
+    std::atomic_signal_fence(std::memory_order_seq_cst);
+}
+
+inline Pin& pinAt(ThreadPins& thread, unsigned depth) {
+    return depth < ThreadPins::Inline ? thread.pins[depth] : deepPin(thread, depth);
+}
+
+/// Keeps what an emitter is connected to. It pins what it reads with plain stores (a hazard
+/// pointer); who wants to delete pays for the ordering with a process-wide memory barrier. So an
+/// emission takes no lock and no atomic read-modify-write, but for the first one of a thread, for
+/// the first one of an emitter with a promised connection, and for one that ends when there is
+/// something to delete. See M. Michael, "Hazard Pointers", IEEE TPDS 15(6), 2004, and
+/// membarrier(2). Once the constructor returns, the emitter is not touched any more: handlers may
+/// destroy it.
 class Emission {
 public:
     explicit Emission(const EmitterBase& emitter) {
-        if (!emitter.m_list.load(std::memory_order_relaxed)) {
+        const Links links = emitter.m_links.load(std::memory_order_relaxed);
+        if (links.areNone()) {
             return;
         }
-        const Pinned pinned =
-            t_pins ? pin(*t_pins, emitter.m_list, compilerFence) : pinFenced(emitter.m_list);
-        m_thread = pinned.thread;
-        m_pin = pinned.pin;
-        m_list = pinned.list;
+        if (__builtin_expect(links.arePromised(), false)) {
+            emitter.keepPromise();
+        }
+        m_pinned = __builtin_expect(t_pins != nullptr, true)
+                       ? pin(*t_pins, emitter.m_links, compilerFence)
+                       : pinFenced(emitter.m_links);
     }
     // Inlined where a receiver throws, too: a call there would keep the members in memory, also on
     // the way without exceptions, which that makes half as long again.
     __attribute__((always_inline)) ~Emission() {
-        if (!m_pin) {
+        if (!m_pinned.thread) {
             return;
         }
-        // The list stays in the pin: nobody looks at pins beyond the depth.
-        m_pin->current.store(nullptr, std::memory_order_release);
-        const unsigned depth = m_thread->depth.load(std::memory_order_relaxed) - 1;
-        m_thread->depth.store(depth, std::memory_order_release);
+        // What is pinned stays in the pin: nobody looks at pins beyond the depth.
+        m_pinned.thread->depth.store(m_pinned.depth, std::memory_order_release);
         compilerFence();
-        if (g_garbage.load(std::memory_order_relaxed) && depth == 0) {
+        if (g_garbage.load(std::memory_order_relaxed) && m_pinned.depth == 0) {
             collectGarbage();
         }
     }
     Emission(const Emission&) = delete;
     Emission& operator=(const Emission&) = delete;
 
-    /// The next open connection, null at the end. It is not deleted before the emission ends.
+    /// Whether there is more than one connection, so that a ConnectionWalk is needed.
+    bool areSeveral() const { return m_pinned.links.kind() == Links::List; }
+
+    /// The connection if it is open, null if there is none. REQUIRES: there are not several.
+    Connection* only() const {
+        Connection* const one = m_pinned.links.one();
+        return one && isOpen(*one) ? one : nullptr;
+    }
+
+    // Looked at when everybody can know that the connection is about to be called.
+    static bool isOpen(const Connection& connection) {
+        compilerFence();
+        return connection.deliversAtOnce() || connection.deliversAfterFence();
+    }
+
+    /// Takes the next pin of the thread for what `source` holds. `fence` orders the pin before the
+    /// second look at the source.
+    template <class Fence>
+    static Pinned pin(ThreadPins& thread, const LinksSource& source, Fence fence) {
+        const unsigned depth = thread.depth.load(std::memory_order_relaxed);
+        Pin& pin = pinAt(thread, depth);
+        Links links;
+        do {
+            links = source.load(std::memory_order_acquire);
+            // Released, because whoever reads a pin reads what it points to.
+            pin.links.store(links, std::memory_order_release);
+            // Released after the pin: whoever sees this depth does not see what the pin held
+            // before.
+            thread.depth.store(depth + 1, std::memory_order_release);
+            fence();
+        } while (links != source.load(std::memory_order_acquire));
+        pin.links.store(links.markedSure(), std::memory_order_release);
+        // A promise that was made a moment ago counts from the next emission on.
+        return {&thread, depth, links.arePromised() ? Links() : links};
+    }
+
+private:
+    friend class ConnectionWalk;
+
+    Pinned m_pinned{};
+};
+
+/// A walk over the connections of an emission that has several. Ends before it.
+class ConnectionWalk {
+public:
+    explicit ConnectionWalk(const Emission& emission)
+        : m_list(*emission.m_pinned.links.list()),
+          m_pin(pinAt(*emission.m_pinned.thread, emission.m_pinned.depth)) {}
+    ~ConnectionWalk() { m_pin.current.store(nullptr, std::memory_order_release); }
+    ConnectionWalk(const ConnectionWalk&) = delete;
+    ConnectionWalk& operator=(const ConnectionWalk&) = delete;
+
+    /// The next open connection, null at the end.
     Connection* next() {
-        while (m_list && m_index < m_list->size) {
-            Connection* connection = m_list->entries[m_index++];
-            m_pin->current.store(connection, std::memory_order_release);
-            compilerFence();
-            if (connection->deliversAtOnce() || connection->deliversAfterFence()) {
+        while (m_index < m_list.size) {
+            Connection* connection = m_list.entries[m_index++];
+            m_pin.current.store(connection, std::memory_order_release);
+            if (Emission::isOpen(*connection)) {
                 return connection;
             }
         }
         return nullptr;
     }
 
-    /// Takes the next pin of the thread for the list that `source` holds. `fence` orders the pin
-    /// before the second look at the source.
-    template <class Fence>
-    static Pinned pin(ThreadPins& thread, const ListSource& source, Fence fence) {
-        const unsigned depth = thread.depth.load(std::memory_order_relaxed);
-        Pin& pin = depth < ThreadPins::Inline ? thread.pins[depth] : deepPin(thread, depth);
-        const ConnectionList* list = nullptr;
-        std::uintptr_t address = 0;
-        do {
-            list = source.load(std::memory_order_acquire);
-            address = reinterpret_cast<std::uintptr_t>(list);
-            pin.list.store(address + Pin::Unsure, std::memory_order_relaxed);
-            // Released after the pin: whoever sees this depth does not see what the pin held
-            // before.
-            thread.depth.store(depth + 1, std::memory_order_release);
-            fence();
-        } while (list != source.load(std::memory_order_acquire));
-        // Released, because whoever reads a pin reads what it points to.
-        pin.list.store(address, std::memory_order_release);
-        return {&thread, &pin, list};
-    }
+    unsigned size() const { return m_list.size; }
 
 private:
-    static void compilerFence() { std::atomic_signal_fence(std::memory_order_seq_cst); }
-
-    const ConnectionList* m_list = nullptr;
+    const ConnectionList& m_list;
+    Pin& m_pin;
     unsigned m_index = 0;
-    Pin* m_pin = nullptr;
-    ThreadPins* m_thread = nullptr;
 };
 
 }  // namespace WIRO::detail

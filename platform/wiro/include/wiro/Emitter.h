@@ -32,16 +32,33 @@ public:
 
 private:
     R deliver(Args&... args) const {
-        detail::Emission emission(*this);
+        const detail::Emission emission(*this);
+        if (__builtin_expect(emission.areSeveral(), false)) {
+            return deliverToSeveral(emission, args...);
+        }
+        Connection* const only = emission.only();
         if constexpr (std::is_void_v<R>) {
-            while (Connection* connection = emission.next()) {
+            if (only) {
+                static_cast<ConnectionType*>(only)->send(args...);
+            }
+        } else {
+            return only ? static_cast<ConnectionType*>(only)->send(std::forward<Args>(args)...)
+                        : R{};
+        }
+    }
+
+    // Apart, so that the way to one connection needs few registers.
+    __attribute__((noinline)) static R deliverToSeveral(const detail::Emission& emission,
+                                                        Args&... args) {
+        detail::ConnectionWalk walk(emission);
+        if constexpr (std::is_void_v<R>) {
+            while (Connection* connection = walk.next()) {
                 static_cast<ConnectionType*>(connection)->send(args...);
             }
         } else {
-            Connection* connection = emission.next();
-            return connection
-                       ? static_cast<ConnectionType*>(connection)->send(std::forward<Args>(args)...)
-                       : R{};
+            Connection* first = walk.next();
+            return first ? static_cast<ConnectionType*>(first)->send(std::forward<Args>(args)...)
+                         : R{};
         }
     }
 };

@@ -4,19 +4,19 @@
 #include <cstddef>
 
 #include "wiro/Export.h"
+#include "wiro/Links.h"
 #include "wiro/Packet.h"
 
 namespace WIRO {
 
-class Connection;
+class EmitterSet;
 namespace detail {
 class Emission;
-struct ConnectionList;
 struct Retired;
 }  // namespace detail
 
-/// The sending end of connections, whatever they carry. Emissions on different threads do not
-/// disturb each other.
+/// The sending end of connections, whatever they carry: one pointer. Emissions on different threads
+/// do not disturb each other.
 class DOVA_WIRO_EXPORT EmitterBase {
 public:
     EmitterBase() = default;
@@ -27,10 +27,9 @@ public:
     /// REQUIRES: no other thread begins an emission meanwhile.
     ~EmitterBase();
 
-    /// How many connections there are now; another thread may be changing that.
-    std::size_t numberOfConnections() const noexcept {
-        return m_count.load(std::memory_order_acquire);
-    }
+    /// How many connections there are now, promised ones included; another thread may be changing
+    /// that.
+    std::size_t numberOfConnections() const noexcept;
 
     /// Delivers the packet to the connections in the order in which they were made; with
     /// `firstOnly` to the first one alone. Leaves out connections that are made meanwhile, skips
@@ -40,14 +39,16 @@ public:
 
 private:
     friend class Connection;
+    friend class EmitterSet;
     friend class detail::Emission;
 
     void add(Connection* connection, detail::Retired& retired);
     void remove(const Connection* connection, detail::Retired& retired);
-    void replaceList(const detail::ConnectionList* list, detail::Retired& retired);
+    void replace(detail::Links links, detail::Retired& retired);
+    void keepPromise() const;
+    const EmitterSet& setOf(detail::Links promised) const;
 
-    std::atomic<const detail::ConnectionList*> m_list{nullptr};  // replaced, never changed
-    std::atomic<unsigned> m_count{0};  // of the list, so that counting need not pin it
+    mutable std::atomic<detail::Links> m_links{};  // a list is replaced, never changed
 };
 
 }  // namespace WIRO

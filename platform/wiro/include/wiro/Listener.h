@@ -5,6 +5,7 @@
 namespace WIRO {
 
 class Connection;
+class EmitterSet;
 
 /// The receiving end of connections. Its destruction cuts them all, as disconnectAll() does.
 class DOVA_WIRO_EXPORT Listener {
@@ -24,8 +25,11 @@ protected:
 
 private:
     friend class Connection;
+    friend class EmitterSet;
 
-    Connection* m_connections = nullptr;  // guarded by the global connection lock
+    // Guarded by the global connection lock.
+    Connection* m_connections = nullptr;
+    EmitterSet* m_promised = nullptr;  // whose connections are promised to this listener
 };
 
 }  // namespace WIRO

@@ -1,6 +1,6 @@
 #pragma once
 
-#include <memory>
+#include <utility>
 
 #include "wiro/Export.h"
 
@@ -13,7 +13,7 @@ struct Link;
 
 /// Watches one connection and can cut it. A copy watches the same connection. The connection stays
 /// when the last copy goes. A subscription may outlive both ends. Any thread, but each object on
-/// one at a time.
+/// one at a time; takes the global connection lock.
 class DOVA_WIRO_EXPORT Subscription {
 public:
     /// Watches nothing.
@@ -21,6 +21,10 @@ public:
     /// REQUIRES: `connection` is not cut. Where another thread could cut it, the caller holds the
     /// global connection lock for writing.
     explicit Subscription(Connection& connection);
+    Subscription(const Subscription& other);
+    Subscription(Subscription&& other) noexcept : m_link(std::exchange(other.m_link, nullptr)) {}
+    Subscription& operator=(Subscription other) noexcept;
+    ~Subscription();
 
     /// Cuts the connection, with the rules of Connection::disconnect; one that is gone is ignored.
     void disconnect();
@@ -28,7 +32,7 @@ public:
     bool isConnected() const;
 
 private:
-    std::shared_ptr<detail::Link> m_link;
+    detail::Link* m_link = nullptr;
 };
 
 }  // namespace WIRO
