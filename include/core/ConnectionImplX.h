@@ -62,6 +62,29 @@ private:
 
 namespace detail {
 
+/// What connects to an operation.
+template <auto Operation>
+struct ConnectionToOperation;
+template <class Target, class R, class... Args, R (Target::*Operation)(Args...)>
+struct ConnectionToOperation<Operation> {
+    using Receiver = Target;
+    using Type = ConnectionImplX<Target, R, Args...>;
+};
+template <class Target, class R, class... Args, R (Target::*Operation)(Args...) const>
+struct ConnectionToOperation<Operation> {
+    using Receiver = const Target;
+    using Type = ConnectionImplX<const Target, R, Args...>;
+};
+
+template <auto EmitterOfSet, auto Operation>
+Connection& makeBinding(Listener& listener, EmitterBase& emitter, Thread thread) {
+    using Made = ConnectionToOperation<Operation>;
+    // Fits only what the emitter delivers through.
+    DOVA::seam::ConnectionTo<EmitterOfSet>& connection = *new typename Made::Type(
+        &listener, &emitter, static_cast<typename Made::Receiver*>(&listener), Operation, thread);
+    return connection;
+}
+
 template <class Target, class R, class... Args, class Operation>
 void bindOperation(Emitter<R(Args...)>& emitter, Listener* listener, Target* target,
                    Operation operation) {
@@ -82,5 +105,10 @@ template <class Target, class R, class... Args>
 void bind(Emitter<R(Args...)>& emitter, Target* target, R (Target::*operation)(Args...) const) {
     detail::bindOperation(emitter, target, static_cast<const Target*>(target), operation);
 }
+
+/// The binding of an emitter, a member of a set, to an operation of a listener.
+template <auto EmitterOfSet, auto Operation>
+inline constexpr DOVA::seam::LateBinding lateBinding =
+    DOVA::seam::lateBinding<EmitterOfSet>(&detail::makeBinding<EmitterOfSet, Operation>);
 
 }  // namespace WIRO

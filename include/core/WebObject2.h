@@ -5,6 +5,7 @@
 #include <QJsonValue>
 #include <QString>
 #include <cstdint>
+#include <initializer_list>
 #include <mutex>
 #include <string>
 #include <utility>
@@ -133,6 +134,17 @@ protected:
     void bind(WIRO::Emitter<R(Args...)>& emitter, R (Self::*operation)(Args...) const) {
         WIRO::bind(emitter, static_cast<Self*>(this), operation);
     }
+
+    /// Binds emitters of the front object to operations of this object. A connection is made when
+    /// its emitter is first used:
+    ///
+    ///     bind(emitters, {binding<&DVText2Emitters::setTextU, &WebText2::doSetTextU>, ...});
+    void bind(DVObject2Emitters* emitters,
+              std::initializer_list<const seam::LateBinding*> bindings) {
+        seam::bind(*emitters, *this, bindings);
+    }
+    template <auto EmitterOfSet, auto Operation>
+    static constexpr const seam::LateBinding* binding = &WIRO::lateBinding<EmitterOfSet, Operation>;
 
     /// Cuts every binding. The first thing in the destructor of a class that binds operations.
     void endBindings() { seam::disconnect(*this); }

@@ -1,6 +1,7 @@
 #pragma once
 
 #include <cstdint>
+#include <initializer_list>
 
 #include "model/Model.h"
 #include "model/Ref.h"
@@ -9,6 +10,7 @@
 #include "toolkit/Enumerations.h"
 #include "toolkit/Font.h"
 #include "wiro/Connection.h"
+#include "wiro/EmitterSet.h"
 #include "wiro/GlobalConnectionLock.h"
 #include "wiro/Listener.h"
 #include "wiro/Packet.h"
@@ -49,6 +51,26 @@ inline void open(WIRO::Connection& connection) {
         static void apply(WIRO::Connection& made) { (made.*(&Opener::open))(); }
     };
     Opener::apply(connection);
+}
+
+/// How an emitter of a front object's set is bound to an operation of a listener: a constant for
+/// each emitter and operation.
+using LateBinding = WIRO::detail::Promise;
+/// `make` makes the connection; its result says of what type.
+template <auto Emitter>
+constexpr LateBinding lateBinding(WIRO::Connection& (*make)(WIRO::Listener&, WIRO::EmitterBase&,
+                                                            WIRO::Thread)) {
+    return {&WIRO::detail::PlaceInSet<Emitter>::emitterOf, make};
+}
+/// What connects to an emitter that is a member of a set.
+template <auto Emitter>
+using ConnectionTo = typename WIRO::detail::PlaceInSet<Emitter>::Connection;
+
+/// Binds emitters of a set to a listener. A connection is made when its emitter is first used; on a
+/// platform that cannot wait, at once.
+inline void bind(WIRO::EmitterSet& emitters, WIRO::Listener& listener,
+                 std::initializer_list<const LateBinding*> bindings) {
+    emitters.promise(listener, bindings);
 }
 
 /// Cuts every connection to a listener: no emitter reaches it any more.

@@ -1,6 +1,7 @@
 #pragma once
 
 #include <map>
+#include <memory>
 #include <string>
 #include <vector>
 
@@ -137,15 +138,22 @@ private:
     void bindGetters(DVWidget2Emitters* emitters);
     void sendScaled(const std::u16string& name, int value, int& stored);
 
+    /// What most widgets never get.
+    struct Settings {
+        std::u16string tooltip;
+        std::u16string objectName;
+        diagram::RectTemplate<int> position;
+        diagram::TSize<int> minimumSize{0, 0};
+        diagram::TSize<int> maximumSize{16777215, 16777215};  // what the front widget starts with
+        diagram::TSize<int> preferredSize;
+        std::string savedGeometry;
+    };
+    const Settings& settings() const;
+    Settings& changedSettings();
+
     bool m_visible = true;
     bool m_enabled = true;
-    std::u16string m_tooltip;
-    std::u16string m_objectName;
-    diagram::RectTemplate<int> m_position;
-    diagram::TSize<int> m_minimumSize{0, 0};
-    diagram::TSize<int> m_maximumSize{16777215, 16777215};  // what the front widget starts with
-    diagram::TSize<int> m_preferredSize;
-    std::string m_savedGeometry;
+    std::unique_ptr<Settings> m_settings;  // once there is one
 };
 
 }  // namespace DOVA

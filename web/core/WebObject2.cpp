@@ -52,10 +52,11 @@ WebObject2::WebObject2(DVObject2* front, DVObject2Emitters* emitters)
       m_identifier(seam::identifierOf(*front)),
       m_service(WebObjectService2::instance()),
       m_identifierText(QString::number(m_identifier)) {
-    bind(emitters->setParent, &WebObject2::doSetParent);
-    bind(emitters->getParent, &WebObject2::doGetParent);
-    bind(emitters->getChildren, &WebObject2::doGetChildren);
-    bind(emitters->destroy, &WebObject2::doDestory);
+    using Emitters = DVObject2Emitters;
+    bind(emitters, {binding<&Emitters::setParent, &WebObject2::doSetParent>,
+                    binding<&Emitters::getParent, &WebObject2::doGetParent>,
+                    binding<&Emitters::getChildren, &WebObject2::doGetChildren>,
+                    binding<&Emitters::destroy, &WebObject2::doDestory>});
     joinLiving();
     joinService();
     m_state.insert(keys::id, m_identifierText);

@@ -9,10 +9,11 @@ namespace DOVA {
 WebAbstractButton2::WebAbstractButton2(DVAbstractButton2* front,
                                        DVAbstractButton2Emitters* emitters)
     : WebWidget2(front, emitters) {
-    bind(emitters->setLabelU, &WebAbstractButton2::doSetLabelU);
-    bind(emitters->getLabelU, &WebAbstractButton2::doGetLabelU);
-    bind(emitters->setChecked, &WebAbstractButton2::doSetChecked);
-    bind(emitters->isChecked, &WebAbstractButton2::doIsChecked);
+    using Emitters = DVAbstractButton2Emitters;
+    bind(emitters, {binding<&Emitters::setLabelU, &WebAbstractButton2::doSetLabelU>,
+                    binding<&Emitters::getLabelU, &WebAbstractButton2::doGetLabelU>,
+                    binding<&Emitters::setChecked, &WebAbstractButton2::doSetChecked>,
+                    binding<&Emitters::isChecked, &WebAbstractButton2::doIsChecked>});
 }
 
 void WebAbstractButton2::doSetLabelU(const std::u16string& label) {

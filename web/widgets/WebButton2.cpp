@@ -13,8 +13,9 @@ WebButton2::WebButton2(DVButton2* front, DVButton2Emitters* emitters, DVObject*)
     setProperty(names::type, utf8ToU16(kinds::button), false);
     createElement<tdom::Button>();
     doLower();
-    bind(emitters->setDefault, &WebButton2::doSetDefault);
-    bind(emitters->isDefault, &WebButton2::doIsDefault);
+    using Emitters = DVButton2Emitters;
+    bind(emitters, {binding<&Emitters::setDefault, &WebButton2::doSetDefault>,
+                    binding<&Emitters::isDefault, &WebButton2::doIsDefault>});
 }
 
 WebButton2::~WebButton2() {

@@ -14,12 +14,13 @@ WebComboBox2::WebComboBox2(DVComboBox2* front, DVComboBox2Emitters* emitters, DV
     : WebWidget2(front, emitters) {
     createElement<tdom::ComboBox>();
     doLower();
-    bind(emitters->insertItemsU, &WebComboBox2::doInsertItemsU);
-    bind(emitters->removeItems, &WebComboBox2::doRemoveItems);
-    bind(emitters->getItemsU, &WebComboBox2::doGetItemsU);
-    bind(emitters->setSelection, &WebComboBox2::doSetSelection);
-    bind(emitters->getSelection, &WebComboBox2::doGetSelection);
-    bind(emitters->setEditable, &WebComboBox2::doSetEditable);
+    using Emitters = DVComboBox2Emitters;
+    bind(emitters, {binding<&Emitters::insertItemsU, &WebComboBox2::doInsertItemsU>,
+                    binding<&Emitters::removeItems, &WebComboBox2::doRemoveItems>,
+                    binding<&Emitters::getItemsU, &WebComboBox2::doGetItemsU>,
+                    binding<&Emitters::setSelection, &WebComboBox2::doSetSelection>,
+                    binding<&Emitters::getSelection, &WebComboBox2::doGetSelection>,
+                    binding<&Emitters::setEditable, &WebComboBox2::doSetEditable>});
 }
 
 WebComboBox2::~WebComboBox2() {

@@ -13,8 +13,9 @@ WebEdit2::WebEdit2(DVEdit2* front, DVEdit2Emitters* emitters, DVObject*)
     setProperty(names::type, utf8ToU16(kinds::edit), false);
     createElement<tdom::Edit>();
     doLower();
-    bind(emitters->setTextU, &WebEdit2::doSetTextU);
-    bind(emitters->getTextU, &WebEdit2::doGetTextU);
+    using Emitters = DVEdit2Emitters;
+    bind(emitters, {binding<&Emitters::setTextU, &WebEdit2::doSetTextU>,
+                    binding<&Emitters::getTextU, &WebEdit2::doGetTextU>});
 }
 
 WebEdit2::~WebEdit2() {

@@ -12,10 +12,11 @@ WebText2::WebText2(DVText2* front, DVText2Emitters* emitters, DVObject*)
     : WebWidget2(front, emitters) {
     createElement<tdom::Text>();
     doLower();
-    bind(emitters->setTextU, &WebText2::doSetTextU);
-    bind(emitters->getTextU, &WebText2::doGetTextU);
-    bind(emitters->setBuddy, &WebText2::doSetBuddy);
-    bind(emitters->getBuddy, &WebText2::doGetBuddy);
+    using Emitters = DVText2Emitters;
+    bind(emitters, {binding<&Emitters::setTextU, &WebText2::doSetTextU>,
+                    binding<&Emitters::getTextU, &WebText2::doGetTextU>,
+                    binding<&Emitters::setBuddy, &WebText2::doSetBuddy>,
+                    binding<&Emitters::getBuddy, &WebText2::doGetBuddy>});
 }
 
 WebText2::~WebText2() {

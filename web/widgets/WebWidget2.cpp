@@ -34,38 +34,41 @@ WebWidget2::WebWidget2(DVWidget2* front, DVWidget2Emitters* emitters)
 }
 
 void WebWidget2::bindTriggers(DVWidget2Emitters* emitters) {
-    bind(emitters->show, &WebWidget2::doShow);
-    bind(emitters->hide, &WebWidget2::doHide);
-    bind(emitters->raise, &WebWidget2::doRaise);
-    bind(emitters->refresh, &WebWidget2::doRefresh);
-    bind(emitters->setFocus, &WebWidget2::doSetFocus);
-    bind(emitters->sendTextMessage, &WebWidget2::doSendTextMessage);
+    using Emitters = DVWidget2Emitters;
+    bind(emitters, {binding<&Emitters::show, &WebWidget2::doShow>,
+                    binding<&Emitters::hide, &WebWidget2::doHide>,
+                    binding<&Emitters::raise, &WebWidget2::doRaise>,
+                    binding<&Emitters::refresh, &WebWidget2::doRefresh>,
+                    binding<&Emitters::setFocus, &WebWidget2::doSetFocus>,
+                    binding<&Emitters::sendTextMessage, &WebWidget2::doSendTextMessage>});
 }
 
 void WebWidget2::bindSetters(DVWidget2Emitters* emitters) {
-    bind(emitters->setVisible, &WebWidget2::doSetVisible);
-    bind(emitters->setEnabled, &WebWidget2::doSetEnabled);
-    bind(emitters->setToolTipU, &WebWidget2::doSetToolTipU);
-    bind(emitters->setColor, &WebWidget2::doSetColor);
-    bind(emitters->setPosition, &WebWidget2::doSetPosition);
-    bind(emitters->moveTo, &WebWidget2::doMoveTo);
-    bind(emitters->setMinimumSize, &WebWidget2::doSetMinimumSize);
-    bind(emitters->setMaximumSize, &WebWidget2::doSetMaximumSize);
-    bind(emitters->setPreferredSize, &WebWidget2::doSetPreferredSize);
-    bind(emitters->resize, &WebWidget2::doResize);
-    bind(emitters->setObjectName, &WebWidget2::doSetObjectName);
+    using Emitters = DVWidget2Emitters;
+    bind(emitters, {binding<&Emitters::setVisible, &WebWidget2::doSetVisible>,
+                    binding<&Emitters::setEnabled, &WebWidget2::doSetEnabled>,
+                    binding<&Emitters::setToolTipU, &WebWidget2::doSetToolTipU>,
+                    binding<&Emitters::setColor, &WebWidget2::doSetColor>,
+                    binding<&Emitters::setPosition, &WebWidget2::doSetPosition>,
+                    binding<&Emitters::moveTo, &WebWidget2::doMoveTo>,
+                    binding<&Emitters::setMinimumSize, &WebWidget2::doSetMinimumSize>,
+                    binding<&Emitters::setMaximumSize, &WebWidget2::doSetMaximumSize>,
+                    binding<&Emitters::setPreferredSize, &WebWidget2::doSetPreferredSize>,
+                    binding<&Emitters::resize, &WebWidget2::doResize>,
+                    binding<&Emitters::setObjectName, &WebWidget2::doSetObjectName>});
 }
 
 void WebWidget2::bindGetters(DVWidget2Emitters* emitters) {
-    bind(emitters->isVisible, &WebWidget2::doIsVisible);
-    bind(emitters->isEnabled, &WebWidget2::doIsEnabled);
-    bind(emitters->getToolTipU, &WebWidget2::doGetToolTipU);
-    bind(emitters->getColor, &WebWidget2::doGetColor);
-    bind(emitters->getPosition, &WebWidget2::doGetPosition);
-    bind(emitters->getMinimumSize, &WebWidget2::doGetMinimumSize);
-    bind(emitters->getMaximumSize, &WebWidget2::doGetMaximumSize);
-    bind(emitters->getPreferredSize, &WebWidget2::doGetPreferredSize);
-    bind(emitters->getObjectName, &WebWidget2::doGetObjectName);
+    using Emitters = DVWidget2Emitters;
+    bind(emitters, {binding<&Emitters::isVisible, &WebWidget2::doIsVisible>,
+                    binding<&Emitters::isEnabled, &WebWidget2::doIsEnabled>,
+                    binding<&Emitters::getToolTipU, &WebWidget2::doGetToolTipU>,
+                    binding<&Emitters::getColor, &WebWidget2::doGetColor>,
+                    binding<&Emitters::getPosition, &WebWidget2::doGetPosition>,
+                    binding<&Emitters::getMinimumSize, &WebWidget2::doGetMinimumSize>,
+                    binding<&Emitters::getMaximumSize, &WebWidget2::doGetMaximumSize>,
+                    binding<&Emitters::getPreferredSize, &WebWidget2::doGetPreferredSize>,
+                    binding<&Emitters::getObjectName, &WebWidget2::doGetObjectName>});
 }
 
 QJsonObject WebWidget2::getJSonObject() const {
@@ -83,6 +86,18 @@ QJsonObject WebWidget2::getJSonObject() const {
         description.insert(keys::style, style);
     }
     return description;
+}
+
+const WebWidget2::Settings& WebWidget2::settings() const {
+    static const Settings none;
+    return m_settings ? *m_settings : none;
+}
+
+WebWidget2::Settings& WebWidget2::changedSettings() {
+    if (!m_settings) {
+        m_settings = std::make_unique<Settings>();
+    }
+    return *m_settings;
 }
 
 // Kinds with a model element keep these three there, the others as properties.
@@ -108,7 +123,7 @@ void WebWidget2::doSetEnabled(bool enabled) {
 }
 
 void WebWidget2::doSetToolTipU(const std::u16string& text) {
-    m_tooltip = text;
+    changedSettings().tooltip = text;
     if (seam::exists(element())) {
         seam::Tooltip::write(element(), text);
         updateProperty(keys::tooltip, toQString(text));
@@ -169,8 +184,8 @@ void WebWidget2::doSetUpdatesEnabled(bool enabled) {
 }
 
 void WebWidget2::doSetObjectName(const std::string& name) {
-    m_objectName = utf8ToU16(name);
-    sendProperty(names::objectName, m_objectName);
+    changedSettings().objectName = utf8ToU16(name);
+    sendProperty(names::objectName, settings().objectName);
 }
 
 void WebWidget2::doSetColor(ColorRole role, Color color) {
@@ -185,7 +200,7 @@ void WebWidget2::doSetColor(ColorRole role, Color color) {
 }
 
 void WebWidget2::doSetPosition(diagram::RectTemplate<int> position) {
-    m_position = position;
+    changedSettings().position = position;
     sendProperty(names::geometry, rectangleText(position));
 }
 
@@ -198,7 +213,7 @@ void WebWidget2::doResize(diagram::TSize<int> size) {
 }
 
 void WebWidget2::doSetPreferredSize(diagram::TSize<int> size) {
-    m_preferredSize = size;
+    changedSettings().preferredSize = size;
     sendProperty(names::setPreferredSize, scaledSizeText(size));
 }
 
@@ -210,17 +225,19 @@ void WebWidget2::sendScaled(const std::u16string& name, int value, int& stored) 
 }
 
 void WebWidget2::doSetMinimumSize(diagram::TSize<int> size) {
-    sendScaled(names::setMinimumWidth, size.width, m_minimumSize.width);
-    sendScaled(names::setMinimumHeight, size.height, m_minimumSize.height);
+    diagram::TSize<int>& stored = changedSettings().minimumSize;
+    sendScaled(names::setMinimumWidth, size.width, stored.width);
+    sendScaled(names::setMinimumHeight, size.height, stored.height);
 }
 
 void WebWidget2::doSetMaximumSize(diagram::TSize<int> size) {
-    sendScaled(names::setMaximumWidth, size.width, m_maximumSize.width);
-    sendScaled(names::setMaximumHeight, size.height, m_maximumSize.height);
+    diagram::TSize<int>& stored = changedSettings().maximumSize;
+    sendScaled(names::setMaximumWidth, size.width, stored.width);
+    sendScaled(names::setMaximumHeight, size.height, stored.height);
 }
 
 void WebWidget2::doRestoreGeometry(const std::string& geometry) {
-    m_savedGeometry = geometry;
+    changedSettings().savedGeometry = geometry;
     sendProperty(names::saveGeometry, utf8ToU16(geometry));
 }
 
@@ -259,7 +276,7 @@ bool WebWidget2::doIsEnabled() const {
 }
 
 std::u16string WebWidget2::doGetToolTipU() const {
-    return m_tooltip;
+    return settings().tooltip;
 }
 
 Color WebWidget2::doGetColor(ColorRole role) const {
@@ -267,27 +284,27 @@ Color WebWidget2::doGetColor(ColorRole role) const {
 }
 
 diagram::RectTemplate<int> WebWidget2::doGetPosition() const {
-    return m_position;
+    return settings().position;
 }
 
 diagram::TSize<int> WebWidget2::doGetMinimumSize() const {
-    return m_minimumSize;
+    return settings().minimumSize;
 }
 
 diagram::TSize<int> WebWidget2::doGetMaximumSize() const {
-    return m_maximumSize;
+    return settings().maximumSize;
 }
 
 diagram::TSize<int> WebWidget2::doGetPreferredSize() const {
-    return m_preferredSize;
+    return settings().preferredSize;
 }
 
 std::string WebWidget2::doGetObjectName() const {
-    return u16ToUtf8(m_objectName);
+    return u16ToUtf8(settings().objectName);
 }
 
 std::string WebWidget2::doSaveGeometry() const {
-    return m_savedGeometry;
+    return settings().savedGeometry;
 }
 
 }  // namespace DOVA

@@ -85,30 +85,32 @@ WebAbstractWindow2::WebAbstractWindow2(DVAbstractWindow2* front,
 }
 
 void WebAbstractWindow2::bindShowing(DVAbstractWindow2Emitters* emitters) {
-    bind(emitters->showNormal, &WebAbstractWindow2::doShowNormal);
-    bind(emitters->showMinimized, &WebAbstractWindow2::doShowMinimized);
-    bind(emitters->showMaximized, &WebAbstractWindow2::doShowMaximized);
-    bind(emitters->isMinimized, &WebAbstractWindow2::doIsMinimized);
-    bind(emitters->isMaximized, &WebAbstractWindow2::doIsMaximized);
-    bind(emitters->setTitle, &WebAbstractWindow2::doSetTitle);
-    bind(emitters->getTitle, &WebAbstractWindow2::doGetTitle);
-    bind(emitters->showAgain, &WebAbstractWindow2::doShowAgain);
-    bind(emitters->isAnnounced, &WebAbstractWindow2::doIsAnnounced);
-    bind(emitters->isReached, &WebAbstractWindow2::doIsReached);
+    using Emitters = DVAbstractWindow2Emitters;
+    bind(emitters, {binding<&Emitters::showNormal, &WebAbstractWindow2::doShowNormal>,
+                    binding<&Emitters::showMinimized, &WebAbstractWindow2::doShowMinimized>,
+                    binding<&Emitters::showMaximized, &WebAbstractWindow2::doShowMaximized>,
+                    binding<&Emitters::isMinimized, &WebAbstractWindow2::doIsMinimized>,
+                    binding<&Emitters::isMaximized, &WebAbstractWindow2::doIsMaximized>,
+                    binding<&Emitters::setTitle, &WebAbstractWindow2::doSetTitle>,
+                    binding<&Emitters::getTitle, &WebAbstractWindow2::doGetTitle>,
+                    binding<&Emitters::showAgain, &WebAbstractWindow2::doShowAgain>,
+                    binding<&Emitters::isAnnounced, &WebAbstractWindow2::doIsAnnounced>,
+                    binding<&Emitters::isReached, &WebAbstractWindow2::doIsReached>});
 }
 
 void WebAbstractWindow2::bindGeometry(DVAbstractWindow2Emitters* emitters) {
-    bind(emitters->setFrameGeometry, &WebAbstractWindow2::doSetFrameGeometry);
-    bind(emitters->getFrameGeometry, &WebAbstractWindow2::doGetFrameGeometry);
-    bind(emitters->setGeometry, &WebAbstractWindow2::doSetGeometry);
-    bind(emitters->getGeometry, &WebAbstractWindow2::doGetGeometry);
-    bind(emitters->getFrameOffset, &WebAbstractWindow2::doGetFrameOffset);
-    bind(emitters->setIconWithPath, &WebAbstractWindow2::doSetIconWithPath);
-    bind(emitters->setIcon, &WebAbstractWindow2::doSetIcon);
-    bind(emitters->setWindowState, &WebAbstractWindow2::doSetWindowState);
-    bind(emitters->getWindowState, &WebAbstractWindow2::doGetWindowState);
-    bind(emitters->move, &WebAbstractWindow2::doMove);
-    bind(emitters->init, &WebAbstractWindow2::init);
+    using Emitters = DVAbstractWindow2Emitters;
+    bind(emitters, {binding<&Emitters::setFrameGeometry, &WebAbstractWindow2::doSetFrameGeometry>,
+                    binding<&Emitters::getFrameGeometry, &WebAbstractWindow2::doGetFrameGeometry>,
+                    binding<&Emitters::setGeometry, &WebAbstractWindow2::doSetGeometry>,
+                    binding<&Emitters::getGeometry, &WebAbstractWindow2::doGetGeometry>,
+                    binding<&Emitters::getFrameOffset, &WebAbstractWindow2::doGetFrameOffset>,
+                    binding<&Emitters::setIconWithPath, &WebAbstractWindow2::doSetIconWithPath>,
+                    binding<&Emitters::setIcon, &WebAbstractWindow2::doSetIcon>,
+                    binding<&Emitters::setWindowState, &WebAbstractWindow2::doSetWindowState>,
+                    binding<&Emitters::getWindowState, &WebAbstractWindow2::doGetWindowState>,
+                    binding<&Emitters::move, &WebAbstractWindow2::doMove>,
+                    binding<&Emitters::init, &WebAbstractWindow2::init>});
 }
 
 WebAbstractWindow2::~WebAbstractWindow2() {

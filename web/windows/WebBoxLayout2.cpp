@@ -8,10 +8,11 @@ namespace DOVA {
 WebBoxLayout2::WebBoxLayout2(DVBoxLayout2* front, DVBoxLayout2Emitters* emitters, DVObject* parent)
     : WebLayout2(front, emitters, parent) {
     setProperty(names::type, utf8ToU16(kinds::boxLayout), false);
-    bind(emitters->boxAddWidget, &WebBoxLayout2::doBoxAddWidget);
-    bind(emitters->insertWidget, &WebBoxLayout2::doInsertWidget);
-    bind(emitters->insertSpacer, &WebBoxLayout2::doInsertSpacer);
-    bind(emitters->setStretchFactor, &WebBoxLayout2::doSetStretchFactor);
+    using Emitters = DVBoxLayout2Emitters;
+    bind(emitters, {binding<&Emitters::boxAddWidget, &WebBoxLayout2::doBoxAddWidget>,
+                    binding<&Emitters::insertWidget, &WebBoxLayout2::doInsertWidget>,
+                    binding<&Emitters::insertSpacer, &WebBoxLayout2::doInsertSpacer>,
+                    binding<&Emitters::setStretchFactor, &WebBoxLayout2::doSetStretchFactor>});
 }
 
 WebBoxLayout2::~WebBoxLayout2() {

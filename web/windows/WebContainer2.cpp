@@ -8,9 +8,10 @@ namespace DOVA {
 
 WebContainer2::WebContainer2(DVContainer2* front, DVContainer2Emitters* emitters)
     : WebWidget2(front, emitters) {
-    bind(emitters->setLayout, &WebContainer2::doSetLayout);
-    bind(emitters->getLayout, &WebContainer2::doGetLayout);
-    bind(emitters->setLayoutGrid, &WebContainer2::doSetLayoutGrid);
+    using Emitters = DVContainer2Emitters;
+    bind(emitters, {binding<&Emitters::setLayout, &WebContainer2::doSetLayout>,
+                    binding<&Emitters::getLayout, &WebContainer2::doGetLayout>,
+                    binding<&Emitters::setLayoutGrid, &WebContainer2::doSetLayoutGrid>});
 }
 
 WebContainer2::~WebContainer2() {

@@ -31,16 +31,17 @@ WebDialog2::WebDialog2(DVDialog2* front, DVDialog2Emitters* emitters, DVObject*)
     setProperty(names::type, utf8ToU16(kinds::dialog), false);
     setProperty(names::version, words::descriptionVersion, false);
     doLower();
-    bind(emitters->updateSize, &WebDialog2::doUpdateSize);
-    bind(emitters->setWindowFlag, &WebDialog2::doSetWindowFlag);
-    bind(emitters->setTransient, &WebDialog2::doSetTransient);
-    bind(emitters->setModal, &WebDialog2::doSetModal);
-    bind(emitters->monitorResize, &WebDialog2::doMonitorResize);
-    bind(emitters->setScrollable, &WebDialog2::doSetScrollable);
-    bind(emitters->sendAccKey, &WebDialog2::doSendAccKey);
-    bind(emitters->getWindowFlag, &WebDialog2::doGetWindowFlag);
-    bind(emitters->isTransient, &WebDialog2::doIsTransient);
-    bind(emitters->isModal, &WebDialog2::doIsModal);
+    using Emitters = DVDialog2Emitters;
+    bind(emitters, {binding<&Emitters::updateSize, &WebDialog2::doUpdateSize>,
+                    binding<&Emitters::setWindowFlag, &WebDialog2::doSetWindowFlag>,
+                    binding<&Emitters::setTransient, &WebDialog2::doSetTransient>,
+                    binding<&Emitters::setModal, &WebDialog2::doSetModal>,
+                    binding<&Emitters::monitorResize, &WebDialog2::doMonitorResize>,
+                    binding<&Emitters::setScrollable, &WebDialog2::doSetScrollable>,
+                    binding<&Emitters::sendAccKey, &WebDialog2::doSendAccKey>,
+                    binding<&Emitters::getWindowFlag, &WebDialog2::doGetWindowFlag>,
+                    binding<&Emitters::isTransient, &WebDialog2::doIsTransient>,
+                    binding<&Emitters::isModal, &WebDialog2::doIsModal>});
     doSetIconWithPath(s_defaultIcon);
 }
 

@@ -10,13 +10,14 @@ WebGridLayout2::WebGridLayout2(DVGridLayout2* front, DVGridLayout2Emitters* emit
     : WebLayout2(front, emitters, parent) {
     doSetParent(parent);
     setProperty(names::type, utf8ToU16(kinds::gridLayout), false);
-    bind(emitters->gridAddWidget, &WebGridLayout2::doGridAddWidget);
-    bind(emitters->gridAddSpacer, &WebGridLayout2::doGridAddSpacer);
-    bind(emitters->setRowStretch, &WebGridLayout2::doSetRowStretch);
-    bind(emitters->setColStretch, &WebGridLayout2::doSetColStretch);
-    bind(emitters->setStretchFactors, &WebGridLayout2::doSetStretchFactors);
-    bind(emitters->getRowStretch, &WebGridLayout2::doGetRowStretch);
-    bind(emitters->getColStretch, &WebGridLayout2::doGetColStretch);
+    using Emitters = DVGridLayout2Emitters;
+    bind(emitters, {binding<&Emitters::gridAddWidget, &WebGridLayout2::doGridAddWidget>,
+                    binding<&Emitters::gridAddSpacer, &WebGridLayout2::doGridAddSpacer>,
+                    binding<&Emitters::setRowStretch, &WebGridLayout2::doSetRowStretch>,
+                    binding<&Emitters::setColStretch, &WebGridLayout2::doSetColStretch>,
+                    binding<&Emitters::setStretchFactors, &WebGridLayout2::doSetStretchFactors>,
+                    binding<&Emitters::getRowStretch, &WebGridLayout2::doGetRowStretch>,
+                    binding<&Emitters::getColStretch, &WebGridLayout2::doGetColStretch>});
 }
 
 WebGridLayout2::~WebGridLayout2() {

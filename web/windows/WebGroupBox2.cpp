@@ -9,12 +9,13 @@ WebGroupBox2::WebGroupBox2(DVGroupBox2* front, DVGroupBox2Emitters* emitters, DV
     : WebContainer2(front, emitters) {
     setProperty(names::type, utf8ToU16(kinds::groupBox), false);
     doLower();
-    bind(emitters->setTitle, &WebGroupBox2::doSetTitle);
-    bind(emitters->setTitleU, &WebGroupBox2::doSetTitleU);
-    bind(emitters->setFlat, &WebGroupBox2::doSetFlat);
-    bind(emitters->getTitle, &WebGroupBox2::doGetTitle);
-    bind(emitters->getTitleU, &WebGroupBox2::doGetTitleU);
-    bind(emitters->isFlat, &WebGroupBox2::doIsFlat);
+    using Emitters = DVGroupBox2Emitters;
+    bind(emitters, {binding<&Emitters::setTitle, &WebGroupBox2::doSetTitle>,
+                    binding<&Emitters::setTitleU, &WebGroupBox2::doSetTitleU>,
+                    binding<&Emitters::setFlat, &WebGroupBox2::doSetFlat>,
+                    binding<&Emitters::getTitle, &WebGroupBox2::doGetTitle>,
+                    binding<&Emitters::getTitleU, &WebGroupBox2::doGetTitleU>,
+                    binding<&Emitters::isFlat, &WebGroupBox2::doIsFlat>});
 }
 
 WebGroupBox2::~WebGroupBox2() {

@@ -7,17 +7,18 @@ namespace DOVA {
 
 WebLayout2::WebLayout2(DVLayout2* front, DVLayout2Emitters* emitters, DVObject*)
     : WebObject2(front, emitters) {
-    bind(emitters->addWidget, &WebLayout2::doAddWidget);
-    bind(emitters->addSpacer, &WebLayout2::doAddSpacer);
-    bind(emitters->invalidate, &WebLayout2::doInvalidate);
-    bind(emitters->refresh, &WebLayout2::doRefresh);
-    bind(emitters->removeWidget, &WebLayout2::doRemoveWidget);
-    bind(emitters->setEnabled, &WebLayout2::doSetEnabled);
-    bind(emitters->setMargins, &WebLayout2::doSetMargins);
-    bind(emitters->setSpacing, &WebLayout2::doSetSpacing);
-    bind(emitters->isEnabled, &WebLayout2::doIsEnabled);
-    bind(emitters->getMargins, &WebLayout2::doGetMargins);
-    bind(emitters->getSpacing, &WebLayout2::doGetSpacing);
+    using Emitters = DVLayout2Emitters;
+    bind(emitters, {binding<&Emitters::addWidget, &WebLayout2::doAddWidget>,
+                    binding<&Emitters::addSpacer, &WebLayout2::doAddSpacer>,
+                    binding<&Emitters::invalidate, &WebLayout2::doInvalidate>,
+                    binding<&Emitters::refresh, &WebLayout2::doRefresh>,
+                    binding<&Emitters::removeWidget, &WebLayout2::doRemoveWidget>,
+                    binding<&Emitters::setEnabled, &WebLayout2::doSetEnabled>,
+                    binding<&Emitters::setMargins, &WebLayout2::doSetMargins>,
+                    binding<&Emitters::setSpacing, &WebLayout2::doSetSpacing>,
+                    binding<&Emitters::isEnabled, &WebLayout2::doIsEnabled>,
+                    binding<&Emitters::getMargins, &WebLayout2::doGetMargins>,
+                    binding<&Emitters::getSpacing, &WebLayout2::doGetSpacing>});
 }
 
 WebLayout2::~WebLayout2() {

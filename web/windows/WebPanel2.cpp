@@ -9,8 +9,9 @@ WebPanel2::WebPanel2(DVPanel2* front, DVPanel2Emitters* emitters, DVObject*)
     : WebContainer2(front, emitters) {
     setProperty(names::type, utf8ToU16(kinds::panel), false);
     doLower();
-    bind(emitters->updateSize, &WebPanel2::doUpdateSize);
-    bind(emitters->setButtonPanel, &WebPanel2::setButtonPanel);
+    using Emitters = DVPanel2Emitters;
+    bind(emitters, {binding<&Emitters::updateSize, &WebPanel2::doUpdateSize>,
+                    binding<&Emitters::setButtonPanel, &WebPanel2::setButtonPanel>});
 }
 
 WebPanel2::~WebPanel2() {

@@ -12,12 +12,13 @@ WebTab2::WebTab2(DVTab2* front, DVTab2Emitters* emitters, DVObject*)
     : WebContainer2(front, emitters) {
     setProperty(names::type, utf8ToU16(kinds::tab), false);
     doLower();
-    bind(emitters->setName, &WebTab2::doSetName);
-    bind(emitters->getName, &WebTab2::doGetName);
-    bind(emitters->setTabVisible, &WebTab2::doSetTabVisible);
-    bind(emitters->isTabVisible, &WebTab2::doIsTabVisible);
-    bind(emitters->setTabEnabled, &WebTab2::doSetTabEnabled);
-    bind(emitters->isTabEnabled, &WebTab2::doIsTabEnabled);
+    using Emitters = DVTab2Emitters;
+    bind(emitters, {binding<&Emitters::setName, &WebTab2::doSetName>,
+                    binding<&Emitters::getName, &WebTab2::doGetName>,
+                    binding<&Emitters::setTabVisible, &WebTab2::doSetTabVisible>,
+                    binding<&Emitters::isTabVisible, &WebTab2::doIsTabVisible>,
+                    binding<&Emitters::setTabEnabled, &WebTab2::doSetTabEnabled>,
+                    binding<&Emitters::isTabEnabled, &WebTab2::doIsTabEnabled>});
 }
 
 WebTab2::~WebTab2() {

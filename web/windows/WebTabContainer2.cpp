@@ -28,32 +28,36 @@ WebTabContainer2::WebTabContainer2(DVTabContainer2* front, DVTabContainer2Emitte
 }
 
 void WebTabContainer2::bindPages(DVTabContainer2Emitters* emitters) {
-    bind(emitters->addTab, &WebTabContainer2::doAddTab);
-    bind(emitters->insertTab, &WebTabContainer2::doInsertTab);
-    bind(emitters->removeTab, &WebTabContainer2::doRemoveTab);
-    bind(emitters->getTab, &WebTabContainer2::doGetTab);
-    bind(emitters->currentTab, &WebTabContainer2::doCurrentTab);
-    bind(emitters->setCornerWidget, &WebTabContainer2::doSetCornerWidget);
-    bind(emitters->getTabIndex, &WebTabContainer2::doGetTabIndex);
-    bind(emitters->getTabCount, &WebTabContainer2::doGetTabCount);
-    bind(emitters->setCurrentTab, &WebTabContainer2::doSetCurrentTab);
-    bind(emitters->moveTab, &WebTabContainer2::doMoveTab);
-    bind(emitters->getCurrentTab, &WebTabContainer2::doGetCurrentTab);
-    bind(emitters->setCurrentTabWithSideEffects, &WebTabContainer2::doSetCurrentTabWithSideEffects);
+    using Emitters = DVTabContainer2Emitters;
+    bind(emitters, {binding<&Emitters::addTab, &WebTabContainer2::doAddTab>,
+                    binding<&Emitters::insertTab, &WebTabContainer2::doInsertTab>,
+                    binding<&Emitters::removeTab, &WebTabContainer2::doRemoveTab>,
+                    binding<&Emitters::getTab, &WebTabContainer2::doGetTab>,
+                    binding<&Emitters::currentTab, &WebTabContainer2::doCurrentTab>,
+                    binding<&Emitters::setCornerWidget, &WebTabContainer2::doSetCornerWidget>,
+                    binding<&Emitters::getTabIndex, &WebTabContainer2::doGetTabIndex>,
+                    binding<&Emitters::getTabCount, &WebTabContainer2::doGetTabCount>,
+                    binding<&Emitters::setCurrentTab, &WebTabContainer2::doSetCurrentTab>,
+                    binding<&Emitters::moveTab, &WebTabContainer2::doMoveTab>,
+                    binding<&Emitters::getCurrentTab, &WebTabContainer2::doGetCurrentTab>,
+                    binding<&Emitters::setCurrentTabWithSideEffects,
+                            &WebTabContainer2::doSetCurrentTabWithSideEffects>});
 }
 
 void WebTabContainer2::bindLooks(DVTabContainer2Emitters* emitters) {
-    bind(emitters->getTabsClosable, &WebTabContainer2::doGetTabsClosable);
-    bind(emitters->getDocumentMode, &WebTabContainer2::doGetDocumentMode);
-    bind(emitters->setTabToolTip, &WebTabContainer2::doSetTabToolTip);
-    bind(emitters->setTabMovable, &WebTabContainer2::doSetTabMovable);
-    bind(emitters->getTabMovable, &WebTabContainer2::doGetTabMovable);
-    bind(emitters->setTabPosition, &WebTabContainer2::doSetTabPosition);
-    bind(emitters->setTabsClosable, &WebTabContainer2::doSetTabsClosable);
-    bind(emitters->setDocumentMode, &WebTabContainer2::doSetDocumentMode);
-    bind(emitters->getVisible, &WebTabContainer2::doGetVisible);
-    bind(emitters->getTabPosition, &WebTabContainer2::doGetTabPosition);
-    bind(emitters->getTabAreaGlobalPosition, &WebTabContainer2::doGetTabAreaGlobalPosition);
+    using Emitters = DVTabContainer2Emitters;
+    bind(emitters, {binding<&Emitters::getTabsClosable, &WebTabContainer2::doGetTabsClosable>,
+                    binding<&Emitters::getDocumentMode, &WebTabContainer2::doGetDocumentMode>,
+                    binding<&Emitters::setTabToolTip, &WebTabContainer2::doSetTabToolTip>,
+                    binding<&Emitters::setTabMovable, &WebTabContainer2::doSetTabMovable>,
+                    binding<&Emitters::getTabMovable, &WebTabContainer2::doGetTabMovable>,
+                    binding<&Emitters::setTabPosition, &WebTabContainer2::doSetTabPosition>,
+                    binding<&Emitters::setTabsClosable, &WebTabContainer2::doSetTabsClosable>,
+                    binding<&Emitters::setDocumentMode, &WebTabContainer2::doSetDocumentMode>,
+                    binding<&Emitters::getVisible, &WebTabContainer2::doGetVisible>,
+                    binding<&Emitters::getTabPosition, &WebTabContainer2::doGetTabPosition>,
+                    binding<&Emitters::getTabAreaGlobalPosition,
+                            &WebTabContainer2::doGetTabAreaGlobalPosition>});
 }
 
 WebTabContainer2::~WebTabContainer2() {

@@ -3,6 +3,7 @@
 #include <vector>
 
 #include "wiro/Emitter.h"
+#include "wiro/EmitterSet.h"
 
 namespace DOVA {
 
@@ -10,9 +11,7 @@ class DVObject;
 
 /// What a front object asks of its implementation. Every emitter is a request to the implementation
 /// behind it; without one, requests do nothing and answer default values.
-struct DVObject2Emitters {
-    virtual ~DVObject2Emitters() = default;
-
+struct DVObject2Emitters : WIRO::EmitterSet {
     WIRO::Emitter<void(DVObject*)> setParent;
     WIRO::Emitter<DVObject*()> getParent;
     WIRO::Emitter<std::vector<DVObject*>(bool)> getChildren;
