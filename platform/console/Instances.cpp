@@ -11,27 +11,28 @@ namespace DOVA::console {
 
 namespace {
 
-// Its address marks the metatables of instances.
+// Its address marks the Lua values of instances.
 const char s_mark = 0;
 // Its address is where the registry has the metatable for objects of no described class.
 const char s_plain = 0;
 
-/// What stands in the Lua value.
-using Box = host::ArrayPointer;
+/// What stands in the Lua value. Nothing else that a script can hold begins with that address; to
+/// look into the metatable instead would double what finding an instance costs.
+struct Box {
+    const void* mark = &s_mark;
+    host::ArrayPointer object;
+};
 
 Box* boxAt(lua_State* state, int index) {
-    void* place = lua_touserdata(state, index);
-    if (place == nullptr || !lua_getmetatable(state, index)) {
-        return nullptr;
-    }
-    const bool isInstance = lua_rawgetp(state, -1, &s_mark) != LUA_TNIL;
-    lua_pop(state, 2);
-    return isInstance ? static_cast<Box*>(place) : nullptr;
+    auto* box = static_cast<Box*>(lua_touserdata(state, index));
+    const bool isBox =
+        box != nullptr && lua_rawlen(state, index) >= sizeof(Box) && box->mark == &s_mark;
+    return isBox ? box : nullptr;
 }
 
 int free(lua_State* state) {
     if (Box* box = boxAt(state, 1)) {
-        box->reset();
+        box->object.reset();
     }
     return 0;
 }
@@ -67,8 +68,8 @@ void Instances::push(lua_State* state, host::ArrayPointer object) {
     Box* box = new (lua_newuserdatauv(state, sizeof(Box), 0)) Box;
     lua_rotate(state, -2, 1);
     lua_setmetatable(state, -2);
-    *box = std::move(object);
-    if (const ribo::Instance* instance = ribo::Instance::of(box->get())) {
+    box->object = std::move(object);
+    if (const ribo::Instance* instance = ribo::Instance::of(box->object.get())) {
         countHostMemory(state, instance->getClass()->weighInstance(instance->getData()));
     }
 }
@@ -78,15 +79,13 @@ const kaArray* Instances::find(lua_State* state, int index) {
     if (box == nullptr) {
         return nullptr;
     }
-    if (*box == nullptr) {
+    if (box->object == nullptr) {
         luaL_error(state, "the value was closed");
     }
-    return box->get();
+    return box->object.get();
 }
 
 void Instances::prepareMetatable(lua_State* state) {
-    lua_pushboolean(state, true);
-    lua_rawsetp(state, -2, &s_mark);
     lua_pushcfunction(state, free);
     lua_setfield(state, -2, "__gc");
     lua_pushcfunction(state, free);

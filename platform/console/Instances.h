@@ -17,7 +17,7 @@ public:
     /// close it. Null when something else stands there. Raises a Lua error for a closed value.
     static const kaArray* find(lua_State* state, int index);
 
-    /// Sets in the metatable on top what every instance needs: to be known as one, and to be freed.
+    /// Sets in the metatable on top what every instance needs to be freed.
     static void prepareMetatable(lua_State* state);
 };
 

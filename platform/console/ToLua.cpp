@@ -114,7 +114,9 @@ void push(lua_State* state, const kaArray* value, int level) {
 }  // namespace
 
 void pushValue(lua_State* state, host::ArrayPointer value) {
-    if (kaGetClassID(value.get()) == kaClassID::Object) {
+    if (kaIsLogicalScalar(value.get())) {
+        lua_pushboolean(state, kaIsLogicalScalarTrue(value.get()));
+    } else if (kaGetClassID(value.get()) == kaClassID::Object) {
         Instances::push(state, std::move(value));
     } else {
         push(state, value.get(), 0);

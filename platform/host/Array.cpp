@@ -68,6 +68,11 @@ kaArray* copyMatrix(std::size_t rows, std::size_t columns,
 }
 
 template <class Type>
+kaArray* createScalar(typename Type::value_type value) {
+    return new kaArray{1, 1, Content(std::in_place_type<Type>, 1, value)};
+}
+
+template <class Type>
 const Type* contentOf(const kaArray* array) noexcept {
     return array != nullptr ? std::get_if<Type>(&array->content) : nullptr;
 }
@@ -132,19 +137,19 @@ Content duplicate(const host::Object& object) {
 kaObject::~kaObject() = default;
 
 kaArray* kaCreateLogicalScalar(bool value) {
-    return kaCreateLogicalMatrix(1, 1, &value);
+    return createScalar<Elements<bool>>(value);
 }
 
 kaArray* kaCreateDoubleScalar(double value) {
-    return kaCreateDoubleMatrix(1, 1, &value);
+    return createScalar<Elements<double>>(value);
 }
 
 kaArray* kaCreateInt32Scalar(std::int32_t value) {
-    return kaCreateInt32Matrix(1, 1, &value);
+    return createScalar<Elements<std::int32_t>>(value);
 }
 
 kaArray* kaCreateUInt64Scalar(std::uint64_t value) {
-    return kaCreateUInt64Matrix(1, 1, &value);
+    return createScalar<Elements<std::uint64_t>>(value);
 }
 
 kaArray* kaCreateString(std::u16string_view text) {
@@ -243,11 +248,13 @@ bool kaIsChar(const kaArray* array) noexcept {
 }
 
 bool kaIsLogicalScalar(const kaArray* array) noexcept {
-    return kaGetClassID(array) == kaClassID::Logical && matrix::isScalar(array);
+    const auto* logical = contentOf<Elements<bool>>(array);
+    return logical != nullptr && logical->size() == 1;
 }
 
 bool kaIsLogicalScalarTrue(const kaArray* array) noexcept {
-    return kaIsLogicalScalar(array) && std::get<Elements<bool>>(array->content)[0];
+    const auto* logical = contentOf<Elements<bool>>(array);
+    return logical != nullptr && logical->size() == 1 && logical->front();
 }
 
 double kaGetScalar(const kaArray* array) noexcept {
