@@ -79,10 +79,18 @@ export class Builder {
     /** The window, or all of them, get another width. */
     widthChanges(windowId?: number): void {
         for (const [object, blocks] of this.#blocks) {
-            if (!this.#isThere(object)) {
-                this.#blocks.delete(object);
-            } else if (windowId === undefined || object.windowId === windowId) {
+            if (windowId === undefined || object.windowId === windowId) {
                 blocks.widthChanges();
+            }
+        }
+    }
+
+    /** Some objects are gone, or others have taken their place. */
+    forgetGone(): void {
+        for (const [object, blocks] of this.#blocks) {
+            if (!this.#isThere(object)) {
+                blocks.leave();
+                this.#blocks.delete(object);
             }
         }
     }
@@ -106,17 +114,24 @@ export class Builder {
         }
     }
 
+    /** A child has come, perhaps in the place of another. */
+    inserted(object: StoredObject): void {
+        this.#blocksAround(object)?.changed(object);
+        this.#arrange(object.parent);
+    }
+
+    /** A child that may have had an element is gone. */
     removed(object: StoredObject): void {
         const { parent, view } = object;
         const made = parent && this.#made.get(parent);
         if (parent !== undefined && made !== undefined && view !== undefined) {
             this.#made.set(parent, made - 1);
         }
-        this.arrange(parent);
+        this.#arrange(parent);
     }
 
     /** Children have come or gone. */
-    arrange(parent: StoredObject | undefined): void {
+    #arrange(parent: StoredObject | undefined): void {
         if (parent?.view !== undefined && !this.#made.has(parent)) {
             kindOf(parent).arrange?.(parent.view as HTMLElement, parent, this.#host);
             this.#blocks.get(parent)?.unsettled();
@@ -148,6 +163,7 @@ export class Builder {
         }
         if (before !== undefined && !(wants && before.columns === columnsOf(object))) {
             before.dissolve();
+            before.leave();
             this.#blocks.delete(object);
         }
         if (wants && !this.#blocks.has(object)) {
@@ -184,7 +200,7 @@ export class Builder {
         }
         this.#made.delete(object);
         if (this.#isThere(object)) {
-            this.arrange(object);
+            this.#arrange(object);
         }
         for (const child of isLarge ? [] : [...object.children]) {
             yield* this.#below(child);

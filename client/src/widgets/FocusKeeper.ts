@@ -46,7 +46,7 @@ export class FocusKeeper {
      * without the focus has its caret all the same.
      */
     store(root: Element): JsonObject {
-        const selections = [...root.querySelectorAll<HTMLInputElement>('input.edit')]
+        const selections = [...root.querySelectorAll<HTMLInputElement>('input.edit[data-id]')]
             .filter((input) => input.selectionStart !== input.value.length)
             .map((input) => ({ id: Number(input.dataset['id']), ...selectionIn(input) }));
         return { focus: this.within(root), selections };

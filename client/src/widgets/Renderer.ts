@@ -72,7 +72,7 @@ export class Renderer {
         if (old !== undefined) {
             this.#builder.finish();
         }
-        this.#builder.arrange(object.parent);
+        this.#builder.inserted(object);
         this.focus.restore(focus);
     }
 
@@ -91,6 +91,7 @@ export class Renderer {
                 this.#host.tabs.forget(object.id);
             }
         }
+        this.#builder.forgetGone();
     }
 
     changed(object: StoredObject, names: Iterable<Name>): void {

@@ -25,7 +25,7 @@ const forThemes = found(guide.match(/^\| Token \|.*?\n\n/ms)?.[0] ?? '', /`(--[\
 /** What the page sets on single elements. */
 const setByCode = [
     ...['--grid-columns', '--below'],
-    ...['--columns', '--rows', '--row-height', '--spacing'],
+    ...['--columns', '--first', '--rows', '--row-height', '--spacing'],
 ];
 
 function without(names: ReadonlySet<string>, known: ReadonlySet<string>): readonly string[] {

@@ -92,6 +92,11 @@ export class Blocks {
             [...block.children].forEach((child) => move(child, this.#container));
             block.remove();
         }
+    }
+
+    /** Nobody needs the widths any more. */
+    leave(): void {
+        clearTimeout(this.#timer);
         this.#sizer.end();
     }
 
@@ -176,18 +181,24 @@ export class Blocks {
         if (widths === undefined || block === undefined || rows === '') {
             return;
         }
-        const all = widths.reduce((sum, width) => sum + width);
-        const shares = widths.map((width) => `minmax(0, ${(width / all).toFixed(4)}fr)`);
-        const columns =
-            widths.length === 2 ? [`${widths[0]?.toFixed(3)}em`, 'minmax(0, 1fr)'] : shares;
-        if (style.getPropertyValue('--columns') !== columns.join(' ')) {
-            style.setProperty('--columns', columns.join(' '));
+        const columns = tracks(widths);
+        if (style.getPropertyValue('--columns') !== columns) {
+            style.setProperty('--columns', columns);
+            style.setProperty('--first', this.columns === 2 ? `${widths[0]}em` : '');
             this.widthChanges();
         }
         const { height, paddingTop, paddingBottom } = getComputedStyle(block);
         const room = parseFloat(height) - parseFloat(paddingTop) - parseFloat(paddingBottom);
         style.setProperty('--row-height', `${this.#sizer.inEm(room) / Number(rows)}em`);
     }
+}
+
+/** Of two columns the second has what the first leaves, others share the width. */
+function tracks(widths: readonly number[]): string {
+    const all = widths.reduce((sum, width) => sum + width);
+    return widths.length === 2
+        ? `${widths[0]}em minmax(0, 1fr)`
+        : widths.map((width) => `minmax(0, ${(width / all).toFixed(4)}fr)`).join(' ');
 }
 
 function blockOf({ view }: StoredObject): HTMLElement | null {

@@ -57,8 +57,10 @@ export class Sizer {
         return widths.every(Number.isFinite) ? widths : undefined;
     }
 
+    /** To a thousandth, so that rounding makes no difference. */
     inEm(pixels: number): number {
-        return pixels / parseFloat(getComputedStyle(this.element).fontSize);
+        const em = parseFloat(getComputedStyle(this.element).fontSize);
+        return Math.ceil((1000 * pixels) / em) / 1000;
     }
 
     end(): void {
