@@ -22,6 +22,7 @@ inline constexpr std::string_view token = "token";
 inline constexpr std::string_view client = "client";
 inline constexpr std::string_view received = "received";
 inline constexpr std::string_view attempt = "attempt";
+inline constexpr std::string_view ready = "ready";
 inline constexpr std::string_view origin = "origin";
 
 }  // namespace DOVA::gateway::query

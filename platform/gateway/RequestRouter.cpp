@@ -173,7 +173,8 @@ RequestRouter::Answer RequestRouter::admit(const Request& request, const Request
     if (!m_rules.isToken(target.value(query::token))) {
         return refusal(Status::unauthorized, "missing or wrong token");
     }
-    Admission admission{std::string(target.value(query::client)), {}, 0};
+    Admission admission{
+        std::string(target.value(query::client)), {}, 0, target.query.count(query::ready) > 0};
     if (!AccessRules::isClientId(admission.clientId)) {
         return refusal(Status::bad_request, "missing or bad client identifier");
     }

@@ -28,6 +28,8 @@ public:
         std::optional<std::uint64_t> received;
         /// Which of the page's connections this is; 0 when the page does not count them.
         std::uint64_t attempt = 0;
+        /// Whether the page of a fresh session is ready as soon as it is in.
+        bool isReady = false;
     };
     using Answer = std::variant<Response, Admission>;
 

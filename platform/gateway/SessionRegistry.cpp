@@ -181,7 +181,7 @@ const CloseReason* SessionRegistry::handle(const std::shared_ptr<Session>& sessi
                    std::string(record.text));
             break;
         case PageChannels::Kind::ClientReady:
-            publishClientReady(*session);
+            announce(*session);
             break;
         case PageChannels::Kind::ClientDestroyed:
             session->setReady();  // even one that never came is to be heard going
@@ -196,7 +196,7 @@ const CloseReason* SessionRegistry::handle(const std::shared_ptr<Session>& sessi
 
 /// The program serves one page at a time, so that the others' sessions are over. It replaces them
 /// itself and need not be told.
-void SessionRegistry::publishClientReady(Session& session) {
+void SessionRegistry::announce(Session& session) {
     session.setReady();
     endOthers(session);
     passOn(session, names::rootChannel, PageChannels::clientReady(session.id()));

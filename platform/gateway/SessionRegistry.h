@@ -62,6 +62,9 @@ public:
     /// When endExpired() is to be called next; nothing while every session has its page.
     std::optional<Clock::time_point> nextExpiry() const;
 
+    /// The session's page is ready: the program hears of it, and every other session ends.
+    void announce(Session& session);
+
     /// A new record from the session's page. A reason when the page may not say that; the session
     /// stays then until end().
     const CloseReason* handle(const std::shared_ptr<Session>& session, const Record& record);
@@ -90,7 +93,6 @@ private:
     void sendToAll(const std::string& channel, const std::string& text);
     void passOn(Session& session, const std::string& channel, std::string text);
     void endOthers(const Session& owner);
-    void publishClientReady(Session& session);
     void drop(Sessions::iterator entry, const CloseReason& reason,
               log::Level level = log::Level::Info);
     void dropAndAnnounce(Sessions::iterator entry, const CloseReason& reason,

@@ -42,6 +42,9 @@ void SocketConnection::open() {
         return;
     }
     m_receiver.emplace(sessions, m_session);
+    if (m_admission.isReady && !m_admission.received) {
+        sessions.announce(*m_session);
+    }
     read();
 }
 

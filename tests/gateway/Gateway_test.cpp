@@ -108,6 +108,21 @@ TEST_F(GatewayTest, aPageIsReplacedByItsDuplicateAndByOthers) {
     EXPECT_EQ(second->end(), "4002 taken over by another page");
 }
 
+TEST_F(GatewayTest, aPageMaySayThatItIsReadyBeforeItIsIn) {
+    start();
+    const auto former = openReady("former");
+    const auto page = openPage("me", "&ready=1");
+    const std::string ready = R"(/dova2/web={"clientReady":"me"})";
+    awaitHeard(ready);
+    publish("/dova2/web/me", "its window");
+    EXPECT_EQ(page->read(), R"({"session":"new","received":0})");
+    EXPECT_EQ(page->read(), "1,0\x1e.\x1fits window");
+    EXPECT_EQ(former->end(), "4002 taken over by another page");
+    EXPECT_EQ(openPage("me", "&received=1&ready=1")->read(),
+              R"({"session":"resumed","received":0})");
+    EXPECT_EQ(std::count(heard.begin(), heard.end(), ready), 1) << "one that is back has said it";
+}
+
 TEST_F(GatewayTest, pagesThatStayAwayAreGoneEachAtItsTime) {
     options.graceTime = 60ms;
     start();

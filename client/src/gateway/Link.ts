@@ -80,8 +80,9 @@ export class Link {
     }
 
     start(): void {
-        this.#setup.listener.status('connecting', '');
+        // First of all: what shows the status lays the page out, and the socket takes a while.
         this.#open();
+        this.#setup.listener.status('connecting', '');
     }
 
     /** Goes on with a session that an earlier life of this page has kept. */
@@ -141,6 +142,8 @@ export class Link {
         const query = new URLSearchParams({ [Query.client]: this.#nextId ?? this.#clientId });
         if (this.#established && this.#nextId === undefined) {
             query.set(Query.received, String(this.#session.received));
+        } else {
+            query.set(Query.ready, '1');
         }
         query.set(Query.attempt, String(this.#session.attempts));
         return query;

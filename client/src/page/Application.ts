@@ -172,7 +172,6 @@ export class Application implements LinkListener, InboxListener {
     }
 
     start(stored: JsonObject | undefined): void {
-        this.#topChanged();
         const session = Session.restore(stored?.['session']);
         const clientId = asText(stored?.['clientId']) ?? '';
         const mine = stored?.['token'] === this.#token && isClientId(clientId);
@@ -184,6 +183,7 @@ export class Application implements LinkListener, InboxListener {
             this.#leave(stored, session);
             this.link.start();
         }
+        this.#topChanged();
         this.#notices.showLosses();
         this.#showNote();
     }

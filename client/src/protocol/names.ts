@@ -116,6 +116,7 @@ export const Query = {
     client: 'client',
     received: 'received',
     attempt: 'attempt',
+    ready: 'ready',
     origin: 'origin',
 } as const;
 
