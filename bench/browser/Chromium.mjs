@@ -29,8 +29,21 @@ export class Chromium {
     }
 
     /** A page at `address` in which `script`, a function, ran before any other. */
-    async open(address, script = () => {}) {
-        const { targetId } = await this.#call('Target.createTarget', { url: 'about:blank' });
+    open(address, script) {
+        return this.#open(address, script, {});
+    }
+
+    /** The same by itself, as in a browser that has never been there: nothing is cached. */
+    async openAlone(address, script) {
+        const context = await this.#call('Target.createBrowserContext', { disposeOnDetach: true });
+        return this.#open(address, script, context);
+    }
+
+    async #open(address, script = () => {}, context) {
+        const { targetId } = await this.#call('Target.createTarget', {
+            url: 'about:blank',
+            ...context,
+        });
         const { sessionId } = await this.#call('Target.attachToTarget', {
             targetId,
             flatten: true,

@@ -5,7 +5,9 @@ import { spawn } from 'node:child_process';
 import { once } from 'node:events';
 import { createServer } from 'node:http';
 import { createInterface } from 'node:readline';
+import { fileURLToPath } from 'node:url';
 import { Chromium } from './Chromium.mjs';
+import { timeFirstWindow } from './first_window.mjs';
 import * as inPage from './in_page.mjs';
 
 const folder = process.argv[2];
@@ -191,6 +193,22 @@ async function measureBurst() {
     report('writes in one go, time / bare sender', time / floor, 2);
 }
 
+const range = (values) => `${Math.min(...values).toFixed(0)} to ${Math.max(...values).toFixed(0)}`;
+
+/** With the file that a newcomer sees first. */
+async function measureFirstWindow() {
+    const sample = fileURLToPath(new URL('../../examples/jsonpad/sample.json', import.meta.url));
+    const { mine, bare, fetched, told } = await timeFirstWindow({ browser, start, loads, sample });
+    console.log(
+        `first window over a line of 100 ms and 1.6 Mbit/s: ${median(mine).toFixed(0)} ms (${range(mine)}), bare page of ${fetched} bytes and a text of ${told} ${median(bare).toFixed(0)} ms (${range(bare)})`,
+    );
+    report(
+        'time to the first window / bare page of the same bytes',
+        median(mine) / median(bare),
+        1.4,
+    );
+}
+
 const bare = await start('bare_server');
 const blank = await serveBlank();
 const browser = await Chromium.launch();
@@ -198,6 +216,7 @@ try {
     await measureClicks();
     await measureWindows();
     await measureBurst();
+    await measureFirstWindow();
 } finally {
     await browser.close();
     bare.stop();
