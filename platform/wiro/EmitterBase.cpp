@@ -50,7 +50,7 @@ std::size_t EmitterBase::numberOfConnections() const noexcept {
     const Links links = m_links.load(std::memory_order_acquire);
     if (links.kind() == Links::List) {
         const detail::Emission emission(*this);
-        return emission.areSeveral() ? detail::ConnectionWalk(emission).size()
+        return emission.areSeveral() ? detail::ConnectionWalk(emission.pinned()).size()
                                      : (emission.only() ? 1 : 0);
     }
     if (links.arePromised()) {
@@ -67,7 +67,7 @@ void EmitterBase::sendPacket(const Packet& packet, SendMode, bool firstOnly) {
         }
         return;
     }
-    detail::ConnectionWalk walk(emission);
+    detail::ConnectionWalk walk(emission.pinned());
     while (Connection* connection = walk.next()) {
         packet.payload().performDeliver(connection);
         if (firstOnly) {

@@ -70,20 +70,23 @@ public:
         if (__builtin_expect(links.arePromised(), false)) {
             emitter.keepPromise();
         }
-        m_pinned = __builtin_expect(t_pins != nullptr, true)
-                       ? pin(*t_pins, emitter.m_links, compilerFence)
-                       : pinFenced(emitter.m_links);
+        const Pinned pinned = __builtin_expect(t_pins != nullptr, true)
+                                  ? pin(*t_pins, emitter.m_links, compilerFence)
+                                  : pinFenced(emitter.m_links);
+        m_thread = pinned.thread;
+        m_depth = pinned.depth;
+        m_links = pinned.links;
     }
     // Inlined where a receiver throws, too: a call there would keep the members in memory, also on
     // the way without exceptions, which that makes half as long again.
     __attribute__((always_inline)) ~Emission() {
-        if (!m_pinned.thread) {
+        if (!m_thread) {
             return;
         }
         // What is pinned stays in the pin: nobody looks at pins beyond the depth.
-        m_pinned.thread->depth.store(m_pinned.depth, std::memory_order_release);
+        m_thread->depth.store(m_depth, std::memory_order_release);
         compilerFence();
-        if (g_garbage.load(std::memory_order_relaxed) && m_pinned.depth == 0) {
+        if (g_garbage.load(std::memory_order_relaxed) && m_depth == 0) {
             collectGarbage();
         }
     }
@@ -91,13 +94,16 @@ public:
     Emission& operator=(const Emission&) = delete;
 
     /// Whether there is more than one connection, so that a ConnectionWalk is needed.
-    bool areSeveral() const { return m_pinned.links.kind() == Links::List; }
+    bool areSeveral() const { return m_links.kind() == Links::List; }
 
     /// The connection if it is open, null if there is none. REQUIRES: there are not several.
     Connection* only() const {
-        Connection* const one = m_pinned.links.one();
+        Connection* const one = m_links.one();
         return one && isOpen(*one) ? one : nullptr;
     }
+
+    /// A copy, because the emission itself stays in registers only while nobody has its address.
+    Pinned pinned() const { return {m_thread, m_depth, m_links}; }
 
     // Looked at when everybody can know that the connection is about to be called.
     static bool isOpen(const Connection& connection) {
@@ -127,17 +133,16 @@ public:
     }
 
 private:
-    friend class ConnectionWalk;
-
-    Pinned m_pinned{};
+    ThreadPins* m_thread = nullptr;
+    unsigned m_depth = 0;
+    Links m_links;
 };
 
 /// A walk over the connections of an emission that has several. Ends before it.
 class ConnectionWalk {
 public:
-    explicit ConnectionWalk(const Emission& emission)
-        : m_list(*emission.m_pinned.links.list()),
-          m_pin(pinAt(*emission.m_pinned.thread, emission.m_pinned.depth)) {}
+    explicit ConnectionWalk(Pinned pinned)
+        : m_list(*pinned.links.list()), m_pin(pinAt(*pinned.thread, pinned.depth)) {}
     ~ConnectionWalk() { m_pin.current.store(nullptr, std::memory_order_release); }
     ConnectionWalk(const ConnectionWalk&) = delete;
     ConnectionWalk& operator=(const ConnectionWalk&) = delete;

@@ -34,7 +34,7 @@ private:
     R deliver(Args&... args) const {
         const detail::Emission emission(*this);
         if (__builtin_expect(emission.areSeveral(), false)) {
-            return deliverToSeveral(emission, args...);
+            return deliverToSeveral(emission.pinned(), args...);
         }
         Connection* const only = emission.only();
         if constexpr (std::is_void_v<R>) {
@@ -48,9 +48,8 @@ private:
     }
 
     // Apart, so that the way to one connection needs few registers.
-    __attribute__((noinline)) static R deliverToSeveral(const detail::Emission& emission,
-                                                        Args&... args) {
-        detail::ConnectionWalk walk(emission);
+    __attribute__((noinline)) static R deliverToSeveral(detail::Pinned pinned, Args&... args) {
+        detail::ConnectionWalk walk(pinned);
         if constexpr (std::is_void_v<R>) {
             while (Connection* connection = walk.next()) {
                 static_cast<ConnectionType*>(connection)->send(args...);
