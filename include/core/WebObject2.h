@@ -6,8 +6,10 @@
 #include <QString>
 #include <cstdint>
 #include <initializer_list>
+#include <memory>
 #include <mutex>
 #include <string>
+#include <string_view>
 #include <utility>
 #include <vector>
 
@@ -21,6 +23,7 @@
 
 namespace DOVA {
 
+class PropertyState;
 class WebObjectService2;
 
 /// The base of every web object: the implementation behind one front object, with the widget's
@@ -157,6 +160,9 @@ protected:
         setProperty(name, value, true);
     }
 
+    /// As updateProperty() for a text, without a JSON value in between.
+    void updateText(const std::u16string& name, const std::u16string& text);
+
     /// Emits an event to the front object: under the toolkit's object lock, if the front object is
     /// alive and somebody listens. The event is made from the front object and `args`. Nothing of
     /// this object may be used afterwards, since a handler may have deleted it.
@@ -187,7 +193,8 @@ protected:
     const tdom::Base& element() const { return m_element; }
     /// Makes `element` the object's own, tagged with the identifier.
     void setElement(tdom::Base element);
-    const QJsonObject& state() const { return m_state; }
+    /// What is stored, until the next write.
+    const QJsonObject& state() const;
 
 private:
     friend class WebObjectService2;
@@ -207,19 +214,17 @@ private:
     void joinService();
     void storeClientOwned(const QJsonObject& message);
     void forgetProperty(const std::u16string& name);
-    void sendMessage(const QString& name, const QJsonValue& value);
-    const QJsonObject& envelope();
+    template <class Value>
+    void sendMessage(std::u16string_view name, const Value& value);
     void destroyChildren();
     QJsonArray takeArray(const std::u16string& name);
 
     tdom::Base m_element;  // empty for kinds without one
     DVObject2* const m_front;
     const Identifier m_identifier;
-    QJsonObject m_state;
+    const std::unique_ptr<PropertyState> m_state;
     WebObjectService2* m_service;
     const QString m_identifierText;
-    QJsonObject m_envelope;      // what every message of this object holds, once one was sent
-    std::string m_envelopeType;  // the type name in it
     const std::vector<ClientOwned>* m_clientOwned = nullptr;
     WebObject2* m_next = nullptr;  // of all that live
     WebObject2* m_previous = nullptr;

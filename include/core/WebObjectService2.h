@@ -88,6 +88,7 @@ public:
     void send(Identifier id, const QJsonDocument& document);
     /// Publishes a text on the channels of these connections; ends that are gone are skipped.
     void sendText(const ConnectionNumbers& numbers, const std::string& text);
+    void sendText(const ConnectionNumbers& numbers, std::string&& text);
     /// Hands a page's message, an object or an array of them, to the objects it names, if the
     /// receiving connection serves them. In an array an element without a usable "id" ends the
     /// processing. Handlers may destroy anything, this service too; one that throws is reported on

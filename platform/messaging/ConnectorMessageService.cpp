@@ -26,4 +26,8 @@ void ConnectorMessageService::publish(const std::string& channel, const std::str
     m_bus->publish(m_connector, channel, text);
 }
 
+void ConnectorMessageService::publish(const std::string& channel, std::string&& text) {
+    m_bus->publish(m_connector, channel, std::move(text));
+}
+
 }  // namespace tdom::messaging

@@ -38,9 +38,9 @@ void ClientConnection::send(const QJsonDocument& document, std::uint32_t dialog)
     sendText(toWireText(document), dialog);
 }
 
-void ClientConnection::sendText(const std::string& text, std::uint32_t dialog) {
+void ClientConnection::sendText(std::string text, std::uint32_t dialog) {
     m_dialogs.insert(dialog);
-    m_messages->publish(m_channel, text);
+    m_messages->publish(m_channel, std::move(text));
 }
 
 void ClientConnection::destroyAllDialogs() {

@@ -22,7 +22,7 @@ public:
 
     /// Announces a dialog: publishes its description and remembers its identifier.
     virtual void send(const QJsonDocument& document, std::uint32_t dialog);
-    void sendText(const std::string& text, std::uint32_t dialog);
+    void sendText(std::string text, std::uint32_t dialog);
     /// Asks every announced dialog to go away and forgets them all. Handlers may do anything, so
     /// nothing of this object is used after the first of them has run; one that throws is reported
     /// on the host's console.

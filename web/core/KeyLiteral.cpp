@@ -2,6 +2,8 @@
 
 #include <algorithm>
 
+#include "Utf8.h"
+
 namespace DOVA {
 
 namespace {
@@ -12,14 +14,6 @@ bool isEscaped(std::string_view text, std::size_t at) {
         --before;
     }
     return (at - before) % 2 != 0;
-}
-
-bool isHigh(unsigned unit) {
-    return unit >= 0xD800 && unit < 0xDC00;
-}
-
-bool isLow(unsigned unit) {
-    return unit >= 0xDC00 && unit < 0xE000;
 }
 
 unsigned digit(char character) {
@@ -38,32 +32,15 @@ unsigned unitAt(std::string_view literal, std::size_t at) {
            0xFFFF;
 }
 
-char byte(unsigned mark, unsigned code, unsigned shift) {
-    return static_cast<char>(mark | (code >> shift & 0x3F));
-}
-
-/// As UTF-8 has it; half a surrogate pair, which UTF-8 has no bytes for, likewise.
-void appendCode(std::string& bytes, unsigned code) {
-    if (code < 0x80) {
-        bytes += static_cast<char>(code);
-    } else if (code < 0x800) {
-        bytes += {byte(0xC0, code, 6), byte(0x80, code, 0)};
-    } else if (code < 0x10000) {
-        bytes += {byte(0xE0, code >> 12, 0), byte(0x80, code, 6), byte(0x80, code, 0)};
-    } else {
-        bytes += {byte(0xF0, code >> 18, 0), byte(0x80, code, 12), byte(0x80, code, 6),
-                  byte(0x80, code, 0)};
-    }
-}
-
 /// The escape whose letter stands at `at`. Gives the first place behind it.
 std::size_t appendEscaped(std::string& bytes, std::string_view literal, std::size_t at) {
     if (literal[at] == 'u') {
         const unsigned unit = unitAt(literal, at);
-        const bool goesOn = isHigh(unit) && at + 5 < literal.size() && literal[at + 5] == '\\';
+        const bool goesOn =
+            isHighSurrogate(unit) && at + 5 < literal.size() && literal[at + 5] == '\\';
         const unsigned next = goesOn ? unitAt(literal, at + 6) : 0;
-        const bool isPair = isLow(next);
-        appendCode(bytes, isPair ? 0x10000 + ((unit & 0x3FF) << 10) + (next & 0x3FF) : unit);
+        const bool isPair = isLowSurrogate(next);
+        appendUtf8(bytes, isPair ? joinSurrogates(unit, next) : unit);
         return at + (isPair ? 11 : 5);
     }
     // The parser takes every other character behind a backslash for itself.

@@ -1,7 +1,6 @@
 #include "MessageService.h"
 
 #include <QByteArray>
-#include <QJsonObject>
 #include <limits>
 
 #include "ModuleEnd.h"
@@ -23,13 +22,6 @@ const std::shared_ptr<ConnectorMessageService>& messageService() {
 std::string toWireText(const QJsonDocument& document) {
     const QByteArray text = document.toJson(QJsonDocument::Compact);
     return std::string(text.constData(), static_cast<std::size_t>(text.size()));
-}
-
-std::string toWireArray(const QJsonObject& element) {
-    const QByteArray text = QJsonDocument(element).toJson(QJsonDocument::Compact);
-    std::string array;
-    array.reserve(static_cast<std::size_t>(text.size()) + 2);
-    return array.append(1, '[').append(text.constData(), text.size()).append(1, ']');
 }
 
 namespace {

@@ -13,9 +13,6 @@ const std::shared_ptr<tdom::messaging::ConnectorMessageService>& messageService(
 
 /// The document as it travels: compact UTF-8.
 std::string toWireText(const QJsonDocument& document);
-/// The text of an array with this one object. Cheaper than by a document, which would copy the
-/// object into the array first.
-std::string toWireArray(const QJsonObject& element);
 /// Reads what came; a null document if it is no JSON. An object that repeats a key, one of the
 /// times with an array or object, counts as none.
 QJsonDocument fromWireText(const std::string& text);

@@ -27,9 +27,9 @@ void ObjectConnection::send(const QJsonDocument& document) {
     sendText(toWireText(document));
 }
 
-void ObjectConnection::sendText(const std::string& text) {
+void ObjectConnection::sendText(std::string text) {
     if (m_messages) {
-        m_messages->publish(m_channel, text);
+        m_messages->publish(m_channel, std::move(text));
     }
 }
 

@@ -27,7 +27,7 @@ public:
     /// A text from the client. Its handlers may destroy this connection.
     virtual void onMessage(const std::string& text);
 
-    void sendText(const std::string& text);
+    void sendText(std::string text);
 
     std::uint64_t number() const { return m_number; }
     const std::string& channel() const { return m_channel; }

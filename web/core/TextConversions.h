@@ -3,6 +3,7 @@
 #include <QString>
 #include <cstdint>
 #include <string>
+#include <string_view>
 
 class QJsonValue;
 
@@ -19,9 +20,11 @@ inline QString toQString(const std::u16string& text) {
 inline QStringView toView(const std::u16string& text) {
     return QStringView(text.data(), static_cast<qsizetype>(text.size()));
 }
+inline std::u16string_view toU16View(const QString& text) {
+    return {reinterpret_cast<const char16_t*>(text.utf16()), static_cast<std::size_t>(text.size())};
+}
 inline std::u16string toU16(const QString& text) {
-    return std::u16string(reinterpret_cast<const char16_t*>(text.utf16()),
-                          static_cast<std::size_t>(text.size()));
+    return std::u16string(toU16View(text));
 }
 /// A byte order mark at the front stays, which Qt's conversion takes off.
 std::u16string utf8ToU16(const std::string& text);

@@ -8,9 +8,10 @@
 #include <utility>
 
 #include "../seam/ElementIdentity.h"
-#include "MessageService.h"
 #include "ModuleEnd.h"
+#include "PropertyMessage.h"
 #include "PropertyNames.h"
+#include "PropertyState.h"
 #include "TextConversions.h"
 #include "core/WebObjectService2.h"
 
@@ -50,6 +51,7 @@ void destroyWebObjects() noexcept {
 WebObject2::WebObject2(DVObject2* front, DVObject2Emitters* emitters)
     : m_front(front),
       m_identifier(seam::identifierOf(*front)),
+      m_state(std::make_unique<PropertyState>()),
       m_service(WebObjectService2::instance()),
       m_identifierText(QString::number(m_identifier)) {
     using Emitters = DVObject2Emitters;
@@ -59,7 +61,7 @@ WebObject2::WebObject2(DVObject2* front, DVObject2Emitters* emitters)
                     binding<&Emitters::destroy, &WebObject2::doDestory>});
     joinLiving();
     joinService();
-    m_state.insert(keys::id, m_identifierText);
+    m_state->set(toU16View(keys::id), toU16View(m_identifierText));
 }
 
 void WebObject2::joinLiving() {
@@ -133,42 +135,28 @@ bool WebObject2::isDVObjectValid() const {
 }
 
 void WebObject2::setProperty(const std::u16string& name, const QJsonValue& value, bool notify) {
-    const QStringView key = toView(name);
-    if (m_state.value(key) == value && m_state.contains(key)) {
-        return;
-    }
-    m_state.insert(key, value);
-    if (notify) {
-        sendMessage(toQString(name), value);
+    if (m_state->set(name, value) && notify) {
+        sendMessage(name, value);
     }
 }
 
 void WebObject2::updateProperty(const QString& name, const QJsonValue& value) {
-    sendMessage(name, value);
+    sendMessage(toU16View(name), value);
 }
 
-void WebObject2::sendMessage(const QString& name, const QJsonValue& value) {
+void WebObject2::updateText(const std::u16string& name, const std::u16string& text) {
+    sendMessage(name, std::u16string_view(text));
+}
+
+template <class Value>
+void WebObject2::sendMessage(std::u16string_view name, const Value& value) {
     if (!m_service) {
         return;
     }
     const auto numbers = m_service->getConnectionNumbers(m_identifier);
-    if (numbers.empty()) {
-        return;
+    if (!numbers.empty()) {
+        m_service->sendText(numbers, propertyMessage(m_identifier, getTypeName(), name, value));
     }
-    QJsonObject message = envelope();
-    message.insert(name, value);
-    m_service->sendText(numbers, toWireArray(message));
-}
-
-// A copy of a ready object with one more member costs half of what building it anew costs.
-const QJsonObject& WebObject2::envelope() {
-    const std::string type = getTypeName();
-    if (type != m_envelopeType) {
-        m_envelopeType = type;
-        m_envelope =
-            QJsonObject{{keys::id, m_identifierText}, {keys::type, QString::fromStdString(type)}};
-    }
-    return m_envelope;
 }
 
 void WebObject2::setProperty(const std::u16string& name, bool value, bool notify) {
@@ -184,12 +172,13 @@ void WebObject2::setProperty(const std::u16string& name, double value, bool noti
 }
 
 void WebObject2::setProperty(const std::u16string& name, const char16_t* value, bool notify) {
-    const std::size_t length = value ? std::char_traits<char16_t>::length(value) : 0;
-    setProperty(name, QJsonValue(toQString(value, length)), notify);
+    WebObject2::setProperty(name, std::u16string(value ? value : u""), notify);
 }
 
 void WebObject2::setProperty(const std::u16string& name, const std::u16string& value, bool notify) {
-    setProperty(name, QJsonValue(toQString(value)), notify);
+    if (m_state->set(name, std::u16string_view(value)) && notify) {
+        sendMessage(name, std::u16string_view(value));
+    }
 }
 
 void WebObject2::setProperty(const std::u16string& name, int* values, int count, bool) {
@@ -197,18 +186,18 @@ void WebObject2::setProperty(const std::u16string& name, int* values, int count,
     for (int i = 0; values && i < count; ++i) {
         array.append(values[i]);
     }
-    m_state.insert(toView(name), array);
+    m_state->set(name, array);
 }
 
 // NOLINTNEXTLINE(performance-unnecessary-value-param): the signature that the toolkit calls.
 void WebObject2::setProperty(const std::u16string& name, std::vector<std::u16string> values, bool) {
-    m_state.insert(toView(name), toArray(values));
+    m_state->set(name, toArray(values));
 }
 
 // The array leaves the state while it is edited: with a second handle on it, each edit would copy
 // the whole of it.
 QJsonArray WebObject2::takeArray(const std::u16string& name) {
-    return m_state.take(toView(name)).toArray();
+    return m_state->take(name).toArray();
 }
 
 void WebObject2::insertToArrayProperty(const std::u16string& name, int index,
@@ -216,13 +205,13 @@ void WebObject2::insertToArrayProperty(const std::u16string& name, int index,
     QJsonArray array = takeArray(name);
     const bool inside = index >= 0 && index < array.size();
     array.insert(inside ? index : array.size(), toQString(value));
-    m_state.insert(toView(name), array);
+    m_state->set(name, array);
 }
 
 void WebObject2::addToArrayProperty(const std::u16string& name, const std::u16string& value, bool) {
     QJsonArray array = takeArray(name);
     array.append(toQString(value));
-    m_state.insert(toView(name), array);
+    m_state->set(name, array);
 }
 
 void WebObject2::removeFromArrayProperty(const std::u16string& name, int index, bool) {
@@ -230,11 +219,11 @@ void WebObject2::removeFromArrayProperty(const std::u16string& name, int index, 
     if (index >= 0 && index < array.size()) {
         array.removeAt(index);
     }
-    m_state.insert(toView(name), array);
+    m_state->set(name, array);
 }
 
 QJsonValue WebObject2::getProperty(const std::u16string& name) const {
-    return m_state.value(toView(name));
+    return m_state->value(name);
 }
 
 std::u16string WebObject2::getFromArrayProperty(const std::u16string& name, int index) const {
@@ -259,13 +248,13 @@ int WebObject2::getArrayPropertyIndex(const std::u16string& name, unsigned int v
 
 void WebObject2::addAttributeToProperty(const std::u16string& name, const std::u16string& attribute,
                                         const std::u16string& value, bool) {
-    QJsonObject object = m_state.take(toView(name)).toObject();
+    QJsonObject object = m_state->take(name).toObject();
     object.insert(toView(attribute), toQString(value));
     setProperty(name, QJsonValue(object), true);
 }
 
 void WebObject2::forgetProperty(const std::u16string& name) {
-    m_state.remove(toView(name));
+    m_state->forget(name);
 }
 
 void WebObject2::storeClientOwned(const QJsonObject& message) {
@@ -278,7 +267,7 @@ void WebObject2::storeClientOwned(const QJsonObject& message) {
                           : property.kind == ClientOwned::Kind::Text ? value.isString()
                                                                      : isNumbersObject(value);
         if (fits) {
-            m_state.insert(toView(property.name), value);
+            m_state->set(property.name, value);
         }
     }
 }
@@ -337,7 +326,11 @@ bool WebObject2::isLayout() const {
 }
 
 QJsonObject WebObject2::getJSonObject() const {
-    return m_state;
+    return state();
+}
+
+const QJsonObject& WebObject2::state() const {
+    return m_state->object();
 }
 
 void WebObject2::onDestroyRequested() {}

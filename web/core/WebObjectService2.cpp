@@ -215,11 +215,24 @@ void WebObjectService2::send(Identifier id, const QJsonDocument& document) {
 }
 
 void WebObjectService2::sendText(const ConnectionNumbers& numbers, const std::string& text) {
+    sendText(numbers, std::string(text));
+}
+
+// The last connection, mostly the only one, takes the text over.
+void WebObjectService2::sendText(const ConnectionNumbers& numbers, std::string&& text) {
+    ObjectConnection* last = nullptr;
     for (const ConnectionNumber number : numbers) {
         const auto found = m_connections.find(number);
-        if (found != m_connections.end()) {
-            found->second.connection->sendText(text);
+        if (found == m_connections.end()) {
+            continue;
         }
+        if (last) {
+            last->sendText(text);
+        }
+        last = found->second.connection.get();
+    }
+    if (last) {
+        last->sendText(std::move(text));
     }
 }
 

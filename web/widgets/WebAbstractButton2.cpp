@@ -21,7 +21,7 @@ void WebAbstractButton2::doSetLabelU(const std::u16string& label) {
         return;
     }
     seam::Label::write(element(), label);
-    updateProperty(keys::label, toQString(label));
+    updateText(names::label, label);
 }
 
 // NOLINTNEXTLINE(performance-unnecessary-value-param): the signature that the toolkit calls.

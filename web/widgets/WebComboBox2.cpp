@@ -33,7 +33,7 @@ void WebComboBox2::doSetTextU(const std::u16string& text) {
         return;
     }
     seam::FieldText::write(element(), text);
-    updateProperty(keys::text, toQString(text));
+    updateText(names::text, text);
 }
 
 std::u16string WebComboBox2::doGetTextU() const {
@@ -73,7 +73,7 @@ void WebComboBox2::doSetSelection(int index) {
 
 void WebComboBox2::doSetPlaceholderText(const std::u16string& text) {
     seam::FieldPlaceholder::write(element(), text);
-    updateProperty(keys::placeholder, toQString(text));
+    updateText(names::placeholder, text);
 }
 
 std::vector<std::u16string> WebComboBox2::doGetItemsU() const {
@@ -139,7 +139,7 @@ void WebComboBox2::handleJSONMessage(const QJsonObject& message) {
 void WebComboBox2::putBack(int index, const std::u16string& text) {
     doSetSelection(index);
     seam::FieldText::write(element(), text);
-    updateProperty(keys::text, toQString(text));
+    updateText(names::text, text);
 }
 
 QJsonObject WebComboBox2::getJSonObject() const {

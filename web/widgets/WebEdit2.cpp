@@ -28,7 +28,7 @@ void WebEdit2::doSetTextU(const std::u16string& text) {
         return;
     }
     seam::EditText::write(element(), text);
-    updateProperty(keys::text, toQString(text));
+    updateText(names::text, text);
 }
 
 std::u16string WebEdit2::doGetTextU(bool) const {
@@ -37,7 +37,7 @@ std::u16string WebEdit2::doGetTextU(bool) const {
 
 void WebEdit2::doSetPlaceHolderText(const std::u16string& text) {
     seam::EditPlaceholder::write(element(), text);
-    updateProperty(keys::placeholder, toQString(text));
+    updateText(names::placeholder, text);
 }
 
 std::u16string WebEdit2::doGetPlaceHolderText() const {
@@ -51,8 +51,7 @@ void WebEdit2::handleJSONMessage(const QJsonObject& message) {
                                                          : nullptr;
     if (emitter) {
         // Nothing was taken over, but the client shows what was typed.
-        const TakenOver shown(identifier(),
-                              [this] { updateProperty(keys::text, toQString(doGetTextU(false))); });
+        const TakenOver shown(identifier(), [this] { updateText(names::text, doGetTextU(false)); });
         emitUnlocked<DVEditEvent2>(emitter, seam::s_ordinary,
                                    toU16(message.value(received::value).toString()), 0, 0);
     }

@@ -29,7 +29,7 @@ void WebText2::doSetTextU(const std::u16string& text) {
         return;
     }
     seam::StaticText::write(element(), text);
-    updateProperty(keys::text, toQString(text));
+    updateText(names::text, text);
 }
 
 std::u16string WebText2::doGetTextU(bool) const {

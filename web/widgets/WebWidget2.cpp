@@ -126,7 +126,7 @@ void WebWidget2::doSetToolTipU(const std::u16string& text) {
     changedSettings().tooltip = text;
     if (seam::exists(element())) {
         seam::Tooltip::write(element(), text);
-        updateProperty(keys::tooltip, toQString(text));
+        updateText(names::tooltip, text);
     } else {
         sendProperty(names::tooltip, text);
     }

@@ -29,6 +29,8 @@ public:
     /// Publishes a text (UTF-8) to every other connector's subscriptions of the channel. Returns
     /// before they are called; the order of texts is kept.
     void publish(const std::string& channel, const std::string& text);
+    /// The same, and takes the text over: it is not copied on its way.
+    void publish(const std::string& channel, std::string&& text);
 
 private:
     std::shared_ptr<MessageBus> m_bus;

@@ -1,0 +1,47 @@
+#pragma once
+
+#include <QJsonObject>
+#include <QJsonValue>
+#include <memory>
+#include <string>
+#include <string_view>
+#include <variant>
+#include <vector>
+
+namespace DOVA {
+
+/// The properties that an object stores. A write to a QJsonObject of them would cost several times
+/// as much, and the object would never give back what former texts took.
+class PropertyState {
+public:
+    /// Each of these stores a value under a name; false if it is stored already. An undefined value
+    /// takes the property out.
+    bool set(std::u16string_view name, std::u16string_view text);
+    bool set(std::u16string_view name, const QJsonValue& value);
+    /// Takes the property out; mostly it is set again soon.
+    void forget(std::u16string_view name);
+    /// Undefined if there is none.
+    QJsonValue value(std::u16string_view name) const;
+    /// Takes a value out and gives it: edits of an array or object with a second handle on it
+    /// would copy the whole of it.
+    QJsonValue take(std::u16string_view name);
+
+    /// All of them, until the next change.
+    const QJsonObject& object() const;
+
+private:
+    struct Property {
+        std::u16string name;
+        std::variant<QJsonValue, std::u16string> value;
+        bool isSet;
+    };
+
+    const Property* find(std::u16string_view name) const;
+    Property& made(std::u16string_view name);
+    static QJsonValue toJson(const Property& property);
+
+    std::vector<Property> m_properties;  // in the order of their names
+    mutable std::unique_ptr<QJsonObject> m_object;
+};
+
+}  // namespace DOVA
