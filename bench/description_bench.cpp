@@ -1,5 +1,5 @@
-// A window's description, built and published, against building and writing the same tree with Qt's
-// JSON alone; and the growth of an array property.
+// A window's description as a page gets it, with the records of what the page shows, against
+// building and writing the same tree with Qt's JSON alone; and the growth of an array property.
 
 #include <benchmark/benchmark.h>
 
@@ -9,7 +9,7 @@
 
 #include "BenchWindow.h"
 #include "core/WebObjectLookup.h"
-#include "core/WebObjectService2.h"
+#include "windows/WebAbstractWindow2.h"
 
 namespace {
 
@@ -65,10 +65,9 @@ void descriptionPublished(benchmark::State& state) {
     const std::size_t before = bench::CountingBus::instance().bytes;
     window.show();
     const std::size_t published = bench::CountingBus::instance().bytes - before;
-    auto* service = DOVA::WebObjectService2::instance();
-    const auto id = window.dialog().identifier();
+    auto* web = DOVA::webObject<DOVA::WebAbstractWindow2>(window.dialog());
     for (auto _ : state) {
-        service->send(id, QJsonDocument(service->describe(id)));
+        web->doShowAgain();
     }
     if (published < static_cast<std::size_t>(count) * 50) {
         state.SkipWithError("the window was not described");

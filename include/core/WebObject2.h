@@ -24,7 +24,9 @@
 namespace DOVA {
 
 class PropertyState;
+class ReceivedMessage;
 class WebObjectService2;
+class WireForm;
 
 /// The base of every web object: the implementation behind one front object, with the widget's
 /// state as named JSON properties. Made by WebFactory2; deleted by destroyObject, doDestory, with
@@ -188,6 +190,9 @@ protected:
     /// Names what `dispatch` may store from messages of the page; `table` must outlive the object.
     void declareClientOwned(const std::vector<ClientOwned>& table) { m_clientOwned = &table; }
 
+    /// Names how objects of exactly this class are described; `form` must outlive the object.
+    void declareForm(const WireForm& form) { m_form = &form; }
+
     /// The identifier as decimal text, as it stands in messages.
     QString identifierText() const { return m_identifierText; }
     const tdom::Base& element() const { return m_element; }
@@ -198,6 +203,7 @@ protected:
 
 private:
     friend class WebObjectService2;
+    friend class WireForm;
     friend void destroyWebObjects() noexcept;
 
     template <class Event, class Front, class... Args>
@@ -214,6 +220,7 @@ private:
     void joinService();
     void storeClientOwned(const QJsonObject& message);
     void forgetProperty(const std::u16string& name);
+    PropertyState& stored() const;
     template <class Value>
     void sendMessage(std::u16string_view name, const Value& value);
     void destroyChildren();
@@ -222,10 +229,11 @@ private:
     tdom::Base m_element;  // empty for kinds without one
     DVObject2* const m_front;
     const Identifier m_identifier;
-    const std::unique_ptr<PropertyState> m_state;
+    mutable std::unique_ptr<PropertyState> m_state;  // once there is more than the identifier
     WebObjectService2* m_service;
     const QString m_identifierText;
     const std::vector<ClientOwned>* m_clientOwned = nullptr;
+    const WireForm* m_form = nullptr;
     WebObject2* m_next = nullptr;  // of all that live
     WebObject2* m_previous = nullptr;
 };

@@ -19,7 +19,9 @@
 namespace DOVA {
 
 class ObjectConnection;
+class ReceivedMessage;
 class WebObject2;
+class WindowConnection;
 
 /// The one registry and router of the process: finds web objects by identifier, keeps the tree of
 /// identifiers, owns the connections of shown windows, and routes messages both ways. Created and
@@ -103,6 +105,8 @@ public:
     QJsonObject describe(Identifier id, bool& isCut) const;
 
 private:
+    friend class WindowConnection;
+
     struct ParentLink {
         Identifier child;
         Identifier parent;
@@ -143,6 +147,7 @@ private:
     QJsonObject describe(Identifier id, int levels, bool& isCut) const;
     bool isBelow(Identifier id, Identifier ancestor) const;
     bool servesTree(ConnectionNumber connection, Identifier id) const;
+    bool dispatch(ConnectionNumber connection, const ReceivedMessage& message);
     bool handleElement(ConnectionNumber connection, const QJsonObject& element);
     template <class Visit>
     void visitSubtree(Identifier id, Visit visit) const;

@@ -17,6 +17,10 @@ public:
 
     void handleJSONMessage(const QJsonObject& message) override;
     QJsonObject getJSonObject() const override;
+
+private:
+    static const WireForm& form();
+    void receive(const ReceivedMessage& message);
 };
 
 }  // namespace DOVA

@@ -15,6 +15,10 @@ public:
 
     void handleJSONMessage(const QJsonObject& message) override;
     QJsonObject getJSonObject() const override;
+
+private:
+    static const WireForm& form();
+    void receive(const ReceivedMessage& message);
 };
 
 }  // namespace DOVA

@@ -61,6 +61,8 @@ public:
     QJsonObject getJSonObject() const override;
 
 private:
+    static const WireForm& form();
+    void receive(const ReceivedMessage& message);
     void putBack(int index, const std::u16string& text);
 };
 

@@ -25,6 +25,10 @@ public:
     void handleJSONMessage(const QJsonObject& message) override;
     /// Without the placeholder, which is sent when it is set.
     QJsonObject getJSonObject() const override;
+
+private:
+    static const WireForm& form();
+    void receive(const ReceivedMessage& message);
 };
 
 }  // namespace DOVA

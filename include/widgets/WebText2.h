@@ -28,6 +28,7 @@ public:
     QJsonObject getJSonObject() const override;
 
 private:
+    static const WireForm& form();
     static constexpr Identifier NoBuddy = 0xFFFFFFFF;
 
     Identifier m_buddy = NoBuddy;

@@ -1,15 +1,24 @@
+#include <QJsonArray>
 #include <QJsonDocument>
 #include <algorithm>
 #include <memory>
 
-#include "core/DeepDescription.h"
+#include "core/DescriptionText.h"
 #include "core/MessageService.h"
 #include "support/WebFixture.h"
 #include "toolkit/DVBoxLayout2.h"
 #include "toolkit/DVButton2.h"
+#include "toolkit/DVCheckBox2.h"
+#include "toolkit/DVComboBox2.h"
+#include "toolkit/DVEdit2.h"
 #include "toolkit/DVFactory2.h"
 #include "toolkit/DVGridLayout2.h"
+#include "toolkit/DVGroupBox2.h"
 #include "toolkit/DVPanel2.h"
+#include "toolkit/DVTab2.h"
+#include "toolkit/DVTabContainer2.h"
+#include "toolkit/DVText2.h"
+#include "widgets/WebButton2.h"
 
 namespace DOVA::test {
 namespace {
@@ -91,20 +100,58 @@ TEST_F(WebContainersTest, twentyThousandLevelsAreShownRefreshedAndDestroyed) {
     EXPECT_EQ(deepest->parent(), nullptr);
 }
 
-TEST_F(WebContainersTest, aDeepDescriptionReadsAsAnyOther) {
+/// A program's own class, described in its own way.
+class OwnButton : public WebButton2 {
+public:
+    OwnButton(DVButton2& front, DVButton2Emitters& emitters, QJsonObject description)
+        : WebButton2(&front, &emitters, nullptr), m_description(std::move(description)) {}
+    QJsonObject getJSonObject() const override { return m_description; }
+
+private:
+    const QJsonObject m_description;
+};
+
+TEST_F(WebContainersTest, aDescriptionIsWhatQtWrites) {
+    window.setTitle(u"a \"title\"");
+    window.showNormal();  // properties before and behind "contents"
     DVPanel2 panel(&window);
     DVBoxLayout2 box;
     panel.setLayout(&box);
-    DVButton2 first;
-    DVButton2 second(&window);
-    box.addWidget(&first);
-    panel.setToolTip(u"\"contents\":[]");
-    for (const DVObject2* object :
-         std::initializer_list<DVObject2*>{&window, &panel, &box, &first}) {
+    DVButton2 button(&panel, u"\u00FC\n\xD83D\xDE00\xD83D");
+    DVCheckBox2 check(&panel);
+    DVEdit2 edit(&panel, u"text");
+    DVText2 text(&panel, u"\"contents\":[");
+    DVComboBox2 combo(&panel, {u"a", u"\\"});
+    DVTabContainer2 tabs(&window);
+    DVTab2 tab(&tabs);
+    DVGroupBox2 group(&window);
+    DVGridLayout2 grid(&group);
+    DVButton2 inButton(&button);
+    DVButton2 own[4];
+    button.setColor(ColorRole{0}, Color());
+    text.setBuddy(&edit);
+    webObject<WebObject2>(tab)->setProperty(u"contents", 1, false);
+    webObject<WebObject2>(tabs)->setProperty(u"contents", 1, false);
+    webObject<WebObject2>(grid)->setProperty(u"\u00FC", 1.5, false);
+    DVButton2Emitters emitters[4];
+    const QJsonObject descriptions[] = {
+        {}, {{"contents", 7}, {"a", 1}}, {{"contents", 7}, {"z", QJsonArray()}}, {}};
+    const DVObject* parents[] = {&grid, &own[0], &box, &own[2]};
+    for (int i = 0; i < 4; ++i) {
+        webObject<WebObject2>(own[i])->doDestory();
+        new OwnButton(own[i], emitters[i], descriptions[i]);
+        service().setParent(own[i].identifier(), parents[i]->identifier());
+    }
+    std::vector<DVObject*> objects = window.children(true);
+    objects.push_back(&window);
+    ASSERT_GE(objects.size(), 16u);
+    for (const DVObject* object : objects) {
         QJsonObject description = service().describe(object->identifier());
+        const auto expected = [&] { return toWireText(QJsonDocument(description)); };
+        EXPECT_EQ(descriptionText(service(), object->identifier()), expected());
         description.insert("msgType", "refresh");
-        EXPECT_EQ(deepDescription(service(), object->identifier(), {{"msgType", "refresh"}}),
-                  toWireText(QJsonDocument(description)));
+        EXPECT_EQ(descriptionText(service(), object->identifier(), {{"msgType", "refresh"}}),
+                  expected());
     }
 }
 

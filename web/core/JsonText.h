@@ -29,6 +29,9 @@ public:
     /// Any value. REQUIRES: not undefined, for which JSON has no word.
     void value(const QJsonValue& value);
 
+    std::size_t size() const { return m_text.size(); }
+    /// Takes everything behind so many bytes off again.
+    void cut(std::size_t size) { m_text.resize(size); }
     /// Appends a bracket, in the place of the comma that may stand last.
     void close(char bracket);
 

@@ -3,7 +3,6 @@
 #include <QJsonArray>
 #include <QJsonDocument>
 #include <QJsonObject>
-#include <algorithm>
 
 #include "JsonText.h"
 #include "MessageService.h"
@@ -13,10 +12,6 @@
 namespace DOVA {
 
 namespace {
-
-bool isAscii(std::u16string_view text) {
-    return std::all_of(text.begin(), text.end(), [](char16_t unit) { return unit < 0x80; });
-}
 
 /// What only Qt can write: its order of keys that are not ASCII, and a member given twice.
 std::string writtenByQt(std::uint32_t id, const std::string& type, std::u16string_view name,

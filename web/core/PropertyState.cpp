@@ -3,6 +3,8 @@
 #include <algorithm>
 #include <utility>
 
+#include "JsonText.h"
+#include "PropertyNames.h"
 #include "TextConversions.h"
 
 namespace DOVA {
@@ -24,6 +26,7 @@ PropertyState::Property& PropertyState::made(std::u16string_view name) {
     m_object.reset();
     auto at = std::lower_bound(m_properties.begin(), m_properties.end(), name, s_isBefore);
     if (at == m_properties.end() || at->name != name) {
+        m_isWritable = m_isWritable && isAscii(name) && name != toU16View(keys::contents);
         at = m_properties.insert(at, {std::u16string(name), QJsonValue(), false});
     }
     return *at;
@@ -78,6 +81,35 @@ QJsonValue PropertyState::take(std::u16string_view name) {
 QJsonValue PropertyState::toJson(const Property& property) {
     const auto* text = std::get_if<std::u16string>(&property.value);
     return text ? QJsonValue(toQString(*text)) : std::get<QJsonValue>(property.value);
+}
+
+void PropertyState::write(const Property& property, JsonText& text) {
+    if (!property.isSet) {
+        return;
+    }
+    text.string(property.name);
+    text.raw(':');
+    if (const auto* stored = std::get_if<std::u16string>(&property.value)) {
+        text.string(*stored);
+    } else {
+        text.value(std::get<QJsonValue>(property.value));
+    }
+    text.raw(',');
+}
+
+void PropertyState::writeBefore(JsonText& text) const {
+    std::for_each(m_properties.begin(), behindContents(),
+                  [&](const Property& property) { write(property, text); });
+}
+
+void PropertyState::writeBehind(JsonText& text) const {
+    std::for_each(behindContents(), m_properties.end(),
+                  [&](const Property& property) { write(property, text); });
+}
+
+PropertyState::Properties::const_iterator PropertyState::behindContents() const {
+    return std::lower_bound(m_properties.begin(), m_properties.end(), toU16View(keys::contents),
+                            s_isBefore);
 }
 
 const QJsonObject& PropertyState::object() const {

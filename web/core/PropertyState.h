@@ -10,6 +10,8 @@
 
 namespace DOVA {
 
+class JsonText;
+
 /// The properties that an object stores. A write to a QJsonObject of them would cost several times
 /// as much, and the object would never give back what former texts took.
 class PropertyState {
@@ -29,6 +31,14 @@ public:
     /// All of them, until the next change.
     const QJsonObject& object() const;
 
+    /// Whether the text can be written here: all names are ASCII, whose order is Qt's, and none is
+    /// "contents".
+    bool isWritable() const { return m_isWritable; }
+    /// Appends the members, each with a comma behind it, that come before or behind "contents".
+    /// REQUIRES: isWritable().
+    void writeBefore(JsonText& text) const;
+    void writeBehind(JsonText& text) const;
+
 private:
     struct Property {
         std::u16string name;
@@ -36,11 +46,16 @@ private:
         bool isSet;
     };
 
+    using Properties = std::vector<Property>;
+
     const Property* find(std::u16string_view name) const;
+    Properties::const_iterator behindContents() const;
     Property& made(std::u16string_view name);
     static QJsonValue toJson(const Property& property);
+    static void write(const Property& property, JsonText& text);
 
-    std::vector<Property> m_properties;  // in the order of their names
+    Properties m_properties;  // in the order of their names
+    bool m_isWritable = true;
     mutable std::unique_ptr<QJsonObject> m_object;
 };
 

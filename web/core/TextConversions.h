@@ -26,6 +26,7 @@ inline std::u16string_view toU16View(const QString& text) {
 inline std::u16string toU16(const QString& text) {
     return std::u16string(toU16View(text));
 }
+bool isAscii(std::u16string_view text);
 /// A byte order mark at the front stays, which Qt's conversion takes off.
 std::u16string utf8ToU16(const std::string& text);
 inline std::string u16ToUtf8(const std::u16string& text) {
@@ -38,5 +39,7 @@ std::u16string decimal(int value);
 /// The identifier in a message: decimal text, or a JSON number for clients that write one. Anything
 /// else counts as 0, which no object has: signs, blanks, fractions, more than 32 bits.
 std::uint32_t parseIdentifier(const QJsonValue& value);
+/// The same for what a string holds.
+std::uint32_t parseIdentifier(std::string_view text);
 
 }  // namespace DOVA

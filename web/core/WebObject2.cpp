@@ -51,7 +51,6 @@ void destroyWebObjects() noexcept {
 WebObject2::WebObject2(DVObject2* front, DVObject2Emitters* emitters)
     : m_front(front),
       m_identifier(seam::identifierOf(*front)),
-      m_state(std::make_unique<PropertyState>()),
       m_service(WebObjectService2::instance()),
       m_identifierText(QString::number(m_identifier)) {
     using Emitters = DVObject2Emitters;
@@ -61,7 +60,6 @@ WebObject2::WebObject2(DVObject2* front, DVObject2Emitters* emitters)
                     binding<&Emitters::destroy, &WebObject2::doDestory>});
     joinLiving();
     joinService();
-    m_state->set(toU16View(keys::id), toU16View(m_identifierText));
 }
 
 void WebObject2::joinLiving() {
@@ -135,7 +133,7 @@ bool WebObject2::isDVObjectValid() const {
 }
 
 void WebObject2::setProperty(const std::u16string& name, const QJsonValue& value, bool notify) {
-    if (m_state->set(name, value) && notify) {
+    if (stored().set(name, value) && notify) {
         sendMessage(name, value);
     }
 }
@@ -176,7 +174,7 @@ void WebObject2::setProperty(const std::u16string& name, const char16_t* value, 
 }
 
 void WebObject2::setProperty(const std::u16string& name, const std::u16string& value, bool notify) {
-    if (m_state->set(name, std::u16string_view(value)) && notify) {
+    if (stored().set(name, std::u16string_view(value)) && notify) {
         sendMessage(name, std::u16string_view(value));
     }
 }
@@ -186,18 +184,18 @@ void WebObject2::setProperty(const std::u16string& name, int* values, int count,
     for (int i = 0; values && i < count; ++i) {
         array.append(values[i]);
     }
-    m_state->set(name, array);
+    stored().set(name, array);
 }
 
 // NOLINTNEXTLINE(performance-unnecessary-value-param): the signature that the toolkit calls.
 void WebObject2::setProperty(const std::u16string& name, std::vector<std::u16string> values, bool) {
-    m_state->set(name, toArray(values));
+    stored().set(name, toArray(values));
 }
 
 // The array leaves the state while it is edited: with a second handle on it, each edit would copy
 // the whole of it.
 QJsonArray WebObject2::takeArray(const std::u16string& name) {
-    return m_state->take(name).toArray();
+    return stored().take(name).toArray();
 }
 
 void WebObject2::insertToArrayProperty(const std::u16string& name, int index,
@@ -205,13 +203,13 @@ void WebObject2::insertToArrayProperty(const std::u16string& name, int index,
     QJsonArray array = takeArray(name);
     const bool inside = index >= 0 && index < array.size();
     array.insert(inside ? index : array.size(), toQString(value));
-    m_state->set(name, array);
+    stored().set(name, array);
 }
 
 void WebObject2::addToArrayProperty(const std::u16string& name, const std::u16string& value, bool) {
     QJsonArray array = takeArray(name);
     array.append(toQString(value));
-    m_state->set(name, array);
+    stored().set(name, array);
 }
 
 void WebObject2::removeFromArrayProperty(const std::u16string& name, int index, bool) {
@@ -219,11 +217,12 @@ void WebObject2::removeFromArrayProperty(const std::u16string& name, int index, 
     if (index >= 0 && index < array.size()) {
         array.removeAt(index);
     }
-    m_state->set(name, array);
+    stored().set(name, array);
 }
 
 QJsonValue WebObject2::getProperty(const std::u16string& name) const {
-    return m_state->value(name);
+    const bool isStored = m_state || name == toU16View(keys::id);
+    return isStored ? stored().value(name) : QJsonValue(QJsonValue::Undefined);
 }
 
 std::u16string WebObject2::getFromArrayProperty(const std::u16string& name, int index) const {
@@ -248,13 +247,13 @@ int WebObject2::getArrayPropertyIndex(const std::u16string& name, unsigned int v
 
 void WebObject2::addAttributeToProperty(const std::u16string& name, const std::u16string& attribute,
                                         const std::u16string& value, bool) {
-    QJsonObject object = m_state->take(name).toObject();
+    QJsonObject object = stored().take(name).toObject();
     object.insert(toView(attribute), toQString(value));
     setProperty(name, QJsonValue(object), true);
 }
 
 void WebObject2::forgetProperty(const std::u16string& name) {
-    m_state->forget(name);
+    stored().forget(name);
 }
 
 void WebObject2::storeClientOwned(const QJsonObject& message) {
@@ -267,7 +266,7 @@ void WebObject2::storeClientOwned(const QJsonObject& message) {
                           : property.kind == ClientOwned::Kind::Text ? value.isString()
                                                                      : isNumbersObject(value);
         if (fits) {
-            m_state->set(property.name, value);
+            stored().set(property.name, value);
         }
     }
 }
@@ -329,8 +328,17 @@ QJsonObject WebObject2::getJSonObject() const {
     return state();
 }
 
+// Most widgets store nothing that their element does not have.
+PropertyState& WebObject2::stored() const {
+    if (!m_state) {
+        m_state = std::make_unique<PropertyState>();
+        m_state->set(toU16View(keys::id), toU16View(m_identifierText));
+    }
+    return *m_state;
+}
+
 const QJsonObject& WebObject2::state() const {
-    return m_state->object();
+    return stored().object();
 }
 
 void WebObject2::onDestroyRequested() {}

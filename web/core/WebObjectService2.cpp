@@ -8,7 +8,9 @@
 #include "ModuleEnd.h"
 #include "ObjectConnection.h"
 #include "PropertyNames.h"
+#include "ReceivedMessage.h"
 #include "TextConversions.h"
+#include "WireForm.h"
 #include "core/HandlerErrors.h"
 #include "core/WebObject2.h"
 
@@ -248,6 +250,17 @@ void WebObjectService2::dispatch(ConnectionNumber connection, const QJsonDocumen
             return;
         }
     }
+}
+
+/// As above, for an object that reads messages without Qt's JSON; false for any other.
+bool WebObjectService2::dispatch(ConnectionNumber connection, const ReceivedMessage& message) {
+    const Identifier id = message.identifier();
+    WebObject2* object = getObject(id);
+    const WireForm::Receive receive = object ? WireForm::receiverOf(*object) : nullptr;
+    if (receive && servesTree(connection, id)) {
+        callHandlers([&] { receive(*object, message); });
+    }
+    return receive;
 }
 
 bool WebObjectService2::handleElement(ConnectionNumber connection, const QJsonObject& element) {

@@ -5,6 +5,7 @@
 
 #include "LifeCycleNames.h"
 #include "MessageService.h"
+#include "ReceivedMessage.h"
 #include "TextConversions.h"
 #include "core/WebObjectService2.h"
 
@@ -31,6 +32,11 @@ std::string WindowConnection::channelOf(std::uint32_t window, const std::string&
 void WindowConnection::onMessage(const std::string& text) {
     WebObjectService2* service = WebObjectService2::instance();
     if (!service) {
+        return;
+    }
+    ReceivedMessage plain;
+    if (plain.readPlain(text) && !plain.has(lifecycle::dialogReady) &&
+        service->dispatch(number(), plain)) {
         return;
     }
     const QJsonDocument document = fromWireText(text);

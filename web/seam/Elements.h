@@ -24,6 +24,17 @@ struct ElementProperty {
         const auto own = tdom::as<Kind>(element);
         return own ? (own.operator->()->*Get)() : otherwise;
     }
+    /// The value as a `Wide`, which takes a view of a text.
+    template <class Wide>
+    static Wide readAs(const tdom::Base& element) {
+        const auto own = tdom::as<Kind>(element);
+        if constexpr (std::is_same_v<Value, std::u16string>) {
+            return own ? Wide(std::u16string_view((own.operator->()->*Get)()))
+                       : Wide(std::u16string_view());
+        } else {
+            return Wide(own ? (own.operator->()->*Get)() : Value());
+        }
+    }
     /// Whether there is such an element and its value is this.
     template <class Given>
     static bool holds(const tdom::Base& element, const Given& value) {

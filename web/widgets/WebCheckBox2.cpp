@@ -1,8 +1,11 @@
 #include "widgets/WebCheckBox2.h"
 
+#include "../core/ModuleEnd.h"
 #include "../core/PropertyNames.h"
+#include "../core/ReceivedMessage.h"
 #include "../core/TakenOver.h"
 #include "../core/TextConversions.h"
+#include "../core/WireForm.h"
 #include "../seam/Elements.h"
 #include "CreateElement.h"
 
@@ -11,6 +14,7 @@ namespace DOVA {
 WebCheckBox2::WebCheckBox2(DVCheckBox2* front, DVCheckBox2Emitters* emitters, DVObject*)
     : WebAbstractButton2(front, emitters) {
     createElement<tdom::CheckBox>();
+    declareForm(form());
     doLower();
 }
 
@@ -20,22 +24,34 @@ WebCheckBox2::~WebCheckBox2() {
 }
 
 void WebCheckBox2::handleJSONMessage(const QJsonObject& message) {
-    if (message.value(received::event).toString() != events::onToggle) {
+    receive(ReceivedMessage(message));
+}
+
+void WebCheckBox2::receive(const ReceivedMessage& message) {
+    if (!message.isEvent(events::onToggle)) {
         return;
     }
     const TakenOver taken(identifier(), [this, before = doIsChecked()] { doSetChecked(before); });
-    const bool checked = message.value(received::value).toBool(false);
+    const bool checked = message.flag(received::value);
     seam::Checked::write(element(), checked);
     emitToFront<DVButtonToggleEvent2>(&DVAbstractButton2::toggleEmitter, seam::s_ordinary, checked);
 }
 
+const WireForm& WebCheckBox2::form() {
+    static const struct {
+        WireForm form{
+            typeid(WebCheckBox2),
+            [](WebObject2& object, const ReceivedMessage& message) {
+                static_cast<WebCheckBox2&>(object).receive(message);
+            },
+            {WireForm::row<seam::Label>(keys::label), WireForm::row<seam::Checked>(keys::checked)}};
+        EndsModule end;
+    } shared;
+    return shared.form;
+}
+
 QJsonObject WebCheckBox2::getJSonObject() const {
-    QJsonObject description = WebWidget2::getJSonObject();
-    if (seam::exists(element())) {
-        description.insert(keys::label, toQString(seam::Label::read(element())));
-        description.insert(keys::checked, seam::Checked::read(element()));
-    }
-    return description;
+    return seam::exists(element()) ? form().describe(*this) : WebWidget2::getJSonObject();
 }
 
 }  // namespace DOVA

@@ -1,10 +1,11 @@
 #include "widgets/WebComboBox2.h"
 
-#include <QJsonArray>
-
+#include "../core/ModuleEnd.h"
 #include "../core/PropertyNames.h"
+#include "../core/ReceivedMessage.h"
 #include "../core/TakenOver.h"
 #include "../core/TextConversions.h"
+#include "../core/WireForm.h"
 #include "../seam/Elements.h"
 #include "CreateElement.h"
 
@@ -13,6 +14,7 @@ namespace DOVA {
 WebComboBox2::WebComboBox2(DVComboBox2* front, DVComboBox2Emitters* emitters, DVObject*)
     : WebWidget2(front, emitters) {
     createElement<tdom::ComboBox>();
+    declareForm(form());
     doLower();
     using Emitters = DVComboBox2Emitters;
     bind(emitters, {binding<&Emitters::insertItemsU, &WebComboBox2::doInsertItemsU>,
@@ -114,23 +116,27 @@ void WebComboBox2::doimSelectByString(const std::string& text) {
 }
 
 void WebComboBox2::handleJSONMessage(const QJsonObject& message) {
-    if (!message.contains(received::event)) {
+    receive(ReceivedMessage(message));
+}
+
+void WebComboBox2::receive(const ReceivedMessage& message) {
+    if (!message.has(received::event)) {
         return;
     }
-    const QString event = message.value(received::event).toString();
-    const std::u16string text = toU16(message.value(received::value).toString());
+    const bool isEdit = message.isEvent(events::onEdit);
+    const std::u16string text = message.text(received::value);
     const TakenOver taken(identifier(), [this, index = doGetSelection(), text = doGetTextU()] {
         putBack(index, text);
     });
     seam::FieldText::write(element(), text);
-    if (event == events::onSelectionChange) {
-        const int index = message.value(received::index).toInt(0);
+    if (message.isEvent(events::onSelectionChange)) {
+        const int index = message.number(received::index);
         seam::CurrentIndex::write(element(), index);
         emitUnlocked<DVComboBoxSelectEvent2>(&DVComboBox2::selectionEmitter, seam::s_ordinary,
                                              index, text, 0);
-    } else if (event == events::onEdit || event == events::onEditFinish) {
+    } else if (isEdit || message.isEvent(events::onEditFinish)) {
         emitUnlocked<DVComboBoxEditEvent2>(
-            event == events::onEdit ? &DVComboBox2::editEmitter : &DVComboBox2::editFinishedEmitter,
+            isEdit ? &DVComboBox2::editEmitter : &DVComboBox2::editFinishedEmitter,
             seam::s_ordinary, text, 0);
     }
 }
@@ -142,19 +148,26 @@ void WebComboBox2::putBack(int index, const std::u16string& text) {
     updateText(names::text, text);
 }
 
+const WireForm& WebComboBox2::form() {
+    static const struct {
+        WireForm form{typeid(WebComboBox2),
+                      [](WebObject2& object, const ReceivedMessage& message) {
+                          static_cast<WebComboBox2&>(object).receive(message);
+                      },
+                      {WireForm::row<seam::Editable>(keys::editable),
+                       WireForm::row<seam::FieldText>(keys::text),
+                       WireForm::row<seam::CurrentIndex>(keys::currentindex),
+                       {keys::entries, [](const WebObject2& object) {
+                            return WireForm::Value(&seam::items::all(
+                                static_cast<const WebComboBox2&>(object).element()));
+                        }}}};
+        EndsModule end;
+    } shared;
+    return shared.form;
+}
+
 QJsonObject WebComboBox2::getJSonObject() const {
-    QJsonObject description = WebWidget2::getJSonObject();
-    if (seam::exists(element())) {
-        QJsonArray entries;
-        for (const std::u16string& item : seam::items::all(element())) {
-            entries.append(toQString(item));
-        }
-        description.insert(keys::editable, seam::Editable::read(element()));
-        description.insert(keys::text, toQString(seam::FieldText::read(element())));
-        description.insert(keys::currentindex, seam::CurrentIndex::read(element()));
-        description.insert(keys::entries, entries);
-    }
-    return description;
+    return seam::exists(element()) ? form().describe(*this) : WebWidget2::getJSonObject();
 }
 
 }  // namespace DOVA

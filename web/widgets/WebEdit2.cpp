@@ -1,8 +1,11 @@
 #include "widgets/WebEdit2.h"
 
+#include "../core/ModuleEnd.h"
 #include "../core/PropertyNames.h"
+#include "../core/ReceivedMessage.h"
 #include "../core/TakenOver.h"
 #include "../core/TextConversions.h"
+#include "../core/WireForm.h"
 #include "../seam/Elements.h"
 #include "CreateElement.h"
 
@@ -12,6 +15,7 @@ WebEdit2::WebEdit2(DVEdit2* front, DVEdit2Emitters* emitters, DVObject*)
     : WebWidget2(front, emitters) {
     setProperty(names::type, utf8ToU16(kinds::edit), false);
     createElement<tdom::Edit>();
+    declareForm(form());
     doLower();
     using Emitters = DVEdit2Emitters;
     bind(emitters, {binding<&Emitters::setTextU, &WebEdit2::doSetTextU>,
@@ -45,24 +49,34 @@ std::u16string WebEdit2::doGetPlaceHolderText() const {
 }
 
 void WebEdit2::handleJSONMessage(const QJsonObject& message) {
-    const QString event = message.value(received::event).toString();
-    const auto emitter = event == events::onEdit         ? &DVEdit2::editEmitter
-                         : event == events::onEditFinish ? &DVEdit2::editFinishedEmitter
-                                                         : nullptr;
+    receive(ReceivedMessage(message));
+}
+
+void WebEdit2::receive(const ReceivedMessage& message) {
+    const auto emitter = message.isEvent(events::onEdit)         ? &DVEdit2::editEmitter
+                         : message.isEvent(events::onEditFinish) ? &DVEdit2::editFinishedEmitter
+                                                                 : nullptr;
     if (emitter) {
         // Nothing was taken over, but the client shows what was typed.
         const TakenOver shown(identifier(), [this] { updateText(names::text, doGetTextU(false)); });
-        emitUnlocked<DVEditEvent2>(emitter, seam::s_ordinary,
-                                   toU16(message.value(received::value).toString()), 0, 0);
+        emitUnlocked<DVEditEvent2>(emitter, seam::s_ordinary, message.text(received::value), 0, 0);
     }
 }
 
+const WireForm& WebEdit2::form() {
+    static const struct {
+        WireForm form{typeid(WebEdit2),
+                      [](WebObject2& object, const ReceivedMessage& message) {
+                          static_cast<WebEdit2&>(object).receive(message);
+                      },
+                      {WireForm::row<seam::EditText>(keys::text)}};
+        EndsModule end;
+    } shared;
+    return shared.form;
+}
+
 QJsonObject WebEdit2::getJSonObject() const {
-    QJsonObject description = WebWidget2::getJSonObject();
-    if (seam::exists(element())) {
-        description.insert(keys::text, toQString(seam::EditText::read(element())));
-    }
-    return description;
+    return seam::exists(element()) ? form().describe(*this) : WebWidget2::getJSonObject();
 }
 
 }  // namespace DOVA

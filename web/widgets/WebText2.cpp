@@ -1,7 +1,9 @@
 #include "widgets/WebText2.h"
 
+#include "../core/ModuleEnd.h"
 #include "../core/PropertyNames.h"
 #include "../core/TextConversions.h"
+#include "../core/WireForm.h"
 #include "../seam/Elements.h"
 #include "CreateElement.h"
 #include "core/WebObjectService2.h"
@@ -11,6 +13,7 @@ namespace DOVA {
 WebText2::WebText2(DVText2* front, DVText2Emitters* emitters, DVObject*)
     : WebWidget2(front, emitters) {
     createElement<tdom::Text>();
+    declareForm(form());
     doLower();
     using Emitters = DVText2Emitters;
     bind(emitters, {binding<&Emitters::setTextU, &WebText2::doSetTextU>,
@@ -52,6 +55,20 @@ DVObject* WebText2::doGetBuddy() {
 }
 
 void WebText2::handleJSONMessage(const QJsonObject&) {}
+
+const WireForm& WebText2::form() {
+    static const struct {
+        WireForm form{typeid(WebText2),
+                      [](WebObject2&, const ReceivedMessage&) {},
+                      {WireForm::row<seam::StaticText>(keys::text),
+                       {keys::buddy, [](const WebObject2& object) {
+                            return WireForm::Value(
+                                std::to_string(static_cast<const WebText2&>(object).m_buddy));
+                        }}}};
+        EndsModule end;
+    } shared;
+    return shared.form;
+}
 
 QJsonObject WebText2::getJSonObject() const {
     QJsonObject description = WebWidget2::getJSonObject();

@@ -2,9 +2,10 @@
 
 #include <QJsonDocument>
 
-#include "../core/DeepDescription.h"
+#include "../core/DescriptionText.h"
 #include "../core/PropertyNames.h"
 #include "../core/TextConversions.h"
+#include "../core/WireForm.h"
 #include "../seam/ElementIdentity.h"
 #include "../seam/Elements.h"
 #include "../seam/Host.h"
@@ -75,17 +76,7 @@ QJsonObject WebWidget2::getJSonObject() const {
     if (!seam::exists(element())) {
         return WebObject2::getJSonObject();
     }
-    QJsonObject description;
-    description.insert(keys::id, toQString(seam::idOf(element())));
-    description.insert(keys::type, QString::fromStdString(seam::typeNameOf(element())));
-    description.insert(keys::tooltip, toQString(seam::Tooltip::read(element())));
-    description.insert(keys::enable, seam::Enabled::read(element()));
-    description.insert(keys::visible, seam::Visible::read(element()));
-    const QJsonValue style = state().value(keys::style);
-    if (!style.isUndefined()) {
-        description.insert(keys::style, style);
-    }
-    return description;
+    return WireForm::ofWidgets().describe(*this);
 }
 
 const WebWidget2::Settings& WebWidget2::settings() const {
@@ -142,14 +133,16 @@ void WebWidget2::doShow() {
         return;
     }
     const QString parent = QString::number(service->getParentId(identifier()));
-    bool isCut = false;
-    QJsonObject description = service->describe(identifier(), isCut);
-    description.insert(keys::msgType, QJsonValue(toQString(words::refresh)));
-    description.insert(keys::parentId, parent);
-    if (isCut) {
-        const QJsonObject more{{keys::msgType, toQString(words::refresh)},
-                               {keys::parentId, parent}};
-        service->sendText(numbers, deepDescription(*service, identifier(), more));
+    const QJsonObject more{{keys::msgType, toQString(words::refresh)}, {keys::parentId, parent}};
+    bool isText = WireForm::isOwn(*this);
+    QJsonObject description;
+    if (!isText) {
+        description = service->describe(identifier(), isText);
+        description.insert(keys::msgType, more.value(keys::msgType));
+        description.insert(keys::parentId, parent);
+    }
+    if (isText) {
+        service->sendText(numbers, descriptionText(*service, identifier(), more));
     } else {
         sendTextMessage(description);
     }

@@ -1,12 +1,11 @@
 #include "windows/WebAbstractWindow2.h"
 
-#include <QJsonDocument>
 #include <algorithm>
 #include <cmath>
 #include <limits>
 
 #include "../core/BaseConnection.h"
-#include "../core/DeepDescription.h"
+#include "../core/DescriptionText.h"
 #include "../core/ModuleEnd.h"
 #include "../core/PropertyNames.h"
 #include "../core/TextConversions.h"
@@ -162,13 +161,7 @@ void WebAbstractWindow2::showFirstTime() {
         return;
     }
     service->serveSubtree(identifier(), connect(identifier(), *client, *service));
-    bool isCut = false;
-    const QJsonDocument description(service->describe(identifier(), isCut));
-    if (isCut) {
-        client->sendText(deepDescription(*service, identifier()), identifier());
-    } else {
-        client->send(description, identifier());
-    }
+    client->sendText(descriptionText(*service, identifier()), identifier());
 }
 
 void WebAbstractWindow2::doShowAgain() {
