@@ -1,6 +1,7 @@
 // The program behind the browser benchmarks: a dialog with a button that changes a text, a button
-// that sends a burst of writes, a button that opens a window of rows, and as many widgets as asked
-// for: bench_program WIDGETS ROWS WRITES. Prints its address on one line.
+// that sends a burst of writes, one that opens a window of rows, one that opens a window of labels
+// and fields, and as many widgets as asked for: bench_program WIDGETS ROWS WRITES [FIELDS]. Prints
+// its address on one line.
 
 #include <cstdlib>
 #include <iostream>
@@ -13,6 +14,8 @@
 #include "toolkit/DVBoxLayout2.h"
 #include "toolkit/DVButton2.h"
 #include "toolkit/DVDialog2.h"
+#include "toolkit/DVEdit2.h"
+#include "toolkit/DVGridLayout2.h"
 #include "toolkit/DVText2.h"
 
 namespace {
@@ -26,6 +29,7 @@ struct Sizes {
     int widgets;
     int rows;
     int writes;
+    int fields;
 };
 
 /// A dialog with `count` buttons, apart from the one that is measured.
@@ -44,6 +48,28 @@ private:
     DOVA::DVBoxLayout2 m_layout{&m_dialog};
 };
 
+/// A dialog with `count` fields, each behind its label.
+class Fields {
+public:
+    explicit Fields(int count) {
+        m_dialog.setLayout(&m_layout);
+        for (int i = 0; i < count; ++i) {
+            auto& label = m_dialog.make<DOVA::DVText2>(u"Label of row " + decimal(i));
+            auto& field = m_dialog.make<DOVA::DVEdit2>(u"value " + decimal(i));
+            label.setBuddy(&field);
+            m_grid.addWidget(&label);
+            m_grid.addWidget(&field);
+        }
+        m_layout.addWidget(&m_grid);
+        m_dialog.show();
+    }
+
+private:
+    DOVA::DVDialog2 m_dialog;
+    DOVA::DVBoxLayout2 m_layout{&m_dialog};
+    DOVA::DVGridLayout2 m_grid;
+};
+
 class Measured {
 public:
     explicit Measured(Sizes sizes) : m_sizes(sizes) {
@@ -51,7 +77,8 @@ public:
         m_dialog.setLayout(&m_layout);
         for (DOVA::DVObject* widget :
              {static_cast<DOVA::DVObject*>(&m_answer), static_cast<DOVA::DVObject*>(&m_click),
-              static_cast<DOVA::DVObject*>(&m_burst), static_cast<DOVA::DVObject*>(&m_open)}) {
+              static_cast<DOVA::DVObject*>(&m_burst), static_cast<DOVA::DVObject*>(&m_open),
+              static_cast<DOVA::DVObject*>(&m_openFields)}) {
             m_layout.addWidget(widget);
         }
         for (int i = 0; i < sizes.widgets; ++i) {
@@ -60,6 +87,7 @@ public:
         m_click.onClick([this] { m_answer.setText(decimal(++m_clicks)); });
         m_burst.onClick([this] { writeBurst(); });
         m_open.onClick([this] { m_rows = std::make_unique<Rows>(m_sizes.rows); });
+        m_openFields.onClick([this] { m_fields = std::make_unique<Fields>(m_sizes.fields); });
         m_dialog.show();
     }
 
@@ -78,17 +106,20 @@ private:
     DOVA::DVButton2 m_click{&m_dialog, u"Click"};
     DOVA::DVButton2 m_burst{&m_dialog, u"Burst"};
     DOVA::DVButton2 m_open{&m_dialog, u"Open"};
+    DOVA::DVButton2 m_openFields{&m_dialog, u"Fields"};
     std::unique_ptr<Rows> m_rows;
+    std::unique_ptr<Fields> m_fields;
 };
 
 }  // namespace
 
 int main(int argc, char** argv) {
-    if (argc != 4) {
-        std::cerr << "bench_program: usage: bench_program WIDGETS ROWS WRITES\n";
+    if (argc != 4 && argc != 5) {
+        std::cerr << "bench_program: usage: bench_program WIDGETS ROWS WRITES [FIELDS]\n";
         return 2;
     }
-    const Sizes sizes{std::atoi(argv[1]), std::atoi(argv[2]), std::atoi(argv[3])};
+    const Sizes sizes{std::atoi(argv[1]), std::atoi(argv[2]), std::atoi(argv[3]),
+                      argc == 5 ? std::atoi(argv[4]) : 0};
     try {
         DOVA::runtime::HostOptions options;
         options.port = 0;

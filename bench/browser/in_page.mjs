@@ -126,8 +126,8 @@ export async function timeWindow(rows) {
     return done - arrival;
 }
 
-/** Hands the page a window of rows of each kind as a frame; milliseconds until it is laid out. */
-export function timeMixedWindow(rows) {
+/** Hands the page a window of rows of each kind as a frame; milliseconds until all is laid out. */
+export async function timeMixedWindow(rows) {
     const items = ['red', 'orange', 'yellow', 'green', 'blue'];
     const widget = (id, type, values) => ({
         enable: true,
@@ -166,6 +166,10 @@ export function timeMixedWindow(rows) {
     socket.send = () => {};
     const start = performance.now();
     socket.dispatchEvent(new MessageEvent('message', { data }));
+    const last = 999 + rows * 5;
+    while (!document.querySelector(`[data-id="${last}"]`)) {
+        await new Promise((done) => requestAnimationFrame(() => setTimeout(done)));
+    }
     document.querySelector('[data-id="999"]').getBoundingClientRect();
     return performance.now() - start;
 }
@@ -181,7 +185,10 @@ export function listRows() {
         [...element.children].map(elementsOf),
         element.children.length === 0 ? element.textContent : '',
     ];
-    return [...anyRow.parentElement.children].map(elementsOf);
+    const rows = anyRow
+        .closest('.box')
+        .querySelectorAll(':scope > [data-id], :scope > .block > [data-id]');
+    return [...rows].map(elementsOf);
 }
 
 /** Milliseconds to create the same elements by hand, and if asked for to show them in a bare dialog. */

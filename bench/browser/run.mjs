@@ -9,6 +9,7 @@ import { fileURLToPath } from 'node:url';
 import { Chromium } from './Chromium.mjs';
 import { timeFirstWindow } from './first_window.mjs';
 import * as inPage from './in_page.mjs';
+import { measureLarge } from './large.mjs';
 
 const folder = process.argv[2];
 if (!folder) {
@@ -60,6 +61,11 @@ async function openPage(address) {
     const page = await browser.open(address, inPage.watchSocket);
     await page.evaluate(inPage.waitForDialog);
     return page;
+}
+
+/** A page without a program. */
+async function openBlank() {
+    return browser.open(blank);
 }
 
 async function openDialog(address) {
@@ -217,6 +223,7 @@ try {
     await measureWindows();
     await measureBurst();
     await measureFirstWindow();
+    await measureLarge({ start, openDialog, openBlank, median, report });
 } finally {
     await browser.close();
     bare.stop();
