@@ -128,8 +128,8 @@ const promises = [
 
 promises.push(
     ...[
-        ['bytes', 'bytes of the heap', 2000],
-        ['blocks', 'blocks of the heap', 18],
+        ['bytes', 'bytes of the heap', 1650],
+        ['blocks', 'blocks of the heap', 15],
     ].map(([counter, what, limit]) => ({
         bench: 'memory_bench',
         what: `one more widget in the program, ${what}`,

@@ -86,7 +86,7 @@ TEST(ReceivedMessageTest, randomTextsMeanWhatQtReadsInThem) {
         for (unsigned members = random() % 5; members > 0; --members) {
             text += (text.empty() ? "\"" : ",\"") + pick(keys) + "\":" + pick(values);
         }
-        text = "{" + text + "}";
+        text.insert(0, 1, '{').append(1, '}');
         if (random() % 2 == 0) {
             const std::size_t at = random() % text.size();
             text.replace(at, random() % 2, 1, changes[random() % changes.size()]);
