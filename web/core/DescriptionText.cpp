@@ -7,6 +7,7 @@
 #include "MessageService.h"
 #include "PropertyNames.h"
 #include "PropertyState.h"
+#include "TextConversions.h"
 #include "WireForm.h"
 #include "core/WebObject2.h"
 #include "core/WebObjectService2.h"
@@ -16,8 +17,6 @@ namespace DOVA {
 namespace {
 
 using Identifier = WebObjectService2::Identifier;
-
-constexpr std::string_view s_contents = "\"contents\":[";
 
 /// The members, with a comma behind the last.
 std::string membersOf(const QJsonObject& object) {
@@ -56,7 +55,8 @@ private:
         std::vector<Identifier> children;
         std::size_t next = 0;
         std::size_t begin = 0;
-        std::size_t contents = 0;  // where they begin
+        std::size_t contents = 0;    // where their member begins
+        std::size_t firstChild = 0;  // and where they do
         const WebObject2* object = nullptr;
         const WireForm* form = nullptr;
         const PropertyState* state = nullptr;
@@ -91,7 +91,9 @@ private:
             endMembers(open);
         } else {
             open.contents = m_text.size();
-            m_text.raw(s_contents);
+            m_text.string(toU16View(keys::contents));
+            m_text.raw(":[");
+            open.firstChild = m_text.size();
             m_open.push_back(std::move(open));
         }
     }
@@ -115,7 +117,7 @@ private:
     }
 
     void end(const Open& open) {
-        if (m_text.size() == open.contents + s_contents.size()) {
+        if (m_text.size() == open.firstChild) {
             m_text.cut(open.contents);
             m_text.raw(open.own);
         } else {

@@ -30,7 +30,7 @@ bool isForQt(std::u16string_view name) {
 template <class WriteValue>
 std::string written(std::uint32_t id, const std::string& type, std::u16string_view name,
                     std::size_t valueSize, WriteValue writeValue) {
-    constexpr std::size_t around = sizeof R"([{"id":"4294967295","type":"","":""}])";
+    constexpr std::size_t around = 40;  // brackets, quotes, both keys and an identifier
     const std::u16string_view idKey = toU16View(keys::id);
     JsonText text(around + type.size() + name.size() + valueSize);
     const auto writeIf = [&](bool isHere) {
@@ -43,11 +43,13 @@ std::string written(std::uint32_t id, const std::string& type, std::u16string_vi
     };
     text.raw("[{");
     writeIf(name < idKey);
-    text.raw(R"("id":")");
+    text.string(idKey);
+    text.raw(":\"");
     text.number(id);
     text.raw("\",");
     writeIf(name > idKey && name < names::type);
-    text.raw(R"("type":)");
+    text.string(names::type);
+    text.raw(':');
     text.utf8(type);
     text.raw(',');
     writeIf(name > names::type);
