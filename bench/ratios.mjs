@@ -133,7 +133,7 @@ promises.push(
     ].map(([counter, what, limit]) => ({
         bench: 'memory_bench',
         what: `one more widget in the program, ${what}`,
-        of: 'oneMoreWidget',
+        of: 'oneMoreWidget/iterations:1',
         counter,
         limit,
         ...only('.', 1),

@@ -28,6 +28,8 @@ export class Blocks {
     #rows = 0;
     #column = 0;
     #isUnsettled = false;
+    /** All that was described is made. */
+    #isWhole = false;
     #timer: ReturnType<typeof setTimeout> | undefined;
 
     constructor(container: HTMLElement, object: StoredObject) {
@@ -122,13 +124,14 @@ export class Blocks {
             this.#pass(child);
         }
         this.#end();
+        this.#isWhole = true;
         this.#blocks.filter((block) => block.childElementCount === 0).forEach((e) => e.remove());
         whenIdle(this.#lay());
     }
 
     #newBlock(): HTMLElement {
         const block = document.createElement('div');
-        block.className = 'block';
+        block.className = 'block laid';
         this.#container.append(block);
         return block;
     }
@@ -185,7 +188,9 @@ export class Blocks {
         if (style.getPropertyValue('--columns') !== columns) {
             style.setProperty('--columns', columns);
             style.setProperty('--first', this.columns === 2 ? `${widths[0]}em` : '');
-            this.widthChanges();
+            if (this.#isWhole) {
+                this.widthChanges();
+            }
         }
         const { height, paddingTop, paddingBottom } = getComputedStyle(block);
         const room = parseFloat(height) - parseFloat(paddingTop) - parseFloat(paddingBottom);
