@@ -104,7 +104,8 @@ public:
     /// The object's kind in messages: that of the model element, or the class name without one.
     virtual std::string getTypeName() const;
 
-    /// What every scalar setProperty ends in.
+    /// What every scalar setProperty ends in; texts are stored and sent likewise, without a JSON
+    /// value on the way.
     void setProperty(const std::u16string& name, const QJsonValue& value, bool notify);
     /// Sends a property without storing it.
     void updateProperty(const QString& name, const QJsonValue& value);

@@ -3,6 +3,7 @@
 #include <QJsonDocument>
 
 #include "../core/DescriptionText.h"
+#include "../core/ModuleEnd.h"
 #include "../core/PropertyNames.h"
 #include "../core/TextConversions.h"
 #include "../core/WireForm.h"
@@ -80,8 +81,11 @@ QJsonObject WebWidget2::getJSonObject() const {
 }
 
 const WebWidget2::Settings& WebWidget2::settings() const {
-    static const Settings none;
-    return m_settings ? *m_settings : none;
+    static const struct {
+        Settings settings;
+        EndsModule end;
+    } none;
+    return m_settings ? *m_settings : none.settings;
 }
 
 WebWidget2::Settings& WebWidget2::changedSettings() {

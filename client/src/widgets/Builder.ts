@@ -7,7 +7,7 @@ import { kindOf } from './kinds.ts';
 import { Slices } from './Slices.ts';
 import type { Appliers, WidgetHost, WidgetKind } from './WidgetKind.ts';
 
-/** What a child has a place of its own by, or a row. */
+/** By these a child has a place of its own, or a row. */
 const placing: ReadonlySet<Name> = new Set([...placed, 'meta']);
 const captions: ReadonlySet<Name> = new Set(['text', 'label', 'entries']);
 

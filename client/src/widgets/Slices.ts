@@ -49,12 +49,16 @@ export class Slices {
 
     #goOn(): void {
         const work = this.#works.shift();
-        if (work !== undefined && !this.#advance(work, SLICE)) {
-            this.#works.unshift(work);
-        }
-        this.#isScheduled = this.#works.length > 0;
-        if (this.#isScheduled) {
-            this.#schedule();
+        try {
+            if (work !== undefined && !this.#advance(work, SLICE)) {
+                this.#works.unshift(work);
+            }
+        } finally {
+            // Also when the work has thrown: the others go on.
+            this.#isScheduled = this.#works.length > 0;
+            if (this.#isScheduled) {
+                this.#schedule();
+            }
         }
     }
 

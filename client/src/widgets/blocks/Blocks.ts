@@ -14,9 +14,10 @@ const ROWS = 40;
 const SETTLED = 300;
 
 /**
- * The children of a container that has very many, in blocks of rows. The browser lays out the
- * blocks in sight at once; the others one by one, because assistive tools know nothing of what is
- * not laid out. An element stands in a block instead of in its parent's.
+ * The children of a container that has very many, in blocks of rows of which none has an effect on
+ * the layout of another. While their width changes only those in sight are laid out; then the others
+ * again, one by one, because assistive tools know nothing of what is not laid out. An element stands
+ * in a block instead of in its parent's.
  */
 export class Blocks {
     readonly columns: number;
@@ -126,7 +127,6 @@ export class Blocks {
         this.#end();
         this.#isWhole = true;
         this.#blocks.filter((block) => block.childElementCount === 0).forEach((e) => e.remove());
-        whenIdle(this.#lay());
     }
 
     #newBlock(): HTMLElement {

@@ -11,8 +11,8 @@ interface Widest {
 }
 
 /**
- * A row that nobody sees: in each column copies of the widest of every kind there. What is out of
- * sight is not laid out, so this is where the columns of all blocks have their widths from.
+ * A row that nobody sees: in each column copies of the widest of every kind there. Blocks know
+ * nothing of each other's widths, so this is where the columns of all have theirs from.
  */
 export class Sizer {
     readonly element = document.createElement('div');
