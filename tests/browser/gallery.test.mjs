@@ -3,6 +3,7 @@ import { readFileSync } from 'node:fs';
 import { after, before } from 'node:test';
 import { openTab } from '../../client/test/support/chromium.mjs';
 import { play } from '../../client/test/support/steps.mjs';
+import { CuttableProxy } from './support/CuttableProxy.mjs';
 import { everyEngine, inEach } from './support/engines.mjs';
 import { Program } from './support/Program.mjs';
 import { pathInTree } from './support/Scene.mjs';
@@ -118,8 +119,11 @@ visits('Windows', 'moved and sized by pointer and by keys', async (visit, page) 
 inEach(everyEngine, "a site's theme holds against the page's own looks", async (browser) => {
     const theme = pathInTree('examples/gallery/theme.css');
     const themed = await Program.start('gallery', '--theme', theme);
+    const proxy = await CuttableProxy.before(themed);
+    // Windows are measured with what the style sheets say, however late they come.
+    proxy.held = { words: /\.css /, time: 700 };
     const faults = [];
-    const visit = await Visit.to(browser, 'Buttons', faults, themed);
+    const visit = await Visit.to(browser, 'Buttons', faults, proxy);
     const looks = await visit.page.evaluate(() =>
         ['.bar', '.button', '.tab'].map((css) => {
             const { height, borderRadius, borderWidth } = getComputedStyle(
@@ -128,8 +132,11 @@ inEach(everyEngine, "a site's theme holds against the page's own looks", async (
             return [css === '.bar' ? height : '', borderRadius, borderWidth].join();
         }),
     );
+    const top = await visit.named('dialog', 'Gallery').evaluate(({ style }) => style.top);
     await visit.page.context().close();
+    await proxy.end();
     await themed.end();
+    assert.match(top, /px$/);
     assert.deepEqual(looks, ['38px,0px,0px 0px 2px', ',0px,2px', ',0px,2px']);
     assert.deepEqual(faults, []);
 });

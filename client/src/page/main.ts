@@ -4,6 +4,7 @@ import { Application } from './Application.ts';
 import { showMissingToken } from './emptyNote.ts';
 import { tokenOf } from './identity.ts';
 import { Keep } from './Keep.ts';
+import { styled } from './styled.ts';
 
 const storage = new TabStorage(() => sessionStorage);
 
@@ -74,5 +75,5 @@ addEventListener('hashchange', () => location.reload());
 if (root !== null && token === '') {
     showMissingToken(root);
 } else if (root !== null) {
-    start(root, token);
+    styled().then(() => start(root, token));
 }

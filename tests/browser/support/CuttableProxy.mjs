@@ -11,6 +11,8 @@ function readdressed(data, from, to) {
 export class CuttableProxy {
     /** Milliseconds that everything needs, each way. */
     delay = 0;
+    /** What is asked for in these words goes up so much later, in milliseconds. */
+    held = { words: /(?!)/, time: 0 };
     m_pages = new Set();
     m_refusing = false;
     m_deaf = false;
@@ -36,7 +38,9 @@ export class CuttableProxy {
             socket.on('close', () => other.destroy());
         }
         page.on('data', (data) => {
-            this.pass(program, readdressed(data, this.m_host, this.m_programHost));
+            const isHeld = this.held.words.test(data.toString('latin1'));
+            const request = readdressed(data, this.m_host, this.m_programHost);
+            this.pass(program, request, isHeld ? this.held.time : this.delay);
             this.m_passedUp?.();
         });
         page.on('close', () => this.m_pages.delete(page));
@@ -51,11 +55,11 @@ export class CuttableProxy {
         }
     }
 
-    pass(socket, data) {
-        if (this.delay === 0) {
+    pass(socket, data, delay = this.delay) {
+        if (delay === 0) {
             socket.write(data);
         } else {
-            setTimeout(() => socket.writable && socket.write(data), this.delay);
+            setTimeout(() => socket.writable && socket.write(data), delay);
         }
     }
 
