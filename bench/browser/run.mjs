@@ -37,8 +37,15 @@ async function start(name, ...args) {
     const child = spawn(`${folder}/${name}`, args.map(String), {
         stdio: ['ignore', 'pipe', 'inherit'],
     });
-    process.on('exit', () => child.kill('SIGKILL'));
-    const [line] = await once(createInterface({ input: child.stdout }), 'line');
+    process.once('exit', () => child.kill('SIGKILL'));
+    const failed = once(child, 'exit').then(() => {
+        throw new Error(`${name} has not started`);
+    });
+    const [line] = await Promise.race([
+        once(createInterface({ input: child.stdout }), 'line'),
+        failed,
+    ]);
+    failed.catch(() => {});
     return { line, stop: () => child.kill('SIGTERM') };
 }
 
@@ -64,8 +71,8 @@ async function openPage(address) {
 }
 
 /** A page without a program. */
-async function openBlank() {
-    return browser.open(blank);
+function openBlank() {
+    return openPage(blank);
 }
 
 async function openDialog(address) {

@@ -1,7 +1,7 @@
 import { afterLayout } from './afterLayout.ts';
 
 /** So long, in milliseconds, the page works before it looks whether something else is to be done. */
-const SLICE = 16;
+const SLICE = 10;
 /** So much is there at once, however slow the machine: a small window, the screen of a large one. */
 const FIRST_STEPS = 24;
 

@@ -14,9 +14,15 @@ const rows = Array.from({ length: ROWS }, (_, row) => [
 ]).flat();
 
 /** Opens it; what the program does is done while most of it is not there yet. */
-async function openRows(stage: Stage, whileItComes: () => void = () => {}): Promise<void> {
-    const grid = { id: String(ALL), type: 'GridLayout', contents: rows };
-    stage.gateway.send(['.', { id: '1', type: 'Dialog', title: 'Rows', contents: [grid] }]);
+async function openRows(
+    stage: Stage,
+    whileItComes: () => void = () => {},
+    type = 'GridLayout',
+): Promise<void> {
+    const layout = { id: String(ALL), type, contents: rows };
+    const contents = [{ id: '2', type: 'BoxLayout', contents: [layout] }];
+    const box = type === 'BoxLayout' ? [layout] : contents;
+    stage.gateway.send(['.', { id: '1', type: 'Dialog', title: 'Rows', contents: box }]);
     whileItComes();
     await stage.at(field(ROWS - 1)).waitFor({ state: 'attached' });
     await stage.settled();
@@ -131,3 +137,37 @@ onStage('ten thousand rows: on paper stand all of them', async (stage) => {
     const height = await stage.page.evaluate(() => document.querySelector('.grid')?.scrollHeight);
     assert.ok(Math.abs((height ?? 0) - (bottom ?? 0)) < 200, `of ${height}`);
 });
+
+/** Types into the middle row; how many of the letters were a long task of the page. */
+function longLetters({ page }: Stage, letters: number): Promise<number> {
+    return page.evaluate(
+        async ([id, count]) => {
+            const frame = (): Promise<void> =>
+                new Promise((painted) => requestAnimationFrame(() => setTimeout(painted)));
+            const input = document.querySelector<HTMLInputElement>(`[data-id="${id}"]`);
+            input?.focus();
+            await frame();
+            await frame();
+            let tasks = 0;
+            const watch = new PerformanceObserver((list) => {
+                tasks += list.getEntries().length;
+            });
+            watch.observe({ type: 'longtask' });
+            for (let letter = 0; letter < count; letter += 1) {
+                document.execCommand('insertText', false, 'x');
+                await frame();
+            }
+            await new Promise((told) => setTimeout(told, 100));
+            return tasks;
+        },
+        [field(ROWS / 2), letters] as const,
+    );
+}
+
+for (const type of ['GridLayout', 'BoxLayout']) {
+    onStage(`ten thousand rows in a ${type}: a letter is laid out alone`, async (stage) => {
+        await openRows(stage, undefined, type);
+        const long = await longLetters(stage, 12);
+        assert.ok(long < 6, `${long} of 12 letters are long tasks`);
+    });
+}

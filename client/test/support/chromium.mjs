@@ -1,9 +1,13 @@
 import { chromium } from 'playwright-core';
 
-/** Debian's Chromium, without anything that reaches beyond this machine. */
+/**
+ * Debian's Chromium, without anything that reaches beyond this machine, with scroll bars that take
+ * room: so people have it.
+ */
 export function launchBrowser(...args) {
     return chromium.launch({
         executablePath: process.env['CHROMIUM'] ?? '/usr/bin/chromium',
+        ignoreDefaultArgs: ['--hide-scrollbars'],
         args: [
             '--no-sandbox',
             '--headless',

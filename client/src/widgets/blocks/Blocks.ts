@@ -32,12 +32,16 @@ export class Blocks {
     /** All that was described is made. */
     #isWhole = false;
     #timer: ReturnType<typeof setTimeout> | undefined;
+    /** How often all were to be laid out; what an earlier time has left undone stays so. */
+    #layings = 0;
 
     constructor(container: HTMLElement, object: StoredObject) {
         this.#container = container;
         this.#object = object;
         this.columns = columnsOf(object);
         this.#sizer = new Sizer(this.columns, () => this.#align());
+        container.classList.add('in-blocks');
+        container.closest('.body')?.classList.add('has-blocks');
         container.append(this.#sizer.element);
     }
 
@@ -72,16 +76,20 @@ export class Blocks {
     /** All blocks will have another layout: for now those in sight are enough. */
     widthChanges(): void {
         this.#blocks.forEach((block) => block.classList.remove('laid'));
+        this.#layings += 1;
         clearTimeout(this.#timer);
-        this.#timer = setTimeout(() => whenIdle(this.#lay()), SETTLED);
+        this.#timer = setTimeout(() => whenIdle(this.#lay(this.#layings)), SETTLED);
     }
 
     get #blocks(): Element[] {
         return [...this.#container.children].filter((child) => child.matches('.block'));
     }
 
-    *#lay(): Generator<void> {
+    *#lay(laying: number): Generator<void> {
         for (const block of this.#blocks.filter((each) => !each.matches('.laid'))) {
+            if (laying !== this.#layings) {
+                return;
+            }
             block.classList.add('laid');
             // At once, so that the next block is not begun without time for it.
             block.getBoundingClientRect();
@@ -91,6 +99,7 @@ export class Blocks {
 
     /** All children stand in the container itself again. */
     dissolve(): void {
+        this.#container.classList.remove('in-blocks');
         for (const block of this.#blocks) {
             [...block.children].forEach((child) => move(child, this.#container));
             block.remove();
@@ -99,6 +108,7 @@ export class Blocks {
 
     /** Nobody needs the widths any more. */
     leave(): void {
+        this.#layings += 1;
         clearTimeout(this.#timer);
         this.#sizer.end();
     }
