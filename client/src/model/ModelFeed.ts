@@ -27,24 +27,29 @@ export class ModelFeed {
         return this.#mirror.objects;
     }
 
-    /** An object lives as long as its element: nothing else tells that a widget was destroyed. */
-    received(text: string): void {
-        for (const id of this.#mirror.received(text)) {
+    /**
+     * An object lives as long as its element: nothing else tells that a widget was destroyed. Done
+     * in steps, like what is below.
+     */
+    *received(text: string): Generator<void> {
+        for (const id of yield* this.#mirror.received(text)) {
             const object = this.#store.get(id);
             if (object !== undefined && this.#mirror.has(id)) {
                 this.#fill(object);
             } else if (object?.parent !== undefined) {
                 this.#store.remove(object);
             }
+            yield;
         }
     }
 
     /** Objects of this window were described, which leaves out what the document holds. */
-    described(windowId: number): void {
+    *described(windowId: number): Generator<void> {
         for (const id of this.#mirror.objects) {
             const object = this.#store.get(id);
             if (object?.windowId === windowId) {
                 this.#fill(object);
+                yield;
             }
         }
     }

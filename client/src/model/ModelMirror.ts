@@ -35,19 +35,21 @@ export class ModelMirror {
     }
 
     /**
-     * Takes a text of the model's channel; answers the objects whose elements it touched, and
-     * those that have lost theirs.
+     * Takes a text of the model's channel, in steps; answers the objects whose elements it touched,
+     * and those that have lost theirs.
      */
-    received(text: string): Iterable<number> {
+    *received(text: string): Generator<void, Iterable<number>> {
         const message = decodeModelMessage(text);
+        yield;
         if (message?.kind === 'snapshot') {
-            return this.#takeSnapshot(message.version, message.document);
+            return yield* this.#takeSnapshot(message.version, message.document);
         }
         const isCovered = this.#version === undefined || (message?.version ?? 0) <= this.#version;
         if (message === undefined || isCovered) {
             return [];
         }
-        const touched = message.version === (this.#version ?? 0) + 1 && this.#patch(message.patch);
+        const isNext = message.version === (this.#version ?? 0) + 1;
+        const touched = isNext && (yield* this.#patch(message.patch));
         if (!touched) {
             this.begin(this.#elements.keys());
             return [];
@@ -71,18 +73,18 @@ export class ModelMirror {
         return isObject(element) ? valuesOfElement(element) : undefined;
     }
 
-    #takeSnapshot(version: number, document: JsonObject): Iterable<number> {
+    *#takeSnapshot(version: number, document: JsonObject): Generator<void, Iterable<number>> {
         const before = [...this.#before, ...this.#elements.keys()];
         this.#before = [];
         this.#version = version;
         this.#document = { ...document };
         this.#elements.clear();
         this.#tags.clear();
-        return new Set([...this.#retag(Object.keys(document)), ...before]);
+        return new Set([...(yield* this.#retag(Object.keys(document))), ...before]);
     }
 
     /** False when the patch does not fit; the document is then no longer of use. */
-    #patch(operations: readonly unknown[]): Iterable<number> | false {
+    *#patch(operations: readonly unknown[]): Generator<void, Iterable<number> | false> {
         const touched = new Set<string>();
         for (const operation of operations) {
             const path = isObject(operation) ? operation['path'] : undefined;
@@ -91,19 +93,28 @@ export class ModelMirror {
                 return false;
             }
             touched.add(uuid);
+            yield;
         }
+        for (const operation of operations as Operation[]) {
+            if (!this.#fits(operation)) {
+                return false;
+            }
+            yield;
+        }
+        return yield* this.#retag(touched);
+    }
+
+    /** Carries the operation out, if it can be. */
+    #fits(operation: Operation): boolean {
         try {
-            const fits = (operations as Operation[]).every(
-                (operation) => apply(this.#document, operation) === null,
-            );
-            return fits && this.#retag(touched);
+            return apply(this.#document, operation) === null;
         } catch {
             return false;
         }
     }
 
     /** Looks anew at which objects these elements belong to. */
-    #retag(uuids: Iterable<string>): Set<number> {
+    *#retag(uuids: Iterable<string>): Generator<void, Set<number>> {
         const objects = new Set<number>();
         for (const uuid of uuids) {
             const before = this.#forget(uuid);
@@ -117,6 +128,7 @@ export class ModelMirror {
                 this.#tags.set(uuid, object);
                 objects.add(object);
             }
+            yield;
         }
         return objects;
     }

@@ -20,6 +20,7 @@ import { Press } from '../windows/Press.ts';
 import { showEmptyNote } from './emptyNote.ts';
 import { Gate } from './Gate.ts';
 import { Inbox, type InboxListener } from './Inbox.ts';
+import { Intake } from './Intake.ts';
 import { isClientId, makeClientId } from './identity.ts';
 import { Notices } from './Notices.ts';
 import { Outbox } from './Outbox.ts';
@@ -48,6 +49,7 @@ export class Application implements LinkListener, InboxListener {
     readonly #outbox: Outbox;
     readonly #observer = new PageObserver();
     readonly #gate: Gate;
+    readonly #intake: Intake;
     #hadWindows = false;
 
     /** In the order of their needs; nothing is called before `start`. */
@@ -87,8 +89,11 @@ export class Application implements LinkListener, InboxListener {
         });
         this.#observer.connect(this.#renderer, this.#desktop, () => this.#windowsChanged());
         listen(root, this.#store, this.#widgets);
+        const settled = (): void => this.settled();
         const take = this.#inbox.received.bind(this.#inbox);
-        this.#gate = new Gate(root, press, take, () => this.settled());
+        const intake = new Intake(press, take, settled);
+        this.#gate = new Gate(root, press, intake.receive.bind(intake), settled);
+        this.#intake = intake;
     }
 
     // What the link tells.
@@ -108,11 +113,14 @@ export class Application implements LinkListener, InboxListener {
     received(channel: Channel, text: string): void {
         const { known } = this.link.session;
         if (!this.#gate.holds(channel, text, known)) {
-            this.#inbox.received(channel, text, known);
+            this.#intake.receive(channel, text, known);
         }
     }
 
     settled(): void {
+        if (this.#intake.isBusy) {
+            return;
+        }
         this.#store.flush();
         this.losses.windowsShown();
         this.#outbox.check();
@@ -152,6 +160,7 @@ export class Application implements LinkListener, InboxListener {
     /** Undefined when there is nothing that a reload could go on with. */
     state(): JsonObject | undefined {
         this.#gate.open();
+        this.#intake.finish();
         if (!this.link.resumable) {
             this.losses.unconfirmed(this.link.session.takePending());
         }
@@ -200,6 +209,7 @@ export class Application implements LinkListener, InboxListener {
 
     #closeAll(): void {
         this.#gate.drop();
+        this.#intake.drop();
         this.#store.clear();
         this.#boxes.closeAll();
     }

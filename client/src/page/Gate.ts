@@ -1,9 +1,7 @@
 import type { Channel } from '../gateway/channel.ts';
 import { Key } from '../protocol/names.ts';
 import type { Press } from '../windows/Press.ts';
-
-/** What came on a channel, and which of the page's records the program knew then. */
-type Arrival = readonly [channel: Channel, text: string, known: number];
+import type { Arrival } from './Intake.ts';
 
 /**
  * Holds back what replaces elements while the text of an input method is still open: it would

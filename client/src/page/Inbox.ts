@@ -8,6 +8,7 @@ import { decodeWindowMessage } from '../protocol/windowMessage.ts';
 import { describe } from '../store/describe.ts';
 import type { ObjectStore } from '../store/ObjectStore.ts';
 import type { StoredObject } from '../store/StoredObject.ts';
+import { none } from '../store/steps.ts';
 
 export interface InboxListener {
     /** The program asks who is there. */
@@ -31,24 +32,24 @@ export class Inbox {
         this.model = new ModelFeed(store, () => listener.modelNeeded());
     }
 
-    /** `known`: which of the page's records the program knew when it said this. */
-    received(channel: Channel, text: string, known = Infinity): void {
+    /**
+     * `known`: which of the page's records the program knew when it said this. Answers what is left
+     * to do, in steps; nothing else is to be received before that is done.
+     */
+    received(channel: Channel, text: string, known = Infinity): Iterator<void> {
         this.#store.known = known;
         switch (channel.kind) {
             case 'root':
                 if (isPing(text)) {
                     this.#listener.pinged();
                 }
-                break;
+                return none;
             case 'client':
-                this.#openWindow(text);
-                break;
+                return this.#openWindow(text);
             case 'window':
-                this.#windowMessage(channel.id, text);
-                break;
+                return this.#windowMessage(channel.id, text);
             case 'model':
-                this.model.received(text);
-                break;
+                return this.model.received(text);
         }
     }
 
@@ -77,20 +78,21 @@ export class Inbox {
         this.model.begin(asIntegers(stored['elements']));
     }
 
-    #openWindow(text: string): void {
+    *#openWindow(text: string): Generator<void> {
         const description = decodeWindow(parseJson(text));
         if (description === undefined) {
             return;
         }
+        yield;
         this.#store.flush();
-        const window = this.#store.open(description);
+        const window = yield* this.#store.opening(description);
         if (window !== undefined) {
-            this.model.described(window.id);
             this.#listener.described(window);
+            yield* this.model.described(window.id);
         }
     }
 
-    #windowMessage(windowId: number, text: string): void {
+    #windowMessage(windowId: number, text: string): Iterator<void> {
         const message = decodeWindowMessage(text);
         switch (message?.kind) {
             case 'writes':
@@ -100,8 +102,7 @@ export class Inbox {
                 break;
             case 'refresh':
                 this.#store.refresh(windowId, message.refresh);
-                this.model.described(windowId);
-                break;
+                return this.model.described(windowId);
             case 'messageBox':
                 this.#store.flush();
                 this.#listener.told(windowId, message.box);
@@ -109,5 +110,6 @@ export class Inbox {
             case undefined:
                 break;
         }
+        return none;
     }
 }

@@ -7,9 +7,12 @@ import { asksToClose, type Refresh } from '../protocol/windowMessage.ts';
 import { OwnValues } from './OwnValues.ts';
 import { tellNews } from './redescribed.ts';
 import { StoredObject, subtree } from './StoredObject.ts';
+import { whole } from './steps.ts';
 
 /** Deeper nesting is no dialog any more, and browsers lay elements out recursively. */
 const MAX_DEPTH = 200;
+/** So many children of an object are taken over before it is time to look at the clock. */
+const STEP = 64;
 
 /** Told what changed, so that only that is shown anew. */
 export interface StoreObserver {
@@ -51,9 +54,10 @@ export class ObjectStore {
 
     /**
      * A window was described on the page's channel, perhaps not for the first time. Answers it, or
-     * undefined if it cannot be.
+     * undefined if it cannot be. One that is new is taken over in steps, since it may be large, and
+     * is there when the last of them is done.
      */
-    open(description: Description): StoredObject | undefined {
+    *opening(description: Description): Generator<void, StoredObject | undefined> {
         const existing = this.#objects.get(description.id);
         if (existing !== undefined && existing.windowId !== existing.id) {
             return undefined;
@@ -64,7 +68,8 @@ export class ObjectStore {
         if (existing !== undefined) {
             this.#forget(existing);
         }
-        const window = this.#adopt(description, description.id, undefined, 1);
+        const steps = this.#adopt(description, description.id, undefined, 1);
+        const window = existing === undefined ? yield* steps : whole(steps);
         this.#windows.set(window.id, window);
         if (existing === undefined) {
             this.#observer.opened(window);
@@ -72,6 +77,11 @@ export class ObjectStore {
             this.#observer.reopened(window, existing);
         }
         return window;
+    }
+
+    /** The same at once. */
+    open(description: Description): StoredObject | undefined {
+        return whole(this.opening(description));
     }
 
     /**
@@ -179,7 +189,7 @@ export class ObjectStore {
 
     #replace(before: StoredObject, parent: StoredObject, description: Description): void {
         this.#forget(before);
-        const object = this.#adopt(description, parent.windowId, parent, 1);
+        const object = whole(this.#adopt(description, parent.windowId, parent, 1));
         parent.children[parent.children.indexOf(before)] = object;
         this.#observer.inserted(object, before);
     }
@@ -192,7 +202,7 @@ export class ObjectStore {
         if (before !== undefined) {
             this.remove(before);
         }
-        const object = this.#adopt(description, parent.windowId, parent, 1);
+        const object = whole(this.#adopt(description, parent.windowId, parent, 1));
         parent.children.push(object);
         this.#observer.inserted(object, undefined);
     }
@@ -201,23 +211,35 @@ export class ObjectStore {
      * Registers what is described. An object that the same window shows elsewhere has moved here;
      * one of another window stays where it is.
      */
-    #adopt(
+    *#adopt(
         description: Description,
         windowId: number,
         parent: StoredObject | undefined,
         depth: number,
-    ): StoredObject {
-        const { id, type, values } = description;
-        this.own.described(id, type, values, this.known);
-        const object = new StoredObject(description, windowId, parent);
-        this.#objects.set(object.id, object);
+    ): Generator<void, StoredObject> {
+        const object = this.#register(description, windowId, parent);
         const count = depth < MAX_DEPTH ? description.contents.length : 0;
         for (let index = 0; index < count; index += 1) {
             const inner = decodeDescription(description.contents[index]);
             if (inner !== undefined && this.#makeRoom(inner.id, object)) {
-                object.children.push(this.#adopt(inner, windowId, object, depth + 1));
+                object.children.push(
+                    inner.contents.length > 0
+                        ? yield* this.#adopt(inner, windowId, object, depth + 1)
+                        : this.#register(inner, windowId, object),
+                );
+            }
+            if (index % STEP === STEP - 1) {
+                yield;
             }
         }
+        return object;
+    }
+
+    #register(description: Description, windowId: number, parent?: StoredObject): StoredObject {
+        const { id, type, values } = description;
+        this.own.described(id, type, values, this.known);
+        const object = new StoredObject(description, windowId, parent);
+        this.#objects.set(id, object);
         return object;
     }
 

@@ -8,7 +8,7 @@ import { Slices } from './Slices.ts';
 import type { Appliers, WidgetHost, WidgetKind } from './WidgetKind.ts';
 
 /** By these a child has a place of its own, or a row. */
-const placing: ReadonlySet<Name> = new Set([...placed, 'meta']);
+const placing: ReadonlySet<Name> = new Set<Name>([...placed, 'meta']);
 const captions: ReadonlySet<Name> = new Set(['text', 'label', 'entries']);
 
 /** After so many children it is time to look at the clock. */
@@ -186,7 +186,7 @@ export class Builder {
     *#children(object: StoredObject): Generator<void> {
         const isLarge = object.children.length > FEW;
         if (wantsBlocks(object)) {
-            this.#startBlocks(object);
+            this.#startBlocks(object).foresee();
         }
         this.#made.set(object, 0);
         let previous: Element | undefined;

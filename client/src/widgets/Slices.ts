@@ -1,9 +1,10 @@
 import { afterLayout } from './afterLayout.ts';
+import { nextTask } from './nextTask.ts';
 
 /** So long, in milliseconds, the page works before it looks whether something else is to be done. */
 const SLICE = 10;
 /** So much is there at once, however slow the machine: a small window, the screen of a large one. */
-const FIRST_STEPS = 24;
+const FIRST_STEPS = 12;
 
 interface Work {
     readonly steps: Iterator<void>;
@@ -16,7 +17,6 @@ export class Slices {
     #isScheduled = false;
     /** What is being made may ask for what is not made yet, and does without. */
     #isWorking = false;
-    #channel: MessagePort | undefined;
 
     /** Does its first slice at once; the rest from the next frame on, telling after each slice. */
     begin(steps: Iterator<void>, advanced: () => void): void {
@@ -35,16 +35,8 @@ export class Slices {
         works.forEach((work) => this.#advance(work, Infinity));
     }
 
-    /** A message comes as a task of its own, and at once, unlike a timer. */
     #schedule(): void {
-        this.#channel ??= this.#open();
-        this.#channel.postMessage(undefined);
-    }
-
-    #open(): MessagePort {
-        const { port1, port2 } = new MessageChannel();
-        port1.onmessage = () => this.#goOn();
-        return port2;
+        nextTask(() => this.#goOn());
     }
 
     #goOn(): void {

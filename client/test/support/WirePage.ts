@@ -6,6 +6,7 @@ import { initialValues, type Name } from '../../src/protocol/values.ts';
 import { describe } from '../../src/store/describe.ts';
 import { ObjectStore } from '../../src/store/ObjectStore.ts';
 import { type StoredObject, subtree } from '../../src/store/StoredObject.ts';
+import { whole } from '../../src/store/steps.ts';
 import { ofObjects } from './table.ts';
 import { type Ids, type Row, rows, shownWindows } from './wireRows.ts';
 
@@ -65,7 +66,7 @@ export class WirePage {
     arrives(address: string, text: string): void {
         const channel = parseChannel(address);
         if (channel !== undefined) {
-            this.#inbox.received(channel, text);
+            whole(this.#inbox.received(channel, text));
             this.store.flush();
         }
     }

@@ -1,10 +1,16 @@
 import assert from 'node:assert/strict';
 import { readFileSync } from 'node:fs';
 import { beforeEach, test } from 'node:test';
-import { clientChannel, modelChannel, windowChannel } from '../../src/gateway/channel.ts';
+import {
+    type Channel,
+    clientChannel,
+    modelChannel,
+    windowChannel,
+} from '../../src/gateway/channel.ts';
 import { Inbox } from '../../src/page/Inbox.ts';
 import type { PartialValues } from '../../src/protocol/values.ts';
 import { ObjectStore } from '../../src/store/ObjectStore.ts';
+import { whole } from '../../src/store/steps.ts';
 
 let asked: number;
 let changed: string[];
@@ -18,8 +24,12 @@ const contents = [
 ];
 const window1 = { id: '1', type: 'Dialog', contents };
 
+function said(channel: Channel, text: string): void {
+    whole(inbox.received(channel, text));
+}
+
 function arrives(message: unknown): void {
-    inbox.received(modelChannel, typeof message === 'string' ? message : JSON.stringify(message));
+    said(modelChannel, typeof message === 'string' ? message : JSON.stringify(message));
     store.flush();
 }
 
@@ -41,7 +51,7 @@ beforeEach(() => {
         told: () => undefined,
         modelNeeded: () => (asked += 1),
     });
-    inbox.received(clientChannel, JSON.stringify(window1));
+    said(clientChannel, JSON.stringify(window1));
     inbox.model.begin();
 });
 
@@ -91,10 +101,10 @@ test('only what differs is told, and a window described later is filled too', ()
     arrives(full);
     assert.deepEqual(changed, ['11 placeholder', '12 entries placeholder', '13 checkable checked']);
     arrives(full);
-    inbox.received(clientChannel, JSON.stringify(window1));
+    said(clientChannel, JSON.stringify(window1));
     assert.deepEqual(shown(), filled);
     const again = { ...contents[0], msgType: 'refresh', parentId: '1' };
-    inbox.received(windowChannel(1), JSON.stringify(again));
+    said(windowChannel(1), JSON.stringify(again));
     assert.deepEqual(shown(), filled);
     store.flush();
     assert.equal(changed.length, 3 + 1 + 1);
@@ -110,7 +120,7 @@ test('a session that begins anew forgets what was known', () => {
     arrives(full);
     store.clear();
     inbox.model.begin();
-    inbox.received(clientChannel, JSON.stringify(window1));
+    said(clientChannel, JSON.stringify(window1));
     assert.deepEqual(shown(), empty);
     assert.equal(asked, 2);
 });

@@ -45,6 +45,18 @@ export class Blocks {
         container.append(this.#sizer.element);
     }
 
+    /** What the object holds is known, and made from now on: columns have their widths at once. */
+    foresee(): void {
+        for (const child of this.#object.children) {
+            if (child.children.length === 0) {
+                this.#sizer.expect(child, this.#column);
+            }
+            this.#pass(child);
+        }
+        this.#rows = 0;
+        this.#column = 0;
+    }
+
     /** Puts a child behind all others. */
     append(element: HTMLElement, child: StoredObject): void {
         const isBetweenRows = this.#column === 0 || fillsRow(child, this.#object);
@@ -194,6 +206,10 @@ export class Blocks {
         if (widths === undefined || block === undefined || rows === '') {
             return;
         }
+        // Read before anything is written, so that nothing is laid out in between.
+        const { height, paddingTop, paddingBottom } = getComputedStyle(block);
+        const room = parseFloat(height) - parseFloat(paddingTop) - parseFloat(paddingBottom);
+        style.setProperty('--row-height', `${this.#sizer.inEm(room) / Number(rows)}em`);
         const columns = tracks(widths);
         if (style.getPropertyValue('--columns') !== columns) {
             style.setProperty('--columns', columns);
@@ -202,9 +218,6 @@ export class Blocks {
                 this.widthChanges();
             }
         }
-        const { height, paddingTop, paddingBottom } = getComputedStyle(block);
-        const room = parseFloat(height) - parseFloat(paddingTop) - parseFloat(paddingBottom);
-        style.setProperty('--row-height', `${this.#sizer.inEm(room) / Number(rows)}em`);
     }
 }
 

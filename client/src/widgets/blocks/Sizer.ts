@@ -1,8 +1,19 @@
+import { Kind } from '../../protocol/names.ts';
 import type { StoredObject } from '../../store/StoredObject.ts';
+import { setCaption } from '../base.ts';
 import { textWidth } from './textWidth.ts';
 
 /** What no two elements of a page may have, or by which the page finds one. */
 const UNIQUE = ['id', 'for', 'data-id', 'data-type', 'data-name', 'data-default'];
+
+/** One that is nothing but its caption is as wide as that. */
+const captioned: ReadonlySet<string> = new Set([Kind.text, Kind.button, Kind.checkBox]);
+
+/** The widest caption of a kind in a column that is to come. */
+interface Expected {
+    readonly caption: string;
+    readonly width: number;
+}
 
 /** One of a kind in a column, and how wide its text is. */
 interface Widest {
@@ -17,6 +28,7 @@ interface Widest {
 export class Sizer {
     readonly element = document.createElement('div');
     readonly #columns: number;
+    readonly #expected = new Map<string, Expected>();
     readonly #widest = new Map<string, Widest>();
     readonly #observer: ResizeObserver;
 
@@ -26,16 +38,33 @@ export class Sizer {
         this.#observer = new ResizeObserver(changed);
     }
 
+    /** The object will stand in this column: one of its kind that does so earlier makes room for it. */
+    expect(object: StoredObject, column: number): void {
+        const { label, text = label, visible } = object.values;
+        if (text === undefined || visible === false || !captioned.has(object.type)) {
+            return;
+        }
+        const key = keyOf(object, column);
+        const width = textWidth(object);
+        if (width > (this.#expected.get(key)?.width ?? -1)) {
+            this.#expected.set(key, { caption: text, width });
+        }
+    }
+
     /** The object stands in this column, or has another text there. */
     note(object: StoredObject, shown: HTMLElement, column: number): void {
-        const key = `${column} ${object.type}`;
+        const key = keyOf(object, column);
         const before = this.#widest.get(key);
         const width = textWidth(object);
         if (object.values.visible !== false && width > (before?.width ?? -1)) {
             const copy = copyOf(shown);
+            const expected = this.#expected.get(key);
+            if (expected !== undefined && expected.width > width) {
+                setCaption(copy, expected.caption);
+            }
             copy.style.gridArea = `1 / ${column + 1}`;
             before?.copy.remove();
-            this.#widest.set(key, { copy, width });
+            this.#widest.set(key, { copy, width: Math.max(width, expected?.width ?? 0) });
             this.element.append(copy);
             this.#observer.observe(copy);
         }
@@ -67,6 +96,10 @@ export class Sizer {
         this.#observer.disconnect();
         this.element.remove();
     }
+}
+
+function keyOf({ type }: StoredObject, column: number): string {
+    return `${column} ${type}`;
 }
 
 function copyOf(shown: HTMLElement): HTMLElement {

@@ -1,5 +1,5 @@
 import { Kind, META_STANDARD_BUTTON_SET } from '../../protocol/names.ts';
-import type { Name } from '../../protocol/values.ts';
+import type { Name, PartialValues } from '../../protocol/values.ts';
 import type { StoredObject } from '../../store/StoredObject.ts';
 import { gridColumns } from '../gridColumns.ts';
 
@@ -7,8 +7,20 @@ import { gridColumns } from '../gridColumns.ts';
 export const FEW = 250;
 
 /** A child with one of these has a place of its own, which blocks would not give it. */
-const placedInGrid: readonly Name[] = ['rowSpan', 'colSpan'];
-export const placed: readonly Name[] = [...placedInGrid, 'geometry', 'saveGeometry', 'moveTo'];
+export const placed = [
+    'rowSpan',
+    'colSpan',
+    'geometry',
+    'saveGeometry',
+    'moveTo',
+] as const satisfies readonly Name[];
+
+/** By their names, because ten thousand are asked. */
+function isPlaced(values: PartialValues, isInLayout: boolean): boolean {
+    const { rowSpan, colSpan, geometry, saveGeometry, moveTo } = values;
+    const isInGrid = rowSpan !== undefined || colSpan !== undefined;
+    return isInGrid || (!isInLayout && (geometry ?? saveGeometry ?? moveTo) !== undefined);
+}
 
 /** What has its own columns, so that those around it do not count. */
 const ownColumns: ReadonlySet<string> = new Set([
@@ -60,6 +72,6 @@ export function wantsBlocks(object: StoredObject): boolean {
     if (object.children.length <= FEW || object.type === Kind.tabContainer || isRow(object)) {
         return false;
     }
-    const names = isLayout(object) ? placedInGrid : placed;
-    return !object.children.some(({ values }) => names.some((name) => name in values));
+    const isInLayout = isLayout(object);
+    return !object.children.some(({ values }) => isPlaced(values, isInLayout));
 }
