@@ -99,7 +99,7 @@ client: client/node_modules/.package-lock.json
 	@cd client && npm run --silent build
 
 client/node_modules/.package-lock.json: client/package-lock.json
-	@cd client && npm ci --silent --no-audit --no-fund
+	@cd client && npm ci --loglevel=error --no-audit --no-fund
 	@touch $@
 
 clean:
