@@ -12,6 +12,6 @@ namespace DOVA {
 std::string propertyMessage(std::uint32_t id, const std::string& type, std::u16string_view name,
                             const QJsonValue& value);
 std::string propertyMessage(std::uint32_t id, const std::string& type, std::u16string_view name,
-                            std::u16string_view text);
+                            std::u16string_view value);
 
 }  // namespace DOVA

@@ -73,7 +73,7 @@ QJsonValue PropertyState::take(std::u16string_view name) {
     if (!std::exchange(property.isSet, false)) {
         return QJsonValue::Undefined;
     }
-    const QJsonValue taken = toJson(property);
+    QJsonValue taken = toJson(property);
     property.value = QJsonValue();
     return taken;
 }
