@@ -52,26 +52,27 @@ void takenBack(void* block) {
 
 }  // namespace
 
-// In the place of the C library's own, for this program and every library that it loads.
+// In the place of the C library's own, and with its names of arguments, for this program and every
+// library that it loads.
 extern "C" {
 void* __libc_malloc(std::size_t size);
-void* __libc_calloc(std::size_t count, std::size_t size);
-void* __libc_realloc(void* block, std::size_t size);
-void __libc_free(void* block);
+void* __libc_calloc(std::size_t nmemb, std::size_t size);
+void* __libc_realloc(void* ptr, std::size_t size);
+void __libc_free(void* ptr);
 
 void* malloc(std::size_t size) {
     return given(__libc_malloc(size));
 }
-void* calloc(std::size_t count, std::size_t size) {
-    return given(__libc_calloc(count, size));
+void* calloc(std::size_t nmemb, std::size_t size) {
+    return given(__libc_calloc(nmemb, size));
 }
-void* realloc(void* block, std::size_t size) {
-    takenBack(block);
-    return given(__libc_realloc(block, size));
+void* realloc(void* ptr, std::size_t size) {
+    takenBack(ptr);
+    return given(__libc_realloc(ptr, size));
 }
-void free(void* block) {
-    takenBack(block);
-    __libc_free(block);
+void free(void* ptr) {
+    takenBack(ptr);
+    __libc_free(ptr);
 }
 }
 

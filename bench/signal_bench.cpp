@@ -103,7 +103,7 @@ BENCHMARK(connectAndDisconnect)->ArgName("present")->Arg(0)->Arg(1)->Arg(8);
 
 /// What a web object does: binds thirty emitters, and lets them go with its own end.
 void bindThirtyAndDestroy(benchmark::State& state) {
-    constexpr std::size_t emitters = 30;
+    constexpr int emitters = 30;
     std::vector<Event> front(emitters);
     for (auto _ : state) {
         Target target;
