@@ -38,7 +38,7 @@ export async function timeBareRows(rows) {
         label.htmlFor = `field-${row}`;
         const field = document.createElement('input');
         field.id = label.htmlFor;
-        field.value = `value ${row}`;
+        field.defaultValue = `value ${row}`;
         const line = document.createElement('div');
         line.append(label, field);
         box.append(line);

@@ -3,7 +3,9 @@ import { nextTask } from '../widgets/nextTask.ts';
 import type { Press } from '../windows/Press.ts';
 
 /** So long, in milliseconds, the page takes over what came before it looks for something else. */
-const SLICE = 10;
+const SLICE = 5;
+/** A text of more letters takes time to read, too, and what brought it has taken some already. */
+const LARGE = 500_000;
 
 /** What came on a channel, and which of the page's records the program knew then. */
 export type Arrival = readonly [channel: Channel, text: string, known: number];
@@ -33,11 +35,12 @@ export class Intake {
     }
 
     receive(...arrival: Arrival): void {
+        const [, text] = arrival;
         if (this.isBusy) {
             this.#waiting.push(arrival);
         } else {
             this.#steps = this.#take(...arrival);
-            this.#work(SLICE);
+            this.#work(text.length < LARGE ? SLICE : 0);
         }
     }
 

@@ -2,9 +2,9 @@ import { afterLayout } from './afterLayout.ts';
 import { nextTask } from './nextTask.ts';
 
 /** So long, in milliseconds, the page works before it looks whether something else is to be done. */
-const SLICE = 10;
+const SLICE = 8;
 /** So much is there at once, however slow the machine: a small window, the screen of a large one. */
-const FIRST_STEPS = 12;
+const FIRST_STEPS = 8;
 
 interface Work {
     readonly steps: Iterator<void>;

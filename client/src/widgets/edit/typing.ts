@@ -22,6 +22,11 @@ export function showText(
     object: StoredObject,
     host: WidgetHost,
 ): void {
+    if (!input.isConnected) {
+        // Nobody has typed yet: as `value` it would be a change of the selection for each field.
+        input.defaultValue = text;
+        return;
+    }
     const { value, selectionStart, selectionEnd, selectionDirection } = input;
     if (value === text || host.edits.isComposing(object.id)) {
         return;
