@@ -46,7 +46,7 @@ kaArray* lines(const QJsonArray& row) {
     const int columns = row.at(0).toString().size();
     for (int column = 0; column < columns; ++column) {
         for (const QJsonValue line : row) {
-            characters += line.toString().at(column).unicode();
+            characters += static_cast<char16_t>(line.toString().at(column).unicode());
         }
     }
     return kaCreateCharMatrix(row.size(), columns, characters.data());

@@ -32,9 +32,9 @@ TEST(Ownership, MadeChildrenGoWithTheirParentOrEarlier) {
         dialog.make<DVBoxLayout2>(Direction::LeftToRight).make<DVButton2>(u"OK");
         delete &dialog.make<DVEdit2>();
         EXPECT_EQ(backend.log, "+Dialog+Box+Button+Edit-Edit");
-        DVButton2& before = dialog.make<DVButton2>();
+        auto& before = dialog.make<DVButton2>();
         dialog.make<Jealous>().sibling = &before;
-        Jealous& last = dialog.make<Jealous>();
+        auto& last = dialog.make<Jealous>();
         last.sibling = &dialog.make<DVButton2>();
         delete &last;
         backend.log.clear();

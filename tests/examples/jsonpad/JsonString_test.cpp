@@ -33,7 +33,7 @@ TEST(JsonText, NoUnitIsLostAndQtReadsTheSame) {
         const std::u16string text{first, 0xDC00, first};
         const std::string token = encodeJsonString(text);
         ASSERT_EQ(decodeJsonString(token), text) << token;
-        ASSERT_EQ(jsonpad::JsonScanner::scan("{" + token + ":" + token + "}").size(), 1U) << token;
+        ASSERT_EQ(jsonpad::JsonScanner::scan("{" + token + (":" + token) + "}").size(), 1U) << unit;
         const auto byQt = QJsonDocument::fromJson(QByteArray::fromStdString("[" + token + "]"));
         ASSERT_EQ(byQt.array().at(0).toString().toStdU16String(), text) << token;
     }
