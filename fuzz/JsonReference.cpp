@@ -20,7 +20,7 @@ QJsonDocument parseWithLeaks(const QByteArray& bytes, QJsonParseError& error) {
     if (__lsan_disable) {
         __lsan_disable();
     }
-    const QJsonDocument document = QJsonDocument::fromJson(bytes, &error);
+    QJsonDocument document = QJsonDocument::fromJson(bytes, &error);
     if (__lsan_enable) {
         __lsan_enable();
     }
