@@ -49,9 +49,9 @@ TEST_F(ParentsTest, aChildDialogIsAWindowOfItsOwnAndGoesWithItsParent) {
 
 /// Each took the one below it along by a call within a call, until the stack was full.
 TEST_F(ParentsTest, dialogsGoTogetherHoweverDeeplyTheyAreNested) {
-    std::vector<std::unique_ptr<DVDialog2>> dialogs;
-    for (int level = 0; level < 20000; ++level) {
-        dialogs.push_back(std::make_unique<DVDialog2>(level == 0 ? nullptr : dialogs.back().get()));
+    std::vector<std::unique_ptr<DVDialog2>> dialogs(20000);
+    for (std::size_t level = 0; level < dialogs.size(); ++level) {
+        dialogs[level] = std::make_unique<DVDialog2>(level ? dialogs[level - 1].get() : nullptr);
     }
     DVDialog2& last = *dialogs.back();
     EXPECT_TRUE(service().getObject(last.identifier()));
