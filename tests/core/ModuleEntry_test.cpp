@@ -213,7 +213,7 @@ void flagOfAHostWithoutAnswer() {
     EXPECT_TRUE(!KorvidOnlineFlag::get() && asked == 1);
 }
 
-using test::operator<<;
+using test::operator<<;  // NOLINT(misc-unused-using-decls): GoogleTest prints rows with it
 
 struct Story {
     const char* name;

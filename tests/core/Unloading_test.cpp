@@ -78,7 +78,7 @@ struct Ending {
     const char* name;
     bool terminates;
 };
-using test::operator<<;
+using test::operator<<;  // NOLINT(misc-unused-using-decls): GoogleTest prints rows with it
 
 class UnloadingTest : public testing::TestWithParam<Ending> {};
 

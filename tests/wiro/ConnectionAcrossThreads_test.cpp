@@ -23,7 +23,7 @@ struct Ends {
     }
 };
 
-using DOVA::test::operator<<;
+using DOVA::test::operator<<;  // NOLINT(misc-unused-using-decls): GoogleTest prints rows with it
 
 struct CutRow {
     const char* name;

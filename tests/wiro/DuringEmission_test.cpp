@@ -68,7 +68,7 @@ struct Scene {
     }
 };
 
-using DOVA::test::operator<<;
+using DOVA::test::operator<<;  // NOLINT(misc-unused-using-decls): GoogleTest prints rows with it
 
 struct Row {
     const char* name;
