@@ -16,14 +16,18 @@ export type Arrival = readonly [channel: Channel, text: string, known: number];
  * the page answers and a press becomes a click; what comes after it waits behind it.
  */
 export class Intake {
-    readonly #press: Press;
+    readonly #press: Pick<Press, 'whenUp'>;
     readonly #take: (...arrival: Arrival) => Iterator<void>;
     readonly #caughtUp: () => void;
     #steps: Iterator<void> | undefined;
     #waiting: Arrival[] = [];
 
     /** `take` answers what is left to do of a text; `caughtUp` is told when nothing waits any more. */
-    constructor(press: Press, take: (...arrival: Arrival) => Iterator<void>, caughtUp: () => void) {
+    constructor(
+        press: Pick<Press, 'whenUp'>,
+        take: (...arrival: Arrival) => Iterator<void>,
+        caughtUp: () => void,
+    ) {
         this.#press = press;
         this.#take = take;
         this.#caughtUp = caughtUp;

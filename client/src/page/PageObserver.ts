@@ -56,7 +56,9 @@ export class PageObserver implements StoreObserver {
             this.#desktop.changed(object, names);
         } else {
             this.#renderer.changed(object, names);
-            this.#desktop.contentsChanged(object, names.has('visible'));
+            if (names.has('visible') || !this.#renderer.isInBlock(object)) {
+                this.#desktop.contentsChanged(object, names.has('visible'));
+            }
         }
     }
 

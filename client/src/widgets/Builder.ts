@@ -152,6 +152,25 @@ export class Builder {
                 this.#blocksAround(object)?.changed(object);
             }
         }
+        for (const [blocks, child] of this.#around(object)) {
+            blocks.touched(child);
+        }
+    }
+
+    /** Whether the object stands in a block, which tells by itself when it needs another room. */
+    isInBlock(object: StoredObject): boolean {
+        return !this.#around(object).next().done;
+    }
+
+    /** All blocks around the object, each with what of it stands there. */
+    *#around(object: StoredObject): Generator<readonly [Blocks, StoredObject]> {
+        let at: StoredObject | undefined = this.#blocks.size > 0 ? object : undefined;
+        for (; at !== undefined; at = at.parent) {
+            const blocks = this.#blocksAround(at);
+            if (blocks !== undefined) {
+                yield [blocks, at];
+            }
+        }
     }
 
     /** Perhaps the object's children are to stand in blocks now, or not any more. */
@@ -177,7 +196,8 @@ export class Builder {
     }
 
     #startBlocks(object: StoredObject): Blocks {
-        const blocks = new Blocks(object.view as HTMLElement, object);
+        const aligned = (): void => this.#host.contentsChanged(object);
+        const blocks = new Blocks(object.view as HTMLElement, object, aligned);
         this.#blocks.set(object, blocks);
         return blocks;
     }

@@ -42,6 +42,11 @@ export class Renderer {
         this.#builder.fill(window);
     }
 
+    /** Whether the object may need another room without its window hearing of it. */
+    isInBlock(object: StoredObject): boolean {
+        return this.#builder.isInBlock(object);
+    }
+
     /** Makes what there was no time for yet. */
     finish(): void {
         this.#builder.finish();

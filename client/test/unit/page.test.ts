@@ -1,10 +1,53 @@
 import assert from 'node:assert/strict';
 import { randomFillSync } from 'node:crypto';
 import { test } from 'node:test';
+import { type Channel, modelChannel } from '../../src/gateway/channel.ts';
+import { Intake } from '../../src/page/Intake.ts';
 import { imageAddress, isClientId, makeClientId, tokenOf } from '../../src/page/identity.ts';
 import { Keep } from '../../src/page/Keep.ts';
 import { TabStorage } from '../../src/store/TabStorage.ts';
 import { refuse, storageOf } from '../support/storage.ts';
+
+test('a long text is taken over in slices, what comes after it behind it', async (context) => {
+    let now = 0;
+    context.mock.method(performance, 'now', () => now);
+    const taken: string[] = [];
+    let caughtUp = (): void => {};
+    let whenUp = (call: () => void): void => call();
+    const press = { whenUp: (call: () => void) => whenUp(call) };
+    /** So many steps as the text has letters, each of three milliseconds. */
+    function* take(_channel: Channel, text: string): Generator<void> {
+        for (const letter of text) {
+            if (letter === '!') {
+                throw new Error('cannot be taken over');
+            }
+            now += 3;
+            taken.push(letter);
+            yield;
+        }
+    }
+    const intake = new Intake(press, take, () => caughtUp());
+    const receive = (text: string): void => intake.receive(modelChannel, text, 0);
+    receive('abc');
+    receive('!');
+    receive('d');
+    assert.deepEqual([taken.join(''), intake.isBusy], ['ab', true], 'one slice');
+    const goOn = await new Promise<() => void>((pressed) => (whenUp = pressed));
+    assert.equal(taken.join(''), 'ab', 'not while something is pressed');
+    whenUp = (call) => call();
+    const done = new Promise<void>((call) => (caughtUp = call));
+    assert.throws(goOn, /cannot be/);
+    await done;
+    assert.deepEqual([taken.join(''), intake.isBusy], ['abcd', false]);
+    receive('efgh');
+    receive('i');
+    intake.finish();
+    assert.equal(taken.join(''), 'abcdefghi', 'all at once, if somebody needs it');
+    receive('jklm');
+    receive('n');
+    intake.drop();
+    assert.equal(taken.join(''), 'abcdefghijklm', 'what waits goes, what was begun is done');
+});
 
 test('what is kept is found once, so that a duplicated tab does not find it', () => {
     const items = new Map<string, string>();

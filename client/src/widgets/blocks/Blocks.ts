@@ -1,4 +1,5 @@
 import type { StoredObject } from '../../store/StoredObject.ts';
+import { afterLayout } from '../afterLayout.ts';
 import { whenIdle } from '../whenIdle.ts';
 import { Sizer } from './Sizer.ts';
 import { columnsOf, fillsRow } from './shape.ts';
@@ -9,6 +10,9 @@ interface Movable {
 
 /** Few enough that a block is laid out in no time, many enough that blocks are not many. */
 const ROWS = 40;
+
+/** When so many blocks change within a frame, those out of sight are left for later. */
+const MANY = 8;
 
 /** So long a width stays, in milliseconds, before everything is laid out for it. */
 const SETTLED = 300;
@@ -24,10 +28,13 @@ export class Blocks {
     readonly #container: HTMLElement;
     readonly #object: StoredObject;
     readonly #sizer: Sizer;
+    readonly #aligned: () => void;
     /** Where the next child goes. */
     #block: HTMLElement | undefined;
     #rows = 0;
     #column = 0;
+    /** The blocks in which something has changed since the last frame. */
+    readonly #touched = new Set<Element>();
     #isUnsettled = false;
     /** All that was described is made. */
     #isWhole = false;
@@ -35,8 +42,10 @@ export class Blocks {
     /** How often all were to be laid out; what an earlier time has left undone stays so. */
     #layings = 0;
 
-    constructor(container: HTMLElement, object: StoredObject) {
+    /** `aligned` is told when the columns have another width. */
+    constructor(container: HTMLElement, object: StoredObject, aligned: () => void) {
         this.#container = container;
+        this.#aligned = aligned;
         this.#object = object;
         this.columns = columnsOf(object);
         this.#sizer = new Sizer(this.columns, () => this.#align());
@@ -87,7 +96,30 @@ export class Blocks {
 
     /** All blocks will have another layout: for now those in sight are enough. */
     widthChanges(): void {
-        this.#blocks.forEach((block) => block.classList.remove('laid'));
+        this.#layLater(this.#blocks);
+    }
+
+    /** The child, or something that it holds, is shown in another way. */
+    touched(child: StoredObject): void {
+        const block = blockOf(child) as HTMLElement;
+        if (!this.#isWhole || this.#touched.has(block)) {
+            return;
+        }
+        if (this.#touched.size === 0) {
+            afterLayout(() => this.#touched.clear());
+        }
+        this.#touched.add(block);
+        if (this.#touched.size === MANY) {
+            this.#layLater(this.#touched);
+        } else if (this.#touched.size > MANY) {
+            block.classList.remove('laid');
+        }
+    }
+
+    #layLater(blocks: Iterable<Element>): void {
+        for (const block of blocks) {
+            block.classList.remove('laid');
+        }
         this.#layings += 1;
         clearTimeout(this.#timer);
         this.#timer = setTimeout(() => whenIdle(this.#lay(this.#layings)), SETTLED);
@@ -216,6 +248,7 @@ export class Blocks {
             style.setProperty('--first', this.columns === 2 ? `${widths[0]}em` : '');
             if (this.#isWhole) {
                 this.widthChanges();
+                this.#aligned();
             }
         }
     }
