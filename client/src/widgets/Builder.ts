@@ -222,7 +222,7 @@ export class Builder {
         if (this.#isThere(object)) {
             this.#arrange(object);
         }
-        for (const child of isLarge ? [] : [...object.children]) {
+        for (const child of isLarge ? [] : smallFirst(object.children)) {
             yield* this.#below(child);
         }
     }
@@ -257,4 +257,10 @@ export class Builder {
     #isThere(object: StoredObject): boolean {
         return this.#store.get(object.id) === object;
     }
+}
+
+/** What holds little is not kept waiting: the buttons below a list of thousands are there with it. */
+function smallFirst(children: readonly StoredObject[]): readonly StoredObject[] {
+    const isSmall = (child: StoredObject): boolean => child.children.length <= FEW;
+    return [...children.filter(isSmall), ...children.filter((child) => !isSmall(child))];
 }
