@@ -5,6 +5,7 @@ import { onStage, type Stage, widget } from '../support/Stage.ts';
 
 const ROWS = 10_000;
 const ALL = 900;
+const SAVE = 901;
 const label = (row: number): number => 1000 + 2 * row;
 const field = (row: number): number => label(row) + 1;
 
@@ -20,12 +21,38 @@ async function openRows(
     type = 'GridLayout',
 ): Promise<void> {
     const layout = { id: String(ALL), type, contents: rows };
-    const contents = [{ id: '2', type: 'BoxLayout', contents: [layout] }];
+    const below = { id: '3', type: 'BoxLayout', contents: [widget(SAVE, 'Button', {})] };
+    const contents = [{ id: '2', type: 'BoxLayout', contents: [layout, below] }];
     const box = type === 'BoxLayout' ? [layout] : contents;
     stage.gateway.send(['.', { id: '1', type: 'Dialog', title: 'Rows', contents: box }]);
     whileItComes();
     await stage.at(field(ROWS - 1)).waitFor({ state: 'attached' });
     await stage.settled();
+}
+
+/** The widths that columns have while rows come, and how many rows there are before the button. */
+function watchArrival({ page }: Stage): Promise<() => Promise<[string[], number]>> {
+    return page
+        .evaluateHandle((id) => {
+            const widths = new Set<string>();
+            const seen = { widths, before: 0 };
+            const look = (): void => {
+                const grid = document.querySelector<HTMLElement>('.in-blocks');
+                widths.add(grid?.style.getPropertyValue('--columns') ?? '');
+                if (document.querySelector(`[data-id="${id}"]`) === null) {
+                    seen.before = document.querySelectorAll('input').length;
+                }
+            };
+            const what = { childList: true, attributes: true, subtree: true };
+            new MutationObserver(look).observe(document.body, what);
+            return seen;
+        }, SAVE)
+        .then((seen) => () => seen.evaluate(({ widths, before }) => [[...widths], before]));
+}
+
+/** Whether all blocks are laid out, or some are left for later. */
+function isLaid(all: boolean): boolean {
+    return (document.querySelector('.block:not(.laid)') === null) === all;
 }
 
 /** Where label and field of a row begin, once the row was scrolled to. */
@@ -50,9 +77,13 @@ onStage('ten thousand rows: columns line up, however far one scrolls', async (st
         return { op: 'add', path: `/${row}`, value };
     });
     stage.gateway.send(['/tdom', { version: 1, snapshot: {} }]);
+    const arrival = await watchArrival(stage);
     await openRows(stage, () => stage.gateway.send(['/tdom', { version: 2, patch }]));
     const last = stage.at(field(ROWS - 1));
     assert.equal(await last.getAttribute('placeholder'), `about ${ROWS - 1}`);
+    const [widths, before] = await arrival();
+    assert.equal(widths.filter((width) => width !== '').length, 1, widths.join(', '));
+    assert.ok(before < 500, `${before} rows before the button below them`);
     const first = await columnsAt(stage, 0);
     for (const row of [39, 40, 5000, ROWS - 1]) {
         assert.deepEqual(await columnsAt(stage, row), first, `row ${row}`);
@@ -91,8 +122,6 @@ onStage('ten thousand rows: find, Tab, copy and assistive tools reach each', asy
     assert.equal(copied, 200);
 
     // For another width only what is in sight is laid out at first.
-    const isLaid = (all: boolean): boolean =>
-        (document.querySelector('.block:not(.laid)') === null) === all;
     await page.setViewportSize({ width: 800, height: 600 });
     await page.waitForFunction(isLaid, false);
     await page.waitForFunction(isLaid, true, { polling: 500, timeout: 120_000 });
@@ -131,6 +160,24 @@ onStage('ten thousand rows: what is written, put in and taken out meanwhile', as
     await stage.settled();
     const whole = (await columnsAt(stage, 5000)) as number[][];
     assert.ok((whole[0]?.[0] ?? 0) < (whole[1]?.[0] ?? 0), JSON.stringify(whole));
+});
+
+onStage('ten thousand rows: of a thousand that change those out of sight wait', async (stage) => {
+    await openRows(stage);
+    const writes = Array.from({ length: 1000 }, (_, n) => ({
+        id: String(label(10 * n)),
+        text: `row ${n}`,
+    }));
+    stage.gateway.send(['./1', writes]);
+    await stage.page.waitForFunction(isLaid, false);
+    assert.deepEqual(
+        [await stage.at(label(0)).innerText(), await stage.at(label(9990)).textContent()],
+        ['row 0', 'row 999'],
+    );
+    await stage.page.waitForFunction(isLaid, true, { polling: 500, timeout: 120_000 });
+    stage.write(1, label(0), { text: 'one alone' });
+    await stage.settled();
+    assert.equal(await stage.page.evaluate(isLaid, true), true);
 });
 
 onStage('ten thousand rows: on paper stand all of them', async (stage) => {
