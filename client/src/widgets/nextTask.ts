@@ -1,9 +1,14 @@
+/** Held until it has done its work: a browser may take away what nobody holds. */
+const waiting = new Set<MessageChannel>();
+
 /** Calls it in a task of its own, and at once, unlike a timer. */
 export function nextTask(call: () => void): void {
-    const { port1, port2 } = new MessageChannel();
-    port1.onmessage = () => {
-        port1.close();
+    const channel = new MessageChannel();
+    waiting.add(channel);
+    channel.port1.onmessage = () => {
+        waiting.delete(channel);
+        channel.port1.close();
         call();
     };
-    port2.postMessage(undefined);
+    channel.port2.postMessage(undefined);
 }
