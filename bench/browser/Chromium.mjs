@@ -113,6 +113,9 @@ export class Chromium {
     }
 }
 
+/** So long, in milliseconds, a page is waited for: what hangs is to be told, not to hold all up. */
+const PATIENCE = 120_000;
+
 class Page {
     #call;
     close;
@@ -131,11 +134,17 @@ class Page {
 
     /** What `run(argument)` gives, or what its promise comes to, in the page. */
     async evaluate(run, argument) {
-        const { result, exceptionDetails } = await this.#call('Runtime.evaluate', {
-            expression: `(${run})(${JSON.stringify(argument) ?? ''})`,
-            awaitPromise: true,
-            returnByValue: true,
+        let timer;
+        const late = new Promise((_, reject) => {
+            const error = new Error(`${run.name}: the page has not come to an end`);
+            timer = setTimeout(() => reject(error), PATIENCE);
         });
+        const expression = `(${run})(${JSON.stringify(argument) ?? ''})`;
+        const what = { expression, awaitPromise: true, returnByValue: true };
+        const { result, exceptionDetails } = await Promise.race([
+            this.#call('Runtime.evaluate', what),
+            late,
+        ]).finally(() => clearTimeout(timer));
         if (exceptionDetails)
             throw new Error(exceptionDetails.exception?.description ?? exceptionDetails.text);
         return result.value;
