@@ -91,9 +91,9 @@ export class Application implements LinkListener, InboxListener {
         listen(root, this.#store, this.#widgets);
         const settled = (): void => this.settled();
         const take = this.#inbox.received.bind(this.#inbox);
-        const intake = new Intake(press, take, settled);
-        this.#gate = new Gate(root, press, intake.receive.bind(intake), settled);
-        this.#intake = intake;
+        this.#intake = new Intake(press, take, settled);
+        const receive = this.#intake.receive.bind(this.#intake);
+        this.#gate = new Gate(root, press, receive, settled);
     }
 
     // What the link tells.

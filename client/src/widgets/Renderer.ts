@@ -42,7 +42,7 @@ export class Renderer {
         this.#builder.fill(window);
     }
 
-    /** Whether the object may need another room without its window hearing of it. */
+    /** Whether the object stands in a block, which tells by itself when it needs another room. */
     isInBlock(object: StoredObject): boolean {
         return this.#builder.isInBlock(object);
     }
