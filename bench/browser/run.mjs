@@ -32,12 +32,16 @@ function report(what, value, limit, unit = '') {
 
 const median = (values) => [...values].sort((a, b) => a - b)[Math.floor(values.length / 2)];
 
+/** None outlives the bench. */
+const children = new Set();
+process.once('exit', () => children.forEach((child) => child.kill('SIGKILL')));
+
 /** Starts a program and gives the one line that it prints first. */
 async function start(name, ...args) {
     const child = spawn(`${folder}/${name}`, args.map(String), {
         stdio: ['ignore', 'pipe', 'inherit'],
     });
-    process.once('exit', () => child.kill('SIGKILL'));
+    children.add(child);
     const failed = once(child, 'exit').then(() => {
         throw new Error(`${name} has not started`);
     });

@@ -42,9 +42,14 @@ export class Intake {
         const [, text] = arrival;
         if (this.isBusy) {
             this.#waiting.push(arrival);
-        } else {
-            this.#steps = this.#take(...arrival);
-            this.#work(text.length < LARGE ? SLICE : 0);
+            return;
+        }
+        const steps = this.#take(...arrival);
+        const isLarge = text.length >= LARGE;
+        // Most are taken over in one step: to ask for the time would take as long.
+        if (isLarge || !steps.next().done) {
+            this.#steps = steps;
+            this.#work(isLarge ? 0 : SLICE);
         }
     }
 

@@ -28,25 +28,25 @@ test('a long text is taken over in slices, what comes after it behind it', async
     }
     const intake = new Intake(press, take, () => caughtUp());
     const receive = (text: string): void => intake.receive(modelChannel, text, 0);
-    receive('abc');
+    receive('xyz-');
     receive('!');
     receive('d');
-    assert.deepEqual([taken.join(''), intake.isBusy], ['ab', true], 'one slice');
+    assert.deepEqual([taken.join(''), intake.isBusy], ['xyz', true], 'a step and a slice');
     const goOn = await new Promise<() => void>((pressed) => (whenUp = pressed));
-    assert.equal(taken.join(''), 'ab', 'not while something is pressed');
+    assert.equal(taken.join(''), 'xyz', 'not while something is pressed');
     whenUp = (call) => call();
     const done = new Promise<void>((call) => (caughtUp = call));
     assert.throws(goOn, /cannot be/);
     await done;
-    assert.deepEqual([taken.join(''), intake.isBusy], ['abcd', false]);
+    assert.deepEqual([taken.join(''), intake.isBusy], ['xyz-d', false]);
     receive('efgh');
     receive('i');
     intake.finish();
-    assert.equal(taken.join(''), 'abcdefghi', 'all at once, if somebody needs it');
+    assert.equal(taken.join(''), 'xyz-defghi', 'all at once, if somebody needs it');
     receive('jklm');
     receive('n');
     intake.drop();
-    assert.equal(taken.join(''), 'abcdefghijklm', 'what waits goes, what was begun is done');
+    assert.equal(taken.join(''), 'xyz-defghijklm', 'what waits goes, what was begun is done');
 });
 
 test('what is kept is found once, so that a duplicated tab does not find it', () => {
