@@ -5,7 +5,7 @@
 #include <string>
 #include <vector>
 
-namespace DOVA::gateway {
+namespace DOVA::session {
 
 /// The page's side of the protocol, written independently of the gateway's: numbers its actions,
 /// keeps them, and notes what it hears.
@@ -58,4 +58,4 @@ private:
     std::uint64_t m_acknowledged = 0;
 };
 
-}  // namespace DOVA::gateway
+}  // namespace DOVA::session

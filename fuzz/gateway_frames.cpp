@@ -18,7 +18,7 @@
 
 namespace {
 
-using namespace DOVA::gateway;
+using namespace DOVA::session;
 using tdom::messaging::InProcessBus;
 
 struct Link : PageLink {
@@ -104,7 +104,7 @@ extern "C" int LLVMFuzzerTestOneInput(const std::uint8_t* data, std::size_t size
     std::string_view input(reinterpret_cast<const char*>(data) + 1, size - 1);
     const auto bus = std::make_shared<InProcessBus>();
     attachProgram(*bus);
-    SessionRegistry registry(bus, GatewayOptions());
+    SessionRegistry registry(bus, SessionOptions());
     Link link;
     std::shared_ptr<Session> session = registry.open("me", {}, link).session;
     for (std::size_t frames = 1; !input.empty(); ++frames) {

@@ -19,7 +19,7 @@
 
 namespace {
 
-using namespace DOVA::gateway;
+using namespace DOVA::session;
 using tdom::messaging::InProcessBus;
 
 void require(bool condition) {
@@ -33,8 +33,8 @@ struct Link : PageLink {
     void end(const CloseReason&) override {}
 };
 
-GatewayOptions smallOptions() {
-    GatewayOptions options;
+SessionOptions smallOptions() {
+    SessionOptions options;
     options.limits.downwardRecords = 40;
     options.limits.joinedFrameBytes = 24;
     options.graceTime = std::chrono::seconds(20);

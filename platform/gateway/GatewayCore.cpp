@@ -36,8 +36,8 @@ void GatewayCore::start() {
     }
     listen();
     m_router.emplace(m_options, AccessRules(m_options, m_port, m_options.token));
-    m_sessions =
-        std::make_unique<SessionRegistry>(tdom::messaging::MessageBus::current(), m_options);
+    m_sessions = std::make_unique<session::SessionRegistry>(tdom::messaging::MessageBus::current(),
+                                                            m_options.sessions);
     accept();
 }
 
@@ -131,8 +131,8 @@ bool GatewayCore::isFull() const {
     return m_connections.size() >= m_options.limits.connections + m_strangers.size();
 }
 
-void GatewayCore::pageLeft(Session& session, const PageLink& link,
-                           SessionRegistry::Leaving leaving) {
+void GatewayCore::pageLeft(session::Session& session, const session::PageLink& link,
+                           session::SessionRegistry::Leaving leaving) {
     if (!m_sessions) {
         return;
     }

@@ -39,10 +39,11 @@ public:
     RefusalLog& refusals() { return m_refusals; }
 
     /// Null only when every connection has been cut.
-    SessionRegistry* sessions() const { return m_sessions.get(); }
+    session::SessionRegistry* sessions() const { return m_sessions.get(); }
 
     /// The page's link is gone; its session waits for it from now on.
-    void pageLeft(Session& session, const PageLink& link, SessionRegistry::Leaving leaving);
+    void pageLeft(session::Session& session, const session::PageLink& link,
+                  session::SessionRegistry::Leaving leaving);
 
     void connectionBegins(Connection& connection);
     void connectionEnds(Connection& connection);
@@ -72,7 +73,7 @@ private:
     Timer m_stopTimer;
     std::optional<RequestRouter> m_router;
     RefusalLog m_refusals;
-    std::unique_ptr<SessionRegistry> m_sessions;
+    std::unique_ptr<session::SessionRegistry> m_sessions;
     std::unordered_set<Connection*> m_connections;
     std::list<Connection*> m_strangers;  // the oldest first
     std::vector<std::function<void()>> m_whenStopped;

@@ -76,20 +76,21 @@ void checkTheme(const GatewayOptions& options) {
 
 void checkLimits(const GatewayOptions& options) {
     const GatewayLimits& limits = options.limits;
-    const std::size_t counts[] = {limits.upwardFrameBytes,   limits.upwardRecordsPerSecond,
-                                  limits.upwardBurstRecords, limits.downwardBytes,
-                                  limits.downwardRecords,    limits.joinedFrameBytes,
-                                  limits.connections,        limits.strangers,
-                                  limits.httpHeaderBytes,    limits.fileBytes};
-    const std::chrono::milliseconds times[] = {limits.httpHeaderTime,  limits.handshakeTime,
-                                               limits.idleTime,        limits.writeTime,
-                                               limits.acknowledgeTime, limits.stopTime};
+    const session::SessionLimits& sessions = options.sessions.limits;
+    const std::size_t counts[] = {
+        limits.upwardFrameBytes,     limits.connections,     limits.strangers,
+        limits.httpHeaderBytes,      limits.fileBytes,       sessions.upwardRecordsPerSecond,
+        sessions.upwardBurstRecords, sessions.downwardBytes, sessions.downwardRecords,
+        sessions.joinedFrameBytes,   sessions.sessions};
+    const std::chrono::milliseconds times[] = {limits.httpHeaderTime,    limits.handshakeTime,
+                                               limits.idleTime,          limits.writeTime,
+                                               sessions.acknowledgeTime, limits.stopTime};
     if (std::count(std::begin(counts), std::end(counts), 0u) > 0 ||
         std::any_of(std::begin(times), std::end(times),
                     [](auto time) { return time.count() <= 0; })) {
         refuse(std::errc::invalid_argument, "a limit of the gateway is zero");
     }
-    if (options.graceTime.count() < 0 || options.reloadTime.count() < 0) {
+    if (options.sessions.graceTime.count() < 0 || options.sessions.reloadTime.count() < 0) {
         refuse(std::errc::invalid_argument, "a grace time of the gateway is negative");
     }
 }

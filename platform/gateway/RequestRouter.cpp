@@ -10,7 +10,7 @@
 #include <utility>
 
 #include "FrameCodec.h"
-#include "ProtocolNames.h"
+#include "RequestNames.h"
 
 namespace DOVA::gateway {
 
@@ -58,7 +58,7 @@ StaticFiles::Codings codingsFor(const RequestRouter::Request& request) {
 bool readNumber(std::string_view text, std::uint64_t& number) {
     const char* const end = text.data() + text.size();
     const auto [stop, error] = std::from_chars(text.data(), end, number);
-    return error == std::errc() && stop == end && number <= FrameCodec::s_maxNumber;
+    return error == std::errc() && stop == end && number <= session::FrameCodec::s_maxNumber;
 }
 
 /// Browsers do not tell a page why its socket was refused, so it sends the same request without the

@@ -15,8 +15,8 @@ SocketConnection::SocketConnection(Socket socket, std::shared_ptr<GatewayCore> c
                                    RequestRouter::Admission admission)
     : WebSocket(std::move(socket), std::move(core)),
       m_admission(std::move(admission)),
-      m_throttle(this->core().options().limits.upwardRecordsPerSecond,
-                 this->core().options().limits.upwardBurstRecords),
+      m_throttle(this->core().options().sessions.limits.upwardRecordsPerSecond,
+                 this->core().options().sessions.limits.upwardBurstRecords),
       m_pauseTimer(executor()),
       m_acknowledgeTimer(executor()) {}
 
@@ -32,7 +32,7 @@ void SocketConnection::onOpened() {
 }
 
 void SocketConnection::open() {
-    SessionRegistry& sessions = *core().sessions();
+    session::SessionRegistry& sessions = *core().sessions();
     auto opening =
         sessions.open(m_admission.clientId, m_admission.received, *this, m_admission.attempt);
     m_greeting = std::move(opening.control);
@@ -57,7 +57,7 @@ void SocketConnection::onPiece(bool isLast) {
 }
 
 void SocketConnection::onFrame() {
-    if (const CloseReason* const reason = m_receiver->begin(text())) {
+    if (const session::CloseReason* const reason = m_receiver->begin(text())) {
         return onFault(*reason);
     }
     if (m_receiver->isQuestion()) {
@@ -68,8 +68,8 @@ void SocketConnection::onFrame() {
 }
 
 void SocketConnection::work() {
-    const GatewayLimits& limits = core().options().limits;
-    if (const CloseReason* const reason =
+    const session::SessionLimits& limits = core().options().sessions.limits;
+    if (const session::CloseReason* const reason =
             m_receiver->handle(m_throttle, limits.upwardBurstRecords, Clock::now())) {
         return onFault(*reason);
     }
@@ -96,7 +96,8 @@ void SocketConnection::goOn() {
 /// the network until then.
 void SocketConnection::pause(std::size_t events) {
     constexpr std::size_t stepsPerSecond = 20;
-    const std::size_t step = core().options().limits.upwardRecordsPerSecond / stepsPerSecond + 1;
+    const std::size_t step =
+        core().options().sessions.limits.upwardRecordsPerSecond / stepsPerSecond + 1;
     m_pauseTimer.expires_after(m_throttle.waitFor(std::min(step, events)));
     m_pauseTimer.async_wait([self = shared_from_this(), this](boost::system::error_code error) {
         if (!error && m_session) {
@@ -106,14 +107,14 @@ void SocketConnection::pause(std::size_t events) {
 }
 
 /// Such a page would send the same again if it could resume, so its session ends.
-void SocketConnection::onFault(const CloseReason& reason) {
-    if (const std::shared_ptr<Session> session = m_session) {
+void SocketConnection::onFault(const session::CloseReason& reason) {
+    if (const std::shared_ptr<session::Session> session = m_session) {
         core().sessions()->end(*session, reason);
     }
 }
 
 /// No browser lets a page send pings or empty frames: whoever sends that many is none.
-void SocketConnection::onUseless(std::size_t frames, const CloseReason& reason) {
+void SocketConnection::onUseless(std::size_t frames, const session::CloseReason& reason) {
     const bool wasOverdrawn = m_throttle.isOverdrawn();
     m_throttle.charge(frames, Clock::now());
     if (m_throttle.isOverdrawn() && !wasOverdrawn) {
@@ -129,14 +130,14 @@ void SocketConnection::textsWait() {
     }
 }
 
-void SocketConnection::end(const CloseReason& reason) {
+void SocketConnection::end(const session::CloseReason& reason) {
     m_session.reset();
     m_endReason = reason;
     flush();
 }
 
 void SocketConnection::finish() {
-    m_endReason = close_reason::s_programEnded;
+    m_endReason = session::close_reason::s_programEnded;
     flushSoon();
 }
 
@@ -193,7 +194,7 @@ void SocketConnection::acknowledgeSoon() {
         return;
     }
     m_owed = Owed::Soon;
-    m_acknowledgeTimer.expires_after(core().options().limits.acknowledgeTime);
+    m_acknowledgeTimer.expires_after(core().options().sessions.limits.acknowledgeTime);
     m_acknowledgeTimer.async_wait([weak = weak_from_this(), this](boost::system::error_code error) {
         const auto self = weak.lock();
         if (self && !error && m_owed == Owed::Soon) {
@@ -206,10 +207,10 @@ void SocketConnection::acknowledgeSoon() {
 void SocketConnection::onCut(bool isLeaving) {
     m_pauseTimer.cancel();
     m_acknowledgeTimer.cancel();
-    if (const std::shared_ptr<Session> session = std::exchange(m_session, nullptr)) {
-        core().pageLeft(
-            *session, *this,
-            isLeaving ? SessionRegistry::Leaving::Away : SessionRegistry::Leaving::CutOff);
+    if (const std::shared_ptr<session::Session> session = std::exchange(m_session, nullptr)) {
+        core().pageLeft(*session, *this,
+                        isLeaving ? session::SessionRegistry::Leaving::Away
+                                  : session::SessionRegistry::Leaving::CutOff);
     }
 }
 

@@ -15,7 +15,7 @@ namespace DOVA::gateway {
 
 /// One page's connection: carries frames between its WebSocket and its session, upwards as fast as
 /// the page may send, downwards joined as they come.
-class SocketConnection final : public WebSocket, public PageLink {
+class SocketConnection final : public WebSocket, public session::PageLink {
 public:
     SocketConnection(Socket socket, std::shared_ptr<GatewayCore> core,
                      RequestRouter::Admission admission);
@@ -23,7 +23,7 @@ public:
 
     void finish() override;
     void textsWait() override;
-    void end(const CloseReason& reason) override;
+    void end(const session::CloseReason& reason) override;
 
 private:
     /// What the page is to be sent even when no text waits for it: an acknowledgement when the
@@ -33,8 +33,8 @@ private:
     void onOpened() override;
     void onPiece(bool isLast) override;
     void onWritten() override;
-    void onFault(const CloseReason& reason) override;
-    void onUseless(std::size_t frames, const CloseReason& reason) override;
+    void onFault(const session::CloseReason& reason) override;
+    void onUseless(std::size_t frames, const session::CloseReason& reason) override;
     void onCut(bool isLeaving) override;
 
     void open();
@@ -49,17 +49,17 @@ private:
     void acknowledgeSoon();
 
     const RequestRouter::Admission m_admission;
-    std::shared_ptr<Session> m_session;  // until it ends, or the page is gone
-    std::optional<FrameReceiver> m_receiver;
-    std::optional<CloseReason> m_endReason;
+    std::shared_ptr<session::Session> m_session;  // until it ends, or the page is gone
+    std::optional<session::FrameReceiver> m_receiver;
+    std::optional<session::CloseReason> m_endReason;
 
-    Throttle m_throttle;
+    session::Throttle m_throttle;
     Timer m_pauseTimer;
     Timer m_acknowledgeTimer;
 
     std::string m_greeting;
     std::string m_header;
-    std::shared_ptr<const Chunk> m_chunk;
+    std::shared_ptr<const session::Chunk> m_chunk;
     Owed m_owed = Owed::Nothing;
     bool m_isFlushPosted = false;
 };

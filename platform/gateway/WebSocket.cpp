@@ -12,7 +12,7 @@
 #include "CloseReasons.h"
 #include "GatewayCore.h"
 #include "MeteredSocket.h"
-#include "ProtocolNames.h"
+#include "RequestNames.h"
 
 namespace DOVA::gateway {
 
@@ -76,7 +76,7 @@ void WebSocket::setOptions() {
     });
     stream.next_layer().onWaste([this](std::size_t bytes) {
         onUseless((bytes + s_shortestFrame - 1) / s_shortestFrame,
-                  close_reason::s_tooManyEmptyFrames);
+                  session::close_reason::s_tooManyEmptyFrames);
     });
     stream.read_message_max(limits.upwardFrameBytes);
     stream.auto_fragment(false);
@@ -113,7 +113,7 @@ void WebSocket::onRead(ErrorCode error, std::size_t bytes) {
         return onReadFailed(error);
     }
     if (m_transport->stream.got_binary()) {
-        return onFault(close_reason::s_binaryFrame);
+        return onFault(session::close_reason::s_binaryFrame);
     }
     onPiece(m_transport->stream.is_message_done());
 }
@@ -124,8 +124,9 @@ void WebSocket::onReadFailed(ErrorCode error) {
     }
     if (isFaultOfPage(error)) {
         m_phase = Phase::Broken;
-        onFault(error == websocket::error::message_too_big ? close_reason::s_frameTooLong
-                                                           : close_reason::s_unreadableFrame);
+        onFault(error == websocket::error::message_too_big
+                    ? session::close_reason::s_frameTooLong
+                    : session::close_reason::s_unreadableFrame);
     }
     cut();
 }
@@ -135,7 +136,7 @@ void WebSocket::onControlFrame(std::size_t bytes) {
     if (m_silentSince) {
         m_silentSince = Clock::now();
     }
-    onUseless(1, close_reason::s_tooManyControlFrames);
+    onUseless(1, session::close_reason::s_tooManyControlFrames);
 }
 
 std::string_view WebSocket::text() const {
@@ -161,7 +162,7 @@ void WebSocket::write(std::string_view header, std::string_view records) {
                                     });
 }
 
-void WebSocket::close(const CloseReason& reason) {
+void WebSocket::close(const session::CloseReason& reason) {
     m_phase = Phase::Closing;
     m_silentSince.reset();
     m_transport->stream.async_close(

@@ -44,16 +44,16 @@ protected:
     void write(std::string_view header, std::string_view records);
 
     /// The closing handshake; the connection is cut at its end. Not while a frame is being written.
-    void close(const CloseReason& reason);
+    void close(const session::CloseReason& reason);
 
     virtual void onOpened() = 0;
     virtual void onPiece(bool isLast) = 0;
     virtual void onWritten() = 0;
     /// The page sent what no page of ours sends.
-    virtual void onFault(const CloseReason& reason) = 0;
+    virtual void onFault(const session::CloseReason& reason) = 0;
     /// So many control or empty frames came, for which the page is to be closed when they are too
     /// many. Called within other operations: no operation may be begun in it.
-    virtual void onUseless(std::size_t frames, const CloseReason& reason) = 0;
+    virtual void onUseless(std::size_t frames, const session::CloseReason& reason) = 0;
     /// Nothing is sent or heard any more; `isLeaving` when the page said that it goes away.
     virtual void onCut(bool isLeaving) = 0;
 

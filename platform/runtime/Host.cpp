@@ -41,7 +41,7 @@ gateway::GatewayOptions gatewayOptions(const HostOptions& options) {
     result.pageFolder = options.pageFolder.empty() ? InstalledFiles::page() : options.pageFolder;
     result.theme = options.theme;
     result.applicationRoot = options.applicationRoot;
-    result.graceTime = options.graceTime;
+    result.sessions.graceTime = options.graceTime;
     return result;
 }
 

@@ -224,33 +224,24 @@ function propertyStart() {
     );
 }
 
-const here = 'DOVA::gateway';
 const sessions = Object.entries(gateway.greeting.sessions);
 
-const gatewayNames = header(
-    'platform/gateway/ProtocolNames.h',
+const sessionNames = header(
+    'platform/session/ProtocolNames.h',
     '<string_view>',
     inline(
-        'Where pages come in, and the channels that they see.',
-        `${here}::names`,
+        'The channels that pages see.',
+        'DOVA::session::names',
         CHARACTERS,
         quoted([
             rootChannel,
             ['modelChannel', channels.model.address],
             ['ownChannel', gateway.ownChannel],
-            ['subProtocol', gateway.subProtocol],
-            ...Object.entries(paths).map(([name, path]) => [`${name}Path`, path]),
         ]),
     ),
     inline(
-        "The parameters of a page's requests.",
-        `${here}::query`,
-        VIEW,
-        quoted(same(gateway.query.map(nameOf))),
-    ),
-    inline(
         'Members and words of JSON texts, within their quotation marks.',
-        `${here}::json`,
+        'DOVA::session::json',
         VIEW,
         inJson([
             ...same(lifeCycle.filter(({ channel }) => channel === 'root').map(nameOf)),
@@ -258,6 +249,26 @@ const gatewayNames = header(
             ...same(sessions.flatMap(([, { members }]) => Object.keys(members))),
             ...sessions.map(([constant, { word }]) => [constant, word]),
         ]),
+    ),
+);
+
+const gatewayNames = header(
+    'platform/gateway/RequestNames.h',
+    '<string_view>',
+    inline(
+        'Where pages come in.',
+        'DOVA::gateway::names',
+        CHARACTERS,
+        quoted([
+            ['subProtocol', gateway.subProtocol],
+            ...Object.entries(paths).map(([name, path]) => [`${name}Path`, path]),
+        ]),
+    ),
+    inline(
+        "The parameters of a page's requests.",
+        'DOVA::gateway::query',
+        VIEW,
+        quoted(same(gateway.query.map(nameOf))),
     ),
 );
 
@@ -273,13 +284,14 @@ export const outputs = [
     ...lifeCycleNames,
     ...modelHeaders,
     propertyStart(),
+    sessionNames,
     gatewayNames,
     header(
-        'platform/gateway/CloseReasons.h',
+        'platform/session/CloseReasons.h',
         '"CloseReason.h"',
         inline(
-            'Every reason for which the gateway closes.',
-            `${here}::close_reason`,
+            'Every reason for which the connection of a page is closed.',
+            'DOVA::session::close_reason',
             'CloseReason',
             reasons,
         ),

@@ -23,8 +23,8 @@ class GatewayFaultTest : public GatewayFixture, public testing::WithParamInterfa
 
 TEST_P(GatewayFaultTest, closesWithItsCodeAndReasonAndEndsTheSession) {
     options.limits.upwardFrameBytes = 1000;
-    options.limits.upwardRecordsPerSecond = 10;
-    options.limits.upwardBurstRecords = 400;
+    options.sessions.limits.upwardRecordsPerSecond = 10;
+    options.sessions.limits.upwardBurstRecords = 400;
     start();
     const auto page = openReady("me");
     page->send("2,0\x1e.\x1f" + std::string(994, 'x'));
@@ -67,7 +67,7 @@ INSTANTIATE_TEST_SUITE_P(Rows, GatewayFaultTest, testing::ValuesIn(s_faults),
 
 TEST_F(GatewayLimitsTest, aSilentPageIsPingedAndStaysButOneThatDiedInAFrameIsCut) {
     options.limits.idleTime = 600ms;
-    options.graceTime = 0ms;
+    options.sessions.graceTime = 0ms;
     start();
     const auto dead = openReady("me");  // answers no ping, since it does not read
     // The frame's head promises more than ever comes.
@@ -94,7 +94,7 @@ TEST_F(GatewayLimitsTest, aPageThatStopsReadingIsCutAndCanComeBack) {
 }
 
 TEST_F(GatewayLimitsTest, whatAPageDoesNotAcknowledgeIsBounded) {
-    options.limits.downwardBytes = 1 << 20;
+    options.sessions.limits.downwardBytes = 1 << 20;
     start();
     const auto page = openReady("me");
     for (int i = 0; i < 300; ++i) {
@@ -107,8 +107,8 @@ TEST_F(GatewayLimitsTest, whatAPageDoesNotAcknowledgeIsBounded) {
 /// A page that sends more than its rate is slowed down; it keeps nobody else waiting, and is not
 /// taken for dead meanwhile.
 TEST_F(GatewayLimitsTest, aFloodIsHandledInOrderAndHoldsUpOnlyItsOwnPage) {
-    options.limits.upwardRecordsPerSecond = 2;
-    options.limits.upwardBurstRecords = 100;
+    options.sessions.limits.upwardRecordsPerSecond = 2;
+    options.sessions.limits.upwardBurstRecords = 100;
     options.limits.idleTime = 300ms;
     start();
     const auto flooding = openFresh("flooding"), calm = openFresh("calm");

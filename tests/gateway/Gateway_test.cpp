@@ -36,7 +36,7 @@ TEST_F(GatewayTest, tellsWhereItIsAndThatAPortIsTaken) {
 }
 
 TEST_F(GatewayTest, aPageHearsAtOnceAndIsAcknowledgedSoon) {
-    options.limits.acknowledgeTime = 20ms;
+    options.sessions.limits.acknowledgeTime = 20ms;
     start();
     bus->subscribe(program, "/dova2/web/me/1", [this](auto&, auto&) {
         publish("/dova2/web/me/1", "[1]");
@@ -55,7 +55,7 @@ TEST_F(GatewayTest, aPageHearsAtOnceAndIsAcknowledgedSoon) {
 }
 
 TEST_F(GatewayTest, aPageThatAsksIsAnsweredAtOnce) {
-    options.limits.acknowledgeTime = 60s;
+    options.sessions.limits.acknowledgeTime = 60s;
     start();
     const auto page = openFresh("me");
     for (int round = 0; round < 2; ++round) {
@@ -124,7 +124,7 @@ TEST_F(GatewayTest, aPageMaySayThatItIsReadyBeforeItIsIn) {
 }
 
 TEST_F(GatewayTest, pagesThatStayAwayAreGoneEachAtItsTime) {
-    options.graceTime = 60ms;
+    options.sessions.graceTime = 60ms;
     start();
     const auto late = openReady("me"), early = openFresh("early");
     early->cut();
@@ -134,7 +134,7 @@ TEST_F(GatewayTest, pagesThatStayAwayAreGoneEachAtItsTime) {
 }
 
 TEST_F(GatewayTest, aPageThatSaysThatItGoesIsGoneSooner) {
-    options.reloadTime = 40ms;
+    options.sessions.reloadTime = 40ms;
     start();
     openReady("me")->leave();
     expectSessionIsOver();

@@ -46,9 +46,9 @@ const OptionRow s_rows[] = {
     {"", [](auto& o) { o.token = "0123456789abcde~"; }},
     {"is zero", [](auto& o) { o.limits.connections = 0; }},
     {"is zero", [](auto& o) { o.limits.writeTime = {}; }},
-    {"", [](auto& o) { o.graceTime = {}; }},
-    {"negative", [](auto& o) { o.graceTime = std::chrono::seconds(-1); }},
-    {"negative", [](auto& o) { o.reloadTime = std::chrono::seconds(-1); }}};
+    {"", [](auto& o) { o.sessions.graceTime = {}; }},
+    {"negative", [](auto& o) { o.sessions.graceTime = std::chrono::seconds(-1); }},
+    {"negative", [](auto& o) { o.sessions.reloadTime = std::chrono::seconds(-1); }}};
 
 TEST(OptionRulesTest, areAcceptedOrRefusedWithAClearText) {
     const test::TemporaryFolder folder;

@@ -6,10 +6,10 @@
 
 #include "FrameReceiver.h"
 #include "WireRows.h"
-#include "gateway/RegistryFixture.h"
+#include "session/RegistryFixture.h"
 #include "support/JsonRows.h"
 
-namespace DOVA::gateway {
+namespace DOVA::session {
 namespace {
 
 using test::WireRow;
@@ -92,4 +92,4 @@ TEST_P(FramesTest, areReadAsWritten) {
 INSTANTIATE_TEST_SUITE_P(Rows, FramesTest, testing::ValuesIn(test::readRows({"frames"}, isUpward)));
 
 }  // namespace
-}  // namespace DOVA::gateway
+}  // namespace DOVA::session

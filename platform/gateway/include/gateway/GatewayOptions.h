@@ -7,25 +7,15 @@
 #include <string>
 #include <vector>
 
+#include "session/SessionOptions.h"
+
 namespace DOVA::gateway {
 
-/// What pages may cost the program. Gateway::start() refuses a count, size or time of 0.
+/// What connections may cost. Gateway::start() refuses a count, size or time of 0, here and in the
+/// limits of sessions.
 struct GatewayLimits {
     /// Longest frame a page may send, in bytes; a longer one closes its connection with 1009.
     std::size_t upwardFrameBytes = 1024 * 1024;
-    /// Texts a second that a page may go on sending; beyond it the gateway reads more slowly. An
-    /// array counts as its objects; each KiB, frame, piece of a frame and ping counts as a text.
-    std::size_t upwardRecordsPerSecond = 2000;
-    /// Texts that a page may send at once before that rate counts. One text that counts for more
-    /// closes its connection with 4003.
-    std::size_t upwardBurstRecords = 4000;
-    /// Bytes kept for one session until its page acknowledges them; with more the session is lost.
-    std::size_t downwardBytes = 64 * 1024 * 1024;
-    /// Texts kept for one session until its page acknowledges them; with more the session is lost.
-    std::size_t downwardRecords = 200000;
-    /// Waiting texts travel together in frames of about this many bytes; a longer text travels
-    /// alone.
-    std::size_t joinedFrameBytes = 256 * 1024;
     /// Pages connected at a time; another one is refused with 503.
     std::size_t connections = 64;
     /// Connections that have shown no token, page loads among them; when one more comes, the oldest
@@ -45,8 +35,6 @@ struct GatewayLimits {
     /// A write that does not end in this time cuts the connection. This and idleTime are looked at
     /// every quarter of the shorter one, so each may act that much later.
     std::chrono::milliseconds writeTime{30000};
-    /// Longest time a text of the page waits for its acknowledgement.
-    std::chrono::milliseconds acknowledgeTime{200};
     /// Longest time Gateway::stop() takes.
     std::chrono::milliseconds stopTime{2000};
 };
@@ -88,12 +76,8 @@ struct GatewayOptions {
     /// Further values of the Origin header, such as "https://pad.example:8443", for a proxy that
     /// does not pass the name on. The http origin of the request's own Host is allowed anyway.
     std::vector<std::string> extraOrigins;
-    /// How long a session whose connection broke waits for its page before it ends. 0 or more.
-    std::chrono::milliseconds graceTime{300000};
-    /// The same after a page went itself, with close code 1001 (RFC 6455 section 7.4.1): it was
-    /// closed, or is being loaded again. 0 or more; more than graceTime counts as graceTime.
-    std::chrono::milliseconds reloadTime{15000};
     GatewayLimits limits;
+    session::SessionOptions sessions;
 };
 
 }  // namespace DOVA::gateway

@@ -3,8 +3,8 @@
 
 #include "CloseReason.h"
 
-/// Every reason for which the gateway closes.
-namespace DOVA::gateway::close_reason {
+/// Every reason for which the connection of a page is closed.
+namespace DOVA::session::close_reason {
 
 inline constexpr CloseReason s_sessionEnded = {1000, "session ended"};
 inline constexpr CloseReason s_programEnded = {1001, "program ended"};
@@ -24,4 +24,4 @@ inline constexpr CloseReason s_tooManyControlFrames = {4003, "too many control f
 inline constexpr CloseReason s_tooManyEmptyFrames = {4003, "too many empty frames"};
 inline constexpr CloseReason s_channelNotAllowed = {4004, "channel not allowed"};
 
-}  // namespace DOVA::gateway::close_reason
+}  // namespace DOVA::session::close_reason

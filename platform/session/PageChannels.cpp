@@ -4,7 +4,7 @@
 
 #include "ProtocolNames.h"
 
-namespace DOVA::gateway {
+namespace DOVA::session {
 
 namespace {
 
@@ -115,4 +115,4 @@ bool PageChannels::isPing(std::string_view text) {
     return takeTokens(text, {"{", json::ping, ":"});
 }
 
-}  // namespace DOVA::gateway
+}  // namespace DOVA::session

@@ -2,7 +2,7 @@
 
 #include <cstdint>
 
-namespace DOVA::gateway {
+namespace DOVA::session {
 
 /// Why a page's WebSocket is closed: the close code of RFC 6455 section 7.4 and the text beside
 /// it. Codes from 4000 on are this protocol's own.
@@ -11,4 +11,4 @@ struct CloseReason {
     const char* text;
 };
 
-}  // namespace DOVA::gateway
+}  // namespace DOVA::session

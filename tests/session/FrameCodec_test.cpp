@@ -4,7 +4,7 @@
 
 #include <string>
 
-namespace DOVA::gateway {
+namespace DOVA::session {
 namespace {
 
 // What else is refused, and what is read, stands in the rows that the page replays too.
@@ -51,4 +51,4 @@ TEST(FrameCodecTest, whatATextMayHoldIsToldWhereverItStands) {
 }
 
 }  // namespace
-}  // namespace DOVA::gateway
+}  // namespace DOVA::session

@@ -2,7 +2,7 @@
 
 #include <gtest/gtest.h>
 
-namespace DOVA::gateway {
+namespace DOVA::session {
 
 using namespace std::chrono_literals;
 
@@ -31,4 +31,4 @@ TEST(ThrottleTest, givesTheBurstThenTheRateAndSaysHowLongToWait) {
     EXPECT_TRUE(throttle.isOverdrawn());
 }
 
-}  // namespace DOVA::gateway
+}  // namespace DOVA::session

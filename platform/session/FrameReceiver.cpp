@@ -4,7 +4,7 @@
 
 #include <utility>
 
-namespace DOVA::gateway {
+namespace DOVA::session {
 
 FrameReceiver::FrameReceiver(SessionRegistry& registry, std::shared_ptr<Session> session)
     : m_registry(registry), m_session(std::move(session)) {}
@@ -48,4 +48,4 @@ const CloseReason* FrameReceiver::handle(Throttle& throttle, std::size_t mostEve
     return nullptr;
 }
 
-}  // namespace DOVA::gateway
+}  // namespace DOVA::session

@@ -6,7 +6,7 @@
 #include <string>
 #include <string_view>
 
-namespace DOVA::gateway {
+namespace DOVA::session {
 
 /// One text and where it belongs; views into the frame it was read from.
 struct Record {
@@ -59,4 +59,4 @@ private:
     static bool readRecords(Frame& frame);
 };
 
-}  // namespace DOVA::gateway
+}  // namespace DOVA::session

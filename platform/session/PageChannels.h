@@ -3,7 +3,7 @@
 #include <string>
 #include <string_view>
 
-namespace DOVA::gateway {
+namespace DOVA::session {
 
 /// The channels of the bus as one page may see them: the root channel, its own channel and those
 /// below it, and the channel of the model document. On the wire its own channel is written "." and
@@ -34,4 +34,4 @@ public:
     static bool isPing(std::string_view text);
 };
 
-}  // namespace DOVA::gateway
+}  // namespace DOVA::session

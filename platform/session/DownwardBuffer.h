@@ -7,9 +7,9 @@
 #include <string>
 #include <string_view>
 
-#include "gateway/GatewayOptions.h"
+#include "session/SessionOptions.h"
 
-namespace DOVA::gateway {
+namespace DOVA::session {
 
 /// Records that travel, or travelled, in one frame.
 struct Chunk {
@@ -29,7 +29,7 @@ struct Chunk {
 /// stays alive when the chunk is acknowledged under its hands.
 class DownwardBuffer {
 public:
-    explicit DownwardBuffer(const GatewayLimits& limits);
+    explicit DownwardBuffer(const SessionLimits& limits);
 
     /// Adds a text that was published when the program knew the page's records up to `known`; one
     /// that knows more than those before it begins a new chunk. False when it would pass a limit:
@@ -79,4 +79,4 @@ private:
     std::uint64_t m_acknowledged = 0;
 };
 
-}  // namespace DOVA::gateway
+}  // namespace DOVA::session

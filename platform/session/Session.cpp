@@ -5,9 +5,9 @@
 #include <algorithm>
 #include <utility>
 
-namespace DOVA::gateway {
+namespace DOVA::session {
 
-Session::Session(std::string id, const GatewayLimits& limits)
+Session::Session(std::string id, const SessionLimits& limits)
     : m_id(std::move(id)), m_downward(limits) {}
 
 void Session::setEnded() {
@@ -65,4 +65,4 @@ bool Session::resume(std::uint64_t received) {
     return true;
 }
 
-}  // namespace DOVA::gateway
+}  // namespace DOVA::session

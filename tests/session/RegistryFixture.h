@@ -12,7 +12,7 @@
 #include "SessionRegistry.h"
 #include "messaging/InProcessBus.h"
 
-namespace DOVA::gateway {
+namespace DOVA::session {
 
 /// A link that notes what the sessions ask of it.
 struct NotingLink : PageLink {
@@ -30,7 +30,7 @@ protected:
 
     RegistryFixture() {
         options.limits.downwardRecords = 100;
-        options.limits.connections = 3;
+        options.limits.sessions = 3;
         options.graceTime = std::chrono::seconds(30);
         options.reloadTime = std::chrono::seconds(10);
         registry = std::make_unique<SessionRegistry>(bus, options);
@@ -53,10 +53,10 @@ protected:
     const std::shared_ptr<tdom::messaging::InProcessBus> bus =
         std::make_shared<tdom::messaging::InProcessBus>();
     const tdom::messaging::MessageBus::ConnectorId program = bus->attach("program");
-    GatewayOptions options;
+    SessionOptions options;
     std::unique_ptr<SessionRegistry> registry;
     std::vector<std::string> heard;
     const SessionRegistry::Clock::time_point now{std::chrono::hours(1)};
 };
 
-}  // namespace DOVA::gateway
+}  // namespace DOVA::session

@@ -2,7 +2,7 @@
 
 #include "CloseReason.h"
 
-namespace DOVA::gateway {
+namespace DOVA::session {
 
 /// The live connection of a session, as the sessions see it.
 class PageLink {
@@ -16,4 +16,4 @@ public:
     virtual void end(const CloseReason& reason) = 0;
 };
 
-}  // namespace DOVA::gateway
+}  // namespace DOVA::session

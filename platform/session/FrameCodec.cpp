@@ -5,7 +5,7 @@
 #include <charconv>
 #include <cstring>
 
-namespace DOVA::gateway {
+namespace DOVA::session {
 
 namespace {
 
@@ -134,4 +134,4 @@ bool FrameCodec::isCarriable(std::string_view text) {
     return true;
 }
 
-}  // namespace DOVA::gateway
+}  // namespace DOVA::session

@@ -3,7 +3,7 @@
 #include "FrameReceiver.h"
 #include "RegistryFixture.h"
 
-namespace DOVA::gateway {
+namespace DOVA::session {
 namespace {
 
 using namespace std::chrono_literals;
@@ -294,4 +294,4 @@ TEST_F(SessionRegistryTest, anEndedSessionKeepsNothing) {
 }
 
 }  // namespace
-}  // namespace DOVA::gateway
+}  // namespace DOVA::session

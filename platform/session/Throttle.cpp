@@ -2,7 +2,7 @@
 
 #include <algorithm>
 
-namespace DOVA::gateway {
+namespace DOVA::session {
 
 Throttle::Throttle(std::size_t perSecond, std::size_t burst)
     : m_perSecond(static_cast<double>(perSecond)),
@@ -26,4 +26,4 @@ void Throttle::refill(Clock::time_point now) {
     m_refilled = now;
 }
 
-}  // namespace DOVA::gateway
+}  // namespace DOVA::session

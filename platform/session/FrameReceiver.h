@@ -7,7 +7,7 @@
 #include "SessionRegistry.h"
 #include "Throttle.h"
 
-namespace DOVA::gateway {
+namespace DOVA::session {
 
 /// Works off the frames of one page, record by record, in as many steps as its rate allows.
 class FrameReceiver {
@@ -38,4 +38,4 @@ private:
     bool m_isQuestion = false;
 };
 
-}  // namespace DOVA::gateway
+}  // namespace DOVA::session

@@ -4,9 +4,9 @@
 
 #include "FrameCodec.h"
 
-namespace DOVA::gateway {
+namespace DOVA::session {
 
-DownwardBuffer::DownwardBuffer(const GatewayLimits& limits)
+DownwardBuffer::DownwardBuffer(const SessionLimits& limits)
     : m_maxBytes(limits.downwardBytes),
       m_maxRecords(limits.downwardRecords),
       m_joinedBytes(limits.joinedFrameBytes) {}
@@ -95,4 +95,4 @@ void DownwardBuffer::trimFirst(std::uint64_t received) {
     m_chunks.front() = std::move(rest);
 }
 
-}  // namespace DOVA::gateway
+}  // namespace DOVA::session

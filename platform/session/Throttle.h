@@ -3,7 +3,7 @@
 #include <chrono>
 #include <cstddef>
 
-namespace DOVA::gateway {
+namespace DOVA::session {
 
 /// A token bucket: `burst` tokens at first, refilled with `perSecond` up to that. What has been
 /// done already is charged, whether or not there are tokens for it: the bucket may be in debt. Time
@@ -36,4 +36,4 @@ private:
     Clock::time_point m_refilled{};
 };
 
-}  // namespace DOVA::gateway
+}  // namespace DOVA::session

@@ -9,11 +9,11 @@
 
 #include "CloseReasons.h"
 #include "Session.h"
-#include "gateway/GatewayOptions.h"
 #include "log/Log.h"
 #include "messaging/MessageBus.h"
+#include "session/SessionOptions.h"
 
-namespace DOVA::gateway {
+namespace DOVA::session {
 
 /// The sessions of all pages and their side towards the bus: who begins, goes on, is taken over or
 /// ends, and which texts pass in which direction. No sockets; time is told by the caller.
@@ -33,7 +33,7 @@ public:
 
     /// Attaches to the bus as connector "dova_gateway".
     SessionRegistry(std::shared_ptr<tdom::messaging::MessageBus> bus,
-                    const GatewayOptions& options);
+                    const SessionOptions& options);
     SessionRegistry(const SessionRegistry&) = delete;
     SessionRegistry& operator=(const SessionRegistry&) = delete;
     /// Detaches from the bus; links that are left hear nothing.
@@ -99,11 +99,11 @@ private:
                          log::Level level = log::Level::Info);
 
     const std::shared_ptr<tdom::messaging::MessageBus> m_bus;
-    const GatewayLimits m_limits;
+    const SessionLimits m_limits;
     const std::chrono::milliseconds m_graceTime;
     const std::chrono::milliseconds m_reloadTime;
     const tdom::messaging::MessageBus::ConnectorId m_connector;
     Sessions m_sessions;
 };
 
-}  // namespace DOVA::gateway
+}  // namespace DOVA::session

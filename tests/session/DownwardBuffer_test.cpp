@@ -7,7 +7,7 @@
 
 #include "FrameCodec.h"
 
-namespace DOVA::gateway {
+namespace DOVA::session {
 namespace {
 
 class DownwardBufferTest : public testing::Test {
@@ -41,8 +41,8 @@ protected:
         return all;
     }
 
-    static GatewayLimits limits() {
-        GatewayLimits limits;
+    static SessionLimits limits() {
+        SessionLimits limits;
         limits.downwardBytes = 1000;
         limits.downwardRecords = 10;
         limits.joinedFrameBytes = 100;
@@ -100,4 +100,4 @@ TEST_F(DownwardBufferTest, resumesAfterEveryNumber) {
 }
 
 }  // namespace
-}  // namespace DOVA::gateway
+}  // namespace DOVA::session

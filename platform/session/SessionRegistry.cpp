@@ -7,7 +7,7 @@
 #include "PageChannels.h"
 #include "ProtocolNames.h"
 
-namespace DOVA::gateway {
+namespace DOVA::session {
 
 namespace {
 
@@ -26,7 +26,7 @@ std::string greeting(std::string_view session, std::string_view member, std::str
 }  // namespace
 
 SessionRegistry::SessionRegistry(std::shared_ptr<tdom::messaging::MessageBus> bus,
-                                 const GatewayOptions& options)
+                                 const SessionOptions& options)
     : m_bus(std::move(bus)),
       m_limits(options.limits),
       m_graceTime(options.graceTime),
@@ -124,7 +124,7 @@ SessionRegistry::Opening SessionRegistry::lost(const char* reason) {
 
 /// Sessions that wait for their page must not gather: each may keep a full buffer.
 void SessionRegistry::makeRoom() {
-    if (m_sessions.size() < m_limits.connections) {
+    if (m_sessions.size() < m_limits.sessions) {
         return;
     }
     auto next = m_sessions.end();
@@ -279,4 +279,4 @@ void SessionRegistry::push(Session& session, std::string_view shortChannel,
     }
 }
 
-}  // namespace DOVA::gateway
+}  // namespace DOVA::session

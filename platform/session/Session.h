@@ -11,14 +11,14 @@
 #include "PageLink.h"
 #include "messaging/MessageBus.h"
 
-namespace DOVA::gateway {
+namespace DOVA::session {
 
 /// What one page and the gateway have told each other, whatever becomes of the connection between
 /// them: the numbers of both directions, the texts that are still unacknowledged, and the link of
 /// the moment. No sockets, no clock.
 class Session {
 public:
-    Session(std::string id, const GatewayLimits& limits);
+    Session(std::string id, const SessionLimits& limits);
 
     const std::string& id() const { return m_id; }
 
@@ -93,4 +93,4 @@ private:
     bool m_ended = false;
 };
 
-}  // namespace DOVA::gateway
+}  // namespace DOVA::session
