@@ -3,11 +3,16 @@
 #include <utility>
 
 #include "GatewayCore.h"
+#include "LocalProgram.h"
 
 namespace DOVA::gateway {
 
 Gateway::Gateway(boost::asio::io_context& loop, GatewayOptions options)
-    : m_core(std::make_shared<GatewayCore>(loop, std::move(options))) {}
+    : m_core(std::make_shared<GatewayCore>(
+          loop, std::move(options), [&loop](const GatewayOptions& checked) {
+              constexpr link::LocalProgram::Window oneFrame = 1;
+              return std::make_shared<link::LocalProgram>(loop, checked.sessions, oneFrame);
+          })) {}
 
 Gateway::~Gateway() {
     m_core->abandon();

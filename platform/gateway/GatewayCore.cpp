@@ -9,7 +9,6 @@
 #include "HttpConnection.h"
 #include "OptionRules.h"
 #include "log/Log.h"
-#include "messaging/MessageBus.h"
 
 namespace DOVA::gateway {
 
@@ -22,12 +21,12 @@ constexpr std::chrono::milliseconds s_acceptRetryTime{100};
 
 }  // namespace
 
-GatewayCore::GatewayCore(asio::io_context& loop, GatewayOptions options)
+GatewayCore::GatewayCore(asio::io_context& loop, GatewayOptions options, MakeProgram makeProgram)
     : m_options(std::move(options)),
       m_acceptor(loop.get_executor()),
       m_acceptTimer(loop.get_executor()),
-      m_expiryTimer(loop.get_executor()),
-      m_stopTimer(loop.get_executor()) {}
+      m_stopTimer(loop.get_executor()),
+      m_makeProgram(std::move(makeProgram)) {}
 
 void GatewayCore::start() {
     checkOptions(m_options);
@@ -36,8 +35,7 @@ void GatewayCore::start() {
     }
     listen();
     m_router.emplace(m_options, AccessRules(m_options, m_port, m_options.token));
-    m_sessions = std::make_unique<session::SessionRegistry>(tdom::messaging::MessageBus::current(),
-                                                            m_options.sessions);
+    m_program = m_makeProgram(m_options);
     accept();
 }
 
@@ -131,32 +129,6 @@ bool GatewayCore::isFull() const {
     return m_connections.size() >= m_options.limits.connections + m_strangers.size();
 }
 
-void GatewayCore::pageLeft(session::Session& session, const session::PageLink& link,
-                           session::SessionRegistry::Leaving leaving) {
-    if (!m_sessions) {
-        return;
-    }
-    log::write(log::Level::Debug, "gateway", "page " + session.id() + ": its connection is gone");
-    m_sessions->disconnected(session, link, leaving, Clock::now());
-    waitForExpiry();
-}
-
-void GatewayCore::waitForExpiry() {
-    const auto expiry = m_sessions->nextExpiry();
-    if (!expiry) {
-        return;
-    }
-    m_expiryTimer.expires_at(*expiry);
-    m_expiryTimer.async_wait([weak = weak_from_this()](boost::system::error_code error) {
-        const auto self = weak.lock();
-        if (!self || error || !self->m_sessions) {
-            return;
-        }
-        self->m_sessions->endExpired(Clock::now());
-        self->waitForExpiry();
-    });
-}
-
 void GatewayCore::stop(std::function<void()> whenStopped) {
     if (whenStopped) {
         m_whenStopped.push_back(std::move(whenStopped));
@@ -188,8 +160,9 @@ void GatewayCore::limitStopTime() {
 
 void GatewayCore::callWhenStopped() {
     m_stopTimer.cancel();
-    m_expiryTimer.cancel();
-    m_sessions.reset();
+    if (m_program) {
+        m_program->abandon();
+    }
     for (auto& call : std::exchange(m_whenStopped, {})) {
         asio::post(m_stopTimer.get_executor(), std::move(call));
     }
@@ -206,11 +179,12 @@ void GatewayCore::abandon() {
     boost::system::error_code ignored;
     m_acceptor.close(ignored);
     m_acceptTimer.cancel();
-    m_expiryTimer.cancel();
     m_stopTimer.cancel();
     m_whenStopped.clear();
     cutAll();
-    m_sessions.reset();
+    if (m_program) {
+        m_program->abandon();
+    }
 }
 
 }  // namespace DOVA::gateway

@@ -13,7 +13,7 @@
 #include "Connection.h"
 #include "RefusalLog.h"
 #include "RequestRouter.h"
-#include "SessionRegistry.h"
+#include "SessionEnd.h"
 #include "Tcp.h"
 #include "gateway/GatewayOptions.h"
 
@@ -23,7 +23,10 @@ namespace DOVA::gateway {
 /// Connections keep it alive, so that the Gateway may go while their handlers are pending.
 class GatewayCore : public std::enable_shared_from_this<GatewayCore> {
 public:
-    GatewayCore(boost::asio::io_context& loop, GatewayOptions options);
+    /// Makes what the pages are to be joined to, once the gateway listens.
+    using MakeProgram = std::function<std::shared_ptr<link::Program>(const GatewayOptions&)>;
+
+    GatewayCore(boost::asio::io_context& loop, GatewayOptions options, MakeProgram makeProgram);
 
     /// See Gateway for these three.
     void start();
@@ -38,12 +41,8 @@ public:
     const RequestRouter& router() const { return *m_router; }
     RefusalLog& refusals() { return m_refusals; }
 
-    /// Null only when every connection has been cut.
-    session::SessionRegistry* sessions() const { return m_sessions.get(); }
-
-    /// The page's link is gone; its session waits for it from now on.
-    void pageLeft(session::Session& session, const session::PageLink& link,
-                  session::SessionRegistry::Leaving leaving);
+    /// Where pages find their sessions.
+    link::Program& program() const { return *m_program; }
 
     void connectionBegins(Connection& connection);
     void connectionEnds(Connection& connection);
@@ -61,7 +60,6 @@ private:
     void accept();
     void onAccepted(boost::system::error_code error, Socket socket);
     void acceptAgainLater();
-    void waitForExpiry();
     void cutAll();
     void limitStopTime();
     void callWhenStopped();
@@ -69,11 +67,11 @@ private:
     GatewayOptions m_options;
     Acceptor m_acceptor;
     Timer m_acceptTimer;
-    Timer m_expiryTimer;
     Timer m_stopTimer;
     std::optional<RequestRouter> m_router;
     RefusalLog m_refusals;
-    std::unique_ptr<session::SessionRegistry> m_sessions;
+    const MakeProgram m_makeProgram;
+    std::shared_ptr<link::Program> m_program;
     std::unordered_set<Connection*> m_connections;
     std::list<Connection*> m_strangers;  // the oldest first
     std::vector<std::function<void()>> m_whenStopped;

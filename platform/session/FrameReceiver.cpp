@@ -20,11 +20,19 @@ const CloseReason* FrameReceiver::begin(std::string_view frame) {
         return reason;
     }
     m_frame = *parsed;
+    m_isKept = false;
     return nullptr;
 }
 
 std::size_t FrameReceiver::pending() const {
     return m_session->hasEnded() ? 0 : m_frame.count;
+}
+
+void FrameReceiver::keepText() {
+    if (!std::exchange(m_isKept, true)) {
+        m_kept = m_frame.records;
+        m_frame.records = m_kept;
+    }
 }
 
 const CloseReason* FrameReceiver::handle(Throttle& throttle, std::size_t mostEvents,

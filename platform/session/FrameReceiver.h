@@ -2,6 +2,7 @@
 
 #include <cstddef>
 #include <memory>
+#include <string>
 #include <string_view>
 
 #include "SessionRegistry.h"
@@ -14,8 +15,9 @@ class FrameReceiver {
 public:
     FrameReceiver(SessionRegistry& registry, std::shared_ptr<Session> session);
 
-    /// Takes up a frame, when the one before is worked off; its text must stay until then. A
-    /// reason when the frame is malformed or breaks the numbering: none of it is handled then.
+    /// Takes up a frame, when the one before is worked off; its text must stay until then, or until
+    /// keepText(). A reason when the frame is malformed or breaks the numbering: none of it is
+    /// handled then.
     const CloseReason* begin(std::string_view frame);
 
     /// Whether the frame says nothing: no record, and no acknowledgement that was not known. With
@@ -24,6 +26,9 @@ public:
 
     /// Records of the frame that are still to be handled; none once the session has ended.
     std::size_t pending() const;
+
+    /// Copies what is left of the frame's text, which may go then.
+    void keepText();
 
     /// Handles records until the throttle, which is charged for each, is exhausted; those with
     /// numbers that were handled before are skipped. A reason when the page may not send one of
@@ -35,6 +40,8 @@ private:
     SessionRegistry& m_registry;
     const std::shared_ptr<Session> m_session;
     Frame m_frame;
+    std::string m_kept;
+    bool m_isKept = false;
     bool m_isQuestion = false;
 };
 

@@ -105,8 +105,8 @@ SessionRegistry::Opening SessionRegistry::begin(const std::string& clientId, Pag
 SessionRegistry::Opening SessionRegistry::resume(Entry& entry, std::uint64_t received,
                                                  PageLink& link) {
     const std::shared_ptr<Session> session = entry.session;
+    // Somebody else may have it: a page that knows less than it said before is another one.
     if (!session->resume(received)) {
-        end(*session, close_reason::s_sessionLost);
         return lost("the texts that are missing are no longer kept");
     }
     PageLink* const former = session->link();

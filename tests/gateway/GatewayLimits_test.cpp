@@ -56,7 +56,6 @@ const FaultRow s_faults[] = {
      "4003 too many empty frames"},
     {"binary", &TestPage::sendBinary, "3,0\x1e.\x1fx", "1003 text frames only"},
     {"malformed", &TestPage::send, "hello", "4003 malformed frame"},
-    {"gap", &TestPage::send, "4,0\x1e.\x1f{}", "4003 a number is missing"},
     {"false", &TestPage::send, "3,1", "4003 acknowledges what was never sent"},
     {"otherPage", &TestPage::send, "3,0\x1e/dova2/web/you\x1f{}", "4004 channel not allowed"},
     {"goodbye", &TestPage::send, "3,0\x1e/dova2/web\x1f{\"clientDestroyed\":\"me\"}",

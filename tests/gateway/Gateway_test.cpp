@@ -108,6 +108,20 @@ TEST_F(GatewayTest, aPageIsReplacedByItsDuplicateAndByOthers) {
     EXPECT_EQ(second->end(), "4002 taken over by another page");
 }
 
+TEST_F(GatewayTest, whatGetsLostOnTheWayIsSaidAgain) {
+    start();
+    const auto page = openReady("me");
+    page->send("3,0\x1e.\x1fthe second");
+    EXPECT_EQ(page->end(), "1012 a number is missing");
+    const auto back = openAgain(1);
+    back->send("2,0\x1e.\x1fthe first\x1e.\x1fthe second");
+    awaitHeard("/dova2/web/me=the second");
+    publish("/dova2/web/me", "not acknowledged");
+    EXPECT_EQ(back->read().substr(0, 2), "1,");
+    EXPECT_EQ(back->read(), "2,3") << "for a page that never got it";
+    EXPECT_THAT(heard, testing::Not(testing::Contains(testing::HasSubstr("clientDestroyed"))));
+}
+
 TEST_F(GatewayTest, aPageMaySayThatItIsReadyBeforeItIsIn) {
     start();
     const auto former = openReady("former");

@@ -167,10 +167,8 @@ TEST_F(SessionRegistryTest, whatCannotBeResumedIsLost) {
     struct {
         const char *name, *id;
         std::uint64_t received;
-        int ended;
-    } const rows[] = {{"unknownSession", "you", 0, 0},
-                      {"gapThatIsNotKept", "me", 0, 4000},
-                      {"moreThanWasSent", "me", 3, 4000}};
+    } const rows[] = {
+        {"unknownSession", "you", 0}, {"gapThatIsNotKept", "me", 0}, {"moreThanWasSent", "me", 3}};
     for (const auto& row : rows) {
         link.ended = 0;
         const auto session = openFresh("me", link);
@@ -182,7 +180,7 @@ TEST_F(SessionRegistryTest, whatCannotBeResumedIsLost) {
         const auto opening = registry->open(row.id, row.received, other);
         EXPECT_EQ(opening.session, nullptr) << row.name;
         EXPECT_THAT(opening.control, testing::StartsWith(R"({"session":"lost","reason":")"));
-        EXPECT_EQ(link.ended, row.ended) << row.name;
+        EXPECT_EQ(link.ended, 0) << row.name << ": whoever has the session keeps it";
     }
 }
 

@@ -11,6 +11,8 @@ import { Watch } from './Watch.ts';
 const ACKNOWLEDGE_AFTER = 150;
 /** So many records are acknowledged at once: the gateway's buffer is bounded. */
 const ACKNOWLEDGE_COUNT = 2000;
+/** So often in a row something may go missing before the session is given up. */
+const MOST_GAPS = 5;
 /** What `awaited` answers until the gateway has said what becomes of the session. */
 const GREETING = 0;
 const GAVE_UP = new Map<number, LinkStatus>([
@@ -39,6 +41,7 @@ export class Link {
     /** The user wants another session. */
     #isLeft = false;
     #losses = 0;
+    #gaps = 0;
     #flushQueued = false;
     #cancelAcknowledge: (() => void) | undefined;
     readonly #channels = new ChannelReader();
@@ -209,9 +212,14 @@ export class Link {
             this.#sessionLost();
             return;
         }
+        if (records === 'gap') {
+            this.#askAgain();
+            return;
+        }
         this.#watch.heard(records.length === 0 && this.#session.confirmed === confirmed);
         this.#retry.reset();
         this.#losses = 0;
+        this.#gaps = 0;
         this.#deliver(records);
         this.#setup.listener.settled();
         this.#acknowledgeSoon();
@@ -265,6 +273,8 @@ export class Link {
             this.#setup.listener.status(gaveUp, reason);
         } else if (SESSION_OVER.has(code)) {
             this.#sessionLost();
+        } else if (code === CloseCode.frameMissing) {
+            this.#askAgain();
         } else if (isRefused) {
             this.#retry.later();
             void this.#retry.findOutWhy();
@@ -277,6 +287,17 @@ export class Link {
         this.#dropConnection();
         this.#setup.listener.status(status, reason);
         this.#retry.later();
+    }
+
+    /** What went missing on the way comes again with the next connection, unless it never does. */
+    #askAgain(): void {
+        this.#gaps += 1;
+        if (this.#gaps > MOST_GAPS) {
+            this.#sessionLost();
+        } else {
+            this.#dropConnection();
+            this.#retry.later();
+        }
     }
 
     /** The first time at once; a gateway that goes on refusing is not asked in a tight loop. */

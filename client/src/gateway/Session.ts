@@ -137,14 +137,17 @@ export class Session {
     }
 
     /**
-     * The records of a frame that are new, counted as received. Undefined for a frame that cannot
-     * belong to this session: no frame, a gap, an acknowledgement of what was never sent.
+     * The records of a frame that are new, counted as received; 'gap' when something before it went
+     * missing. Undefined for a frame that cannot belong to this session: no frame, an
+     * acknowledgement of what was never sent.
      */
-    receive(text: string): readonly FrameRecord[] | undefined {
+    receive(text: string): readonly FrameRecord[] | 'gap' | undefined {
         const frame = decodeFrame(text);
+        if (frame !== undefined && frame.sequence > this.#received + 1) {
+            return 'gap';
+        }
         if (
             frame === undefined ||
-            frame.sequence > this.#received + 1 ||
             frame.acknowledged >= this.#nextToSend ||
             !this.#drop(Math.max(frame.acknowledged, this.#firstPending - 1))
         ) {

@@ -138,6 +138,7 @@ export const CloseCode = {
     programEnded: 1001,
     abnormal: 1006,
     refused: 1008,
+    frameMissing: 1012,
     duplicated: 4001,
     takenOver: 4002,
 } as const;

@@ -124,7 +124,7 @@ export class FakeGateway {
 
     #frameUp(text: string): void {
         const fresh = this.peer.take(text);
-        if (fresh === undefined) {
+        if (typeof fresh === 'number') {
             throw new Error(`the page sent no frame: ${text}`);
         }
         this.up.push(...fresh);

@@ -54,6 +54,10 @@ export class MemoryGateway {
     why: Awaited<ReturnType<AskWhy>>;
     /** An old gateway leaves questions unanswered. */
     isOld = false;
+    /** The program takes what comes and says nothing yet. */
+    isLate = false;
+    /** So many messages get lost on their way, and nobody is told. */
+    loses = 0;
     messages = 0;
     #listener: SocketListener | undefined;
 
@@ -98,19 +102,21 @@ export class MemoryGateway {
 
     #frameUp(text: string): void {
         const fresh = this.peer.take(text);
-        if (fresh === undefined) {
-            this.close(4003);
+        if (typeof fresh === 'number') {
+            this.close(fresh);
         } else if (fresh.length > 0 || (this.peer.asked && !this.isOld)) {
             this.handled.push(...fresh.map((record) => record.text));
             const answer = this.peer.publish([]);
-            queueMicrotask(() => this.raw(answer));
+            queueMicrotask(() => this.isLate || this.raw(answer));
         }
     }
 
     #carry(deliver: () => void): void {
         const cut = this.messages === this.cutAt;
         this.messages += 1;
-        if (this.#listener !== undefined && !this.hangs && (!cut || this.cutAfter)) {
+        const isLost = this.loses > 0;
+        this.loses -= isLost ? 1 : 0;
+        if (this.#listener !== undefined && !this.hangs && !isLost && (!cut || this.cutAfter)) {
             deliver();
         }
         if (cut) {

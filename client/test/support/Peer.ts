@@ -49,12 +49,15 @@ export class Peer {
         return this.#frame(this.#session.down.push(...records) - records.length);
     }
 
-    /** The records of a frame that are new; undefined for a frame that fits no session. */
-    take(text: string): readonly FrameRecord[] | undefined {
+    /** The records of a frame that are new, or the code to close with when it fits no session. */
+    take(text: string): readonly FrameRecord[] | number {
         const { down, received } = this.#session;
         const frame = decodeFrame(text);
-        if (!frame || frame.sequence > received + 1 || frame.acknowledged > down.length) {
-            return undefined;
+        if (!frame || frame.acknowledged > down.length) {
+            return 4003;
+        }
+        if (frame.sequence > received + 1) {
+            return 1012;
         }
         const fresh = frame.records.slice(received + 1 - frame.sequence);
         const isNews = frame.acknowledged > this.#session.acknowledged;

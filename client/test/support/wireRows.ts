@@ -39,6 +39,7 @@ export interface FrameRow {
     readonly received: number;
     readonly sent: number;
     readonly restart?: boolean;
+    readonly again?: boolean;
     readonly canonical?: boolean;
     readonly session?: { readonly session: string; readonly received?: number };
     readonly records: readonly (readonly [number: number, channel: string, text: string])[];

@@ -40,6 +40,7 @@ const closings: readonly (readonly [code: number, status: LinkStatus, during?: L
     [1006, 'open', 'lost'],
     [1001, 'open', 'ended'],
     [4000, 'open'],
+    [1012, 'open', 'open'],
     [4003, 'open'],
     [4004, 'open'],
     [1009, 'open'],
