@@ -1,5 +1,7 @@
 import type { Clock } from './transport.ts';
 
+/** So long after an action the other side is told how far it should have come, if need be again. */
+const TAIL = 1_000;
 /** So long after an action the user hears that there is no answer yet. */
 const SLOW = 2_000;
 /** So long after an action the connection is given up; the user knows within five seconds. */
@@ -89,7 +91,7 @@ export class Watch {
             this.#since = this.#clock.now();
         }
         if (this.#awaited !== undefined && this.#cancelAction === undefined) {
-            this.#cancelAction = this.#after(SLOW, (late) => this.#lookAtAction(late));
+            this.#cancelAction = this.#after(TAIL, (late) => this.#lookAtAction(late));
         }
     }
 
@@ -156,9 +158,18 @@ export class Watch {
             return;
         }
         this.#setSlow(waited >= SLOW);
-        const rest = this.#isSlow ? this.#patience - waited : SLOW - waited;
-        const next = late ? WAKING : rest;
+        const next = late ? WAKING : this.#nextLook(waited);
+        if (waited >= TAIL && !this.#isSlow) {
+            this.#watched.ask();
+        }
         this.#cancelAction = this.#after(next, (again) => this.#lookAtAction(again && !late));
+    }
+
+    #nextLook(waited: number): number {
+        if (waited < TAIL) {
+            return TAIL - waited;
+        }
+        return this.#isSlow ? this.#patience - waited : SLOW - waited;
     }
 
     #lookLater(): void {
