@@ -46,8 +46,9 @@ void SocketConnection::onPiece(bool isLast) {
 }
 
 void SocketConnection::onFrame() {
+    const auto session = m_session;  // which may end in this
     m_notTaken += text().size();
-    m_session->receive(text());
+    session->receive(text());
     discardText();
 }
 

@@ -2,16 +2,13 @@
 
 #include <map>
 #include <optional>
-#include <system_error>
 #include <utility>
 #include <vector>
 
+#include "Door.h"
 #include "InputWatch.h"
-#include "InstalledFiles.h"
 #include "MainLoop.h"
 #include "PageListener.h"
-#include "TokenFile.h"
-#include "gateway/Gateway.h"
 #include "messaging/InProcessBus.h"
 #include "model/DocumentMirror.h"
 #include "runtime/Module.h"
@@ -30,20 +27,6 @@ namespace {
 constexpr std::chrono::milliseconds s_longestStop{3000};
 // Texts that answer each other for ever must not keep the program from ending.
 constexpr int s_lastDeliveries = 1000;
-
-gateway::GatewayOptions gatewayOptions(const HostOptions& options) {
-    gateway::GatewayOptions result;
-    result.bindAddress = options.bindAddress;
-    result.allowNonLoopback = options.allowRemote;
-    result.port = options.port;
-    result.extraHosts = options.hosts;
-    result.extraOrigins = options.origins;
-    result.pageFolder = options.pageFolder.empty() ? InstalledFiles::page() : options.pageFolder;
-    result.theme = options.theme;
-    result.applicationRoot = options.applicationRoot;
-    result.sessions.graceTime = options.graceTime;
-    return result;
-}
 
 std::shared_ptr<InProcessBus> installBus() {
     auto bus = std::make_shared<InProcessBus>();
@@ -80,7 +63,7 @@ public:
     explicit Implementation(const HostOptions& options);
     ~Implementation();
 
-    std::string address() const { return m_gateway->address(); }
+    std::string address() const { return m_door->address(); }
     int run();
     MainLoop& loop() { return m_loop; }
     void watchInput(int descriptor, std::function<void()> callable);
@@ -94,9 +77,8 @@ private:
     void lookAfterWindows();
     void startModule();
     void endModule();
-    void openGateway(const HostOptions& options);
     void shutDown();
-    void stopGateway();
+    void closeDoor();
 
     // In the order of their needs: each uses those before it until it ends.
     const OneAtATime m_only;
@@ -105,7 +87,7 @@ private:
     PageListener m_pages;
     tdom::DocumentMirror m_mirror;
     std::optional<Module> m_module;
-    std::unique_ptr<gateway::Gateway> m_gateway;
+    std::unique_ptr<Door> m_door;
     std::map<int, std::shared_ptr<InputWatch>> m_inputs;
     bool m_looksAfterWindows = false;  // as soon as this turn is over
 };
@@ -117,7 +99,7 @@ Host::Implementation::Implementation(const HostOptions& options)
     if (options.loadModule) {
         m_module.emplace(options.module);
     }
-    openGateway(options);
+    m_door = Door::open(m_loop.context(), options);
     m_loop.deliver(m_bus);
     setApplicationRoot(options.applicationRoot);
     startModule();
@@ -183,24 +165,6 @@ void Host::Implementation::watchInput(int descriptor, std::function<void()> call
     }
 }
 
-void Host::Implementation::openGateway(const HostOptions& options) {
-    gateway::GatewayOptions wanted = gatewayOptions(options);
-    const TokenFile tokenFile(options.tokenFile);
-    if (!options.tokenFile.empty()) {
-        wanted.token = tokenFile.read();
-    }
-    const bool isNewToken = wanted.token.empty();
-    m_gateway = std::make_unique<gateway::Gateway>(m_loop.context(), std::move(wanted));
-    try {
-        m_gateway->start();
-    } catch (const std::system_error& error) {
-        throw StartError(error.what());
-    }
-    if (isNewToken && !options.tokenFile.empty()) {
-        tokenFile.write(m_gateway->token());
-    }
-}
-
 int Host::Implementation::run() {
     const int exitCode = m_loop.run();
     shutDown();
@@ -218,15 +182,15 @@ void Host::Implementation::shutDown() {
     endModule();
     for (int turn = 0; turn < s_lastDeliveries && m_bus->deliver() > 0; ++turn) {
     }
-    stopGateway();
+    closeDoor();
 }
 
-void Host::Implementation::stopGateway() {
+void Host::Implementation::closeDoor() {
     bool stopped = false;
-    m_gateway->stop([&stopped] { stopped = true; });
+    m_door->close([&stopped] { stopped = true; });
     m_loop.runUntil([&stopped] { return stopped; }, s_longestStop);
     // Whatever still waits holds a reference to what is about to go.
-    m_gateway.reset();
+    m_door.reset();
 }
 
 Host::Host(const HostOptions& options)

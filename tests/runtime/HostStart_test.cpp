@@ -1,8 +1,11 @@
 #include <boost/asio/io_context.hpp>
 #include <boost/asio/ip/tcp.hpp>
+#include <boost/asio/local/stream_protocol.hpp>
+#include <boost/asio/read.hpp>
 #include <cstdlib>
 #include <functional>
 #include <iostream>
+#include <thread>
 
 #include "HostFixture.h"
 
@@ -74,6 +77,30 @@ TEST_F(HostStartTest, TakesTheModuleFromTheEnvironmentUnlessAnOptionNamesOne) {
     options.module.clear();
     EXPECT_THAT(refusal(), HasSubstr("/nowhere/module.so"));
     ::unsetenv("DOVA_WEB_MODULE");
+}
+
+TEST_F(HostStartTest, ComesToTheGatewayThatStartedItAndTellsNobodyElseOfIt) {
+    boost::asio::io_context loop;
+    const std::string path = folder / "gateway";
+    ::setenv("DOVA_LINK", path.c_str(), 1);
+    EXPECT_EQ(refusal(), "cannot reach the gateway at " + path + ": No such file or directory");
+    using boost::asio::local::stream_protocol;
+    stream_protocol::acceptor acceptor(loop, path);
+    ::setenv("DOVA_LINK", path.c_str(), 1);
+    ::setenv("DOVA_LINK_KEY", "who I am", 1);
+    start();
+    EXPECT_EQ(host->address(), "");
+    EXPECT_EQ(::getenv("DOVA_LINK"), nullptr);
+    EXPECT_EQ(::getenv("DOVA_LINK_KEY"), nullptr);
+    std::thread quitting([this] { host->quit(0); });
+    EXPECT_EQ(host->run(), 0);
+    quitting.join();
+    host.reset();
+    stream_protocol::socket socket = acceptor.accept();
+    std::string said;
+    boost::system::error_code end;
+    boost::asio::read(socket, boost::asio::dynamic_buffer(said), end);
+    EXPECT_THAT(said, HasSubstr("key\x1fwho I am\x1f"));
 }
 
 TEST_F(HostStartTest, KeepsAFreshTokenForTheNextStartAndLeavesAGivenOneAlone) {
