@@ -23,12 +23,6 @@ bool isLetterOrDigit(char character) {
            (character >= '0' && character <= '9');
 }
 
-bool consistsOf(std::string_view text, std::string_view marks) {
-    return std::all_of(text.begin(), text.end(), [marks](char character) {
-        return isLetterOrDigit(character) || marks.find(character) != std::string_view::npos;
-    });
-}
-
 bool equalIgnoringCase(std::string_view a, std::string_view b) {
     return boost::beast::iequals({a.data(), a.size()}, {b.data(), b.size()});
 }
@@ -40,6 +34,36 @@ bool isPort(std::string_view text) {
     return error == std::errc() && stop == end;
 }
 
+/// The name of a Host value, whatever its port; nothing when its port is none.
+std::optional<std::string_view> nameOf(std::string_view host) {
+    const std::size_t colon = host.find(':', host.rfind(']') + 1);
+    if (colon != std::string_view::npos && !isPort(host.substr(colon + 1))) {
+        return {};
+    }
+    return host.substr(0, colon);
+}
+
+bool isNumericAddress(std::string_view name) {
+    if (name.size() > 2 && name.front() == '[' && name.back() == ']') {
+        name = name.substr(1, name.size() - 2);
+    }
+    boost::system::error_code error;
+    boost::asio::ip::make_address(std::string(name), error);
+    return !error;
+}
+
+bool equalInConstantTime(std::string_view a, std::string_view b) {
+    if (a.size() != b.size()) {
+        return false;
+    }
+    // Volatile: no compiler may leave the loop at the first difference.
+    volatile unsigned char difference = 0;
+    for (std::size_t at = 0; at < a.size(); ++at) {
+        difference = static_cast<unsigned char>(difference | (a[at] ^ b[at]));
+    }
+    return difference == 0;
+}
+
 bool contains(const std::vector<std::string>& hosts, std::string_view host) {
     return std::any_of(hosts.begin(), hosts.end(),
                        [host](const auto& allowed) { return equalIgnoringCase(allowed, host); });
@@ -48,7 +72,11 @@ bool contains(const std::vector<std::string>& hosts, std::string_view host) {
 }  // namespace
 
 AccessRules::AccessRules(const GatewayOptions& options, std::uint16_t port, std::string token)
-    : m_token(std::move(token)), m_port(port), m_extraOrigins(options.extraOrigins) {
+    : m_token(std::move(token)),
+      m_iconKey(randomToken()),
+      m_port(port),
+      m_publicUrl(PublicUrl::parse(options.publicUrl)),
+      m_extraOrigins(options.extraOrigins) {
     addHost(options.bindAddress);
     addNamesOfMachine(options.bindAddress);
     for (const std::string& host : options.extraHosts) {
@@ -61,9 +89,7 @@ void AccessRules::addNamesOfMachine(const std::string& bindAddress) {
     const auto address = boost::asio::ip::make_address(bindAddress, error);
     m_takesAnyAddress = !error && address.is_unspecified();
     if (!error && (address.is_loopback() || address.is_unspecified())) {
-        for (const char* const name : {"localhost", "127.0.0.1", "::1"}) {
-            addHost(name);
-        }
+        m_names = {"localhost", "127.0.0.1", "[::1]"};
     }
     std::array<char, 256> name{};
     if (!error && !address.is_loopback() && gethostname(name.data(), name.size() - 1) == 0) {
@@ -89,26 +115,21 @@ void AccessRules::addExtraHost(const std::string& host) {
 }
 
 bool AccessRules::allowsHost(std::string_view host) const {
-    return contains(m_hosts, host) || contains(m_extraHosts, host) || isOurNumericAddress(host);
+    return isOwnHost(host) || isPublicHost(host);
 }
 
-/// A foreign name that leads here (DNS rebinding) is never numeric.
-bool AccessRules::isOurNumericAddress(std::string_view host) const {
-    const std::string port = ":" + std::to_string(m_port);
-    if (!m_takesAnyAddress) {
-        return false;
-    }
-    if (host.size() > port.size() && host.substr(host.size() - port.size()) == port) {
-        host.remove_suffix(port.size());
-    } else if (m_port != s_httpPort) {
-        return false;
-    }
-    if (host.size() > 2 && host.front() == '[' && host.back() == ']') {
-        host = host.substr(1, host.size() - 2);
-    }
-    boost::system::error_code error;
-    boost::asio::ip::make_address(std::string(host), error);
-    return !error;
+/// A foreign name that leads here (DNS rebinding) is neither numeric nor one of this machine's, and
+/// its port says nothing: ours may be forwarded from another one.
+bool AccessRules::isOwnHost(std::string_view host) const {
+    const auto name = nameOf(host);
+    return contains(m_hosts, host) || contains(m_extraHosts, host) ||
+           (name && (contains(m_names, *name) || (m_takesAnyAddress && isNumericAddress(*name))));
+}
+
+/// Proxies pass the name on with its port, with their own or without any.
+bool AccessRules::isPublicHost(std::string_view host) const {
+    const auto name = nameOf(host);
+    return m_publicUrl && name && equalIgnoringCase(*name, m_publicUrl->name);
 }
 
 bool AccessRules::allowsOrigin(std::string_view origin, std::string_view host) const {
@@ -116,20 +137,33 @@ bool AccessRules::allowsOrigin(std::string_view origin, std::string_view host) c
         return origin.substr(0, scheme.size()) == scheme &&
                equalIgnoringCase(origin.substr(scheme.size()), host);
     };
-    return isPageOf("http://") || (isPageOf("https://") && contains(m_extraHosts, host)) ||
+    return (m_publicUrl && origin == m_publicUrl->origin()) ||
+           (isPageOf("http://") && isOwnHost(host)) ||
+           (isPageOf("https://") && contains(m_extraHosts, host)) ||
            std::find(m_extraOrigins.begin(), m_extraOrigins.end(), origin) != m_extraOrigins.end();
 }
 
 bool AccessRules::isToken(std::string_view text) const {
-    if (text.size() != m_token.size()) {
-        return false;
+    return equalInConstantTime(text, m_token);
+}
+
+bool AccessRules::isIconKey(std::string_view text) const {
+    return equalInConstantTime(text, m_iconKey);
+}
+
+/// Browsers do not agree whether 'self' allows sockets.
+std::string AccessRules::socketSources(std::string_view host) const {
+    const std::string own = isOwnHost(host) ? " ws://" + std::string(host) : "";
+    if (!m_publicUrl) {
+        return own;
     }
-    // Volatile: no compiler may leave the loop at the first difference.
-    volatile unsigned char difference = 0;
-    for (std::size_t at = 0; at < text.size(); ++at) {
-        difference = static_cast<unsigned char>(difference | (text[at] ^ m_token[at]));
-    }
-    return difference == 0;
+    return own + (m_publicUrl->scheme == "https" ? " wss://" : " ws://") + m_publicUrl->host;
+}
+
+bool AccessRules::consistsOf(std::string_view text, std::string_view marks) {
+    return std::all_of(text.begin(), text.end(), [marks](char character) {
+        return isLetterOrDigit(character) || marks.find(character) != std::string_view::npos;
+    });
 }
 
 bool AccessRules::isClientId(std::string_view text) {

@@ -8,6 +8,7 @@
 #include "AccessRules.h"
 #include "HttpConnection.h"
 #include "OptionRules.h"
+#include "gateway/PublicUrl.h"
 #include "log/Log.h"
 
 namespace DOVA::gateway {
@@ -64,8 +65,10 @@ std::string GatewayCore::address() const {
     if (m_port == 0) {
         return {};
     }
-    return "http://" + AccessRules::shownHost(m_options.bindAddress, m_port) + "/#" +
-           m_options.token;
+    const auto publicUrl = PublicUrl::parse(m_options.publicUrl);
+    return (publicUrl ? publicUrl->text()
+                      : "http://" + AccessRules::shownHost(m_options.bindAddress, m_port) + "/") +
+           "#" + m_options.token;
 }
 
 void GatewayCore::accept() {

@@ -7,6 +7,7 @@
 #include <system_error>
 
 #include "AccessRules.h"
+#include "gateway/PublicUrl.h"
 
 namespace DOVA::gateway {
 
@@ -42,6 +43,12 @@ void checkNames(const GatewayOptions& options) {
             refuse(std::errc::invalid_argument,
                    "\"" + origin + "\" is no origin; give one like https://pad.example:8443");
         }
+    }
+}
+
+void checkPublicUrl(const std::string& url) {
+    if (!url.empty() && !PublicUrl::parse(url)) {
+        refuse(std::errc::invalid_argument, PublicUrl::complaint(url));
     }
 }
 
@@ -100,6 +107,7 @@ void checkLimits(const GatewayOptions& options) {
 void checkOptions(const GatewayOptions& options) {
     checkAddress(options);
     checkNames(options);
+    checkPublicUrl(options.publicUrl);
     checkFolders(options);
     checkTheme(options);
     checkLimits(options);

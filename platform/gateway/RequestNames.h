@@ -7,6 +7,8 @@
 namespace DOVA::gateway::names {
 
 inline constexpr const char* subProtocol = "dova.gateway.1";
+inline constexpr const char* tokenProtocol = "token.";
+inline constexpr const char* iconCookie = "dova-icon-";
 inline constexpr const char* socketPath = "/socket";
 inline constexpr const char* iconPath = "/icon/";
 

@@ -9,6 +9,7 @@
 #include <sstream>
 #include <utility>
 
+#include "Credentials.h"
 #include "FrameCodec.h"
 #include "RequestNames.h"
 
@@ -73,6 +74,7 @@ std::string_view originOf(const RequestRouter::Request& request, const RequestTa
 
 RequestRouter::RequestRouter(const GatewayOptions& options, AccessRules rules)
     : m_rules(std::move(rules)),
+      m_base(m_rules.publicUrl() ? m_rules.publicUrl()->path : "/"),
       m_page(options.pageFolder, StaticFiles::Kinds::Page, options.limits.fileBytes),
       m_theme(options.theme),
       m_maxFileBytes(options.limits.fileBytes),
@@ -82,7 +84,10 @@ RequestRouter::RequestRouter(const GatewayOptions& options, AccessRules rules)
       m_iconRoot(options.applicationRoot.relative_path().lexically_normal() / "") {}
 
 RequestRouter::Answer RequestRouter::answer(const Request& request) const {
-    const auto target = RequestTarget::parse(view(request.target()));
+    auto target = RequestTarget::parse(view(request.target()));
+    if (target) {
+        target->path = belowBase(target->path);
+    }
     const std::string host(target && !target->host.empty() ? target->host
                                                            : header(request, http::field::host));
     Answer answer = route(request, target, host);
@@ -91,7 +96,7 @@ RequestRouter::Answer RequestRouter::answer(const Request& request) const {
         if (response->result() == Status::ok) {
             response->keep_alive(request.keep_alive());
             // Only an answer of status 200 has passed the check of its host.
-            addSecurityHeaders(*response, " ws://" + host);
+            addSecurityHeaders(*response, m_rules.socketSources(host));
             if (isUnchanged(request, *response)) {
                 leaveOutBody(*response);
             }
@@ -115,13 +120,21 @@ RequestRouter::Answer RequestRouter::route(const Request& request,
     if (!target) {
         return refusal(Status::bad_request, "malformed request target");
     }
+    if (target->path + "/" == m_base) {
+        return redirection(m_base);
+    }
     if (target->path == names::socketPath) {
         return admit(request, *target, host);
     }
     if (target->path.rfind(names::iconPath, 0) == 0) {
-        return icon(*target);
+        return icon(request, *target);
     }
     return pageFile(target->path == "/" ? s_document : target->path.substr(1), codingsFor(request));
+}
+
+/// A proxy passes the public path on, or not.
+std::string RequestRouter::belowBase(const std::string& path) const {
+    return path.compare(0, m_base.size(), m_base) == 0 ? path.substr(m_base.size() - 1) : path;
 }
 
 RequestRouter::Answer RequestRouter::pageFile(const std::string& path,
@@ -147,9 +160,13 @@ std::optional<StaticFile> RequestRouter::themedDocument() const {
     return document;
 }
 
-RequestRouter::Answer RequestRouter::icon(const RequestTarget& target) const {
-    if (!m_rules.isToken(target.value(query::token))) {
-        return refusal(Status::unauthorized, "missing or wrong token");
+RequestRouter::Answer RequestRouter::icon(const Request& request,
+                                          const RequestTarget& target) const {
+    const auto keys = credentials::iconKeys(request);
+    const bool hasKey =
+        std::any_of(keys.begin(), keys.end(), [this](auto key) { return m_rules.isIconKey(key); });
+    if (auto refused = refusalWithoutToken(request, target); refused && !hasKey) {
+        return std::move(*refused);
     }
     const std::string path = belowIconRoot(target.path.substr(std::strlen(names::iconPath)));
     auto found = m_icons.find(path, {});
@@ -164,14 +181,33 @@ std::string RequestRouter::belowIconRoot(const std::string& path) const {
         isBelow ? std::min(path.find_first_not_of('/', m_iconRoot.size()), path.size()) : 0);
 }
 
+std::string RequestRouter::iconCookie(const Request& request) const {
+    const std::string_view origin = header(request, http::field::origin);
+    const auto& url = m_rules.publicUrl();
+    return credentials::iconCookie(m_rules.iconKey(), origin,
+                                   url && origin == url->origin() ? url->path : "/");
+}
+
+std::optional<RequestRouter::Response> RequestRouter::refusalWithoutToken(
+    const Request& request, const RequestTarget& target) const {
+    const auto tokens = credentials::tokens(request, target);
+    if (tokens.size() > 1) {
+        return refusal(Status::bad_request, "the token is given twice");
+    }
+    if (tokens.empty() || !m_rules.isToken(tokens.front())) {
+        return refusal(Status::unauthorized, "missing or wrong token");
+    }
+    return {};
+}
+
 RequestRouter::Answer RequestRouter::admit(const Request& request, const RequestTarget& target,
                                            std::string_view host) const {
     if (request.count(http::field::origin) > 1 ||
         !m_rules.allowsOrigin(originOf(request, target), host)) {
         return refusal(Status::forbidden, "this origin is not allowed");
     }
-    if (!m_rules.isToken(target.value(query::token))) {
-        return refusal(Status::unauthorized, "missing or wrong token");
+    if (auto refused = refusalWithoutToken(request, target)) {
+        return std::move(*refused);
     }
     Admission admission{
         std::string(target.value(query::client)), {}, 0, target.query.count(query::ready) > 0};
@@ -189,8 +225,8 @@ RequestRouter::Answer RequestRouter::admit(const Request& request, const Request
     if (!boost::beast::websocket::is_upgrade(request)) {
         return refusal(Status::upgrade_required, "only WebSocket connections are served here");
     }
-    if (!http::token_list(request[http::field::sec_websocket_protocol])
-             .exists(names::subProtocol)) {
+    const auto offered = credentials::subProtocols(request);
+    if (std::count(offered.begin(), offered.end(), names::subProtocol) == 0) {
         return refusal(Status::bad_request,
                        std::string("the sub-protocol must be ") + names::subProtocol);
     }
@@ -220,6 +256,9 @@ RequestRouter::Response RequestRouter::refusal(Status status, std::string reason
     if (status == Status::method_not_allowed) {
         response.set(http::field::allow, "GET, HEAD");
     }
+    if (status == Status::unauthorized) {
+        response.set(http::field::www_authenticate, "Bearer");
+    }
     if (status == Status::upgrade_required) {
         response.set(http::field::upgrade, "websocket");
     }
@@ -231,11 +270,17 @@ RequestRouter::Response RequestRouter::refusal(Status status, std::string reason
     return response;
 }
 
-void RequestRouter::addSecurityHeaders(http::fields& response, const std::string& socketSource) {
+RequestRouter::Response RequestRouter::redirection(const std::string& path) {
+    Response response = refusal(Status::permanent_redirect, "the page is at " + path);
+    response.set(http::field::location, path);
+    return response;
+}
+
+void RequestRouter::addSecurityHeaders(http::fields& response, const std::string& socketSources) {
     response.set("Content-Security-Policy",
                  "default-src 'none'; script-src 'self'; style-src 'self'; img-src 'self'; "
                  "connect-src 'self'" +
-                     socketSource +
+                     socketSources +
                      "; base-uri 'none'; form-action 'none'; frame-ancestors 'none'; "
                      "require-trusted-types-for 'script'; trusted-types lit-html");
     response.set("X-Content-Type-Options", "nosniff");

@@ -38,10 +38,14 @@ public:
     /// The answer to a request. To HEAD it has the headers of GET and no body.
     Answer answer(const Request& request) const;
 
-    /// What browsers are told with every answer; `socketSource` is where the page may open sockets
-    /// beside its own origin.
+    /// The cookie that lets a page ask for icons, as the answer to its WebSocket request sets it:
+    /// browsers can add no header to the request of an image.
+    std::string iconCookie(const Request& request) const;
+
+    /// What browsers are told with every answer; `socketSources` is where the page may open sockets
+    /// beside its own origin, see AccessRules.
     static void addSecurityHeaders(boost::beast::http::fields& response,
-                                   const std::string& socketSource = {});
+                                   const std::string& socketSources = {});
 
     /// A refusal: a short plain text with the reason. The connection ends with it.
     static Response refusal(Status status, std::string reason);
@@ -49,14 +53,19 @@ public:
 private:
     Answer route(const Request& request, const std::optional<RequestTarget>& target,
                  std::string_view host) const;
+    std::string belowBase(const std::string& path) const;
     Answer pageFile(const std::string& path, const StaticFiles::Codings& codings) const;
     std::optional<StaticFile> themedDocument() const;
-    Answer icon(const RequestTarget& target) const;
+    Answer icon(const Request& request, const RequestTarget& target) const;
     std::string belowIconRoot(const std::string& path) const;
+    std::optional<Response> refusalWithoutToken(const Request& request,
+                                                const RequestTarget& target) const;
     Answer admit(const Request& request, const RequestTarget& target, std::string_view host) const;
+    static Response redirection(const std::string& path);
     static Answer file(std::optional<StaticFile> found, const char* caching);
 
     const AccessRules m_rules;
+    const std::string m_base;  // the path of the public address
     const StaticFiles m_page;
     const std::filesystem::path m_theme;
     const std::size_t m_maxFileBytes;

@@ -55,22 +55,24 @@ Executor WebSocket::executor() const {
 }
 
 void WebSocket::accept(const RequestRouter::Request& request) {
-    setOptions();
+    setOptions(core().router().iconCookie(request));
     m_transport->stream.async_accept(
         request, beast::bind_front_handler(&WebSocket::onAccepted, shared_from_this()));
 }
 
 /// Beast's own idle time-out would run on while a flooding page is not being read; ours pauses.
-void WebSocket::setOptions() {
+void WebSocket::setOptions(const std::string& cookie) {
     const GatewayLimits& limits = core().options().limits;
     auto& stream = m_transport->stream;
     stream.set_option(websocket::stream_base::timeout{limits.handshakeTime,
                                                       websocket::stream_base::none(), false});
     // Beast writes the refusal of a faulty handshake itself.
-    stream.set_option(websocket::stream_base::decorator([](websocket::response_type& response) {
-        response.set(beast::http::field::sec_websocket_protocol, names::subProtocol);
-        RequestRouter::addSecurityHeaders(response);
-    }));
+    stream.set_option(
+        websocket::stream_base::decorator([cookie](websocket::response_type& response) {
+            response.set(beast::http::field::sec_websocket_protocol, names::subProtocol);
+            response.set(beast::http::field::set_cookie, cookie);
+            RequestRouter::addSecurityHeaders(response);
+        }));
     stream.control_callback([this](websocket::frame_type, beast::string_view payload) {
         onControlFrame(payload.size());
     });

@@ -61,7 +61,7 @@ private:
     using ErrorCode = boost::system::error_code;
     struct Transport;
 
-    void setOptions();
+    void setOptions(const std::string& cookie);
     void onAccepted(ErrorCode error);
     void onRead(ErrorCode error, std::size_t bytes);
     void onReadFailed(ErrorCode error);

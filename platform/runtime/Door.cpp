@@ -24,6 +24,7 @@ gateway::GatewayOptions gatewayOptions(const HostOptions& options) {
     result.port = options.port;
     result.extraHosts = options.hosts;
     result.extraOrigins = options.origins;
+    result.publicUrl = options.publicUrl;
     result.pageFolder = options.pageFolder.empty() ? InstalledFiles::page() : options.pageFolder;
     result.theme = options.theme;
     result.applicationRoot = options.applicationRoot;

@@ -6,6 +6,8 @@
 #include <iostream>
 #include <string>
 
+#include "gateway/PublicUrl.h"
+
 namespace DOVA::runtime {
 
 namespace {
@@ -24,6 +26,12 @@ HostCommandLine::HostCommandLine(CLI::App& app) : m_app(app) {
         ->capture_default_str();
     app.add_flag("--allow-remote", m_options.allowRemote,
                  "Allow an address that other machines can reach (nothing is encrypted)");
+    app.add_option("--public-url", m_options.publicUrl,
+                   "The address of the program at a proxy, such as https://pad.example/pad/")
+        ->type_name("URL")
+        ->check([](const std::string& url) {
+            return gateway::PublicUrl::parse(url) ? "" : gateway::PublicUrl::complaint(url);
+        });
     app.add_option("--host", m_options.hosts,
                    "A name under which browsers reach the program, as of a proxy; may be repeated")
         ->type_name("NAME[:PORT]")

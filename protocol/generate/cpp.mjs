@@ -261,6 +261,8 @@ const gatewayNames = header(
         CHARACTERS,
         quoted([
             ['subProtocol', gateway.subProtocol],
+            ['tokenProtocol', gateway.tokenProtocol],
+            ['iconCookie', gateway.iconCookie],
             ...Object.entries(paths).map(([name, path]) => [`${name}Path`, path]),
         ]),
     ),

@@ -23,7 +23,16 @@ const query = {
     })),
     required: gateway.query.filter(({ required }) => required).map(nameOf),
 };
-const bindings = { ws: { method: 'GET', bindingVersion: '0.1.0', query } };
+const headers = {
+    type: 'object',
+    properties: {
+        'Sec-WebSocket-Protocol': {
+            type: 'string',
+            description: `"${gateway.subProtocol}, ${gateway.tokenProtocol}TOKEN".`,
+        },
+    },
+};
+const bindings = { ws: { method: 'GET', bindingVersion: '0.1.0', query, headers } };
 
 function channel([name, { address, title, meaning }]) {
     const isSocket = name === 'socket';

@@ -110,6 +110,29 @@ TEST_F(GatewayHttpTest, nonsenseIsAnsweredAndClosed) {
     }
 }
 
+/// With the token in a header, which proxies do not log. The answer says which sub-protocol is
+/// meant and has the cookie for icons.
+TEST_F(GatewayHttpTest, aPageComesInByHeaderAndAsksForIconsByCookie) {
+    pageFiles.write("images/save.png", "image");
+    start();
+    const std::string port = std::to_string(gateway->port());
+    const auto page = send(
+        request("GET /socket?client=me",
+                "Origin: http://127.0.0.1:" + port +
+                    "\r\nConnection: Upgrade\r\nUpgrade: websocket\r\nSec-WebSocket-Version: 13\r\n"
+                    "Sec-WebSocket-Protocol: dova.gateway.1, token." +
+                    options.token + "\r\n" + key));
+    await([&] { return page->received().find("received\":0}") != std::string::npos; });
+    EXPECT_THAT(page->received(), HasSubstr("Sec-WebSocket-Protocol: dova.gateway.1\r\n"));
+    const std::string name = "Set-Cookie: dova-icon-" + port + "=";
+    const std::size_t cookie = page->received().find(name);
+    ASSERT_NE(cookie, std::string::npos) << page->received();
+    const std::string shown = page->received().substr(cookie + 4, name.size() - 4 + 40);
+    EXPECT_THAT(answerTo(request("GET /icon/save.png", close + shown + "\r\n")),
+                EndsWith("\r\n\r\nimage"));
+    EXPECT_THAT(page->received(), testing::Not(HasSubstr(options.token)));
+}
+
 /// The log names the reason, who was refused and nothing secret; once, however often it is tried.
 TEST_F(GatewayHttpTest, aRefusalStandsInTheLog) {
     start();

@@ -6,6 +6,7 @@
 #include <unistd.h>
 
 #include <array>
+#include <boost/algorithm/string/replace.hpp>
 #include <boost/property_tree/json_parser.hpp>
 #include <string>
 
@@ -42,21 +43,21 @@ protected:
         }
     }
 
-    static std::string named(std::string text) {
+    /// With the names for what a table cannot know in the place of these.
+    std::string named(std::string text) const {
         std::array<char, 256> machine{};
         EXPECT_EQ(gethostname(machine.data(), machine.size()), 0);
-        if (const auto at = text.find("${machine}"); at != text.npos) {
-            text.replace(at, 10, machine.data());
+        for (const auto& [name, value] : {std::pair{"${machine}", std::string(machine.data())},
+                                          std::pair{"${root}", (m_folder / "icons").substr(1)},
+                                          std::pair{"${key}", m_rules ? m_rules->iconKey() : ""}}) {
+            boost::algorithm::replace_all(text, name, value);
         }
         return text;
     }
 
     RequestRouter::Request request(const Row& row, const std::string& known) const {
-        auto target = row.get<std::string>("target");
-        if (const auto root = target.find("${root}"); root != target.npos) {
-            target.replace(root, 7, (m_folder / "icons").substr(1));
-        }
-        RequestRouter::Request request(http::string_to_verb(row.get("method", "GET")), target, 11);
+        RequestRouter::Request request(http::string_to_verb(row.get("method", "GET")),
+                                       named(row.get<std::string>("target")), 11);
         request.set("Host", "localhost:8080");
         if (row.get("socket", false)) {
             for (const auto& [name, value] : children(m_requests, "socket")) {
@@ -75,7 +76,7 @@ protected:
     }
 
     /// `known`: what the browser says that it has.
-    RequestRouter::Answer ask(const Row& row, const std::string& known = "\"old\"") const {
+    RequestRouter::Answer ask(const Row& row, const std::string& known = "\"old\"") {
         GatewayOptions options;
         options.pageFolder = m_folder / row.get("page", "page");
         options.theme = row.get("theme", "").empty() ? "" : m_folder / row.get("theme", "");
@@ -83,12 +84,21 @@ protected:
         options.limits.fileBytes = 7;
         options.extraHosts = {"pad.example:8443", "named.example"};
         options.extraOrigins = {"https://pad.example:8443"};
+        options.publicUrl = row.get("public", "");
         options.bindAddress = row.get("bind", "127.0.0.1");
-        const AccessRules rules(options, row.get<std::uint16_t>("port", 8080), "0123456789abcdef");
-        return RequestRouter(options, rules).answer(request(row, known));
+        m_rules.emplace(options, row.get<std::uint16_t>("port", 8080), "0123456789abcdef");
+        const RequestRouter router(options, *m_rules);
+        const auto asked = request(row, known);
+        if (row.count("cookie") > 0) {
+            EXPECT_EQ(router.iconCookie(asked), named(row.get<std::string>("cookie")));
+        }
+        return router.answer(asked);
     }
 
-    void expectAnswer(const RequestRouter::Response& answer, const Row& row) const {
+    void expectAnswer(const RequestRouter::Response& answer, const Row& row) {
+        for (const auto& [name, value] : children(row, "answers")) {
+            EXPECT_EQ(answer[name], value.data()) << name;
+        }
         for (const auto& [name, value] : children(m_requests, "always")) {
             EXPECT_EQ(answer[name], value.data()) << name;
         }
@@ -102,10 +112,9 @@ protected:
             EXPECT_FALSE(answer.keep_alive());
             return;
         }
-        EXPECT_THAT(
-            policy,
-            HasSubstr("connect-src 'self' ws://" +
-                      row.get("host", named(row.get("headers.Host", "localhost:8080"))) + ";"));
+        const auto host = row.get("host", named(row.get("headers.Host", "localhost:8080")));
+        EXPECT_THAT(policy,
+                    HasSubstr("connect-src 'self' " + row.get("sockets", "ws://" + host) + ";"));
         EXPECT_EQ(answer.body(), row.get<std::string>("body"));
         EXPECT_EQ(answer["Content-Type"], row.get<std::string>("type"));
         EXPECT_EQ(answer["Content-Encoding"] == "gzip", answer.body() == "zipped");
@@ -113,7 +122,7 @@ protected:
         expectUnchanged(answer, row);
     }
 
-    void expectUnchanged(const RequestRouter::Response& answer, const Row& row) const {
+    void expectUnchanged(const RequestRouter::Response& answer, const Row& row) {
         const std::string tag(answer["ETag"]);
         for (const std::string& known : {tag, "\"old\", W/" + tag, std::string("*")}) {
             const auto again = std::get<RequestRouter::Response>(ask(row, known));
@@ -129,6 +138,7 @@ protected:
 
     const Row m_requests = readRequests();
     const test::TemporaryFolder m_folder;
+    std::optional<AccessRules> m_rules;  // those that answered last
 };
 
 TEST_F(RequestRouterTest, answersEachRequestAsItsRowSays) {
@@ -144,6 +154,20 @@ TEST_F(RequestRouterTest, answersEachRequestAsItsRowSays) {
         const auto& admission = std::get<RequestRouter::Admission>(answer);
         EXPECT_EQ(admission.clientId, row.get<std::string>("client"));
         EXPECT_EQ(admission.received.value_or(0), row.get("received", 0u));
+    }
+}
+
+/// Whoever has most of a secret has nothing of it.
+TEST(AccessRulesTest, aSecretThatDiffersAnywhereIsNone) {
+    const AccessRules rules({}, 8080, "0123456789abcdef");
+    const AccessRules others({}, 8080, "0123456789abcdef");
+    EXPECT_TRUE(rules.isToken("0123456789abcdef") && rules.isIconKey(rules.iconKey()));
+    EXPECT_FALSE(others.isIconKey(rules.iconKey()) || rules.isToken(rules.iconKey()));
+    for (int bit = 0; bit < 16 * 8; ++bit) {
+        std::string token = "0123456789abcdef", key = rules.iconKey();
+        token[bit / 8] ^= 1 << bit % 8;
+        key[bit / 8] ^= 1 << bit % 8;
+        EXPECT_FALSE(rules.isToken(token) || rules.isIconKey(key)) << bit;
     }
 }
 

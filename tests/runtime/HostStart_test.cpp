@@ -38,6 +38,7 @@ TEST_F(HostStartTest, SaysInOneSentenceWhyItDoesNotAndStartsNothing) {
         {"can be read or changed by others",
          [&] { options.tokenFile = folder.write("open", "0123456789abcdef"); }},
         {"is no host name", [&] { options.hosts = {"pad example"}; }},
+        {"is no public address", [&] { options.publicUrl = "pad.example"; }},
         {"is too long for a token",
          [&] { options.tokenFile = folder.write("token", std::string(2000, 'a')); }},
     };
@@ -115,8 +116,9 @@ TEST_F(HostStartTest, KeepsAFreshTokenForTheNextStartAndLeavesAGivenOneAlone) {
     EXPECT_EQ(std::filesystem::status(options.tokenFile).permissions(),
               std::filesystem::perms::owner_read | std::filesystem::perms::owner_write);
     folder.write("token", "  0123456789abcdef\r\n");
+    options.publicUrl = "https://pad.example/pad/";
     start();
-    EXPECT_THAT(host->address(), testing::EndsWith("/#0123456789abcdef"));
+    EXPECT_EQ(host->address(), "https://pad.example/pad/#0123456789abcdef");
     EXPECT_EQ(folder.read("token"), "  0123456789abcdef\r\n");
 }
 

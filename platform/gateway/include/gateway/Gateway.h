@@ -49,8 +49,8 @@ public:
     const std::string& token() const;
 
     /// What to open in a browser: "http://127.0.0.1:8080/#TOKEN". When it listens on every
-    /// interface, the address is the loopback one. The token is a secret: who has it drives the
-    /// program. Empty before start().
+    /// interface, the address is the loopback one; with GatewayOptions::publicUrl it is that. The
+    /// token is a secret: who has it drives the program. Empty before start().
     std::string address() const;
 
     /// Shuts down: takes no new connection, sends what waits for the pages, closes each with code

@@ -58,8 +58,8 @@ struct GatewayOptions {
     /// "</head>". The page's content-security policy lets it load nothing from elsewhere. Empty:
     /// none.
     std::filesystem::path theme;
-    /// Folder whose image files are served below "/icon/" to pages with the token. An image that is
-    /// not there comes from "images" in the page folder. Empty: only those.
+    /// Folder whose image files are served below "/icon/" to pages that have shown the token. An
+    /// image that is not there comes from "images" in the page folder. Empty: only those.
     std::filesystem::path applicationRoot;
     /// What a page must know to come in: 16 to 256 of the characters A-Z a-z 0-9 - _ . ~
     /// Empty: a fresh random one of 160 bits.
@@ -69,13 +69,20 @@ struct GatewayOptions {
     /// no port. The page may come from there by http or https, so a proxy that encrypts and passes
     /// the name on needs no more.
     ///
-    /// Allowed anyway, with the port: the listening address; when that is loopback or every
-    /// interface, "localhost", "127.0.0.1" and "[::1]"; when it is not loopback, the machine's own
-    /// name; when it is every interface, any numeric address.
+    /// Allowed anyway, with the port: the listening address and, when it is not loopback, the
+    /// machine's own name. With any port, since a port may be forwarded: the name of publicUrl;
+    /// when the listening address is loopback or every interface, "localhost", "127.0.0.1" and
+    /// "[::1]"; when it is every interface, any numeric address.
     std::vector<std::string> extraHosts;
     /// Further values of the Origin header, such as "https://pad.example:8443", for a proxy that
     /// does not pass the name on. The http origin of the request's own Host is allowed anyway.
     std::vector<std::string> extraOrigins;
+    /// Where browsers find the program when it stands behind a proxy: "https://pad.example/pad/",
+    /// see PublicUrl. Its name is allowed as Host and its origin as Origin, so that a proxy may
+    /// pass the name on or not; requests are taken with its path before them and without, so that a
+    /// proxy may pass the path on or not. Headers of proxies, such as X-Forwarded-Host, are not
+    /// looked at. Empty: browsers reach the port itself.
+    std::string publicUrl;
     GatewayLimits limits;
     session::SessionOptions sessions;
 };

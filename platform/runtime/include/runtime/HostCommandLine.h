@@ -12,9 +12,9 @@ class App;
 namespace DOVA::runtime {
 
 /// Adds the options of every served program to a program's own command line: `--port N`,
-/// `--bind ADDRESS`, `--allow-remote`, `--host NAME`, `--origin URL`, `--token-file FILE`,
-/// `--theme FILE`, `--log-level LEVEL`, and `--version` with the version of this library, unless
-/// `app` has a version flag. `--help` is CLI::App's own.
+/// `--bind ADDRESS`, `--allow-remote`, `--public-url URL`, `--host NAME`, `--origin URL`,
+/// `--token-file FILE`, `--theme FILE`, `--log-level LEVEL`, and `--version` with the version of
+/// this library, unless `app` has a version flag. `--help` is CLI::App's own.
 class DOVA_RUNTIME_EXPORT HostCommandLine {
 public:
     /// Adds the options; `app` and this object must stay where they are until parse() is done. The

@@ -26,6 +26,10 @@ struct HostOptions {
     /// The addresses of proxies that do not pass on the name that browsers use, such as
     /// "https://pad.example:8443".
     std::vector<std::string> origins;
+    /// The address under which browsers reach the program behind a proxy, with a slash at its end:
+    /// "https://pad.example/pad/". Then neither hosts nor origins are needed, whether the proxy
+    /// passes name and path on or not, and Host::address() begins with it. Empty: none.
+    std::string publicUrl;
     /// TCP port; 0 takes any free one.
     std::uint16_t port = 0;
     /// A file with the token of the address, so that the address stays the same from start to
