@@ -49,7 +49,11 @@ const names = [
     constant('MODEL_CHANNEL', channels.model.address),
     constant('OWN_CHANNEL', gateway.ownChannel),
     constant('SUB_PROTOCOL', gateway.subProtocol),
-    ...Object.entries(paths).map(([name, path]) => constant(`${shouting(name)}_PATH`, path)),
+    constant('TOKEN_PROTOCOL', gateway.tokenProtocol),
+    // Relative to the page's document.
+    ...Object.entries(paths).map(([name, path]) =>
+        constant(`${shouting(name)}_PATH`, path.slice(1)),
+    ),
     '',
     '/** Words that are the value of a property. */',
     ...ofObjects.flatMap(({ name, words }) =>

@@ -1,24 +1,25 @@
-import { CloseCode, Query, SOCKET_PATH, SUB_PROTOCOL } from '../protocol/names.ts';
+import { CloseCode, Query, SOCKET_PATH, SUB_PROTOCOL, TOKEN_PROTOCOL } from '../protocol/names.ts';
 import type { AskWhy, Clock, Connect, Refusal } from './transport.ts';
 
 /**
- * Connections by the browser's own WebSocket to the gateway that the page came from. After one
+ * Connections by the browser's own WebSocket to the gateway that the page came from, beside the
+ * page's document at `base`, since a proxy may serve it below any path. The token travels in
+ * headers: proxies write what is asked for into their logs. After a connection
  * that was lost the gateway has to answer a request first: Firefox lets each socket that fails
  * keep the next one waiting longer, up to a minute, even when the way has long been free.
  */
-export function webSocketConnect(location: Location, token: string): Connect {
+export function webSocketConnect(base: string, token: string): Connect {
     let mayBeGone = false;
     return (query, listener) => {
-        const scheme = location.protocol === 'https:' ? 'wss' : 'ws';
-        query.set(Query.token, token);
-        const address = `${scheme}://${location.host}${SOCKET_PATH}?${query.toString()}`;
+        const address = socketAddress(base, query);
+        address.protocol = address.protocol === 'https:' ? 'wss:' : 'ws:';
         const request = new AbortController();
         let socket: WebSocket | undefined;
         const open = (): void => {
             if (request.signal.aborted) {
                 return;
             }
-            socket = new WebSocket(address, SUB_PROTOCOL);
+            socket = new WebSocket(address, [SUB_PROTOCOL, TOKEN_PROTOCOL + token]);
             socket.onopen = () => (mayBeGone = false);
             socket.onmessage = (event: MessageEvent<unknown>) => {
                 listener.message(typeof event.data === 'string' ? event.data : '');
@@ -29,7 +30,9 @@ export function webSocketConnect(location: Location, token: string): Connect {
             };
         };
         if (mayBeGone) {
-            untilAnswered(request.signal).then(open, () => listener.closed(CloseCode.abnormal, ''));
+            untilAnswered(base, request.signal).then(open, () =>
+                listener.closed(CloseCode.abnormal, ''),
+            );
         } else {
             open();
         }
@@ -47,8 +50,12 @@ export function webSocketConnect(location: Location, token: string): Connect {
     };
 }
 
-async function untilAnswered(signal: AbortSignal): Promise<void> {
-    const response = await fetch('/', { method: 'HEAD', cache: 'no-store', signal });
+function socketAddress(base: string, query: URLSearchParams): URL {
+    return new URL(`${SOCKET_PATH}?${query.toString()}`, base);
+}
+
+async function untilAnswered(base: string, signal: AbortSignal): Promise<void> {
+    const response = await fetch(new URL('.', base), { method: 'HEAD', cache: 'no-store', signal });
     if (!response.ok) {
         throw new Error(response.statusText);
     }
@@ -59,18 +66,26 @@ const refusals = new Map<number, Refusal>([
     [426, 'blocked'],
     [503, 'crowded'],
 ]);
-/** A proxy that cannot reach the program: nobody answers. */
 const UNREACHABLE = new Set([502, 504]);
+/** The gateway's own words are plain; a proxy has pages, or nothing to say. */
+const PLAIN = /^text\/plain\b/;
+
+/** A proxy that cannot reach the program, or that took the token for a password of its own. */
+function isOfProxy({ status, headers }: Response): boolean {
+    const isPlain = PLAIN.test(headers.get('Content-Type') ?? '');
+    return UNREACHABLE.has(status) || (!isPlain && (status === 401 || status >= 500));
+}
 
 /** The same request without the upgrade is refused like the socket's, and says why. */
-export function askByRequest(location: Location, token: string): AskWhy {
+export function askByRequest(base: string, token: string): AskWhy {
     return async (query) => {
-        query.set(Query.token, token);
-        query.set(Query.origin, location.origin);
+        query.set(Query.origin, new URL(base).origin);
         try {
-            const response = await fetch(`${SOCKET_PATH}?${query.toString()}`);
+            const response = await fetch(socketAddress(base, query), {
+                headers: { Authorization: `Bearer ${token}` },
+            });
             const text = (await response.text()).trim();
-            return UNREACHABLE.has(response.status)
+            return isOfProxy(response)
                 ? undefined
                 : {
                       why: refusals.get(response.status) ?? 'barred',

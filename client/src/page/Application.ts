@@ -75,7 +75,7 @@ export class Application implements LinkListener, InboxListener {
             () => this.link.retryNow(),
         );
         this.#outbox = new Outbox(this.link, this.#store, this.losses, this.#notices.banner, root);
-        this.#widgets = new PageWidgets(token, this.#outbox, () => this.#desktop, control);
+        this.#widgets = new PageWidgets(this.#outbox, () => this.#desktop, control);
         this.#renderer = new Renderer(this.#store, this.#widgets);
         this.#note.className = 'note';
         root.append(this.#note);

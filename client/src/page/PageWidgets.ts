@@ -15,18 +15,15 @@ export class PageWidgets implements WidgetHost {
     readonly tabs = new TabPositions();
     readonly pageSizes = new PageSizes();
     readonly buddies: Buddies;
-    readonly #token: string;
     readonly #outbox: Outbox;
     readonly #desktop: () => Desktop;
 
     /** `desktop` and `control` are asked only once there are widgets. */
     constructor(
-        token: string,
         outbox: Outbox,
         desktop: () => Desktop,
         control: (id: number) => HTMLElement | undefined,
     ) {
-        this.#token = token;
         this.#outbox = outbox;
         this.#desktop = desktop;
         this.buddies = new Buddies(control);
@@ -53,6 +50,6 @@ export class PageWidgets implements WidgetHost {
     }
 
     imageAddress(path: string): string | undefined {
-        return imageAddress(path, this.#token);
+        return imageAddress(path);
     }
 }

@@ -1,4 +1,4 @@
-import { ICON_PATH, Query } from '../protocol/names.ts';
+import { ICON_PATH } from '../protocol/names.ts';
 
 /** Fills the bytes from a source that nobody can foretell. */
 type RandomFill = (bytes: Uint8Array) => Uint8Array;
@@ -13,20 +13,16 @@ export function isClientId(id: string): boolean {
     return /^[A-Za-z0-9_-]{1,64}$/.test(id);
 }
 
-/** The key that the program printed with its address; it stands behind the "#". */
+/** The token that the program printed with its address, behind the "#"; empty for anything else. */
 export function tokenOf(hash: string): string {
-    try {
-        return decodeURIComponent(hash.replace(/^#/, ''));
-    } catch {
-        return '';
-    }
+    return /^#([A-Za-z0-9._~-]+)$/.exec(hash)?.[1] ?? '';
 }
 
 /**
- * Where the gateway serves an image of the program. Steps upwards are not asked for: the browser
+ * Where the gateway serves an image of the program, from the page's document. Steps upwards are not asked for: the browser
  * would fold them into an address outside the images.
  */
-export function imageAddress(path: string, token: string): string | undefined {
+export function imageAddress(path: string): string | undefined {
     const steps = path
         .replaceAll('\\', '/')
         .split('/')
@@ -34,6 +30,5 @@ export function imageAddress(path: string, token: string): string | undefined {
     if (steps.length === 0 || steps.includes('..')) {
         return undefined;
     }
-    const address = steps.map(encodeURIComponent).join('/');
-    return `${ICON_PATH}${address}?${Query.token}=${encodeURIComponent(token)}`;
+    return ICON_PATH + steps.map(encodeURIComponent).join('/');
 }

@@ -6,12 +6,14 @@ import { tokenOf } from './identity.ts';
 import { Keep } from './Keep.ts';
 import { styled } from './styled.ts';
 
-const storage = new TabStorage(() => sessionStorage);
+const base = document.baseURI;
+/** Behind a proxy other programs may have the same origin. */
+const storage = new TabStorage(() => sessionStorage, new URL('.', base).pathname);
 
 function start(root: HTMLElement, token: string): void {
     const application = new Application(root, token, {
-        connect: webSocketConnect(location, token),
-        askWhy: askByRequest(location, token),
+        connect: webSocketConnect(base, token),
+        askWhy: askByRequest(base, token),
         clock: browserClock,
         storage,
     });
@@ -55,7 +57,7 @@ function listen(application: Application, keep: Keep): void {
     });
 }
 
-const TOKEN = 'dova.token';
+const TOKEN = 'token';
 
 /**
  * The token of the address stays with the tab, for reloads, and leaves the address: it is not for

@@ -3,8 +3,9 @@ export const ROOT_CHANNEL = '/dova2/web';
 export const MODEL_CHANNEL = '/tdom';
 export const OWN_CHANNEL = '.';
 export const SUB_PROTOCOL = 'dova.gateway.1';
-export const SOCKET_PATH = '/socket';
-export const ICON_PATH = '/icon/';
+export const TOKEN_PROTOCOL = 'token.';
+export const SOCKET_PATH = 'socket';
+export const ICON_PATH = 'icon/';
 
 /** Words that are the value of a property. */
 export const VERSION_DESCRIPTION_VERSION = '0.5';

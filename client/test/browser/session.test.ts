@@ -84,8 +84,8 @@ onStage('a reload starts afresh when nothing can be gone on with', async (stage)
     assert.equal(await stage.page.locator('.window').count(), 0);
     await stage.page.evaluate(() => {
         const damage = (): void => {
-            const kept = JSON.parse(sessionStorage.getItem('dialogs') ?? '{}') as object;
-            sessionStorage.setItem('dialogs', JSON.stringify({ ...kept, session: 'damaged' }));
+            const kept = JSON.parse(sessionStorage.getItem('/pad/dialogs') ?? '{}') as object;
+            sessionStorage.setItem('/pad/dialogs', JSON.stringify({ ...kept, session: 'damaged' }));
         };
         addEventListener('pagehide', damage);
         document.addEventListener('visibilitychange', damage);

@@ -5,7 +5,7 @@ import type { AddressInfo } from 'node:net';
 import { extname, join } from 'node:path';
 import { type WebSocket, WebSocketServer } from 'ws';
 import type { FrameRecord } from '../../src/gateway/frame.ts';
-import { ICON_PATH, SOCKET_PATH, SUB_PROTOCOL } from '../../src/protocol/names.ts';
+import { ICON_PATH, SOCKET_PATH, SUB_PROTOCOL, TOKEN_PROTOCOL } from '../../src/protocol/names.ts';
 import { Peer } from './Peer.ts';
 
 const types: Readonly<Record<string, string>> = {
@@ -14,6 +14,9 @@ const types: Readonly<Record<string, string>> = {
     '.css': 'text/css',
     '.svg': 'image/svg+xml',
 };
+
+/** Where the page lies, as behind a proxy. */
+const BASE = '/pad/';
 
 /** What the real gateway sends, so that a page that needs more fails here too. */
 const securityHeaders = {
@@ -24,6 +27,7 @@ const securityHeaders = {
     'X-Content-Type-Options': 'nosniff',
     'Referrer-Policy': 'no-referrer',
     'Cache-Control': 'no-cache',
+    'Content-Type': 'text/plain; charset=utf-8',
 };
 
 /** A gateway whose program a test plays: serves the page and one session at a time. */
@@ -37,10 +41,12 @@ export class FakeGateway {
     readonly #server = createServer((request, response) => this.#serve(request, response));
     readonly #sockets = new WebSocketServer({
         server: this.#server,
-        path: SOCKET_PATH,
+        path: BASE + SOCKET_PATH,
         verifyClient: ({ req }: { req: IncomingMessage }) => this.#holdsToken(req),
         handleProtocols: (offered) => (offered.has(SUB_PROTOCOL) ? SUB_PROTOCOL : false),
     });
+    /** What was asked for elsewhere, or with the token where proxies write it down. */
+    readonly strayed: string[] = [];
     readonly #came = new EventEmitter();
     #socket: WebSocket | undefined;
 
@@ -49,7 +55,7 @@ export class FakeGateway {
         this.#sockets.on('connection', (socket, request) => this.#accept(socket, request));
         await new Promise<void>((done) => this.#server.listen(0, '127.0.0.1', done));
         const { port } = this.#server.address() as AddressInfo;
-        return `http://127.0.0.1:${port}/#${this.token}`;
+        return `http://127.0.0.1:${port}${BASE}#${this.token}`;
     }
 
     async stop(): Promise<void> {
@@ -90,13 +96,15 @@ export class FakeGateway {
     }
 
     #serve(request: IncomingMessage, response: ServerResponse): void {
-        const { pathname: path } = new URL(request.url ?? '/', 'http://localhost');
+        const { pathname } = new URL(request.url ?? '/', 'http://localhost');
+        this.#note(request);
+        const path = pathname.slice(BASE.length);
         if (path.startsWith(ICON_PATH) || path === SOCKET_PATH) {
-            const status = !this.#holdsToken(request) ? 401 : path === SOCKET_PATH ? 426 : 404;
+            const status = path !== SOCKET_PATH ? 404 : this.#holdsToken(request) ? 426 : 401;
             response.writeHead(status, securityHeaders).end('the reason');
             return;
         }
-        const name = path === '/' ? 'index.html' : path.slice(1);
+        const name = path === '' ? 'index.html' : path;
         const type = types[extname(name)] ?? 'application/octet-stream';
         readFile(join(process.cwd(), 'dist', name)).then(
             (body) => {
@@ -106,11 +114,20 @@ export class FakeGateway {
         );
     }
 
-    #holdsToken(request: IncomingMessage): boolean {
-        return queryOf(request).get('token') === this.token;
+    #note({ url = '' }: IncomingMessage): void {
+        if (!url.startsWith(BASE) || url.includes('token') || url.includes(this.token)) {
+            this.strayed.push(url);
+        }
+    }
+
+    #holdsToken({ headers }: IncomingMessage): boolean {
+        const offered = headers['sec-websocket-protocol']?.split(/, ?/) ?? [];
+        const isBearer = headers.authorization === `Bearer ${this.token}`;
+        return isBearer || offered.includes(TOKEN_PROTOCOL + this.token);
     }
 
     #accept(socket: WebSocket, request: IncomingMessage): void {
+        this.#note(request);
         const greeting = this.peer.greet(queryOf(request));
         greeting.forEach((text) => socket.send(text));
         if (greeting[0]?.includes('lost')) {

@@ -28,7 +28,7 @@ export function onStage(
             const stage = new Stage(gateway, page);
             await stage.untilAnnounced(1);
             await play(stage);
-            assert.deepEqual(faults, []);
+            assert.deepEqual([faults, gateway.strayed], [[], []]);
         } finally {
             await context.close();
             await gateway.stop();
