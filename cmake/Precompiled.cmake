@@ -41,3 +41,9 @@ function(dova_use_precompiled target set)
     target_compile_options(${target} PRIVATE -fPIC)
   endif()
 endfunction()
+
+# Where sources of a target are compiled together (CMAKE_UNITY_BUILD), these stay by themselves: what is nameless in
+# them has names that a neighbour's has, too.
+function(dova_compile_alone)
+  set_source_files_properties(${ARGN} PROPERTIES SKIP_UNITY_BUILD_INCLUSION ON)
+endfunction()
