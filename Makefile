@@ -8,13 +8,21 @@ MINUTE_LONG := tests/browser/outage.test.mjs
 
 SPACE := $(subst ,, )
 
-.PHONY: demo test test-page stories test-ci test-memory test-threads build-ci build-asan build-tsan bench fuzz setup setup-test client checks tidy format clean
+.PHONY: demo serve-demo build-demo test test-page stories test-ci test-memory test-threads build-ci build-asan build-tsan bench fuzz setup setup-test client checks tidy format clean
 
-demo: setup client
+demo: BUILT := jsonpad dova-host
+demo: build-demo
+	@exec build/release/bin/jsonpad $(FILE)
+
+# The same program for two visitors, each with one of their own.
+serve-demo: BUILT := gallery dova-serve
+serve-demo: build-demo
+	@exec build/release/bin/dova-serve --visitor alice --visitor bob build/release/bin/gallery
+
+build-demo: setup client
 	@echo "Building; the first time this takes some minutes." >&2
 	@cmake --preset release >build/configure.log || { cat build/configure.log; exit 1; }
-	@cmake --build --preset release -j $(JOBS) --target jsonpad dova-host dova2_web >build/demo.log || { cat build/demo.log; exit 1; }
-	@exec build/release/bin/jsonpad $(FILE)
+	@cmake --build --preset release -j $(JOBS) --target $(BUILT) dova2_web >build/demo.log || { cat build/demo.log; exit 1; }
 
 # Two chains side by side: the page and its stories, which mostly wait for a browser, and the
 # programs, whose builds give way.

@@ -14,6 +14,9 @@ Gateway::Gateway(boost::asio::io_context& loop, GatewayOptions options)
               return std::make_shared<link::LocalProgram>(loop, checked.sessions, oneFrame);
           })) {}
 
+Gateway::Gateway(boost::asio::io_context& loop, GatewayOptions options, Entrance& entrance)
+    : m_core(std::make_shared<GatewayCore>(loop, std::move(options), nullptr, &entrance)) {}
+
 Gateway::~Gateway() {
     m_core->abandon();
 }

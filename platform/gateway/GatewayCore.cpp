@@ -8,6 +8,7 @@
 #include "AccessRules.h"
 #include "HttpConnection.h"
 #include "OptionRules.h"
+#include "gateway/InstalledPage.h"
 #include "gateway/PublicUrl.h"
 #include "log/Log.h"
 
@@ -22,21 +23,28 @@ constexpr std::chrono::milliseconds s_acceptRetryTime{100};
 
 }  // namespace
 
-GatewayCore::GatewayCore(asio::io_context& loop, GatewayOptions options, MakeProgram makeProgram)
+GatewayCore::GatewayCore(asio::io_context& loop, GatewayOptions options, MakeProgram makeProgram,
+                         Entrance* entrance)
     : m_options(std::move(options)),
       m_acceptor(loop.get_executor()),
       m_acceptTimer(loop.get_executor()),
       m_stopTimer(loop.get_executor()),
-      m_makeProgram(std::move(makeProgram)) {}
+      m_makeProgram(std::move(makeProgram)),
+      m_entrance(entrance) {}
 
 void GatewayCore::start() {
+    if (m_options.pageFolder.empty()) {
+        m_options.pageFolder = installedPage();
+    }
     checkOptions(m_options);
     if (m_options.token.empty()) {
         m_options.token = AccessRules::randomToken();
     }
     listen();
-    m_router.emplace(m_options, AccessRules(m_options, m_port, m_options.token));
-    m_program = m_makeProgram(m_options);
+    m_router.emplace(m_options, AccessRules(m_options, m_port, m_options.token), m_entrance);
+    if (m_makeProgram) {
+        m_program = m_makeProgram(m_options);
+    }
     accept();
 }
 
@@ -61,14 +69,19 @@ void GatewayCore::openAcceptor() {
     m_acceptor.listen();
 }
 
+std::shared_ptr<link::Program> GatewayCore::programOf(const std::string& token) const {
+    return m_entrance ? m_entrance->programOf(token) : m_program;
+}
+
 std::string GatewayCore::address() const {
     if (m_port == 0) {
         return {};
     }
     const auto publicUrl = PublicUrl::parse(m_options.publicUrl);
-    return (publicUrl ? publicUrl->text()
-                      : "http://" + AccessRules::shownHost(m_options.bindAddress, m_port) + "/") +
-           "#" + m_options.token;
+    const std::string page =
+        publicUrl ? publicUrl->text()
+                  : "http://" + AccessRules::shownHost(m_options.bindAddress, m_port) + "/";
+    return m_entrance ? page : page + "#" + m_options.token;
 }
 
 void GatewayCore::accept() {

@@ -26,7 +26,9 @@ public:
     /// Makes what the pages are to be joined to, once the gateway listens.
     using MakeProgram = std::function<std::shared_ptr<link::Program>(const GatewayOptions&)>;
 
-    GatewayCore(boost::asio::io_context& loop, GatewayOptions options, MakeProgram makeProgram);
+    /// With an entrance, which must outlive the pages, there is nothing to make.
+    GatewayCore(boost::asio::io_context& loop, GatewayOptions options, MakeProgram makeProgram,
+                Entrance* entrance = nullptr);
 
     /// See Gateway for these three.
     void start();
@@ -41,8 +43,8 @@ public:
     const RequestRouter& router() const { return *m_router; }
     RefusalLog& refusals() { return m_refusals; }
 
-    /// Where pages find their sessions.
-    link::Program& program() const { return *m_program; }
+    /// Where the pages with this token find their sessions.
+    std::shared_ptr<link::Program> programOf(const std::string& token) const;
 
     void connectionBegins(Connection& connection);
     void connectionEnds(Connection& connection);
@@ -71,6 +73,7 @@ private:
     std::optional<RequestRouter> m_router;
     RefusalLog m_refusals;
     const MakeProgram m_makeProgram;
+    Entrance* const m_entrance;
     std::shared_ptr<link::Program> m_program;
     std::unordered_set<Connection*> m_connections;
     std::list<Connection*> m_strangers;  // the oldest first

@@ -72,8 +72,10 @@ std::string_view originOf(const RequestRouter::Request& request, const RequestTa
 
 }  // namespace
 
-RequestRouter::RequestRouter(const GatewayOptions& options, AccessRules rules)
+RequestRouter::RequestRouter(const GatewayOptions& options, AccessRules rules,
+                             const Entrance* entrance)
     : m_rules(std::move(rules)),
+      m_entrance(entrance),
       m_base(m_rules.publicUrl() ? m_rules.publicUrl()->path : "/"),
       m_page(options.pageFolder, StaticFiles::Kinds::Page, options.limits.fileBytes),
       m_theme(options.theme),
@@ -165,7 +167,7 @@ RequestRouter::Answer RequestRouter::icon(const Request& request,
     const auto keys = credentials::iconKeys(request);
     const bool hasKey =
         std::any_of(keys.begin(), keys.end(), [this](auto key) { return m_rules.isIconKey(key); });
-    if (auto refused = refusalWithoutToken(request, target); refused && !hasKey) {
+    if (auto refused = refusalOfToken(credentials::tokens(request, target)); refused && !hasKey) {
         return std::move(*refused);
     }
     const std::string path = belowIconRoot(target.path.substr(std::strlen(names::iconPath)));
@@ -188,14 +190,22 @@ std::string RequestRouter::iconCookie(const Request& request) const {
                                    url && origin == url->origin() ? url->path : "/");
 }
 
-std::optional<RequestRouter::Response> RequestRouter::refusalWithoutToken(
-    const Request& request, const RequestTarget& target) const {
-    const auto tokens = credentials::tokens(request, target);
+std::optional<RequestRouter::Response> RequestRouter::refusalOfToken(
+    const std::vector<std::string_view>& tokens) const {
     if (tokens.size() > 1) {
         return refusal(Status::bad_request, "the token is given twice");
     }
-    if (tokens.empty() || !m_rules.isToken(tokens.front())) {
-        return refusal(Status::unauthorized, "missing or wrong token");
+    const std::string_view token = tokens.empty() ? std::string_view() : tokens.front();
+    const auto ofRules = [&] {
+        return m_rules.isToken(token) ? Entrance::Verdict::Welcome : Entrance::Verdict::Stranger;
+    };
+    switch (m_entrance ? m_entrance->judge(token) : ofRules()) {
+        case Entrance::Verdict::Stranger:
+            return refusal(Status::unauthorized, "missing or wrong token");
+        case Entrance::Verdict::Crowded:
+            return refusal(Status::service_unavailable, "too many programs are running");
+        case Entrance::Verdict::Welcome:
+            break;
     }
     return {};
 }
@@ -206,11 +216,15 @@ RequestRouter::Answer RequestRouter::admit(const Request& request, const Request
         !m_rules.allowsOrigin(originOf(request, target), host)) {
         return refusal(Status::forbidden, "this origin is not allowed");
     }
-    if (auto refused = refusalWithoutToken(request, target)) {
+    const auto tokens = credentials::tokens(request, target);
+    if (auto refused = refusalOfToken(tokens)) {
         return std::move(*refused);
     }
-    Admission admission{
-        std::string(target.value(query::client)), {}, 0, target.query.count(query::ready) > 0};
+    Admission admission{std::string(target.value(query::client)),
+                        std::string(tokens.front()),
+                        {},
+                        0,
+                        target.query.count(query::ready) > 0};
     if (!AccessRules::isClientId(admission.clientId)) {
         return refusal(Status::bad_request, "missing or bad client identifier");
     }

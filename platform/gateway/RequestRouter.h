@@ -6,11 +6,14 @@
 #include <cstdint>
 #include <optional>
 #include <string>
+#include <string_view>
 #include <variant>
+#include <vector>
 
 #include "AccessRules.h"
 #include "RequestTarget.h"
 #include "StaticFiles.h"
+#include "gateway/Entrance.h"
 #include "gateway/GatewayOptions.h"
 
 namespace DOVA::gateway {
@@ -25,6 +28,7 @@ public:
     /// A page that may come in with a WebSocket.
     struct Admission {
         std::string clientId;
+        std::string token;
         std::optional<std::uint64_t> received;
         /// Which of the page's connections this is; 0 when the page does not count them.
         std::uint64_t attempt = 0;
@@ -33,7 +37,9 @@ public:
     };
     using Answer = std::variant<Response, Admission>;
 
-    RequestRouter(const GatewayOptions& options, AccessRules rules);
+    /// With an entrance its word on tokens counts, not that of the rules; it must outlive this.
+    RequestRouter(const GatewayOptions& options, AccessRules rules,
+                  const Entrance* entrance = nullptr);
 
     /// The answer to a request. To HEAD it has the headers of GET and no body.
     Answer answer(const Request& request) const;
@@ -58,13 +64,13 @@ private:
     std::optional<StaticFile> themedDocument() const;
     Answer icon(const Request& request, const RequestTarget& target) const;
     std::string belowIconRoot(const std::string& path) const;
-    std::optional<Response> refusalWithoutToken(const Request& request,
-                                                const RequestTarget& target) const;
+    std::optional<Response> refusalOfToken(const std::vector<std::string_view>& tokens) const;
     Answer admit(const Request& request, const RequestTarget& target, std::string_view host) const;
     static Response redirection(const std::string& path);
     static Answer file(std::optional<StaticFile> found, const char* caching);
 
     const AccessRules m_rules;
+    const Entrance* const m_entrance;
     const std::string m_base;  // the path of the public address
     const StaticFiles m_page;
     const std::filesystem::path m_theme;

@@ -25,9 +25,11 @@ SocketConnection::~SocketConnection() {
 
 void SocketConnection::onOpened() {
     if (m_endCode == 0) {
-        auto session = core().program().open(
-            {m_admission.clientId, m_admission.attempt, m_admission.received, m_admission.isReady},
-            *this);
+        auto session = core()
+                           .programOf(m_admission.token)
+                           ->open({m_admission.clientId, m_admission.attempt, m_admission.received,
+                                   m_admission.isReady},
+                                  *this);
         m_session = m_endCode == 0 ? std::move(session) : nullptr;
     }
     flush();

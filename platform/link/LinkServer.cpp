@@ -13,9 +13,6 @@ namespace asio = boost::asio;
 
 namespace {
 
-/// So much may be on its way to a page; the other side tells of it in quarters.
-constexpr LocalProgram::Window s_window = 1024 * 1024;
-constexpr std::size_t s_creditBytes = s_window / 4;
 constexpr std::chrono::milliseconds s_retryTime{200};
 
 }  // namespace
@@ -53,7 +50,7 @@ LinkServer::LinkServer(asio::io_context& loop, const session::SessionOptions& op
                        std::string socketPath, message::Properties hello)
     : m_socketPath(std::move(socketPath)),
       m_hello(message::hello(hello)),
-      m_program(std::make_shared<LocalProgram>(loop, options, s_window)),
+      m_program(std::make_shared<LocalProgram>(loop, options, s_windowBytes)),
       m_retryTimer(loop.get_executor()) {}
 
 LinkServer::~LinkServer() {
@@ -72,7 +69,7 @@ void LinkServer::start() {
                                 "cannot reach the gateway at " + m_socketPath);
     }
     m_stream = std::make_shared<MessageStream>(std::move(socket));
-    m_stream->start(*this);
+    m_stream->listen(*this);
     m_stream->send(Message::Kind::Hello, {}, m_hello);
 }
 

@@ -33,6 +33,11 @@ struct Message {
     std::string_view rest;
 };
 
+/// So much may be on its way to a page that does not read, and as much of what it sends may wait to
+/// be worked off. Each side tells of it in quarters.
+inline constexpr std::size_t s_windowBytes = std::size_t{1} << 20;
+inline constexpr std::size_t s_creditBytes = s_windowBytes / 4;
+
 /// The forms of messages. What reads answers nothing for what has another form.
 namespace message {
 

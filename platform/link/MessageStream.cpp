@@ -21,11 +21,13 @@ constexpr std::size_t s_mostMessages = 256;
 
 MessageStream::MessageStream(LocalSocket socket) : m_socket(std::move(socket)) {}
 
-void MessageStream::start(Listener& listener) {
-    boost::system::error_code ignored;
+void MessageStream::listen(Listener& listener) {
     m_listener = &listener;
-    m_socket.non_blocking(true, ignored);
-    wait();
+    if (!std::exchange(m_isReading, true)) {
+        boost::system::error_code ignored;
+        m_socket.non_blocking(true, ignored);
+        wait();
+    }
 }
 
 /// Without a buffer of its own, so that thousands of streams that are silent cost next to nothing.

@@ -30,8 +30,9 @@ public:
 
     explicit MessageStream(LocalSocket socket);
 
-    /// Reads from now on.
-    void start(Listener& listener);
+    /// What comes from now on is for this listener; a listener that hears something may hand over
+    /// to another one.
+    void listen(Listener& listener);
 
     /// Sends it; what is sent within one turn of the loop leaves together.
     void send(Message::Kind kind, std::string_view link, std::string_view text,
@@ -67,6 +68,7 @@ private:
     std::size_t m_writing = 0;                         // messages
     std::function<void()> m_whenSent;
     bool m_isWritePosted = false;
+    bool m_isReading = false;
 };
 
 }  // namespace DOVA::link

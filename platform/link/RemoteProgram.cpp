@@ -7,12 +7,6 @@
 
 namespace DOVA::link {
 
-namespace {
-
-constexpr std::size_t s_creditBytes = 256 * 1024;
-
-}  // namespace
-
 /// The stand-in for a session's end. Its page lets go of it; the program forgets it then.
 class RemoteProgram::Link final : public SessionEnd {
 public:
@@ -91,7 +85,7 @@ void RemoteProgram::attach(std::shared_ptr<MessageStream> stream) {
     }
     m_stream = std::move(stream);
     m_isAttached = true;
-    m_stream->start(*this);
+    m_stream->listen(*this);
     for (const auto& [name, link] : m_links) {
         link->begin();
     }

@@ -28,6 +28,9 @@ public:
     /// Whether the program is there.
     bool isAttached() const { return m_isAttached; }
 
+    /// How many pages are connected, or wait to be.
+    std::size_t links() const { return m_links.size(); }
+
     /// The program has ended, or never came: its pages, and those that wait, are closed with this.
     void end(const session::CloseReason& reason);
 

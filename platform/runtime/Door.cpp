@@ -5,7 +5,6 @@
 #include <system_error>
 #include <utility>
 
-#include "InstalledFiles.h"
 #include "LinkServer.h"
 #include "TokenFile.h"
 #include "gateway/Gateway.h"
@@ -25,7 +24,7 @@ gateway::GatewayOptions gatewayOptions(const HostOptions& options) {
     result.extraHosts = options.hosts;
     result.extraOrigins = options.origins;
     result.publicUrl = options.publicUrl;
-    result.pageFolder = options.pageFolder.empty() ? InstalledFiles::page() : options.pageFolder;
+    result.pageFolder = options.pageFolder;
     result.theme = options.theme;
     result.applicationRoot = options.applicationRoot;
     result.sessions.graceTime = options.graceTime;

@@ -3,7 +3,6 @@
 #include <dlfcn.h>
 
 #include <cstdlib>
-#include <system_error>
 
 namespace DOVA::runtime {
 
@@ -21,13 +20,6 @@ fs::path InstalledFiles::libraryFolder() {
 fs::path InstalledFiles::module() {
     const char* chosen = std::getenv("DOVA_WEB_MODULE");
     return chosen && *chosen ? fs::path(chosen) : libraryFolder() / DOVA_MODULE_FILE;
-}
-
-fs::path InstalledFiles::page() {
-    std::error_code error;
-    const fs::path installed = libraryFolder() / DOVA_INSTALLED_PAGE;
-    return fs::is_directory(installed, error) ? installed.lexically_normal()
-                                              : fs::path(DOVA_BUILT_PAGE);
 }
 
 }  // namespace DOVA::runtime

@@ -9,8 +9,6 @@ class InstalledFiles {
 public:
     /// The module: as DOVA_WEB_MODULE in the environment says, else beside this library.
     static std::filesystem::path module();
-    /// The built page: in the folder for shared data beside this library's, else where it is built.
-    static std::filesystem::path page();
 
 private:
     static std::filesystem::path libraryFolder();

@@ -17,15 +17,20 @@ function jsonpadPath() {
     return path;
 }
 
+/** A program that the build has left beside jsonpad. */
+export function builtProgram(name) {
+    return join(dirname(jsonpadPath()), name);
+}
+
 /** An example of this tree at work, from its address to its end. */
 export class Program {
     static start(example, ...args) {
-        return Program.startAt(join(dirname(jsonpadPath()), example), args);
+        return Program.startAt(builtProgram(example), args);
     }
 
     /** The same on a terminal, where type() types. */
     static startOnTerminal(example, ...args) {
-        const quoted = [join(dirname(jsonpadPath()), example), ...args].map(
+        const quoted = [builtProgram(example), ...args].map(
             (word) => `'${word.replaceAll("'", "'\\''")}'`,
         );
         return Program.startAt('script', ['-qefc', quoted.join(' '), '/dev/null'], 'pipe');

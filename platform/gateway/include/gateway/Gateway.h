@@ -14,6 +14,7 @@ class io_context;
 
 namespace DOVA::gateway {
 
+class Entrance;
 class GatewayCore;
 
 /// Serves the built page and icon files over HTTP (RFC 9110, 9112), and joins each page's WebSocket
@@ -30,6 +31,9 @@ class DOVA_GATEWAY_EXPORT Gateway {
 public:
     /// Only stores the options; nothing is opened yet.
     Gateway(boost::asio::io_context& loop, GatewayOptions options);
+    /// The same for many programs in other processes: `entrance`, which must outlive this, says who
+    /// may come in, and where. GatewayOptions::token and ::sessions are not used then.
+    Gateway(boost::asio::io_context& loop, GatewayOptions options, Entrance& entrance);
     Gateway(const Gateway&) = delete;
     Gateway& operator=(const Gateway&) = delete;
     /// Cuts every connection, without a close code. Drops the callables that wait for the end of
@@ -50,7 +54,8 @@ public:
 
     /// What to open in a browser: "http://127.0.0.1:8080/#TOKEN". When it listens on every
     /// interface, the address is the loopback one; with GatewayOptions::publicUrl it is that. The
-    /// token is a secret: who has it drives the program. Empty before start().
+    /// token is a secret: who has it drives the program. Without a token for a gateway of many
+    /// programs. Empty before start().
     std::string address() const;
 
     /// Shuts down: takes no new connection, sends what waits for the pages, closes each with code

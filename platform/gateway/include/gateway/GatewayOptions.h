@@ -48,10 +48,10 @@ struct GatewayOptions {
     bool allowNonLoopback = false;
     /// TCP port; 0 takes any free one (see Gateway::port()).
     std::uint16_t port = 0;
-    /// Folder of the built page, served at "/"; must hold "index.html". A file "x.br" (Brotli) or
-    /// "x.gz" (gzip) beside "x" is sent in its place to browsers that accept it. Browsers ask each
-    /// time whether a file has changed, but keep what is below "immutable/" for a year: there
-    /// another content needs another name.
+    /// Folder of the built page, served at "/"; must hold "index.html". Empty: installedPage(). A
+    /// file "x.br" (Brotli) or "x.gz" (gzip) beside "x" is sent in its place to browsers that
+    /// accept it. Browsers ask each time whether a file has changed, but keep what is below
+    /// "immutable/" for a year: there another content needs another name.
     std::filesystem::path pageFolder;
     /// A style sheet of the site, served as "/theme.css" and read for each request; "x.br" and
     /// "x.gz" as above. The page's document loads it after its own, by a link before its first
