@@ -37,6 +37,10 @@ std::string Gateway::address() const {
     return m_core->address();
 }
 
+std::map<std::string, std::uint64_t> Gateway::refusals() const {
+    return m_core->refusals().counts();
+}
+
 void Gateway::stop(std::function<void()> whenStopped) {
     m_core->stop(std::move(whenStopped));
 }

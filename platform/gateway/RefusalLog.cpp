@@ -40,6 +40,7 @@ void RefusalLog::note(const RequestRouter::Response& response,
     if (reason.empty()) {
         reason = std::string(response.reason());
     }
+    ++m_counts[reason];
     const auto [told, isNew] = m_toldAt.try_emplace(reason, now);
     const bool isRepeated = !isNew && now - told->second < s_pause;
     told->second = isRepeated ? told->second : now;

@@ -1,6 +1,7 @@
 #pragma once
 
 #include <chrono>
+#include <cstdint>
 #include <map>
 #include <string>
 
@@ -19,8 +20,12 @@ public:
     void note(const RequestRouter::Response& response, const RequestRouter::Request& request,
               Clock::time_point now);
 
+    /// How often each reason was the answer.
+    const std::map<std::string, std::uint64_t>& counts() const { return m_counts; }
+
 private:
     std::map<std::string, Clock::time_point> m_toldAt;
+    std::map<std::string, std::uint64_t> m_counts;
 };
 
 }  // namespace DOVA::gateway

@@ -49,6 +49,7 @@ private:
 LinkServer::LinkServer(asio::io_context& loop, const session::SessionOptions& options,
                        std::string socketPath, message::Properties hello)
     : m_socketPath(std::move(socketPath)),
+      m_patience(options.graceTime),
       m_hello(message::hello(hello)),
       m_program(std::make_shared<LocalProgram>(loop, options, s_windowBytes)),
       m_retryTimer(loop.get_executor()) {}
@@ -60,7 +61,12 @@ LinkServer::~LinkServer() {
     m_program->abandon();
 }
 
-void LinkServer::start() {
+void LinkServer::start(std::function<void()> whenAbandoned) {
+    m_whenAbandoned = std::move(whenAbandoned);
+    connect();
+}
+
+void LinkServer::connect() {
     LocalSocket socket(m_program->executor());
     boost::system::error_code error;
     socket.connect(asio::local::stream_protocol::endpoint(m_socketPath), error);
@@ -79,12 +85,16 @@ void LinkServer::broken() {
     for (const auto& [name, link] : std::exchange(m_links, {})) {
         link->session->closed(s_connectionLost);
     }
+    m_lostAt = Clock::now();
     connectAgain();
 }
 
 void LinkServer::connectAgain() {
     if (m_isStopping) {
         return;
+    }
+    if (Clock::now() - m_lostAt > m_patience) {
+        return m_whenAbandoned();
     }
     m_retryTimer.expires_after(s_retryTime);
     m_retryTimer.async_wait([weak = weak_from_this()](boost::system::error_code error) {
@@ -93,7 +103,7 @@ void LinkServer::connectAgain() {
             return;
         }
         try {
-            self->start();
+            self->connect();
         } catch (const std::system_error&) {
             self->connectAgain();
         }

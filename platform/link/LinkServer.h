@@ -1,6 +1,7 @@
 #pragma once
 
 #include <boost/asio/io_context.hpp>
+#include <chrono>
 #include <functional>
 #include <map>
 #include <memory>
@@ -22,8 +23,9 @@ public:
                std::string socketPath, message::Properties hello);
     ~LinkServer() override;
 
-    /// Connects. Throws std::system_error when nobody listens.
-    void start();
+    /// Connects. Throws std::system_error when nobody listens. When the line breaks later and there
+    /// is no gateway for as long as a page may stay away, `whenAbandoned` is called once.
+    void start(std::function<void()> whenAbandoned);
 
     /// Sends what waits for the pages, tells them that the program ends, and calls it when all that
     /// has left.
@@ -42,11 +44,14 @@ private:
     void tellWhenStopped();
 
     const std::string m_socketPath;
+    const std::chrono::milliseconds m_patience;
     const std::string m_hello;
     const std::shared_ptr<LocalProgram> m_program;
     Timer m_retryTimer;
     std::shared_ptr<MessageStream> m_stream;
     std::map<std::string, std::shared_ptr<Link>, std::less<>> m_links;
+    std::function<void()> m_whenAbandoned;
+    Clock::time_point m_lostAt;
     std::function<void()> m_whenStopped;
     bool m_isStopping = false;
 };

@@ -1,9 +1,11 @@
 #include "RemoteProgram.h"
 
+#include <algorithm>
 #include <utility>
 #include <vector>
 
 #include "CloseReasons.h"
+#include "FrameCodec.h"
 
 namespace DOVA::link {
 
@@ -20,6 +22,10 @@ public:
     void begin() { m_program->send(Message::Kind::Open, m_name, message::opening(m_opening)); }
 
     void receive(std::string_view frame) override {
+        Counts& counts = m_program->m_counts;
+        counts.bytesUp += frame.size();
+        counts.textsUp += static_cast<std::uint64_t>(
+            std::count(frame.begin(), frame.end(), session::FrameCodec::s_recordSeparator));
         m_program->send(Message::Kind::Frame, m_name, frame);
     }
 
@@ -50,6 +56,7 @@ public:
             return;
         }
         if (message.kind == Message::Kind::Frame) {
+            m_program->m_counts.bytesDown += message.rest.size();
             m_page->send(std::string(message.rest), nullptr);
         } else if (message.kind == Message::Kind::Taken) {
             m_page->taken(message::readCount(message.rest).value_or(0));
@@ -93,6 +100,8 @@ void RemoteProgram::attach(std::shared_ptr<MessageStream> stream) {
 
 std::shared_ptr<SessionEnd> RemoteProgram::open(const Opening& opening, PageEnd& page) {
     const std::string name = std::to_string(++m_lastLink);
+    ++m_counts.openings;
+    m_counts.resumptions += opening.received ? 1 : 0;
     auto link = std::make_shared<Link>(shared_from_this(), name, opening, page);
     m_links.emplace(name, link.get());
     if (m_isAttached) {

@@ -28,6 +28,16 @@ public:
     /// Whether the program is there.
     bool isAttached() const { return m_isAttached; }
 
+    /// What has passed, of all pages together.
+    struct Counts {
+        std::uint64_t openings = 0;
+        std::uint64_t resumptions = 0;  ///< openings that go on with a session
+        std::uint64_t textsUp = 0;
+        std::uint64_t bytesUp = 0;
+        std::uint64_t bytesDown = 0;
+    };
+    const Counts& counts() const { return m_counts; }
+
     /// How many pages are connected, or wait to be.
     std::size_t links() const { return m_links.size(); }
 
@@ -47,6 +57,7 @@ private:
 
     std::shared_ptr<MessageStream> m_stream;
     std::map<std::string, Link*, std::less<>> m_links;
+    Counts m_counts;
     std::uint64_t m_lastLink = 0;
     bool m_isAttached = false;
 };

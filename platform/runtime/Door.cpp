@@ -59,7 +59,7 @@ private:
 class LinkDoor final : public Door {
 public:
     LinkDoor(asio::io_context& loop, const HostOptions& options, std::string socket,
-             std::string key) {
+             std::string key, std::function<void()> whenAbandoned) {
         session::SessionOptions sessions;
         sessions.graceTime = options.graceTime;
         const link::message::Properties hello{
@@ -68,7 +68,7 @@ public:
             {link::hello::s_applicationRoot, options.applicationRoot.string()},
             {link::hello::s_theme, options.theme.string()}};
         m_links = std::make_shared<link::LinkServer>(loop, sessions, std::move(socket), hello);
-        m_links->start();
+        m_links->start(std::move(whenAbandoned));
     }
 
     std::string address() const override { return {}; }
@@ -88,13 +88,15 @@ std::string taken(const char* name) {
 
 }  // namespace
 
-std::unique_ptr<Door> Door::open(asio::io_context& loop, const HostOptions& options) {
+std::unique_ptr<Door> Door::open(asio::io_context& loop, const HostOptions& options,
+                                 std::function<void()> whenAbandoned) {
     std::string socket = taken("DOVA_LINK"), key = taken("DOVA_LINK_KEY");
     try {
         if (socket.empty()) {
             return std::make_unique<GatewayDoor>(loop, options);
         }
-        return std::make_unique<LinkDoor>(loop, options, std::move(socket), std::move(key));
+        return std::make_unique<LinkDoor>(loop, options, std::move(socket), std::move(key),
+                                          std::move(whenAbandoned));
     } catch (const std::system_error& error) {
         throw StartError(error.what());
     }

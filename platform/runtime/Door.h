@@ -13,9 +13,10 @@ namespace DOVA::runtime {
 class Door {
 public:
     /// A gateway of this process; or, for a program that was started for one (it has DOVA_LINK and
-    /// DOVA_LINK_KEY in its environment, from where they are taken out), links to that. Throws
-    /// StartError.
-    static std::unique_ptr<Door> open(boost::asio::io_context& loop, const HostOptions& options);
+    /// DOVA_LINK_KEY in its environment, from where they are taken out), links to that. Calls
+    /// `whenAbandoned` when that gateway is gone for good. Throws StartError.
+    static std::unique_ptr<Door> open(boost::asio::io_context& loop, const HostOptions& options,
+                                      std::function<void()> whenAbandoned);
 
     virtual ~Door() = default;
 

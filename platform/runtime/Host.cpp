@@ -99,7 +99,10 @@ Host::Implementation::Implementation(const HostOptions& options)
     if (options.loadModule) {
         m_module.emplace(options.module);
     }
-    m_door = Door::open(m_loop.context(), options);
+    m_door = Door::open(m_loop.context(), options, [this] {
+        log::write(log::Level::Error, "runtime", "the gateway is gone; the program ends");
+        m_loop.quit(1);
+    });
     m_loop.deliver(m_bus);
     setApplicationRoot(options.applicationRoot);
     startModule();

@@ -73,6 +73,7 @@ Service::Service(asio::io_context& loop, Settings settings)
       m_settings(std::move(settings)),
       m_acceptor(loop.get_executor()),
       m_idleTimer(loop.get_executor()),
+      m_drainTimer(loop.get_executor()),
       m_gateway(loop, m_settings.gateway, *this) {}
 
 Service::~Service() {
@@ -165,7 +166,9 @@ void Service::greet(const std::string& key, std::shared_ptr<link::MessageStream>
         log::write(log::Level::Warning, "serve", "a process came to the socket without a good key");
         return stream->close();
     }
-    program->attach(std::move(stream));
+    if (const auto time = program->attach(std::move(stream))) {
+        m_starts.add(*time);
+    }
 }
 
 gateway::Entrance::Verdict Service::judge(std::string_view token) const {
@@ -175,7 +178,7 @@ gateway::Entrance::Verdict Service::judge(std::string_view token) const {
     }
     const auto found = m_programs.find(*visitor);
     const bool isThere = found != m_programs.end() && found->second->isRunning();
-    return isThere || running() < m_settings.programs ? Verdict::Welcome : Verdict::Crowded;
+    return isThere || hasRoom() ? Verdict::Welcome : Verdict::Crowded;
 }
 
 std::size_t Service::running() const {
@@ -217,9 +220,59 @@ void Service::watchIdle() {
     });
 }
 
+Metrics Service::metrics() const {
+    Metrics all;
+    all.visitors = m_visitors.all().size();
+    all.programs = running();
+    all.pages = pages();
+    all.refusals = m_gateway.refusals();
+    all.starts = m_starts;
+    for (const auto& [visitor, program] : m_programs) {
+        const link::RemoteProgram::Counts& passed = program->passed();
+        all.passed.openings += passed.openings;
+        all.passed.resumptions += passed.resumptions;
+        all.passed.textsUp += passed.textsUp;
+        all.passed.bytesUp += passed.bytesUp;
+        all.passed.bytesDown += passed.bytesDown;
+        all.faults += program->faults();
+        if (program->isRunning()) {
+            all.memory[visitor] = residentBytes(program->pid());
+        }
+    }
+    return all;
+}
+
+std::size_t Service::pages() const {
+    std::size_t count = 0;
+    for (const auto& [visitor, program] : m_programs) {
+        count += program->pages();
+    }
+    return count;
+}
+
+void Service::drain(std::chrono::milliseconds patience, std::function<void()> whenStopped) {
+    m_isDraining = true;
+    drained(link::Clock::now() + patience, std::move(whenStopped));
+}
+
+void Service::drained(link::Clock::time_point end, std::function<void()> whenStopped) {
+    if (pages() == 0 || link::Clock::now() >= end) {
+        return stop(std::move(whenStopped));
+    }
+    m_drainTimer.expires_at(std::min(end, link::Clock::now() + s_idleSteps));
+    m_drainTimer.async_wait(
+        [this, end, whenStopped = std::move(whenStopped)](boost::system::error_code error) mutable {
+            if (!error) {
+                drained(end, std::move(whenStopped));
+            }
+        });
+}
+
 void Service::stop(std::function<void()> whenStopped) {
     m_whenStopped = std::move(whenStopped);
+    m_isDraining = true;
     m_idleTimer.cancel();
+    m_drainTimer.cancel();
     for (const auto& [visitor, program] : m_programs) {
         program->stop();
     }

@@ -9,6 +9,7 @@
 #include <string>
 #include <vector>
 
+#include "Metrics.h"
 #include "Settings.h"
 #include "VisitorProgram.h"
 #include "Visitors.h"
@@ -34,6 +35,14 @@ public:
     /// Reads the file of visitors again. One with a fault changes nothing; the log says so.
     void reload();
 
+    /// No further visitors; ends as stop() does once nobody has a page open, or after `patience`.
+    void drain(std::chrono::milliseconds patience, std::function<void()> whenStopped);
+
+    /// What there is to tell of it.
+    Metrics metrics() const;
+    /// Whether a further visitor may come.
+    bool hasRoom() const { return !m_isDraining && running() < m_settings.programs; }
+
     /// Ends the programs, which tell their pages, then everything, and calls it.
     void stop(std::function<void()> whenStopped);
 
@@ -53,16 +62,20 @@ private:
     std::size_t running() const;
     void watchIdle();
     void oneHasEnded();
-    void finish();
+    void drained(link::Clock::time_point end, std::function<void()> whenStopped);
+    std::size_t pages() const;
 
     boost::asio::io_context& m_loop;
     Settings m_settings;
     Visitors m_visitors;
     std::map<std::string, std::shared_ptr<VisitorProgram>> m_programs;  // by visitor
     std::map<std::string, std::weak_ptr<VisitorProgram>> m_keys;
+    StartTimes m_starts;
+    bool m_isDraining = false;
     bool m_ownsFolder = false;
     Acceptor m_acceptor;
     link::Timer m_idleTimer;
+    link::Timer m_drainTimer;
     gateway::Gateway m_gateway;
     std::function<void()> m_whenStopped;
 };

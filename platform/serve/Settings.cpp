@@ -41,7 +41,7 @@ std::string oneLine(const std::string& sentence) {
 struct Texts {
     std::vector<std::string> environment;
     std::string logLevel = "info";
-    double idle = 0, start = 10, stop = 5;
+    double idle = 0, start = 10, stop = 5, drain = 0;
 };
 
 CLI::AsNumberWithUnit seconds() {
@@ -75,6 +75,16 @@ void addPrograms(CLI::App& app, Settings& settings, Texts& texts) {
     app.add_option("--stop-time", texts.stop, "A program that is asked to end must have by then")
         ->transform(seconds())
         ->capture_default_str();
+}
+
+void addService(CLI::App& app, Settings& settings, Texts& texts) {
+    app.add_option("--drain-time", texts.drain,
+                   "Asked to end, let the visitors who are there go on for so long")
+        ->transform(seconds())
+        ->capture_default_str();
+    app.add_option("--status-port", settings.statusPort,
+                   "Answer /healthz, /readyz and /metrics on this port of the loopback interface")
+        ->check(CLI::Range(0, 65535));
 }
 
 void addLimits(CLI::App& app, Limits& limits) {
@@ -166,6 +176,7 @@ void take(Settings& settings, const Texts& texts) {
     }
     settings.times.start = milliseconds(texts.start);
     settings.times.stop = milliseconds(texts.stop);
+    settings.drainTime = milliseconds(texts.drain);
     const auto level = std::find(s_levelNames.begin(), s_levelNames.end(), texts.logLevel);
     settings.logLevel = static_cast<log::Level>(level - s_levelNames.begin());
 }
@@ -195,6 +206,7 @@ std::optional<int> Settings::parse(int argc, const char* const* argv) {
     app.prefix_command();
     app.allow_config_extras(CLI::config_extras_mode::error);
     addPrograms(app, *this, texts);
+    addService(app, *this, texts);
     addLimits(app, command.limits);
     addVisitors(app, *this);
     addGateway(app, gateway, *this);

@@ -26,6 +26,10 @@ struct Settings {
     std::filesystem::path visitorFile;
     /// Where the programs come to; empty: a folder of its own that goes with the service.
     std::filesystem::path socketFolder;
+    /// How long old visitors go on when the service is asked to end.
+    std::chrono::milliseconds drainTime{0};
+    /// The port of the loopback interface for monitoring; nothing: none.
+    std::optional<std::uint16_t> statusPort;
     gateway::GatewayOptions gateway;
     log::Level logLevel = log::Level::Info;
     /// Only say what is wrong.

@@ -54,6 +54,7 @@ void VisitorProgram::start() {
             });
         log::write(log::Level::Info, "serve",
                    m_visitor + ": process " + std::to_string(m_process->pid()) + " is started");
+        m_startedAt = link::Clock::now();
         limitStart();
     } catch (const std::system_error& error) {
         giveUp(error.what());
@@ -72,11 +73,16 @@ void VisitorProgram::limitStart() {
     });
 }
 
-void VisitorProgram::attach(std::shared_ptr<link::MessageStream> stream) {
+std::optional<std::chrono::milliseconds> VisitorProgram::attach(
+    std::shared_ptr<link::MessageStream> stream) {
     m_startTimer.cancel();
     m_usedAt = link::Clock::now();
     m_pause = {};
     m_remote->attach(std::move(stream));
+    const auto startedAt = std::exchange(m_startedAt, std::nullopt);
+    return startedAt ? std::optional(std::chrono::duration_cast<std::chrono::milliseconds>(
+                           m_usedAt - *startedAt))
+                     : std::nullopt;
 }
 
 void VisitorProgram::onEnded(const Ending& ending) {
@@ -96,6 +102,7 @@ void VisitorProgram::onEnded(const Ending& ending) {
 void VisitorProgram::giveUp(const std::string& why) {
     log::write(log::Level::Error, "serve", m_visitor + ": the program ended: " + why);
     m_why = ("program ended: " + why.substr(0, why.find(';'))).substr(0, s_reasonBytes);
+    ++m_faults;
     m_pause = std::clamp(m_pause * 2, s_firstPause, s_longestPause);
     m_nextStart = link::Clock::now() + m_pause;
 }

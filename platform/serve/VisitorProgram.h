@@ -34,8 +34,15 @@ public:
     /// Whether there is a process, or one is about to end.
     bool isRunning() const { return m_process != nullptr; }
 
+    /// Its process; 0 when there is none.
+    pid_t pid() const { return m_process ? m_process->pid() : 0; }
+    std::size_t pages() const { return m_remote->links(); }
+    const link::RemoteProgram::Counts& passed() const { return m_remote->counts(); }
+    std::uint64_t faults() const { return m_faults; }
+
     /// The process that was started has come to the gateway's socket.
-    void attach(std::shared_ptr<link::MessageStream> stream);
+    /// Answers how long that took, nothing for one that has come before.
+    std::optional<std::chrono::milliseconds> attach(std::shared_ptr<link::MessageStream> stream);
 
     /// A page's connection; starts the program if need be. One that cannot be started, or ended
     /// just now, is told of at once.
@@ -63,6 +70,8 @@ private:
     const std::shared_ptr<link::RemoteProgram> m_remote = std::make_shared<link::RemoteProgram>();
     std::shared_ptr<ChildProcess> m_process;
     link::Timer m_startTimer;
+    std::uint64_t m_faults = 0;
+    std::optional<link::Clock::time_point> m_startedAt;
     link::Clock::time_point m_usedAt{};
     link::Clock::time_point m_nextStart{};
     std::chrono::milliseconds m_pause{};

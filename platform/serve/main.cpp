@@ -5,26 +5,49 @@
 
 #include "Service.h"
 #include "Settings.h"
+#include "StatusPort.h"
 
 namespace {
 
 using namespace DOVA;
 
-/// Ends the service in order; a second time at once.
-void waitForEnd(boost::asio::signal_set& signals, boost::asio::io_context& loop,
-                serve::Service& service) {
-    signals.async_wait([&](boost::system::error_code error, int) {
-        if (error) {
-            return;
-        }
-        service.stop([&loop] { loop.stop(); });
-        signals.async_wait([&loop](boost::system::error_code again, int) {
-            if (!again) {
-                loop.stop();
+/// Ends the service in order; a second time without waiting for anybody's page; a third time at
+/// once.
+class EndSignals {
+public:
+    EndSignals(boost::asio::io_context& loop, serve::Service& service,
+               std::chrono::milliseconds drainTime)
+        : m_loop(loop), m_service(service), m_drainTime(drainTime) {
+        wait();
+    }
+
+private:
+    void wait() {
+        m_signals.async_wait([this](boost::system::error_code error, int) {
+            if (!error) {
+                hear();
+                wait();
             }
         });
-    });
-}
+    }
+
+    void hear() {
+        ++m_heard;
+        if (m_heard == 1) {
+            m_service.drain(m_drainTime, [this] { m_loop.stop(); });
+        } else if (m_heard == 2) {
+            m_service.stop([this] { m_loop.stop(); });
+        } else {
+            m_loop.stop();
+        }
+    }
+
+    boost::asio::io_context& m_loop;
+    serve::Service& m_service;
+    const std::chrono::milliseconds m_drainTime;
+    boost::asio::signal_set m_signals{m_loop, SIGINT, SIGTERM};
+    int m_heard = 0;
+};
 
 void reloadAtHangUp(boost::asio::signal_set& signals, serve::Service& service) {
     signals.async_wait([&](boost::system::error_code error, int) {
@@ -37,10 +60,16 @@ void reloadAtHangUp(boost::asio::signal_set& signals, serve::Service& service) {
 
 int run(const serve::Settings& settings) {
     boost::asio::io_context loop(1);
-    boost::asio::signal_set ends(loop, SIGINT, SIGTERM), hangUps(loop, SIGHUP);
+    boost::asio::signal_set hangUps(loop, SIGHUP);
     serve::Service service(loop, settings);
     service.start();
-    waitForEnd(ends, loop, service);
+    serve::StatusPort status(loop,
+                             {[&] { return service.hasRoom(); },
+                              [&](auto form) { return serve::text(service.metrics(), form); }});
+    if (settings.statusPort) {
+        status.start(*settings.statusPort);
+    }
+    EndSignals ends(loop, service, settings.drainTime);
     reloadAtHangUp(hangUps, service);
     std::cout << service.address() << std::endl;
     for (const std::string& name : settings.visitors) {
@@ -49,6 +78,9 @@ int run(const serve::Settings& settings) {
                 std::cout << name << ' ' << service.address() << '#' << visitor.token << std::endl;
             }
         }
+    }
+    if (settings.statusPort) {
+        std::cout << "status http://127.0.0.1:" << status.port() << '/' << std::endl;
     }
     loop.run();
     return 0;

@@ -23,6 +23,13 @@ async function serve(browser, t, visitors, ...options) {
     return { service, page, pidOf, addressOf };
 }
 
+/** Asks the service as monitoring does. */
+async function statusOf(service) {
+    await service.echoes('status http');
+    const address = service.output.find((line) => line.startsWith('status ')).slice(7);
+    return async (path, headers = {}) => (await fetch(address + path, { headers })).text();
+}
+
 async function greet(page, name) {
     await page.getByLabel('Your name').fill(name);
     await page.getByRole('button', { name: 'Greet' }).click();
@@ -30,7 +37,9 @@ async function greet(page, name) {
 }
 
 async function apart(browser, t) {
-    const { service, page, pidOf } = await serve(browser, t, ['alice', 'bob']);
+    const options = ['--status-port', '0', '--drain-time', '1min'];
+    const { service, page, pidOf } = await serve(browser, t, ['alice', 'bob'], ...options);
+    const status = await statusOf(service);
     const [alice, bob] = [await page('alice'), await page('bob')];
     await greet(alice, 'Ada');
     await greet(bob, 'Bob');
@@ -51,7 +60,23 @@ async function apart(browser, t) {
     await greet(bob, 'Barbara');
     assert.deepEqual(await bob.evaluate(() => window.said), [], 'nobody else is disturbed');
     const left = [pidOf('alice'), pidOf('bob')];
-    assert.equal(await service.end(), 0);
+    const metrics = await status('metrics', { accept: 'application/openmetrics-text' });
+    for (const line of [
+        'dova_visitors 2',
+        'dova_programs 2',
+        'dova_pages 2',
+        'dova_program_faults_total 1',
+        'dova_program_start_seconds_count 3',
+    ]) {
+        assert.ok(metrics.includes(`\n${line}\n`), `${line} in ${metrics}`);
+    }
+    assert.match(metrics, /dova_program_memory_bytes\{visitor="bob"\} \d{6,}\n.*# EOF\n$/s);
+    assert.equal(await status('readyz'), 'ready\n');
+    const isEnded = service.end(); // which waits for the two pages
+    while ((await status('readyz')) !== 'no room\n');
+    await alice.close();
+    process.kill(service.pid, 'SIGTERM');
+    assert.equal(await isEnded, 0);
     for (const pid of left) {
         assert.throws(() => process.kill(pid, 0), { code: 'ESRCH' });
     }

@@ -49,7 +49,7 @@ protected:
             heard.push_back(channel + "=" + text);
         });
         acceptNext();
-        server->start();
+        server->start([this] { isAbandoned = true; });
         await([&] { return remote->isAttached(); });
     }
     ~LinkTest() override {
@@ -86,6 +86,12 @@ protected:
     }
 
     asio::io_context loop;
+    static session::SessionOptions impatient() {
+        session::SessionOptions options;
+        options.graceTime = 300ms;
+        return options;
+    }
+
     static std::shared_ptr<InProcessBus> installBus() {
         auto installed = std::make_shared<InProcessBus>();
         MessageBus::install(installed);
@@ -101,8 +107,9 @@ protected:
     std::shared_ptr<MessageStream> stream;
     const std::shared_ptr<RemoteProgram> remote = std::make_shared<RemoteProgram>();
     std::shared_ptr<LinkServer> server = std::make_shared<LinkServer>(
-        loop, session::SessionOptions(), path, message::Properties{{hello::s_key, "secret"}});
+        loop, impatient(), path, message::Properties{{hello::s_key, "secret"}});
     NotingPage page, other;
+    bool isAbandoned = false;
 };
 
 const char* const s_new = R"({"session":"new","received":0})";
@@ -129,6 +136,14 @@ TEST_F(LinkTest, aLineThatBreaksEndsConnectionsAndNoSession) {
     await([&] { return other.got.size() == 2; });
     EXPECT_THAT(other.got,
                 ElementsAre(R"({"session":"resumed","received":0})", "1,0\x1e.\x1fmeanwhile"));
+}
+
+TEST_F(LinkTest, aProgramWhoseGatewayNeverComesBackIsTold) {
+    open(page, "me");
+    acceptor.close();
+    ::unlink(path.c_str());
+    stream->socket().close();
+    await([&] { return isAbandoned; });
 }
 
 /// 40 MB for a page that reads nothing: the gateway's side is to hold a small part of it.

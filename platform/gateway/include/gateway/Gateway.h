@@ -2,6 +2,7 @@
 
 #include <cstdint>
 #include <functional>
+#include <map>
 #include <memory>
 #include <string>
 
@@ -57,6 +58,9 @@ public:
     /// token is a secret: who has it drives the program. Without a token for a gateway of many
     /// programs. Empty before start().
     std::string address() const;
+
+    /// How often pages were kept out, by the reason that they were told.
+    std::map<std::string, std::uint64_t> refusals() const;
 
     /// Shuts down: takes no new connection, sends what waits for the pages, closes each with code
     /// 1001 "program ended", and after GatewayLimits::stopTime cuts what is left. Then the loop
