@@ -274,6 +274,56 @@ const gatewayNames = header(
     ),
 );
 
+/** What a page reads and writes that is made in numbers, without a browser. */
+const loadNames = header(
+    'tools/load/ProtocolNames.h',
+    '<cstdint>',
+    inline('Where a page comes in, and its channels.', 'DOVA::load::names', CHARACTERS, [
+        ...quoted([
+            ['subProtocol', gateway.subProtocol],
+            ['tokenProtocol', gateway.tokenProtocol],
+            ['socketPath', channels.socket.address],
+            rootChannel,
+            ['ownChannel', gateway.ownChannel],
+        ]),
+    ]),
+    inline(
+        "The parameters of a page's requests.",
+        'DOVA::load::query',
+        CHARACTERS,
+        quoted(same(gateway.query.map(nameOf))),
+    ),
+    inline(
+        'The members of the messages that a page reads and writes.',
+        'DOVA::load::keys',
+        CHARACTERS,
+        quoted(
+            same([
+                ...['id', 'type', 'title', 'contents', 'text', 'event', 'value'],
+                ...['geometry', 'frameGeometry', 'dialogReady', 'clientReady', 'clientDestroyed'],
+                ...[gateway.greeting.member, 'received'],
+            ]),
+        ),
+    ),
+    inline('What stands in these members.', 'DOVA::load::words', CHARACTERS, [
+        ...quoted(sessions.map(([constant, { word }]) => [constant, word])),
+        ...quoted(named(kinds.filter(({ name }) => ['Dialog', 'Edit', 'Text'].includes(name)))),
+        ...quoted(same(events.map(nameOf).filter((name) => name === 'onEdit'))),
+    ]),
+    inline('Close codes that a page tells apart.', 'DOVA::load::close_code', 'std::uint16_t', [
+        ...gateway.closeCodes
+            .filter(({ name }) => ['duplicated', 'takenOver', 'refused'].includes(name))
+            .map(({ name, code }) => [name, code]),
+        [
+            'sessionOver[]',
+            `{${gateway.closeCodes
+                .filter(({ afresh }) => afresh)
+                .map(({ code }) => code)
+                .join(', ')}}`,
+        ],
+    ]),
+);
+
 const reasons = gateway.closeCodes.flatMap(({ code, reasons: texts = {} }) =>
     Object.entries(texts).map(([name, text]) => [
         `s_${name[0].toLowerCase()}${name.slice(1)}`,
@@ -288,6 +338,7 @@ export const outputs = [
     propertyStart(),
     sessionNames,
     gatewayNames,
+    loadNames,
     header(
         'platform/session/CloseReasons.h',
         '"CloseReason.h"',
