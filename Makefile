@@ -8,7 +8,7 @@ MINUTE_LONG := tests/browser/outage.test.mjs
 
 SPACE := $(subst ,, )
 
-.PHONY: demo serve-demo build-demo test test-page stories test-ci test-memory test-threads build-ci build-asan build-tsan bench fuzz setup setup-test client checks tidy format clean
+.PHONY: demo serve-demo build-demo test test-page stories test-ci test-memory test-threads build-ci build-asan build-tsan bench soak fuzz setup setup-test client checks tidy format clean
 
 demo: BUILT := jsonpad dova-host
 demo: build-demo
@@ -68,6 +68,11 @@ bench: setup-test client
 	cmake --preset bench && cmake --build --preset bench -j $(JOBS)
 	node bench/ratios.mjs build/bench/bin
 	node bench/browser/run.mjs build/bench/bin
+
+# 50,000 numbered actions under 150 faults that SEED decides: five minutes, hardly any processor time.
+soak: setup client
+	cmake --preset release && cmake --build --preset release -j $(JOBS) --target dova-load dova-load-target
+	tools/load/soak.sh build/release/bin --seed $(or $(SEED),1)
 
 fuzz: setup-test
 	cmake --preset fuzz && cmake --build --preset fuzz -j $(JOBS)
