@@ -6,7 +6,6 @@
 #include <utility>
 
 #include "RelayedLine.h"
-#include "Resources.h"
 
 namespace DOVA::load {
 
@@ -47,7 +46,6 @@ Simulation::Simulation(const Options& options)
       m_signals(m_loop, SIGINT, SIGTERM) {
     allowOpenFiles(s_ownFiles + options.pages() * (m_schedule.empty() ? s_filesOfDirectPage
                                                                       : s_filesOfRelayedPage));
-    m_memoryAtStart = residentMemory();
     makePages();
 }
 

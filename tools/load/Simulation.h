@@ -10,6 +10,7 @@
 #include "Options.h"
 #include "Page.h"
 #include "Processes.h"
+#include "Resources.h"
 #include "Schedule.h"
 #include "Tally.h"
 
@@ -75,7 +76,7 @@ private:
     Clock::time_point m_start;
     Clock::time_point m_began;
     std::chrono::microseconds m_processorAtStart{0};
-    std::uint64_t m_memoryAtStart = 0;
+    const std::uint64_t m_memoryAtStart = residentMemory();
     bool m_isOver = false;
     bool m_hasEnded = false;
 };

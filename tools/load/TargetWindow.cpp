@@ -25,7 +25,7 @@ std::string findKind(const QJsonObject& object, const char* kind) {
         return textOf(object, keys::id);
     }
     for (const QJsonValue child : object[QLatin1String(keys::contents)].toArray()) {
-        if (const std::string found = findKind(child.toObject(), kind); !found.empty()) {
+        if (std::string found = findKind(child.toObject(), kind); !found.empty()) {
             return found;
         }
     }
