@@ -191,8 +191,18 @@ std::shared_ptr<ChildProcess> ChildProcess::start(boost::asio::io_context& loop,
         fail("cannot start " + command.arguments.front(), error);
     }
     const std::shared_ptr<ChildProcess> child(new ChildProcess(loop, std::move(whenEnded)));
-    child->watch(pid, errors.take(0));
+    child->m_errors.assign(errors.take(0));
+    child->m_errors.non_blocking(true);
+    child->readErrors();
+    child->watch(pid);
     return child;
+}
+
+std::shared_ptr<ChildProcess> ChildProcess::adopt(boost::asio::io_context& loop, pid_t pid,
+                                                  std::function<void(const Ending&)> whenEnded) {
+    const std::shared_ptr<ChildProcess> process(new ChildProcess(loop, std::move(whenEnded)));
+    process->watch(pid);
+    return process;
 }
 
 ChildProcess::ChildProcess(boost::asio::io_context& loop,
@@ -203,11 +213,8 @@ ChildProcess::ChildProcess(boost::asio::io_context& loop,
       m_readTimer(loop.get_executor()),
       m_killTimer(loop.get_executor()) {}
 
-void ChildProcess::watch(pid_t pid, int errors) {
+void ChildProcess::watch(pid_t pid) {
     m_pid = pid;
-    m_errors.assign(errors);
-    m_errors.non_blocking(true);
-    readErrors();
     // Not by its C library function, which the headers of Debian 12 hide from C++.
     m_process.assign(static_cast<int>(syscall(SYS_pidfd_open, pid, 0)));
     m_process.async_wait(Descriptor::wait_read,
@@ -271,7 +278,7 @@ void ChildProcess::terminate(std::chrono::milliseconds patience) {
 
 void ChildProcess::onEnded() {
     int status = 0;
-    waitpid(std::exchange(m_pid, 0), &status, 0);
+    const bool isOurs = waitpid(std::exchange(m_pid, 0), &status, 0) > 0;
     m_killTimer.cancel();
     m_readTimer.cancel();
     if (m_errors.is_open()) {
@@ -281,7 +288,8 @@ void ChildProcess::onEnded() {
     m_errors.close(ignored);
     m_process.close(ignored);
     const bool isFault = !WIFEXITED(status) || WEXITSTATUS(status) != 0;
-    std::exchange(m_whenEnded, nullptr)({isFault, describe(status), std::move(m_lastWords)});
+    std::exchange(m_whenEnded, nullptr)(
+        {isFault, isOurs ? describe(status) : "a former service knew it", std::move(m_lastWords)});
 }
 
 }  // namespace DOVA::serve

@@ -46,13 +46,18 @@ struct Ending {
     std::string lastWords;  ///< the last 4 KiB of its standard error
 };
 
-/// A process of this one, and its end.
+/// A process that is looked after, and its end.
 class ChildProcess : public std::enable_shared_from_this<ChildProcess> {
 public:
     /// Starts it and calls `whenEnded` once, from the loop, when it has ended. Throws
     /// std::system_error with a text for people when it cannot be started.
     static std::shared_ptr<ChildProcess> start(boost::asio::io_context& loop,
                                                const Command& command,
+                                               std::function<void(const Ending&)> whenEnded);
+
+    /// A process that another one has started, and that has just shown that it is alive. Of its end
+    /// nothing is known but that.
+    static std::shared_ptr<ChildProcess> adopt(boost::asio::io_context& loop, pid_t pid,
                                                std::function<void(const Ending&)> whenEnded);
 
     pid_t pid() const { return m_pid; }
@@ -65,7 +70,7 @@ private:
 
     ChildProcess(boost::asio::io_context& loop, std::function<void(const Ending&)> whenEnded);
 
-    void watch(pid_t pid, int errors);
+    void watch(pid_t pid);
     void readErrors();
     void keep(std::string_view words);
     void drainErrors();

@@ -1,11 +1,13 @@
 #include "Service.h"
 
+#include <sys/socket.h>
 #include <sys/stat.h>
 #include <unistd.h>
 
 #include <algorithm>
 #include <chrono>
 #include <cstdlib>
+#include <fstream>
 #include <system_error>
 #include <utility>
 
@@ -23,6 +25,16 @@ namespace {
 /// A process that comes to the socket says who it is by then.
 constexpr std::chrono::seconds s_helloTime{5};
 constexpr std::chrono::seconds s_idleSteps{1};
+/// Beside the socket: the keys of the programs.
+constexpr const char* s_keys = "keys";
+
+/// The process at the other end.
+pid_t peerOf(link::MessageStream& stream) {
+    ucred peer{};
+    socklen_t size = sizeof peer;
+    getsockopt(stream.socket().native_handle(), SOL_SOCKET, SO_PEERCRED, &peer, &size);
+    return peer.pid;
+}
 
 [[noreturn]] void fail(const std::string& what, int error) {
     throw std::system_error(error, std::system_category(), what);
@@ -86,6 +98,7 @@ Service::~Service() {
         std::filesystem::remove(socket, ignored);
     }
     if (m_ownsFolder) {
+        std::filesystem::remove(m_settings.socketFolder / s_keys, ignored);
         std::filesystem::remove(m_settings.socketFolder, ignored);
     }
 }
@@ -93,6 +106,7 @@ Service::~Service() {
 void Service::start() {
     readVisitors();
     openSocket();
+    expectFormerPrograms();
     m_gateway.start();
     accept();
     watchIdle();
@@ -166,7 +180,8 @@ void Service::greet(const std::string& key, std::shared_ptr<link::MessageStream>
         log::write(log::Level::Warning, "serve", "a process came to the socket without a good key");
         return stream->close();
     }
-    if (const auto time = program->attach(std::move(stream))) {
+    const pid_t peer = peerOf(*stream);
+    if (const auto time = program->attach(std::move(stream), peer)) {
         m_starts.add(*time);
     }
 }
@@ -191,20 +206,54 @@ std::shared_ptr<link::Program> Service::programOf(std::string_view token) {
     const std::string visitor = m_visitors.nameOf(token).value_or("");
     auto& program = m_programs[visitor];
     if (!program) {
-        program = makeProgram(visitor);
+        program = makeProgram(visitor, gateway::AccessRules::randomToken());
+        noteKeys();
     }
     return program;
 }
 
-std::shared_ptr<VisitorProgram> Service::makeProgram(const std::string& visitor) {
+std::shared_ptr<VisitorProgram> Service::makeProgram(const std::string& visitor,
+                                                     const std::string& key) {
     Command command = commandFor(m_settings.command, visitor);
-    const std::string key = gateway::AccessRules::randomToken();
     command.environment.emplace_back("DOVA_LINK", m_settings.socketFolder / "socket");
     command.environment.emplace_back("DOVA_LINK_KEY", key);
     auto program = std::make_shared<VisitorProgram>(m_loop, visitor, std::move(command),
                                                     m_settings.times, [this] { oneHasEnded(); });
     m_keys[key] = program;
     return program;
+}
+
+/// A service that was killed leaves its programs behind; the next one at the same folder finds them
+/// by their keys, and nobody's session is lost. Theirs are the first words of the lines.
+void Service::expectFormerPrograms() {
+    std::ifstream lines(m_settings.socketFolder / s_keys);
+    for (std::string key, visitor; lines >> key >> visitor;) {
+        if (Visitors::isUsableName(visitor) && gateway::AccessRules::isUsableToken(key)) {
+            m_programs[visitor] = makeProgram(visitor, key);
+            m_programs[visitor]->expect();
+        }
+    }
+}
+
+/// Only this user may read it. What cannot be written costs a session when the service is killed,
+/// and nothing now.
+void Service::noteKeys() const {
+    const std::filesystem::path file = m_settings.socketFolder / s_keys,
+                                fresh = file.string() + "~";
+    std::error_code error;
+    {
+        std::ofstream lines(fresh, std::ios::trunc);
+        std::filesystem::permissions(fresh, std::filesystem::perms(0600), error);
+        for (const auto& [key, program] : m_keys) {
+            if (const auto known = program.lock()) {
+                lines << key << ' ' << known->visitor() << '\n';
+            }
+        }
+    }
+    std::filesystem::rename(fresh, file, error);
+    if (error) {
+        log::write(log::Level::Warning, "serve", "cannot write " + file.string());
+    }
 }
 
 void Service::watchIdle() {
@@ -281,6 +330,8 @@ void Service::stop(std::function<void()> whenStopped) {
 
 void Service::oneHasEnded() {
     if (m_whenStopped && running() == 0) {
+        std::error_code ignored;
+        std::filesystem::remove(m_settings.socketFolder / s_keys, ignored);
         m_acceptor.close();
         m_gateway.stop(std::exchange(m_whenStopped, nullptr));
     }

@@ -58,7 +58,9 @@ private:
     void openSocket();
     void accept();
     void greet(const std::string& key, std::shared_ptr<link::MessageStream> stream);
-    std::shared_ptr<VisitorProgram> makeProgram(const std::string& visitor);
+    std::shared_ptr<VisitorProgram> makeProgram(const std::string& visitor, const std::string& key);
+    void expectFormerPrograms();
+    void noteKeys() const;
     std::size_t running() const;
     void watchIdle();
     void oneHasEnded();
@@ -69,7 +71,7 @@ private:
     Settings m_settings;
     Visitors m_visitors;
     std::map<std::string, std::shared_ptr<VisitorProgram>> m_programs;  // by visitor
-    std::map<std::string, std::weak_ptr<VisitorProgram>> m_keys;
+    std::map<std::string, std::weak_ptr<VisitorProgram>> m_keys;  // programs by what they show
     StartTimes m_starts;
     bool m_isDraining = false;
     bool m_ownsFolder = false;

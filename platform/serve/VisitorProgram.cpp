@@ -31,10 +31,10 @@ VisitorProgram::VisitorProgram(boost::asio::io_context& loop, std::string visito
 std::shared_ptr<link::SessionEnd> VisitorProgram::open(const link::Opening& opening,
                                                        link::PageEnd& page) {
     m_usedAt = link::Clock::now();
-    if (!m_process) {
+    if (!isRunning()) {
         start();
     }
-    if (!m_process) {
+    if (!isRunning()) {
         page.end({session::close_reason::s_programEnded.code, m_why.c_str()});
         return {};
     }
@@ -46,12 +46,7 @@ void VisitorProgram::start() {
         return;
     }
     try {
-        m_process =
-            ChildProcess::start(m_loop, m_command, [weak = weak_from_this()](const Ending& ending) {
-                if (const auto self = weak.lock()) {
-                    self->onEnded(ending);
-                }
-            });
+        m_process = ChildProcess::start(m_loop, m_command, whenEnded());
         log::write(log::Level::Info, "serve",
                    m_visitor + ": process " + std::to_string(m_process->pid()) + " is started");
         m_startedAt = link::Clock::now();
@@ -59,6 +54,34 @@ void VisitorProgram::start() {
     } catch (const std::system_error& error) {
         giveUp(error.what());
     }
+}
+
+std::function<void(const Ending&)> VisitorProgram::whenEnded() {
+    return [weak = weak_from_this()](const Ending& ending) {
+        if (const auto self = weak.lock()) {
+            self->onEnded(ending);
+        }
+    };
+}
+
+/// Programs look for their service every 200 ms.
+void VisitorProgram::expect() {
+    constexpr std::chrono::seconds patience{2};
+    m_isExpected = true;
+    m_startTimer.expires_after(patience);
+    m_startTimer.async_wait([weak = weak_from_this()](boost::system::error_code error) {
+        const auto self = weak.lock();
+        if (self && !error && std::exchange(self->m_isExpected, false) && self->pages() > 0) {
+            self->start();
+        }
+    });
+}
+
+void VisitorProgram::adopt(pid_t pid) {
+    m_isExpected = false;
+    m_process = ChildProcess::adopt(m_loop, pid, whenEnded());
+    log::write(log::Level::Info, "serve",
+               m_visitor + ": process " + std::to_string(pid) + " is still there");
 }
 
 void VisitorProgram::limitStart() {
@@ -74,8 +97,11 @@ void VisitorProgram::limitStart() {
 }
 
 std::optional<std::chrono::milliseconds> VisitorProgram::attach(
-    std::shared_ptr<link::MessageStream> stream) {
+    std::shared_ptr<link::MessageStream> stream, pid_t pid) {
     m_startTimer.cancel();
+    if (!m_process) {
+        adopt(pid);
+    }
     m_usedAt = link::Clock::now();
     m_pause = {};
     m_remote->attach(std::move(stream));

@@ -31,8 +31,12 @@ public:
 
     const std::string& visitor() const { return m_visitor; }
 
-    /// Whether there is a process, or one is about to end.
-    bool isRunning() const { return m_process != nullptr; }
+    /// Whether there is a process, or one is about to end, or is expected.
+    bool isRunning() const { return m_process || m_isExpected; }
+
+    /// A process that a former service started is probably there and comes soon; until then no
+    /// other is started.
+    void expect();
 
     /// Its process; 0 when there is none.
     pid_t pid() const { return m_process ? m_process->pid() : 0; }
@@ -40,9 +44,10 @@ public:
     const link::RemoteProgram::Counts& passed() const { return m_remote->counts(); }
     std::uint64_t faults() const { return m_faults; }
 
-    /// The process that was started has come to the gateway's socket.
-    /// Answers how long that took, nothing for one that has come before.
-    std::optional<std::chrono::milliseconds> attach(std::shared_ptr<link::MessageStream> stream);
+    /// The process that was started, or expected, has come to the gateway's socket; `pid` is that
+    /// of the other side. Answers how long that took, nothing for one that has come before.
+    std::optional<std::chrono::milliseconds> attach(std::shared_ptr<link::MessageStream> stream,
+                                                    pid_t pid);
 
     /// A page's connection; starts the program if need be. One that cannot be started, or ended
     /// just now, is told of at once.
@@ -59,6 +64,8 @@ public:
 private:
     void start();
     void limitStart();
+    void adopt(pid_t pid);
+    std::function<void(const Ending&)> whenEnded();
     void onEnded(const Ending& ending);
     void giveUp(const std::string& why);
 
@@ -70,6 +77,7 @@ private:
     const std::shared_ptr<link::RemoteProgram> m_remote = std::make_shared<link::RemoteProgram>();
     std::shared_ptr<ChildProcess> m_process;
     link::Timer m_startTimer;
+    bool m_isExpected = false;
     std::uint64_t m_faults = 0;
     std::optional<link::Clock::time_point> m_startedAt;
     link::Clock::time_point m_usedAt{};

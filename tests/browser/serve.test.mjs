@@ -1,4 +1,7 @@
 import assert from 'node:assert/strict';
+import { mkdtemp, rm, writeFile } from 'node:fs/promises';
+import { tmpdir } from 'node:os';
+import { join } from 'node:path';
 import { openTab } from '../../client/test/support/chromium.mjs';
 import { chromiumOnly, everyEngine, inEach } from './support/engines.mjs';
 import { builtProgram, Program } from './support/Program.mjs';
@@ -97,4 +100,28 @@ inEach(chromiumOnly, 'who is one too many, or unknown, is told so', async (brows
     const stranger = await openTab(await browser.newContext(), []);
     await stranger.goto(`${address.slice(0, -1)}${address.endsWith('0') ? '1' : '0'}`);
     await stranger.getByText('address').waitFor();
+});
+
+inEach(chromiumOnly, 'a service that is killed finds its programs again', async (browser, t) => {
+    const folder = await mkdtemp(join(tmpdir(), 'dova-test-'));
+    t.after(() => rm(folder, { recursive: true }));
+    const visitors = join(folder, 'visitors');
+    const token = '0123456789abcdefghij';
+    await writeFile(visitors, `alice ${token}\n`, { mode: 0o600 });
+    const settings = ['--visitors', visitors, '--socket-folder', folder];
+    const start = (port) =>
+        Program.start('dova-serve', ...settings, '--port', port, builtProgram('hello'));
+    const first = await start('0');
+    const alice = await openTab(await browser.newContext(), []);
+    await alice.goto(`${first.address}#${token}`);
+    await greet(alice, 'Ada');
+    await first.end('SIGKILL');
+    await alice.getByLabel('Your name').fill('Grace');
+    const second = await start(new URL(first.address).port);
+    t.after(() => second.end());
+    await alice.getByText('Connected again').waitFor();
+    assert.ok(await alice.getByText('Hello, Ada!').isVisible(), 'it is the same program');
+    await alice.getByRole('button', { name: 'Greet' }).click();
+    await alice.getByText('Hello, Grace!').waitFor();
+    assert.match(second.errors, /alice: process \d+ is still there/);
 });
