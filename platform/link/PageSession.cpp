@@ -196,6 +196,10 @@ void PageSession::flush() {
         isAnythingLeft = sendFrame();
     }
     if (m_isFinishing && !isAnythingLeft) {
+        // What the program publishes until it is gone must not come here any more.
+        if (m_session) {
+            m_program->pageLeft(*m_session, *this, SessionRegistry::Leaving::CutOff);
+        }
         endLink(session::close_reason::s_programEnded);
     }
 }
