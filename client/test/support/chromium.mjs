@@ -23,7 +23,7 @@ export function launchBrowser(...args) {
 }
 
 /** What Firefox says of a lost connection, in the words and place of an exception. */
-const lostConnection = /ws:\S+ was interrupted|establish a connection to the server at ws:/;
+const lostConnection = /wss?:\S+ was interrupted|establish a connection to the server at wss?:/;
 
 /** A new tab; exceptions and breaches of its policy are added to `faults`. */
 export async function openTab(context, faults) {

@@ -18,14 +18,22 @@ export class CuttableProxy {
     m_deaf = false;
 
     static async before(program) {
-        const proxy = new CuttableProxy();
+        if (program.nginx !== undefined) {
+            return Object.assign(program.nginx.line, { address: program.address });
+        }
         const { host, port } = new URL(program.address);
-        proxy.m_programHost = host;
+        const proxy = await CuttableProxy.to(port);
+        proxy.address = program.address.replace(host, proxy.host);
+        return proxy;
+    }
+
+    static async to(port) {
+        const proxy = new CuttableProxy();
+        proxy.m_programHost = `127.0.0.1:${port}`;
         proxy.m_server = createServer((page) => proxy.join(page, connect(port, '127.0.0.1')));
         proxy.m_server.listen(0, '127.0.0.1');
         await once(proxy.m_server, 'listening');
-        proxy.m_host = `127.0.0.1:${proxy.m_server.address().port}`;
-        proxy.address = program.address.replace(host, proxy.m_host);
+        proxy.host = `127.0.0.1:${proxy.m_server.address().port}`;
         return proxy;
     }
 
@@ -39,14 +47,14 @@ export class CuttableProxy {
         }
         page.on('data', (data) => {
             const isHeld = this.held.words.test(data.toString('latin1'));
-            const request = readdressed(data, this.m_host, this.m_programHost);
+            const request = readdressed(data, this.host, this.m_programHost);
             this.pass(program, request, isHeld ? this.held.time : this.delay);
             this.m_passedUp?.();
         });
         page.on('close', () => this.m_pages.delete(page));
         program.on('data', (data) => {
             if (!this.m_deaf) {
-                this.pass(page, readdressed(data, this.m_programHost, this.m_host));
+                this.pass(page, readdressed(data, this.m_programHost, this.host));
             }
         });
         this.m_pages.add(page);
@@ -80,9 +88,9 @@ export class CuttableProxy {
         return new Promise((resolve) => (this.m_passedUp = resolve));
     }
 
-    async end() {
+    end() {
         this.cut();
-        this.m_server.close();
-        await once(this.m_server, 'close');
+        this.m_ended ??= once(this.m_server.close(), 'close');
+        return this.m_ended;
     }
 }

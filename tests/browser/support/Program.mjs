@@ -4,6 +4,7 @@ import { existsSync } from 'node:fs';
 import { dirname, join } from 'node:path';
 import { createInterface } from 'node:readline';
 import { fileURLToPath } from 'node:url';
+import { Nginx } from './Nginx.mjs';
 
 const root = fileURLToPath(new URL('../../../', import.meta.url));
 
@@ -22,31 +23,45 @@ export function builtProgram(name) {
     return join(dirname(jsonpadPath()), name);
 }
 
+/** DOVA_PROXY=nginx in the environment: pages reach every program through that, at its address. */
+const proxy = process.env['DOVA_PROXY'] ?? '';
+if (!['', 'nginx'].includes(proxy)) {
+    throw new Error(`DOVA_PROXY: "${proxy}" is not nginx`);
+}
+
 /** An example of this tree at work, from its address to its end. */
 export class Program {
     static start(example, ...args) {
-        return Program.startAt(builtProgram(example), args);
+        return Program.startAt(example, args);
     }
 
     /** The same on a terminal, where type() types. */
     static startOnTerminal(example, ...args) {
-        const quoted = [builtProgram(example), ...args].map(
-            (word) => `'${word.replaceAll("'", "'\\''")}'`,
-        );
-        return Program.startAt('script', ['-qefc', quoted.join(' '), '/dev/null'], 'pipe');
+        return Program.startAt(example, args, true);
     }
 
-    static async startAt(path, args, input = 'ignore') {
-        const program = new Program(path, args, input);
+    static async startAt(example, args, onTerminal = false) {
+        const nginx = proxy === '' ? undefined : await Nginx.start();
+        return Program.startBehind(nginx, [], example, args, onTerminal);
+    }
+
+    static async startBehind(nginx, place, example, args, onTerminal) {
+        const program = new Program(example, [...(nginx?.options ?? place), ...args], onTerminal);
+        program.m_started = [example, args];
+        program.nginx = nginx;
         const failed = program.m_ended.then(() => {
-            throw new Error(`${path} has not started: ${program.errors}`);
+            throw new Error(`${example} has not started: ${program.errors}`);
         });
         program.address = await Promise.race([program.m_address, failed]);
         return program;
     }
 
-    constructor(path, args, input) {
-        this.m_process = spawn(path, args, { stdio: [input, 'pipe', 'pipe'] });
+    constructor(example, args, onTerminal) {
+        const words = [builtProgram(example), ...args];
+        const quoted = words.map((word) => `'${word.replaceAll("'", "'\\''")}'`).join(' ');
+        const [path, ...rest] = onTerminal ? ['script', '-qefc', quoted, '/dev/null'] : words;
+        const input = onTerminal ? 'pipe' : 'ignore';
+        this.m_process = spawn(path, rest, { stdio: [input, 'pipe', 'pipe'] });
         this.m_ended = once(this.m_process, 'close');
         this.output = [];
         this.errors = '';
@@ -56,6 +71,12 @@ export class Program {
         lines.on('line', (line) => this.output.push(line));
         this.m_address = once(lines, 'line').then(([line]) => line);
         this.m_process.stderr.on('data', (data) => (this.errors += data));
+    }
+
+    /** Once more, at the same address; the token has to be kept. */
+    startAgain() {
+        const place = ['--port', new URL(this.address).port];
+        return Program.startBehind(this.nginx, place, ...this.m_started);
     }
 
     get pid() {
@@ -79,8 +100,16 @@ export class Program {
     }
 
     /** Ends it and gives its exit code, null when the signal killed it. */
-    async end(signal = 'SIGTERM') {
+    async stop(signal) {
         this.m_process.kill(signal);
         return this.ended();
+    }
+
+    /** The same, for good: nothing is left of what stood before it, which has to be in order. */
+    async end(signal = 'SIGTERM') {
+        const code = await this.stop(signal);
+        const tokens = [...this.m_output.matchAll(/#(\S+)/g)].map(([, token]) => token);
+        await this.nginx?.end(tokens);
+        return code;
     }
 }

@@ -97,7 +97,7 @@ export class Scene extends User {
     printed = (lines) => assert.equal(this.program.output.length, lines);
 
     async programEnds(signal, code) {
-        assert.equal(await this.program.end(signal), code);
+        assert.equal(await this.program.stop(signal), code);
     }
 
     /** It dies without a word. */
@@ -107,8 +107,7 @@ export class Scene extends User {
     }
 
     async isStartedAgain() {
-        const { port } = new URL(this.program.address);
-        this.program = await Program.start('jsonpad', ...this.m_options, '--port', port, this.file);
+        this.program = await this.program.startAgain();
     }
 
     async cannotReload() {

@@ -69,7 +69,7 @@ export class WebKit {
         browser.m_driver = await new Builder()
             .disableEnvironmentOverrides()
             .usingServer(await browser.m_service.start())
-            .withCapabilities({ browserName: 'MiniBrowser' })
+            .withCapabilities({ browserName: 'MiniBrowser', acceptInsecureCerts: true })
             .build();
         browser.m_home = await browser.m_driver.getWindowHandle();
         return browser;
