@@ -1,5 +1,6 @@
 #include "RelayedLine.h"
 
+#include <algorithm>
 #include <boost/asio/local/connect_pair.hpp>
 #include <boost/asio/local/stream_protocol.hpp>
 #include <boost/asio/post.hpp>
@@ -45,7 +46,11 @@ void RelayedLine::strike(const Fault& fault) {
         case FaultKind::Reset:
             return cut(fault.kind == FaultKind::Reset, fault.length);
         case FaultKind::Delay:
-            return connection ? connection->delay(fault.direction, fault.length) : void();
+            if (connection) {
+                connection->delay(fault.direction, fault.length);
+                m_delayedUntil = Clock::now() + fault.length;
+            }
+            return;
         case FaultKind::Drop:
             if (connection) {
                 connection->drop(fault.direction);
@@ -59,6 +64,10 @@ void RelayedLine::strike(const Fault& fault) {
         case FaultKind::Kill:
             return;
     }
+}
+
+Clock::time_point RelayedLine::wayClearSince() const {
+    return std::max(m_wayClear, std::min(m_delayedUntil, Clock::now()));
 }
 
 void RelayedLine::cut(bool isReset, Clock::duration blocked) {
@@ -80,7 +89,7 @@ void RelayedLine::cutAfter(Clock::duration time) {
 
 void RelayedLine::holdUp(const Connection& connection) {
     connection->holdUp([this, weak = std::weak_ptr(connection)] {
-        m_wayClear = Clock::now();
+        m_wayClear = std::max(m_wayClear, Clock::now());
         m_held.emplace_back(weak.lock(), std::exchange(m_holdUp, {}));
     });
 }

@@ -17,7 +17,7 @@ public:
 
     void connect(Connected connected) override;
     void strike(const Fault& fault) override;
-    Clock::time_point wayClearSince() const override { return m_wayClear; }
+    Clock::time_point wayClearSince() const override;
 
 private:
     using Connection = std::shared_ptr<RelayedConnection>;
@@ -34,6 +34,7 @@ private:
     Timer m_timer;
     /// Connections come about from then on.
     Clock::time_point m_wayClear;
+    Clock::time_point m_delayedUntil;
     /// The next connection is to be held up for so long after a later one was served.
     Clock::duration m_holdUp{};
     std::vector<std::pair<Connection, Clock::duration>> m_held;
