@@ -69,10 +69,11 @@ bench: setup-test client
 	node bench/ratios.mjs build/bench/bin
 	node bench/browser/run.mjs build/bench/bin
 
-# 50,000 numbered actions under 150 faults that SEED decides: five minutes, hardly any processor time.
+# 50,000 numbered actions under 150 faults that SEED decides: five minutes for each way to serve, hardly any processor time.
 soak: setup client
-	cmake --preset release && cmake --build --preset release -j $(JOBS) --target dova-load dova-load-target
+	cmake --preset release && cmake --build --preset release -j $(JOBS) --target dova-load dova-load-target dova-serve
 	tools/load/soak.sh build/release/bin --seed $(or $(SEED),1)
+	tools/load/soak-serve.sh build/release/bin --seed $(or $(SEED),1)
 
 fuzz: setup-test
 	cmake --preset fuzz && cmake --build --preset fuzz -j $(JOBS)
