@@ -8,7 +8,7 @@ MINUTE_LONG := tests/browser/outage.test.mjs
 
 SPACE := $(subst ,, )
 
-.PHONY: demo serve-demo build-demo test test-page stories test-ci test-memory test-threads build-ci build-asan build-tsan bench soak fuzz setup setup-test client checks tidy format clean
+.PHONY: demo serve-demo build-demo test test-page stories test-ci test-memory test-threads build-ci build-asan build-tsan bench soak soak-proxy fuzz setup setup-test client checks tidy format clean
 
 demo: BUILT := jsonpad dova-host
 demo: build-demo
@@ -38,8 +38,9 @@ test-page: checks
 stories: test-page build-ci
 	export JSONPAD=build/ci/bin/jsonpad; \
 	node --test $(MINUTE_LONG) & minute=$$!; \
-	node --test $(filter-out $(MINUTE_LONG),$(wildcard tests/browser/*.test.mjs)); result=$$?; \
-	wait $$minute && exit $$result
+	node --test $(filter-out $(MINUTE_LONG),$(wildcard tests/browser/*.test.mjs)) && \
+	DOVA_PROXY=nginx node --test --test-name-pattern='Buttons: they are pushed' tests/browser/gallery.test.mjs; \
+	result=$$?; wait $$minute && exit $$result
 
 test-ci: build-ci
 	node tools/check-exports.mjs build/ci/lib/libdova2_web.so
@@ -74,6 +75,10 @@ soak: setup client
 	cmake --preset release && cmake --build --preset release -j $(JOBS) --target dova-load dova-load-target dova-serve
 	tools/load/soak.sh build/release/bin --seed $(or $(SEED),1)
 	tools/load/soak-serve.sh build/release/bin --seed $(or $(SEED),1)
+
+# Every story behind nginx: TLS, and the page below a path.
+soak-proxy: setup-test client build-ci
+	JSONPAD=build/ci/bin/jsonpad DOVA_PROXY=nginx node --test tests/browser/
 
 fuzz: setup-test
 	cmake --preset fuzz && cmake --build --preset fuzz -j $(JOBS)

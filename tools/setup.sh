@@ -5,7 +5,7 @@ set -euo pipefail
 
 build_packages=(g++ cmake make ninja-build qtbase5-dev libboost-dev libcli11-dev pkgconf liblua5.4-dev libedit-dev)
 test_packages=(libgtest-dev libgmock-dev libbenchmark-dev clang-14 libclang-rt-14-dev python3-clang-14 binutils clang-format-16 clang-tidy-14 shellcheck shfmt
-  chromium firefox-esr webkit2gtk-driver xvfb)
+  chromium firefox-esr webkit2gtk-driver xvfb nginx openssl)
 
 wanted=()
 for group in "$@"; do

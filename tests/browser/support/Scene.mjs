@@ -111,6 +111,10 @@ export class Scene extends User {
     }
 
     async cannotReload() {
+        if (this.program.nginx !== undefined) {
+            await this.page.reload();
+            return this.reads('502 Bad Gateway');
+        }
         await assert.rejects(this.page.reload(), /REFUSED/);
         await this.page.waitForURL('chrome-error://**');
     }
