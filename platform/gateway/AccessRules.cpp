@@ -153,7 +153,7 @@ bool AccessRules::isIconKey(std::string_view text) const {
 
 /// Browsers do not agree whether 'self' allows sockets.
 std::string AccessRules::socketSources(std::string_view host) const {
-    const std::string own = isOwnHost(host) ? " ws://" + std::string(host) : "";
+    std::string own = isOwnHost(host) ? " ws://" + std::string(host) : "";
     if (!m_publicUrl) {
         return own;
     }

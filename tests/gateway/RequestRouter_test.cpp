@@ -165,8 +165,9 @@ TEST(AccessRulesTest, aSecretThatDiffersAnywhereIsNone) {
     EXPECT_FALSE(others.isIconKey(rules.iconKey()) || rules.isToken(rules.iconKey()));
     for (int bit = 0; bit < 16 * 8; ++bit) {
         std::string token = "0123456789abcdef", key = rules.iconKey();
-        token[bit / 8] ^= 1 << bit % 8;
-        key[bit / 8] ^= 1 << bit % 8;
+        for (std::string* const secret : {&token, &key}) {
+            (*secret)[bit / 8] = static_cast<char>((*secret)[bit / 8] ^ (1 << bit % 8));
+        }
         EXPECT_FALSE(rules.isToken(token) || rules.isIconKey(key)) << bit;
     }
 }
