@@ -109,15 +109,13 @@ inEach(chromiumOnly, 'a service that is killed finds its programs again', async 
     const token = '0123456789abcdefghij';
     await writeFile(visitors, `alice ${token}\n`, { mode: 0o600 });
     const settings = ['--visitors', visitors, '--socket-folder', folder];
-    const start = (port) =>
-        Program.start('dova-serve', ...settings, '--port', port, builtProgram('hello'));
-    const first = await start('0');
+    const first = await Program.start('dova-serve', ...settings, builtProgram('hello'));
     const alice = await openTab(await browser.newContext(), []);
     await alice.goto(`${first.address}#${token}`);
     await greet(alice, 'Ada');
-    await first.end('SIGKILL');
+    await first.stop('SIGKILL');
     await alice.getByLabel('Your name').fill('Grace');
-    const second = await start(new URL(first.address).port);
+    const second = await first.startAgain();
     t.after(() => second.end());
     await alice.getByText('Connected again').waitFor();
     assert.ok(await alice.getByText('Hello, Ada!').isVisible(), 'it is the same program');
