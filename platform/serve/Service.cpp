@@ -151,12 +151,13 @@ void Service::openSocket() {
     }
     const std::string path = m_settings.socketFolder / "socket";
     try {
-        std::filesystem::remove(path);
+        std::error_code ignored;
+        std::filesystem::remove(path, ignored);
         m_acceptor.open(stream_protocol());
         m_acceptor.bind(stream_protocol::endpoint(path));
         chmod(path.c_str(), m_settings.command.user.empty() ? 0600 : 0666);
         m_acceptor.listen();
-    } catch (const std::system_error& error) {
+    } catch (const boost::system::system_error& error) {
         fail("cannot open the socket " + path, error.code().value());
     }
 }

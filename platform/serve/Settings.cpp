@@ -259,6 +259,12 @@ std::vector<std::string> Settings::faults() const {
             Visitors::read(visitorFile);
         }
     });
+    check([&] {
+        if (!socketFolder.empty() && !std::filesystem::is_directory(socketFolder)) {
+            throw std::runtime_error("the socket folder " + socketFolder.string() +
+                                     " is no folder");
+        }
+    });
     check([&] { requireRunnable(commandFor(command, "visitor")); });
     return found;
 }

@@ -82,8 +82,10 @@ TEST_F(SettingsTest, areRefusedInOneLine) {
 }
 
 TEST_F(SettingsTest, faultsAreToldOneALine) {
-    parse({"--visitors", folder / "none", "--theme", "/no/such/theme", "/no/such/program"});
+    parse({"--visitors", folder / "none", "--theme", "/no/such/theme", "--socket-folder",
+           folder / "none", "/no/such/program"});
     EXPECT_THAT(settings.faults(), ElementsAre(HasSubstr("theme"), HasSubstr("file of visitors"),
+                                               HasSubstr("none is no folder"),
                                                HasSubstr("cannot start /no/such/program")));
     parse({"--visitor", "a", "sh"});
     EXPECT_THAT(settings.faults(), testing::IsEmpty());
