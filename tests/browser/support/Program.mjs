@@ -1,7 +1,7 @@
 import { spawn } from 'node:child_process';
 import { once } from 'node:events';
 import { existsSync } from 'node:fs';
-import { dirname, join } from 'node:path';
+import { dirname, isAbsolute, join } from 'node:path';
 import { createInterface } from 'node:readline';
 import { fileURLToPath } from 'node:url';
 import { Nginx } from './Nginx.mjs';
@@ -18,9 +18,9 @@ function jsonpadPath() {
     return path;
 }
 
-/** A program that the build has left beside jsonpad. */
+/** A program by its path, or by the name under which the build has left it beside jsonpad. */
 export function builtProgram(name) {
-    return join(dirname(jsonpadPath()), name);
+    return isAbsolute(name) ? name : join(dirname(jsonpadPath()), name);
 }
 
 /** DOVA_PROXY=nginx in the environment: pages reach every program through that, at its address. */
