@@ -146,6 +146,8 @@ void Service::openSocket() {
         if (!mkdtemp(folder.data())) {
             fail("cannot make the folder " + folder, errno);
         }
+        // Their user must find the socket; nobody may look for what else is there.
+        chmod(folder.c_str(), m_settings.command.user.empty() ? 0700 : 0711);
         m_settings.socketFolder = folder;
         m_ownsFolder = true;
     }

@@ -119,6 +119,10 @@ void addGateway(CLI::App& app, gateway::GatewayOptions& options, Settings& setti
                    "A name under which browsers reach the service; may be repeated")
         ->type_name("NAME[:PORT]")
         ->allow_extra_args(false);
+    app.add_option("--origin", options.extraOrigins,
+                   "The address of a proxy that does not pass its name on; may be repeated")
+        ->type_name("URL")
+        ->allow_extra_args(false);
     app.add_option("--theme", options.theme, "A style sheet that the page loads after its own")
         ->type_name("FILE");
     app.add_option("--page", options.pageFolder, "The folder of the page")->type_name("FOLDER");
